@@ -61,8 +61,8 @@ void SessionConfig::SettleDefaultSession(VProfileKey* key) {
         if (config != nullptr) config->notToBeSaved = 1;
 }
 
-void SessionConfig::Lock(VProfileKey&, bool) { saving.lock(); }
-void SessionConfig::Unlock(VProfileKey&, bool) { saving.unlock(); }
+void SessionConfig::Lock(VProfileKey&, bool) { saving->Lock(); }
+void SessionConfig::Unlock(VProfileKey&, bool) { saving->Unlock(); }
 
 void SessionConfig::CopyChangesFrom(const ISessionConfig* other) {
     if (const auto* session = dynamic_cast<const SessionConfig*>(other)) Assign(*session);

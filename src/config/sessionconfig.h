@@ -2,13 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <mutex>
 #include <span>
 
 #include "config/commonconfig.h"
 #include "config/connectconfigptr.h"
 #include "config/isessionconfig.h"
 #include "config/sessionsettings.h"
+#include "foundation/vcriticalsection.h"
 #include "profile/vprofilecomposite.h"
 
 namespace connectdialog {
@@ -92,7 +92,7 @@ class SessionConfig : public VUnknown<ISessionConfig>,
     void LoadFileTransfer(VProfileKey* key);
     void SettleDefaultSession(VProfileKey* key);
 
-    std::mutex saving;  ///< held during Save only; a clone has its own
+    VRef<VCriticalSection> saving = VRef<VCriticalSection>::Adopt(new VCriticalSection);  ///< held during Save only
     bool notStored = false;
     VUnicodeString firstSpare;
     VUnicodeString secondSpare;  ///< emptied whenever a protocol is set

@@ -1,5 +1,9 @@
 #include "sessiondb/sessiontree.h"
 
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
 #include "foundation/vstringarray.h"
@@ -24,7 +28,6 @@ bool RootHasKey(const VUnicodeString& keyPath) {
     return store.GetRootKey()->KeyExists(keyPath.GetData());
 }
 
-/// Takes `name` out when no row of the protocol table has it; "None" is a choice of its own.
 bool IsKnownProtocol(const VUnicodeString& name) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
         if (row.name.EqualsNoCase(name)) return true;
@@ -52,20 +55,14 @@ bool WriteSession(ISessionConfig& config, bool force) {
     return store.Close();
 }
 
-/// The lists are saved first as they are, so that they reflect the tree before the change.
-template <class Change>
-bool ChangeFolderLists(const VUnicodeString& parent, Change change) {
-    ProfileFolderData folder(parent, false);
-    if (!folder.SaveToStore()) return false;
-    change(folder);
+/// Brings the lists of a folder up to date, makes the change in the tree, and then the change in the lists: a name that
+/// was not there before finds its place, one that was keeps it.
+template <class ChangeTree, class ChangeLists>
+bool ChangeFolder(const VUnicodeString& path, ChangeTree changeTree, ChangeLists changeLists) {
+    ProfileFolderData folder(path, false);
+    if (!folder.SaveToStore() || !changeTree()) return false;
+    changeLists(folder);
     return folder.SaveToStore();
-}
-
-bool AddToSessionList(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
-                      bool after) {
-    return ChangeFolderLists(parent, [&](ProfileFolderData& folder) {
-        InsertEntryName(folder.GetOrderedSessions(), name, reference, after);
-    });
 }
 
 }  // namespace
@@ -174,31 +171,44 @@ bool SaveSession(ISessionConfig& config) {
 bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
                     bool after) {
     return AsOneUnit([&] {
-        {
-            VProfileStore store(false);
-            VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
-            const VProfileKey created(&folder, name.GetData(), 1);
-        }
-        return ChangeFolderLists(parent, [&](ProfileFolderData& folder) {
-            InsertEntryName(folder.GetOrderedFolders(), name, reference, after);
-        });
+        return ChangeFolder(
+            parent,
+            [&] {
+                VProfileStore store(false);
+                {
+                    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
+                    const VProfileKey created(&folder, name.GetData(), 1);
+                }
+                return store.Close();
+            },
+            [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
     });
 }
 
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after) {
+    config.SetPath(JoinEntryPath(parent, name));
     return AsOneUnit([&] {
-        config.SetPath(JoinEntryPath(parent, name));
-        return WriteSession(config, true) && AddToSessionList(parent, name, reference, after);
+        return ChangeFolder(
+            parent, [&] { return WriteSession(config, true); },
+            [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedSessions(), name, reference, after); });
     });
 }
 
 bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs) {
-    return AsOneUnit([&] {
-        for (ISessionConfig* config : configs)
-            if (!WriteSession(*config, true)) return false;
-        return ChangeFolderLists(parent, [&](ProfileFolderData&) {});
-    });
+    const auto writeAll = [&] {
+        return std::ranges::all_of(configs, [](ISessionConfig* config) { return WriteSession(*config, true); });
+    };
+    const auto appendNew = [&](ProfileFolderData& folder) {
+        VStringArray& ordered = folder.GetOrderedSessions();
+        std::unordered_set<std::u16string> listed;
+        for (const VUnicodeString& name : ordered) listed.emplace(name.View());
+        for (const ISessionConfig* config : configs) {
+            const VUnicodeString leaf = GetEntryLeaf(config->GetPath());
+            if (listed.emplace(leaf.View()).second) ordered.Add(leaf);
+        }
+    };
+    return AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
 }
 
 }  // namespace connectdialog
