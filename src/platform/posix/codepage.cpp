@@ -88,7 +88,7 @@ std::size_t WideToNarrow(std::u16string_view wide, char* narrow) {
             continue;
         }
         const int following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
-        put((0xF00u >> following & 0xFFu) | (codePoint >> (6 * following)));
+        put((0xF00u >> (following + 1) & 0xFFu) | (codePoint >> (6 * following)));
         for (int i = following - 1; i >= 0; --i) put(0x80 | (codePoint >> (6 * i) & 0x3F));
     }
     return count;
