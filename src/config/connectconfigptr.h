@@ -25,6 +25,8 @@ class ConnectConfigPtr : public VProfileData {
     ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common);
 
     const VUnicodeString& GetProtocolName() const { return name.Get(); }
+    /// The value that holds the name. SetProtocol is how the protocol changes; this is for looking.
+    VProfileText& GetNameValue() { return name; }
     /// The selected settings, or null. Stays owned by this object.
     ConnectConfig* GetSelected() const;
     /// The settings object of each row, null where there is none. Stays owned by this object.

@@ -43,7 +43,7 @@ class ICommonConfig {
 /// The settings of one protocol in one session. A plug-in derives from it; the count starts at 1, for the creator.
 ///
 /// The operations of a setting (Save, IsChanged, Commit, Revert, Assign, IsMissing) are those of VProfileData, with the
-/// session's key.
+/// session's key. GetMember gives the settings that this protocol saves, in order, and null behind the last.
 class ConnectConfig : public VProfileData, public VUnknown<IUnknownBase> {
   public:
     /// IsComplete's state when nothing but the host name is missing.
