@@ -21,9 +21,9 @@ void LoadPort(VProfileKey* key, ProtocolSettings::Port& port, const VUnicodeStri
     port.Set(usual);
 }
 
-void LoadBounded(VProfileKey* key, VProfile<int>& value, const VUnicodeString& name, int usual, int least, int most) {
-    value.Load(key, name, usual);
-    if (value.Get() < least || value.Get() > most) value.Set(usual);
+void LoadBounded(VProfileKey* key, VProfile<int>& value, const VUnicodeString& name, const NumberRange& range) {
+    value.Load(key, name, range.usual);
+    if (value.Get() < range.least || value.Get() > range.most) value.Set(range.usual);
 }
 
 void LoadText(VProfileKey* key, VProfileText& text, const VUnicodeString& name) {
@@ -48,11 +48,11 @@ ProtocolSettings::ProtocolSettings(VProfileKey* key) {
     LoadPort(key, ftpSslPort, u"FTP/SSL Port"_v, kFtpSslPort);
 
     LoadText(key, serialDevice, u"Serial Device"_v);
-    LoadBounded(key, serialBaudRate, u"Serial Baud Rate"_v, 9600, 50, 4000000);
-    LoadBounded(key, serialDataBits, u"Serial Data Bits"_v, 8, 5, 8);
-    LoadBounded(key, serialParity, u"Serial Parity"_v, 0, 0, 2);
-    LoadBounded(key, serialStopBits, u"Serial Stop Bits"_v, 1, 1, 2);
-    LoadBounded(key, serialFlowControl, u"Serial Flow Control"_v, 0, 0, 2);
+    LoadBounded(key, serialBaudRate, u"Serial Baud Rate"_v, kSerialBaudRates);
+    LoadBounded(key, serialDataBits, u"Serial Data Bits"_v, kSerialDataBits);
+    LoadBounded(key, serialParity, u"Serial Parity"_v, kSerialParities);
+    LoadBounded(key, serialStopBits, u"Serial Stop Bits"_v, kSerialStopBits);
+    LoadBounded(key, serialFlowControl, u"Serial Flow Control"_v, kSerialFlowControls);
 
     LoadText(key, tapiPhoneNumber, u"TAPI Phone Number"_v);
     LoadText(key, tapiModemDevice, u"TAPI Modem Device"_v);

@@ -60,6 +60,18 @@ class ProtocolSettings : public VUnknown<ISharedConfig> {
     ~ProtocolSettings() override = default;
 };
 
+/// What a number is when nobody set it, and where it must lie.
+struct NumberRange {
+    int usual;
+    int least;
+    int most;
+};
+inline constexpr NumberRange kSerialBaudRates{9600, 50, 4000000};
+inline constexpr NumberRange kSerialDataBits{8, 5, 8};
+inline constexpr NumberRange kSerialParities{0, 0, 2};
+inline constexpr NumberRange kSerialStopBits{1, 1, 2};
+inline constexpr NumberRange kSerialFlowControls{0, 0, 2};
+
 enum class SerialParity : int { kNone = 0, kOdd = 1, kEven = 2 };
 enum class SerialFlowControl : int { kNone = 0, kHardware = 1, kSoftware = 2 };
 
