@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/isessionconfig.h"
+#include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
 #include "output.h"
 #include "platform/codepage.h"

@@ -1,7 +1,6 @@
 #include "output.h"
 
 #include <cstdio>
-
 #include <nlohmann/json.hpp>
 
 #include "platform/codepage.h"
@@ -15,8 +14,12 @@ constexpr std::u16string_view kEscapeStart = u"<U+";
 constexpr std::size_t kEscapeLength = 8;  // <U+XXXX>
 constexpr char16_t kHexDigits[] = u"0123456789ABCDEF";
 
-bool IsHighSurrogate(char16_t character) { return character >= 0xD800 && character <= 0xDBFF; }
-bool IsLowSurrogate(char16_t character) { return character >= 0xDC00 && character <= 0xDFFF; }
+bool IsHighSurrogate(char16_t character) {
+    return character >= 0xD800 && character <= 0xDBFF;
+}
+bool IsLowSurrogate(char16_t character) {
+    return character >= 0xDC00 && character <= 0xDFFF;
+}
 
 /// Characters of the basic plane that must not reach a terminal; surrogates are judged in pairs.
 bool IsUnsafe(char16_t character) {
@@ -90,7 +93,9 @@ std::string Quoted(std::u16string_view text) {
     return '"' + Printable(text.substr(0, length)) + "…\"";
 }
 
-nlohmann::json JsonText(std::u16string_view text) { return platform::ToNarrow(text); }
+nlohmann::json JsonText(std::u16string_view text) {
+    return platform::ToNarrow(text);
+}
 
 std::string PrintableJson(const nlohmann::json& value) {
     const auto mustEscape = [](std::u16string_view all, std::size_t i) { return IsUnsafe(all[i]); };
@@ -98,13 +103,17 @@ std::string PrintableJson(const nlohmann::json& value) {
                   u"\\u", u"");
 }
 
-void Print(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+void Print(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
 
 void PrintLine(std::string_view line) {
     Print(line);
     std::fputc('\n', stdout);
 }
 
-bool FlushOutput() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
+bool FlushOutput() {
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
 
 }  // namespace connectdialog::connectctl

@@ -6,10 +6,9 @@
 // path stays a path.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
-
-#include <nlohmann/json_fwd.hpp>
 
 namespace connectdialog::connectctl {
 

@@ -4,9 +4,8 @@
 #include <charconv>
 #include <concepts>
 #include <limits>
-#include <type_traits>
-
 #include <nlohmann/json.hpp>
+#include <type_traits>
 
 #include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
@@ -89,7 +88,6 @@ bool Parse(VProfile<T>& setting, std::u16string_view text) {
     return true;
 }
 
-/// Zero characters would end the text in the store.
 bool ParseJsonList(std::u16string_view text, VStringArray& list) {
     const auto array = nlohmann::json::parse(platform::ToNarrow(text), nullptr, false);
     if (!array.is_array()) return false;
@@ -135,9 +133,12 @@ const char* GetSettingType(VProfileData& setting) {
     };
     if (VisitProfile(setting, nameType)) return type;
     switch (GetVariant(setting).GetType()) {
-        case VVariantType::kText: return "text";
-        case VVariantType::kArray: return "list";
-        default: return type;
+        case VVariantType::kText:
+            return "text";
+        case VVariantType::kArray:
+            return "list";
+        default:
+            return type;
     }
 }
 
@@ -149,15 +150,17 @@ std::string GetSettingRange(VProfileData& setting) {
         else if constexpr (std::same_as<T, VTriState>)
             range = "off, on or global";
         else
-            range = std::to_string(std::numeric_limits<T>::min()) + " to " +
-                    std::to_string(std::numeric_limits<T>::max());
+            range =
+                std::to_string(std::numeric_limits<T>::min()) + " to " + std::to_string(std::numeric_limits<T>::max());
     };
     if (VisitProfile(setting, nameRange)) return range;
     if (dynamic_cast<VProfileTextList*>(&setting) != nullptr) return "a JSON array of texts, or one text a line";
     return GetVariant(setting).GetType() == VVariantType::kText ? "any text" : "nothing that can be typed";
 }
 
-bool IsSecret(VProfileData& setting) { return GetVariant(setting).GetText().IsSensitive(); }
+bool IsSecret(VProfileData& setting) {
+    return GetVariant(setting).GetText().IsSensitive();
+}
 
 nlohmann::json GetSettingJson(VProfileData& setting) {
     nlohmann::json value;

@@ -1,10 +1,9 @@
 // A setting in words: its type, its value as text and as JSON, and the way back.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
-
-#include <nlohmann/json_fwd.hpp>
 
 #include "command.h"
 
