@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "command.h"
-#include "output.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/output.h"
 
 namespace connectdialog::connectctl {
 

@@ -3,15 +3,16 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "command.h"
 #include "config/isessionconfig.h"
-#include "entrypath.h"
 #include "foundation/vreportmessageparams.h"
-#include "output.h"
 #include "platform/codepage.h"
+#include "platform/lasterror.h"
 #include "platform/processlaunch.h"
 #include "suite/protocols/launchcommand.h"
-#include "toolstore.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
 
@@ -30,7 +31,7 @@ void PrintCommand(const LaunchCommand& command, bool asJson) {
 }
 
 Failure RunClient(const LaunchCommand& command) {
-    if (!command.note.empty()) PrintLine(Printable(command.note));
+    if (!command.note.empty()) PrintNotice(platform::ToNarrow(command.note));
     FlushOutput();
     CloseToolStore();
     platform::ReplaceProcess(command.arguments);

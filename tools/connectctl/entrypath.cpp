@@ -1,17 +1,17 @@
-#include "entrypath.h"
+#include "tools/connectctl/entrypath.h"
 
 #include <algorithm>
 
 #include "config/isessionconfig.h"
 #include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
-#include "output.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
-#include "toolstore.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
 

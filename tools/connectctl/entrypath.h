@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "command.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunknown.h"
+#include "tools/connectctl/command.h"
 
 namespace connectdialog {
 class ISessionConfig;

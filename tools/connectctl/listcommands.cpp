@@ -3,11 +3,11 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "command.h"
-#include "entrypath.h"
-#include "output.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/output.h"
 
 namespace connectdialog::connectctl {
 

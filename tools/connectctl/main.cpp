@@ -7,10 +7,9 @@
 #include <cstdio>
 #include <exception>
 
-#include "command.h"
-#include "output.h"
-#include "platform/codepage.h"
-#include "toolstore.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
 
@@ -35,12 +34,6 @@ constexpr char kFooter[] =
     "the terminal are printed as <U+001B>, and paths may be typed so. COMMAND --help tells more.\n"
     "Exit codes: 0 done, 1 failed with one line on standard error, 2 wrong usage.";
 
-/// Always one line, whatever the text holds.
-void PrintError(std::string_view text) {
-    const std::string line = "connectctl: " + Printable(platform::ToWide(text)) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-}
-
 Failure RunCommand(const Command& command, const CommandBody& body, const std::string& storeUrl) {
     if (command.needsStore)
         if (Failure failure = OpenToolStore(storeUrl)) return failure;
@@ -56,7 +49,7 @@ int EndParse(const CLI::App& app, const CLI::ParseError& error) {
         app.exit(error);
         return FlushOutput() ? 0 : kFailed;
     }
-    PrintError(std::string(error.what()) + " (connectctl --help tells the usage)");
+    PrintNotice(std::string(error.what()) + " (connectctl --help tells the usage)");
     return kWrongUsage;
 }
 
@@ -79,7 +72,7 @@ int Main(int argc, char** argv) {
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
         if (!app.got_subcommand(kCommands[i].name)) continue;
         if (const Failure failure = RunCommand(kCommands[i], bodies[i], storeUrl)) {
-            PrintError(*failure);
+            PrintNotice(*failure);
             return kFailed;
         }
     }

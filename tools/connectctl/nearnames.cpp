@@ -1,4 +1,4 @@
-#include "nearnames.h"
+#include "tools/connectctl/nearnames.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "output.h"
+#include "tools/connectctl/output.h"
 
 #include <cstdio>
 #include <nlohmann/json.hpp>

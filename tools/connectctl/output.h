@@ -28,5 +28,7 @@ std::string PrintableJson(const nlohmann::json& value);
 void Print(std::string_view text);
 void PrintLine(std::string_view line);
 bool FlushOutput();
+/// Writes one line on standard error, whatever the text (UTF-8) holds.
+void PrintNotice(std::string_view text);
 
 }  // namespace connectdialog::connectctl

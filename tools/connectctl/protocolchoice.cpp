@@ -1,11 +1,11 @@
-#include "protocolchoice.h"
+#include "tools/connectctl/protocolchoice.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "config/sessionconfig.h"
 #include "imports/configpanels.h"
-#include "output.h"
+#include "tools/connectctl/output.h"
 
 namespace connectdialog::connectctl {
 

@@ -3,16 +3,16 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "command.h"
 #include "config/isessionconfig.h"
 #include "config/settingwalk.h"
-#include "entrypath.h"
-#include "nearnames.h"
-#include "output.h"
 #include "profile/vprofiledata.h"
-#include "protocolchoice.h"
-#include "settingstore.h"
-#include "settingvalue.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/nearnames.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/protocolchoice.h"
+#include "tools/connectctl/settingstore.h"
+#include "tools/connectctl/settingvalue.h"
 
 namespace connectdialog::connectctl {
 

@@ -1,17 +1,17 @@
-#include "settingstore.h"
+#include "tools/connectctl/settingstore.h"
 
 #include <nlohmann/json.hpp>
 
 #include "config/isessionconfig.h"
 #include "config/settingwalk.h"
 #include "foundation/vreportmessageparams.h"
-#include "output.h"
 #include "profile/vprofiledata.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
-#include "settingvalue.h"
-#include "toolstore.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/settingvalue.h"
+#include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
 

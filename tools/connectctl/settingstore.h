@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "command.h"
+#include "tools/connectctl/command.h"
 
 namespace connectdialog {
 class ISessionConfig;

@@ -1,4 +1,4 @@
-#include "settingvalue.h"
+#include "tools/connectctl/settingvalue.h"
 
 #include <array>
 #include <charconv>
@@ -9,11 +9,11 @@
 
 #include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
-#include "output.h"
 #include "platform/codepage.h"
 #include "profile/vprofile.h"
 #include "profile/vprofilemultilinestring.h"
 #include "profile/vvariant.h"
+#include "tools/connectctl/output.h"
 
 namespace connectdialog::connectctl {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "command.h"
+#include "tools/connectctl/command.h"
 
 namespace connectdialog {
 class VProfileData;

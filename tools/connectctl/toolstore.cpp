@@ -1,13 +1,13 @@
-#include "toolstore.h"
+#include "tools/connectctl/toolstore.h"
 
 #include <memory>
 
-#include "entrypath.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
 #include "profile/iprofilestore.h"
 #include "stores/openstore.h"
 #include "suite/hostsetup/hostsetup.h"
+#include "tools/connectctl/entrypath.h"
 
 namespace connectdialog::connectctl {
 
