@@ -1,9 +1,8 @@
 // A scratch store that a test fills through the library and then works on with the program itself.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
