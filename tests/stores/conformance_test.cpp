@@ -348,6 +348,8 @@ TEST_P(StoreConformance, TheLastStoreThatTakesPartCommits) {
 }
 
 TEST_P(StoreConformance, AnIterationEndsWhateverHappensMeanwhile) {
+    VProfileStore unit(factory.get());
+    ASSERT_TRUE(unit.JoinUnitOfWork());
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(Set((u"f\\n" + std::u16string(1, static_cast<char16_t>(0x4E00 + i))).c_str()));
     VProfileStore store(factory.get());
     VProfileKey key(store.GetRootKey(), u"f", 0);

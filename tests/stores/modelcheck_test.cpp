@@ -234,7 +234,7 @@ class Walker {
 
 TEST(StoreModelCheck, SqliteDoesWhatTheMemoryStoreDoes) {
     const unsigned long seed = FromEnvironment("CONNECTDIALOG_SEED", std::random_device()());
-    const unsigned long steps = FromEnvironment("CONNECTDIALOG_STEPS", 20000);
+    const unsigned long steps = FromEnvironment("CONNECTDIALOG_STEPS", 5000);
     std::printf("seed %lu, %lu steps\n", seed, steps);
     SCOPED_TRACE("CONNECTDIALOG_SEED=" + std::to_string(seed));
     const TemporaryFolder folder;
