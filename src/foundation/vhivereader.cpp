@@ -127,6 +127,7 @@ HiveReader::Fault HiveReader::ReadKey() {
         return nullptr;
     }
     if (isRemoval) {
+        if (rest.empty()) return u"a root cannot be removed";
         keylessFault = u"a value stands below a key that is removed";
         tree.Remove(path);
         return nullptr;

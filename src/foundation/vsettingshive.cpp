@@ -96,9 +96,9 @@ VHiveStatus VSettingsHive::WriteValue(std::u16string_view key, std::u16string_vi
 VHiveStatus VSettingsHive::DeleteValue(std::u16string_view key, std::u16string_view name) {
     return Update([&](VHiveTree& changed) -> VHiveStatus {
         VHiveKey* found = changed.Find(FullPath(key));
-        if (found == nullptr && !key.empty()) return {platform::kKeyDeleted, {}};
-        const auto entry = found != nullptr ? found->values.find(name) : decltype(found->values.end())();
-        if (found == nullptr || entry == found->values.end()) return {platform::kFileNotFound, {}};
+        if (found == nullptr) return {key.empty() ? platform::kFileNotFound : platform::kKeyDeleted, {}};
+        const auto entry = found->values.find(name);
+        if (entry == found->values.end()) return {platform::kFileNotFound, {}};
         found->values.erase(entry);
         return {};
     });
