@@ -18,6 +18,7 @@ constexpr std::array<std::u16string_view, 5> kRoots = {u"HKEY_LOCAL_MACHINE", u"
                                                        u"HKEY_CLASSES_ROOT", u"HKEY_USERS", u"HKEY_CURRENT_CONFIG"};
 constexpr std::size_t kMaxFaults = 100;
 constexpr const char16_t* kTrailingText = u"something follows the value";
+constexpr const char16_t* kOpenText = u"a text has no closing quote, or a \\ before another character than \\ and \"";
 
 /// One run over a file. Each Read... function gives null when it is done, or what is wrong.
 class HiveReader {
@@ -37,6 +38,7 @@ class HiveReader {
     Fault ReadKey();
     Fault ReadValue();
     Fault ReadData(VHiveValue& value);
+    Fault ReadText(VHiveValue& value);
     Fault ReadDword(VHiveValue& value);
     Fault ReadHex(VHiveValue& value);
     Fault StoreValue(const std::u16string& name, VHiveValue value);
@@ -155,16 +157,20 @@ HiveReader::Fault HiveReader::ReadValue() {
 }
 
 HiveReader::Fault HiveReader::ReadData(VHiveValue& value) {
-    if (cursor.Peek() == u'"') {
-        std::u16string text;
-        if (!cursor.TakeText(text))
-            return u"a text has no closing quote, or a \\ before another character than \\ and \"";
-        value = MakeString(text);
-        return nullptr;
-    }
+    if (cursor.Peek() == u'"') return ReadText(value);
     if (cursor.TakeWord(u"dword:")) return ReadDword(value);
     if (cursor.TakeWord(u"hex")) return ReadHex(value);
     return u"a value is not a text, dword: or hex:";
+}
+
+HiveReader::Fault HiveReader::ReadText(VHiveValue& value) {
+    const std::size_t line = cursor.Line();
+    std::u16string text;
+    if (!cursor.TakeText(text)) return kOpenText;
+    // Text behind the quote on a later line means that it opens another text there.
+    if (cursor.Line() != line && !cursor.TakeEnd(remarks)) return kOpenText;
+    value = MakeString(text);
+    return nullptr;
 }
 
 HiveReader::Fault HiveReader::ReadDword(VHiveValue& value) {
