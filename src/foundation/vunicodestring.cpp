@@ -5,6 +5,9 @@
 #include <stdexcept>
 
 #include "foundation/casefold.h"
+#include "foundation/messageformat.h"
+#include "foundation/numericcompare.h"
+#include "foundation/stringerrors.h"
 #include "foundation/vnarrowstring.h"
 #include "platform/codepage.h"
 
@@ -189,6 +192,34 @@ std::size_t VUnicodeString::Replace(const char16_t* oldText, const char16_t* new
     replaced += View().substr(done);
     *this = replaced;
     return hits;
+}
+
+void VUnicodeString::FormatList(const char16_t* messageTemplate, const FormatArgument* arguments, std::size_t count) {
+    if (messageTemplate == nullptr) return;
+    for (const std::uint32_t flags : {kMessagePlain, kMessageIgnoreInserts}) {
+        try {
+            Assign(Expanded(messageTemplate, arguments, count, flags));
+            return;
+        } catch (const InvalidParameter&) {
+            continue;
+        }
+    }
+}
+
+VUnicodeString VUnicodeString::Expanded(std::u16string_view messageTemplate, const FormatArgument* arguments,
+                                        std::size_t count, std::uint32_t flags) const {
+    VUnicodeString message;
+    message.SetState(GetState());
+    const std::size_t length = ExpandMessage(messageTemplate, arguments, count, flags, nullptr);
+    if (length == 0) return message;
+    message.Reserve(length);
+    ExpandMessage(messageTemplate, arguments, count, flags, message.MutableData());
+    message.SetLength(length);
+    return message;
+}
+
+int VUnicodeString::CompareNumeric(std::u16string_view other) const {
+    return CompareNumericText(View(), other);
 }
 
 int VUnicodeString::CompareNoCase(std::u16string_view other) const {
