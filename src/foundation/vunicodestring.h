@@ -106,8 +106,10 @@ class VUnicodeString : public VStringHandle<char16_t> {
         return a.View() <=> b.View();
     }
 
-  private:
+  protected:
     void AppendNarrow(std::string_view narrow);
+
+  private:
     /// A template expanded into a string of this one's state. Throws what ExpandMessage throws.
     VUnicodeString Expanded(std::u16string_view messageTemplate, const FormatArgument* arguments, std::size_t count,
                             std::uint32_t flags) const;
