@@ -16,7 +16,7 @@ bool Refuse(void* /*buffer*/, std::size_t /*count*/) {
 TEST(RandomSource, FillsEveryByte) {
     VCapiRandomSource source;
     std::array<std::uint8_t, 4096> all{};
-    // Each fill leaves a byte zero by chance once in 256 times, and 16 fills one byte once in 2^128 times.
+    // One fill leaves a given byte zero once in 256 times, sixteen of them do once in 2^128 times.
     for (int i = 0; i < 16; ++i) {
         std::array<std::uint8_t, 4096> block{};
         ASSERT_TRUE(source.Fill(block.data(), block.size()));
