@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "config/iremotehostconfig.h"
 #include "imports/connectconfig.h"
 
 namespace connectdialog {

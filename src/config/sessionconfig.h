@@ -20,7 +20,7 @@ class GlobalConfig;
 /// copy, so that the session shows as changed and its next save repairs them.
 class SessionConfig : public VUnknown<ISessionConfig>,
                       public VProfileComposite<SessionConfig>,
-                      private SessionSettings {
+                      public SessionSettings {
   public:
     /// `name` is the leaf name, `key` may be null; it is not kept. The session named "Default" made without a key
     /// writes itself to the store when the store has none.

@@ -3,7 +3,7 @@
 
 #include "config/defaultfolders.h"
 #include "config/sessionconfig.h"
-#include "foundation/vpath.h"
+#include "foundation/venvironment.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
 

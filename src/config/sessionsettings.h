@@ -8,7 +8,7 @@
 
 namespace connectdialog {
 
-/// Copies member by member: value, stored copy and missing flag, exactly.
+/// A part of the session, open to those who edit it. Copies member by member: value, stored copy and missing flag.
 struct SessionSettings {
     VProfile<bool> isSession;
     VProfile<bool> useTitleBar;

@@ -7,6 +7,7 @@
 
 #include "foundation/casefold.h"
 #include "foundation/stringerrors.h"
+#include "foundation/vunicodestring.h"
 #include "platform/codepage.h"
 
 namespace connectdialog {
@@ -272,6 +273,25 @@ class MessageExpander {
 std::size_t ExpandMessage(std::u16string_view messageTemplate, const FormatArgument* arguments, std::size_t count,
                           std::uint32_t flags, char16_t* out) {
     return MessageExpander(messageTemplate, arguments, count, flags, out).Run();
+}
+
+bool ExpandMessageInto(VUnicodeString& text, std::u16string_view messageTemplate, const FormatArgument* arguments,
+                       std::size_t count, std::uint32_t flags) {
+    for (const std::uint32_t attempt : {flags, flags | kMessageIgnoreInserts}) {
+        try {
+            VUnicodeString message;
+            message.SetState(text.GetState());
+            if (const std::size_t length = ExpandMessage(messageTemplate, arguments, count, attempt, nullptr)) {
+                message.Resize(length);
+                ExpandMessage(messageTemplate, arguments, count, attempt, &message.MutableAt(0));
+            }
+            text = message;
+            return true;
+        } catch (const InvalidParameter&) {
+            continue;
+        }
+    }
+    return false;
 }
 
 }  // namespace connectdialog

@@ -44,4 +44,10 @@ inline constexpr std::uint32_t kMaxMessageField = 4096;
 std::size_t ExpandMessage(std::u16string_view messageTemplate, const FormatArgument* arguments, std::size_t count,
                           std::uint32_t flags, char16_t* out);
 
+/// Sets `text`, which keeps its sensitive state, to the message. A template whose inserts do not fit the arguments
+/// gives its own text, as with kMessageIgnoreInserts. Template and arguments may lie in `text`. On failure: false, and
+/// `text` stays as it was, when the template ends with a lone percent sign.
+bool ExpandMessageInto(VUnicodeString& text, std::u16string_view messageTemplate, const FormatArgument* arguments,
+                       std::size_t count, std::uint32_t flags);
+
 }  // namespace connectdialog

@@ -11,8 +11,12 @@
 namespace connectdialog {
 
 // How keys are distributed; a further kind of key adds an overload.
-inline std::uint32_t VMapHash(std::uint32_t key) { return key; }
-inline std::uint32_t VMapHash(std::u16string_view key) { return VStringHash(key); }
+inline std::uint32_t VMapHash(std::uint32_t key) {
+    return key;
+}
+inline std::uint32_t VMapHash(std::u16string_view key) {
+    return VStringHash(key);
+}
 
 /// Maps keys to values; a key stands in it once. Owns its entries.
 ///

@@ -7,7 +7,6 @@
 #include "foundation/casefold.h"
 #include "foundation/messageformat.h"
 #include "foundation/numericcompare.h"
-#include "foundation/stringerrors.h"
 #include "foundation/vnarrowstring.h"
 #include "platform/codepage.h"
 
@@ -195,27 +194,7 @@ std::size_t VUnicodeString::Replace(const char16_t* oldText, const char16_t* new
 }
 
 void VUnicodeString::FormatList(const char16_t* messageTemplate, const FormatArgument* arguments, std::size_t count) {
-    if (messageTemplate == nullptr) return;
-    for (const std::uint32_t flags : {kMessagePlain, kMessageIgnoreInserts}) {
-        try {
-            Assign(Expanded(messageTemplate, arguments, count, flags));
-            return;
-        } catch (const InvalidParameter&) {
-            continue;
-        }
-    }
-}
-
-VUnicodeString VUnicodeString::Expanded(std::u16string_view messageTemplate, const FormatArgument* arguments,
-                                        std::size_t count, std::uint32_t flags) const {
-    VUnicodeString message;
-    message.SetState(GetState());
-    const std::size_t length = ExpandMessage(messageTemplate, arguments, count, flags, nullptr);
-    if (length == 0) return message;
-    message.Reserve(length);
-    ExpandMessage(messageTemplate, arguments, count, flags, message.MutableData());
-    message.SetLength(length);
-    return message;
+    if (messageTemplate != nullptr) ExpandMessageInto(*this, messageTemplate, arguments, count, kMessagePlain);
 }
 
 int VUnicodeString::CompareNumeric(std::u16string_view other) const {

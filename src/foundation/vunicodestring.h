@@ -110,9 +110,6 @@ class VUnicodeString : public VStringHandle<char16_t> {
     void AppendNarrow(std::string_view narrow);
 
   private:
-    /// A template expanded into a string of this one's state. Throws what ExpandMessage throws.
-    VUnicodeString Expanded(std::u16string_view messageTemplate, const FormatArgument* arguments, std::size_t count,
-                            std::uint32_t flags) const;
     void RemoveRun(std::size_t position, std::size_t count);
     void MapCharacters(char16_t (*map)(char16_t));
 };
