@@ -1,5 +1,8 @@
 #include "suite/protocols/protocolconfig.h"
 
+#include <map>
+
+#include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
 #include "imports/configpanels.h"
 #include "profile/vvariant.h"
@@ -246,6 +249,9 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
     EXPECT_EQ(transfer.GetPort(), 2022);
     session->SetTransferProtocolName(u"FTP/SSL (implicit)");
     EXPECT_EQ(session->GetTransferConnectConfig()->GetPort(), 2022);
+    std::map<const VProfileData*, int> visits;
+    VisitSettings(*session, [&](const VProfileData& setting) { ++visits[&setting]; });
+    for (const auto& [setting, count] : visits) EXPECT_EQ(count, 1) << VNarrowString(setting->GetName()).GetData();
     Save(*session);
     const auto again = Load();
     EXPECT_EQ(HostOf(*again->GetTransferConnectConfig()), u"h");
