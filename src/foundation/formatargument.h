@@ -17,8 +17,8 @@ class FormatArgument {
 
     FormatArgument() = default;
     template <std::signed_integral T>
-    explicit FormatArgument(T value) : kind(Kind::kSigned), bits(static_cast<std::uint64_t>(std::int64_t{value})),
-        byteWidth(sizeof(T)) {}
+    explicit FormatArgument(T value)
+        : kind(Kind::kSigned), bits(static_cast<std::uint64_t>(std::int64_t{value})), byteWidth(sizeof(T)) {}
     template <std::unsigned_integral T>
     explicit FormatArgument(T value) : kind(Kind::kUnsigned), bits(value), byteWidth(sizeof(T)) {}
     /// One character, for `!c!`.

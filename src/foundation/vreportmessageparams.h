@@ -87,6 +87,12 @@ class VReportMessageParams : public IReportMessageParams {
     bool Fail(std::uint32_t failure, const char16_t* insert = nullptr);
 
   private:
+    const char16_t* MakeText(std::uint32_t flags);
+    /// The order: the system's table (unless the code is marked as a customer's), the own module, the fallback module;
+    /// failing all of them, a text that names the code and the module.
+    void LookUpText(std::uint32_t flags);
+    /// Makes the text from a template. On failure: false with the last error 317; null is one.
+    bool TryTemplate(const char16_t* messageTemplate, std::uint32_t flags);
     void DropText();
     void DropInserts();
 

@@ -16,11 +16,11 @@ enum class SensitiveState : std::int32_t { kPlain = 0, kSensitive = 1 };
 
 /// Stands immediately before the characters, in the same allocation.
 struct VStringHeader {
-    std::uint64_t capacity;                 ///< bytes available for text, terminator included; 0 in the static empties
-    std::uint64_t length;                   ///< bytes of text, terminator excluded
-    void* data;                             ///< the address of the text
+    std::uint64_t capacity;  ///< bytes available for text, terminator included; 0 in the static empties
+    std::uint64_t length;    ///< bytes of text, terminator excluded
+    void* data;              ///< the address of the text
     Str::SensitiveState state;
-    std::atomic<std::int32_t> references;   ///< handles on this buffer
+    std::atomic<std::int32_t> references;  ///< handles on this buffer
 };
 
 /// A string literal that already stands in the form of a shared buffer, so that a string made from it allocates
@@ -105,6 +105,8 @@ class VStringHandle {
     explicit VStringHandle(VStringHeader* header) noexcept : text(static_cast<Char*>(header->data)) { AddReference(); }
 
     void Assign(const VStringHandle& other);
+    /// The same from characters, which may lie in this string; null gives the empty string. The state stays.
+    void Assign(const Char* characters, std::size_t count);
     /// The one way to write: afterwards the buffer is private and has room for `count` characters; the first
     /// min(count, length) characters are kept. Does not change the length.
     void Reserve(std::size_t count);
@@ -118,7 +120,15 @@ class VStringHandle {
     static Char* EmptyText(Str::SensitiveState state) noexcept;
     static Char* Allocate(std::size_t count, Str::SensitiveState state);
     static void ReleaseText(Char* text) noexcept;
+    static void EndText(Char* text, std::size_t count);
     void AddReference() const noexcept { Header().references.fetch_add(1, std::memory_order_relaxed); }
+    /// Whether the buffer is private and has room for `count` characters.
+    bool IsWritableFor(std::size_t count) const;
+    /// A buffer of the same state that begins with min(count, length) characters of this one.
+    Char* CopyWithRoomFor(std::size_t count) const;
+    /// Goes over to a buffer whose reference the caller holds.
+    void Take(Char* fresh) noexcept;
+    void TakeEmpty(Str::SensitiveState state) noexcept;
 
     Char* text;
 };

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "foundation/formatargument.h"
+#include "foundation/varray.h"
 #include "foundation/vstringhandle.h"
 
 namespace connectdialog {
@@ -97,19 +98,30 @@ class VUnicodeString : public VStringHandle<char16_t> {
     /// Orders names with numbers in them: negative, 0 or positive. Looks at the first character of both texts and at
     /// numbers that stand at the same offset, and at nothing else; see CompareNumericText.
     int CompareNumeric(std::u16string_view other) const;
-};
 
-/// Ordinal; a shorter text that is a prefix sorts first.
-inline bool operator==(const VUnicodeString& a, const VUnicodeString& b) { return a.View() == b.View(); }
-inline bool operator==(const VUnicodeString& a, const char16_t* b) { return a.View() == b; }
-inline std::strong_ordering operator<=>(const VUnicodeString& a, const VUnicodeString& b) {
-    return a.View() <=> b.View();
-}
+    // Ordinal; a shorter text that is a prefix sorts first. Friends, so that they are candidates for strings alone.
+    friend bool operator==(const VUnicodeString& a, const VUnicodeString& b) { return a.View() == b.View(); }
+    friend bool operator==(const VUnicodeString& a, std::u16string_view b) { return a.View() == b; }
+    friend bool operator==(const VUnicodeString& a, const char16_t* b) { return a.View() == std::u16string_view(b); }
+    friend std::strong_ordering operator<=>(const VUnicodeString& a, const VUnicodeString& b) {
+        return a.View() <=> b.View();
+    }
+
+  protected:
+    void AppendNarrow(std::string_view narrow);
+
+  private:
+    void RemoveRun(std::size_t position, std::size_t count);
+    void MapCharacters(char16_t (*map)(char16_t));
+};
 
 VUnicodeString operator+(const VUnicodeString& a, const VUnicodeString& b);
 VUnicodeString operator+(const VUnicodeString& a, const char16_t* b);
 VUnicodeString operator+(const char16_t* a, const VUnicodeString& b);
 VUnicodeString operator+(const VUnicodeString& a, char16_t b);
+
+template <>
+inline constexpr bool kMovesAsBytes<VUnicodeString> = true;
 
 namespace detail {
 template <std::size_t N>

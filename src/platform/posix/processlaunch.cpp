@@ -1,0 +1,131 @@
+#include "platform/processlaunch.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/lasterror.h"
+
+extern char** environ;
+
+namespace connectdialog::platform {
+
+namespace {
+
+/// Sets the last error when it is no such file.
+bool IsExecutableFile(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return FailWith(kFileNotFound);
+    const bool isExecutable = S_ISREG(status.st_mode) && access(path.c_str(), X_OK) == 0;
+    return isExecutable || FailWith(kAccessDenied);
+}
+
+std::string FindInSearchPath(std::string_view name) {
+    const char* variable = std::getenv("PATH");
+    std::string_view folders = variable != nullptr ? variable : "/usr/local/bin:/usr/bin:/bin";
+    std::uint32_t error = kFileNotFound;
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        if (!folder.starts_with('/')) continue;
+        const std::string path = std::string(folder) + '/' + std::string(name);
+        if (IsExecutableFile(path)) return path;
+        if (GetLastErrorCode() == kAccessDenied) error = kAccessDenied;
+    }
+    SetLastErrorCode(error);
+    return {};
+}
+
+/// An argument vector in the form that the system takes. Refers to the arguments that it was made from.
+class NativeCommand {
+  public:
+    /// On failure: false with the last error.
+    bool Prepare(const std::vector<std::string>& arguments) {
+        const auto holdsZero = [](const std::string& argument) { return argument.find('\0') != argument.npos; };
+        if (arguments.empty() || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
+            return FailWith(kInvalidParameter);
+        }
+        program = FindProgram(arguments[0]);
+        // The system's calls do not write to the arguments; their type is older than const.
+        for (const std::string& argument : arguments) vector.push_back(const_cast<char*>(argument.c_str()));
+        vector.push_back(nullptr);
+        return !program.empty();
+    }
+    const char* GetProgram() const { return program.c_str(); }
+    char* const* GetArguments() const { return vector.data(); }
+
+  private:
+    std::string program;
+    std::vector<char*> vector;
+};
+
+/// The signal settings a program starts with.
+class SpawnAttributes {
+  public:
+    SpawnAttributes() {
+        sigset_t signals;
+        posix_spawnattr_init(&attributes);
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes, &signals);
+        sigaddset(&signals, SIGPIPE);
+        posix_spawnattr_setsigdefault(&attributes, &signals);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes); }
+    const posix_spawnattr_t* Get() const { return &attributes; }
+
+  private:
+    posix_spawnattr_t attributes;
+};
+
+bool WaitForEnd(pid_t process, int& exitCode) {
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0) {
+        if (errno != EINTR) return FailFromErrno();
+    }
+    exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return true;
+}
+
+}  // namespace
+
+std::string FindProgram(std::string_view name) {
+    const std::string path(name);
+    if (path.find('/') == path.npos && !path.empty()) return FindInSearchPath(name);
+    return IsExecutableFile(path) ? path : std::string();
+}
+
+bool ReplaceProcess(const std::vector<std::string>& arguments) {
+    NativeCommand command;
+    if (!command.Prepare(arguments)) return false;
+    sigset_t none;
+    sigset_t before;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, &before);
+    const auto pipeHandler = std::signal(SIGPIPE, SIG_DFL);
+    execv(command.GetProgram(), command.GetArguments());
+    const int error = errno;
+    std::signal(SIGPIPE, pipeHandler);
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    return FailWith(ErrorFromErrno(error));
+}
+
+bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
+    NativeCommand command;
+    if (!command.Prepare(arguments)) return false;
+    const SpawnAttributes attributes;
+    pid_t process = 0;
+    const int error =
+        posix_spawn(&process, command.GetProgram(), nullptr, attributes.Get(), command.GetArguments(), environ);
+    if (error != 0) return FailWith(ErrorFromErrno(error));
+    return WaitForEnd(process, exitCode);
+}
+
+}  // namespace connectdialog::platform

@@ -1,0 +1,28 @@
+// Starting other programs, by an argument vector and never through a shell.
+//
+// Arguments are UTF-8 and reach the program as they are: nothing is split, expanded or quoted. The first one names the
+// program; without a slash it is looked up in the absolute folders of PATH. A file that is executable but no program (a
+// script without its `#!` line) is refused, not handed to a shell. The program inherits the environment and the three
+// standard descriptors, with no signal blocked and a broken pipe ending it as usual.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace connectdialog::platform {
+
+/// The program that a name stands for.
+/// On failure: the empty string with the last error 2 (none of that name) or 5 (there is one that may not be executed).
+std::string FindProgram(std::string_view name);
+
+/// Becomes the program: does not come back.
+/// On failure: false with the last error: 87 when there are no arguments or one holds a zero, 2, 5, 193 (no
+/// program), 8.
+bool ReplaceProcess(const std::vector<std::string>& arguments);
+
+/// Starts the program and waits for its end. `exitCode` is its exit status (0 to 255), or 128 plus the number of the
+/// signal that ended it. On failure: as ReplaceProcess; `exitCode` stays as it was.
+bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
+
+}  // namespace connectdialog::platform

@@ -1,0 +1,60 @@
+// The texts of the error numbers of platform/lasterror.h: the system's own message table.
+#pragma once
+
+#include "resources/messagerow.h"
+
+namespace connectdialog {
+
+inline constexpr MessageRow kSystemMessages[] = {
+    {0, u"The operation succeeded."},
+    {2, u"The file or entry does not exist."},
+    {3, u"The path does not exist."},
+    {4, u"Too many files are open."},
+    {5, u"Access was denied."},
+    {6, u"The handle is not valid."},
+    {8, u"There is not enough memory."},
+    {13, u"The data is not valid."},
+    {17, u"The target is on another device."},
+    {18, u"There are no more files."},
+    {19, u"The medium is write-protected."},
+    {21, u"The device is not ready."},
+    {31, u"The system reported a failure that has no number of its own."},
+    {32, u"The file is in use by another process."},
+    {33, u"Another process holds a lock on a part of the file."},
+    {38, u"The end of the file was reached."},
+    {50, u"The operation is not supported."},
+    {80, u"The file exists."},
+    {87, u"A parameter is not valid."},
+    {109, u"The other end of the pipe was closed."},
+    {112, u"There is not enough space on the disk."},
+    {120, u"The function is not implemented on this system."},
+    {122, u"The buffer is too small."},
+    {126, u"The module, or a module that it needs, was not found."},
+    {127, u"The module has no such function."},
+    {145, u"The folder is not empty."},
+    {170, u"The resource is in use."},
+    {183, u"The file or entry exists already."},
+    {193, u"The file is not a valid program or module."},
+    {203, u"There is no such environment variable."},
+    {206, u"The name is too long."},
+    {223, u"The file is too large."},
+    {234, u"There is more data than the buffer can hold."},
+    {258, u"The wait ended before the event came."},
+    {259, u"There are no more items."},
+    {267, u"The name is not that of a folder."},
+    {317, u"There is no message for this number."},
+    {1015, u"The store is damaged and cannot be read."},
+    {1018, u"The key was deleted."},
+    {1113, u"A character has no counterpart in the encoding of the text."},
+    {1117, u"The device reported an error."},
+    {1223, u"The operation was cancelled."},
+    {1225, u"The connection was refused."},
+    {1232, u"The host cannot be reached."},
+    {1410, u"A class of this name exists already."},
+    {1460, u"The operation took too long."},
+    {1629, u"The data has another type than was expected."},
+    {1813, u"The module has no resource of this type."},
+    {1921, u"The name cannot be resolved."},
+};
+
+}  // namespace connectdialog

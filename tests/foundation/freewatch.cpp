@@ -1,0 +1,61 @@
+#include "foundation/freewatch.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <malloc.h>
+#include <new>
+
+namespace connectdialog {
+
+namespace {
+thread_local FreeWatch* currentWatch = nullptr;
+}  // namespace
+
+FreeWatch::FreeWatch(std::u16string_view secret) : secret(secret) {
+    currentWatch = this;
+}
+FreeWatch::~FreeWatch() {
+    currentWatch = nullptr;
+}
+
+void FreeWatch::Expect(const void* block, std::size_t size) {
+    expected = block;
+    expectedSize = size;
+}
+
+void FreeWatch::OnFree(const std::uint8_t* block, std::size_t size) {
+    if (block == expected) {
+        freedZeroed = std::all_of(block, block + expectedSize, [](std::uint8_t byte) { return byte == 0; });
+    }
+    constexpr std::size_t kWindow = 4;
+    for (std::size_t i = 0; i + kWindow <= secret.size(); ++i) {
+        if (memmem(block, size, secret.data() + i, kWindow * sizeof(char16_t)) != nullptr) {
+            ++residues;
+            return;
+        }
+    }
+}
+
+void ReportFree(void* block) noexcept {
+    if (block != nullptr && currentWatch != nullptr) {
+        currentWatch->OnFree(static_cast<const std::uint8_t*>(block), malloc_usable_size(block));
+    }
+    std::free(block);
+}
+
+}  // namespace connectdialog
+
+void* operator new(std::size_t size) {
+    if (void* block = std::malloc(size != 0 ? size : 1)) return block;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size != 0 ? size : 1);
+}
+void operator delete(void* block) noexcept {
+    connectdialog::ReportFree(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    connectdialog::ReportFree(block);
+}

@@ -1,0 +1,36 @@
+// Sees every heap block of the test program in the moment before it is freed.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace connectdialog {
+
+/// While it lives, looks in all freed blocks for pieces of a secret, and at one block for what is left in it. One at a
+/// time, for the frees of its own thread.
+class FreeWatch {
+  public:
+    explicit FreeWatch(std::u16string_view secret);
+    ~FreeWatch();
+    FreeWatch(const FreeWatch&) = delete;
+    FreeWatch& operator=(const FreeWatch&) = delete;
+
+    /// Remembers the block of `size` bytes.
+    void Expect(const void* block, std::size_t size);
+    /// Blocks that were freed with eight bytes in a row of the secret in them.
+    int GetResidues() const { return residues; }
+    bool WasFreedZeroed() const { return freedZeroed; }
+
+    void OnFree(const std::uint8_t* block, std::size_t size);
+
+  private:
+    std::u16string_view secret;
+    const void* expected = nullptr;
+    std::size_t expectedSize = 0;
+    int residues = 0;
+    bool freedZeroed = false;
+};
+
+}  // namespace connectdialog

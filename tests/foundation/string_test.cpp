@@ -1,0 +1,276 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "foundation/casefold.h"
+#include "foundation/freewatch.h"
+#include "foundation/vnarrowstring.h"
+#include "foundation/vunicodestring.h"
+#include "foundation/vunicodestringi.h"
+
+namespace connectdialog {
+namespace {
+
+constexpr char16_t kSecret[] = u"correct horse battery staple";
+
+VUnicodeString Sensitive(const char16_t* text) {
+    VUnicodeString string;
+    string.MarkSensitive();
+    string = text;
+    return string;
+}
+
+/// One string of each kind that differs inside: by buffer, sharing and state.
+std::vector<VUnicodeString> AllKinds() {
+    const std::u16string longText(300, u'x');
+    static const VUnicodeString other(u"shared text");
+    return {VUnicodeString(),
+            VUnicodeString(u"abc"),
+            VUnicodeString(longText),
+            other,
+            u"a literal"_v,
+            Sensitive(u"secret"),
+            Sensitive(u""),
+            VUnicodeString(u"a\0b", 3),
+            VUnicodeString(u"\xD800 lone \xDC00")};
+}
+
+TEST(UnicodeString, AppendingAndAssigningFollowTheRulesForEachPairOfKinds) {
+    for (const VUnicodeString& left : AllKinds()) {
+        for (const VUnicodeString& right : AllKinds()) {
+            const std::u16string expected = std::u16string(left.View()) + std::u16string(right.View());
+            VUnicodeString sum(left);
+            sum += right;
+            EXPECT_TRUE(sum == expected);
+            EXPECT_EQ(sum.GetData()[sum.GetLength()], 0);
+            EXPECT_EQ(sum.IsSensitive(), left.IsSensitive() || right.IsSensitive());
+
+            VUnicodeString assigned(left);
+            assigned = right;
+            EXPECT_TRUE(assigned == right);
+            EXPECT_EQ(assigned.IsSensitive(), left.IsSensitive() || right.IsSensitive());
+            const bool shares = assigned.GetData() == right.GetData();
+            EXPECT_EQ(shares, !left.IsSensitive() || right.IsSensitive());
+        }
+    }
+}
+
+TEST(UnicodeString, AWriteLeavesOtherHandlesAlone) {
+    for (const VUnicodeString& original : AllKinds()) {
+        const std::u16string before(original.View());
+        VUnicodeString copy(original);
+        copy += u'!';
+        copy.MutableAt(0) = u'#';
+        EXPECT_TRUE(original == before);
+        EXPECT_TRUE(copy == u'#' + (before + u'!').substr(1));
+    }
+}
+
+TEST(UnicodeString, TextOfTheStringItselfCanBeAppendedAssignedAndInserted) {
+    VUnicodeString text = u"abcdef";
+    text += text;
+    EXPECT_TRUE(text == u"abcdefabcdef");
+    text += text.GetData() + 9;
+    EXPECT_TRUE(text == u"abcdefabcdefdef");
+    text.Insert(1, text.GetData() + 12);
+    EXPECT_TRUE(text == u"adefbcdefabcdefdef");
+    text = text.GetData() + 15;
+    EXPECT_TRUE(text == u"def");
+    text = text.View().substr(1);
+    EXPECT_TRUE(text == u"ef");
+    text.Format(u"%1, %1", text);
+    EXPECT_TRUE(text == u"ef, ef");
+}
+
+TEST(UnicodeString, TheStateSurvivesEmptyingConversionAndEditing) {
+    VUnicodeString text = Sensitive(u"  Secret text  ");
+    text.TrimLeft();
+    text.TrimRight();
+    text.MakeUpper();
+    text.Erase(0);
+    text.Insert(0, u"s");
+    text.Replace(u"TEXT", u"words");
+    EXPECT_TRUE(text == u"sECRET words");
+    EXPECT_TRUE(text.IsSensitive());
+    text.Resize(3);
+    EXPECT_TRUE(text == u"sEC" && text.IsSensitive());
+    const VNarrowString narrow(text);
+    EXPECT_TRUE(narrow.IsSensitive() && VUnicodeString(narrow).IsSensitive());
+    text.Format(u"%1", u"formatted");
+    EXPECT_TRUE(text == u"formatted" && text.IsSensitive());
+    text.Empty();
+    EXPECT_TRUE(text.IsSensitive());
+    text = u"next";
+    EXPECT_TRUE(text.IsSensitive());
+}
+
+TEST(UnicodeString, OnlyTheWholeStringKeepsTheStateOfAPart) {
+    const VUnicodeString text = Sensitive(u"secret");
+    for (const VUnicodeString& whole : {text.Left(6), text.Right(7), text.Mid(0), text.Mid(0, 99)}) {
+        EXPECT_EQ(whole.GetData(), text.GetData());
+    }
+    for (const VUnicodeString& part : {text.Left(5), text.Right(5), text.Mid(1), text.Mid(6), text.Mid(99, 1)}) {
+        EXPECT_FALSE(part.IsSensitive());
+    }
+    EXPECT_TRUE(text.Right(2) == u"et" && text.Mid(2, 3) == u"cre" && text.Mid(6) == u"");
+}
+
+TEST(UnicodeString, MarkingASharedStringSensitiveLeavesTheOthersPlain) {
+    const VUnicodeString plain(u"text");
+    VUnicodeString marked(plain);
+    marked.MarkSensitive();
+    EXPECT_TRUE(marked.IsSensitive() && marked == plain);
+    EXPECT_FALSE(plain.IsSensitive());
+}
+
+TEST(UnicodeString, ASensitiveBlockIsZeroedAsAWholeBeforeItIsFreed) {
+    FreeWatch watch(kSecret);
+    {
+        const VUnicodeString secret = Sensitive(kSecret);
+        const auto* block = reinterpret_cast<const std::uint8_t*>(secret.GetData()) - sizeof(VStringHeader);
+        watch.Expect(block, sizeof(VStringHeader) + sizeof(kSecret));
+    }
+    EXPECT_TRUE(watch.WasFreedZeroed());
+    EXPECT_EQ(watch.GetResidues(), 0);
+}
+
+TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
+    FreeWatch watch(kSecret);
+    {
+        VUnicodeString secret = Sensitive(kSecret);
+        secret += u", and more that makes it grow";
+        secret.Insert(3, u"inserted");
+        secret.Replace(u"horse", u"a longer word than before");
+        secret.Resize(400);
+        secret.TrimRight();
+        secret = kSecret;
+        secret.Format(u"%1 again", kSecret);
+        const VNarrowString narrow(secret);
+        VUnicodeStringI handedOut;
+        handedOut.Assign(secret.GetData(), Str::SensitiveState::kSensitive);
+        handedOut.CopyTo(handedOut);
+        handedOut = VUnicodeString(narrow);
+    }
+    EXPECT_EQ(watch.GetResidues(), 0);
+    { const VUnicodeString plain(kSecret); }
+    EXPECT_EQ(watch.GetResidues(), 1);
+}
+
+TEST(UnicodeString, LiteralsAndEmptyStringsAllocateNothing) {
+    const VUnicodeString literal = u"key"_v;
+    EXPECT_EQ(literal.GetData(), (u"key"_v).GetData());
+    EXPECT_EQ(VUnicodeString().GetData(), VUnicodeString(static_cast<const char16_t*>(nullptr)).GetData());
+    EXPECT_EQ(VUnicodeString().GetData(), VUnicodeString(u"").GetData());
+}
+
+TEST(UnicodeString, PositionsOutOfRangeThrow) {
+    VUnicodeString text = u"abc";
+    EXPECT_THROW(text.BlankAt(3), std::out_of_range);
+    EXPECT_THROW(text.Erase(3), std::out_of_range);
+    EXPECT_THROW(text.Erase(VUnicodeString::kNotFound), std::out_of_range);
+    EXPECT_THROW(text.Insert(4, u"x"), std::out_of_range);
+    EXPECT_THROW((void)text.Find(u"a", 4), std::out_of_range);
+    text.Insert(3, u"d");
+    text.BlankAt(0);
+    EXPECT_TRUE(text == u" bcd");
+}
+
+TEST(UnicodeString, Finds) {
+    const VUnicodeString text(u"one two one\0one", 15);
+    EXPECT_EQ(text.Find(u"one"), 0u);
+    EXPECT_EQ(text.Find(u"one", 1), 8u);
+    EXPECT_EQ(text.Find(u"one", 9), VUnicodeString::kNotFound);
+    EXPECT_EQ(text.Find(u"one", 12), 12u);
+    EXPECT_EQ(text.FindChar(u'o', 1), 6u);
+    EXPECT_EQ(text.FindChar32(u'z'), -1);
+    EXPECT_EQ(text.FindChar32(u'o', -1), -1);
+    EXPECT_EQ(text.ReverseFind(u'o'), 8u);
+    EXPECT_EQ(text.ReverseFind(u'z'), VUnicodeString::kNotFound);
+}
+
+TEST(UnicodeString, Replaces) {
+    struct Row {
+        const char16_t *text, *from, *to, *expected;
+        std::size_t hits;
+    };
+    const Row rows[] = {{u"aXbXc", u"X", u"--", u"a--b--c", 2},
+                        {u"aaaa", u"aa", u"a", u"aa", 2},
+                        {u"abc", u"b", nullptr, u"ac", 1},
+                        {u"abc", u"x", u"y", u"abc", 0},
+                        {u"abc", u"", u"y", u"abc", 0},
+                        {u"", u"a", u"b", u"", 0},
+                        {u"aa", u"a", u"", u"", 2},
+                        {u"ab", u"ab", u"abab", u"abab", 1}};
+    for (const Row& row : rows) {
+        VUnicodeString text(row.text);
+        EXPECT_EQ(text.Replace(row.from, row.to), row.hits);
+        EXPECT_TRUE(text == row.expected);
+    }
+}
+
+TEST(UnicodeString, ComparesByCodeUnitsAndWithoutCase) {
+    EXPECT_TRUE(VUnicodeString(u"ab") < VUnicodeString(u"abc"));
+    EXPECT_TRUE(VUnicodeString(u"B") < VUnicodeString(u"a"));
+    EXPECT_EQ(VUnicodeString(u"B").CompareNoCase(u"a"), 1);
+    EXPECT_EQ(VUnicodeString(u"AB").CompareNoCase(u"abc"), -1);
+    EXPECT_TRUE(VUnicodeString(u"\u00C4\u0416\u03A3\u212A").EqualsNoCase(u"\u00E4\u0436\u03C3k"));
+}
+
+TEST(CaseFolding, FollowsTheSimpleMappings) {
+    struct Row {
+        char16_t upper, lower;
+    };
+    const Row bothWays[] = {{u'A', u'a'},     {u'Z', u'z'},     {0x00C0, 0x00E0}, {0x0178, 0x00FF}, {0x0139, 0x013A},
+                            {0x01CD, 0x01CE}, {0x0386, 0x03AC}, {0x0410, 0x0430}, {0x10A0, 0x2D00}, {0x13A0, 0xAB70},
+                            {0x1E00, 0x1E01}, {0x2160, 0x2170}, {0xA640, 0xA641}, {0xFF21, 0xFF41}};
+    for (const Row& row : bothWays) {
+        EXPECT_EQ(ToLower(row.upper), row.lower) << std::hex << +row.upper;
+        EXPECT_EQ(ToUpper(row.lower), row.upper) << std::hex << +row.lower;
+        EXPECT_EQ(ToLower(row.lower), row.lower);
+        EXPECT_EQ(ToUpper(row.upper), row.upper);
+    }
+    EXPECT_EQ(ToLower(0x0130), u'i');
+    for (const char16_t unmapped :
+         {u'[', u'`', u'{', u'\u00D7', u'\u00F7', u'\u00DF', u'\u4E00', u'\xD801', u'\xFFFF'}) {
+        EXPECT_EQ(ToLower(unmapped), unmapped);
+        EXPECT_EQ(ToUpper(unmapped), unmapped);
+    }
+    for (const char16_t space : {u' ', u'\t', u'\r', u'\u0085', u'\u00A0', u'\u2003', u'\u3000'})
+        EXPECT_TRUE(IsSpace(space));
+    for (const char16_t other : {u'a', u'\b', u'\u200B', u'\u4E00', u'\uFEFF'}) EXPECT_FALSE(IsSpace(other));
+}
+
+TEST(NarrowString, EditsBytes) {
+    VNarrowString text("user@host");
+    EXPECT_EQ(text.FindChar('@'), 4u);
+    EXPECT_EQ(text.FindChar('#'), VNarrowString::kNotFound);
+    EXPECT_EQ(text.ReverseFind('s'), 7u);
+    EXPECT_TRUE(text.Left(4) == "user" && text.Mid(5) == "host");
+    const VNarrowString copy(text);
+    text.SetLength(4);
+    *text.MutableData(3) = 'd';
+    text += ".x";
+    EXPECT_TRUE(text == "used.x" && copy == "user@host");
+    text.SetLength(7);
+    EXPECT_EQ(text[6], '\0');
+}
+
+TEST(StringInterface, AnAssignTakesTheStateAsGiven) {
+    VUnicodeStringI text(u"old");
+    text.Assign("n\xC3\xA4w", Str::SensitiveState::kSensitive);
+    EXPECT_TRUE(text == u"n\u00E4w" && text.IsSensitive());
+    text.Append(u"er", 2);
+    text.Append(static_cast<const char*>(nullptr));
+    VUnicodeStringI other;
+    text.CopyTo(other);
+    EXPECT_TRUE(other == u"n\u00E4wer" && other.IsSensitive());
+    text.Assign(text.GetData() + 3, 1, Str::SensitiveState::kPlain);
+    EXPECT_TRUE(text == u"e" && !text.IsSensitive());
+    text.Assign(static_cast<const char16_t*>(nullptr), Str::SensitiveState::kPlain);
+    EXPECT_TRUE(static_cast<const IString&>(text).IsEmpty());
+}
+
+}  // namespace
+}  // namespace connectdialog
