@@ -14,9 +14,8 @@
 namespace connectdialog {
 namespace {
 
-/// What all hosts together may take, in looks at a block or a character: some seconds.
-constexpr std::uint64_t kMaxSteps = 1'000'000'000;
-constexpr std::uint64_t kStepsPerFile = 32;  // What finding a host's blocks in one file takes.
+constexpr std::uint64_t kStepsPerFile = 32;  // Finding a host's blocks in one file.
+constexpr std::uint64_t kStepsPerBlock = 8;  // Getting at one: most lie far apart in memory.
 constexpr int kDefaultPort = 22;
 
 using Token = std::pair<char, std::string_view>;
@@ -77,14 +76,21 @@ class Values {
     }
 };
 
+/// The work that is left.
+struct Budget {
+    std::uint64_t steps = 0;
+    std::uint64_t maxSteps;
+    bool IsSpent() const { return steps >= maxSteps; }
+};
+
 /// Works out one host.
 class HostEvaluation {
   public:
-    HostEvaluation(const SshConfig& config, const SshUser& user, const SshAlias& alias, std::uint64_t& steps)
-        : config(config), user(user), alias(alias), steps(steps) {
-        subject.host = subject.realHost = subject.originalHost = alias.name;
-        subject.user = subject.localUser = user.name;
+    HostEvaluation(const SshConfig& config, const SshUser& user, const SshAlias& alias, Budget& budget)
+        : config(config), user(user), alias(alias), budget(budget) {
+        subject.host = subject.originalHost = alias.name;
         subject.realHost = ToAsciiLower(alias.name);
+        subject.user = subject.localUser = user.name;
     }
 
     /// Nothing when ssh could not connect; `problem` tells why, or what is not as the file says.
@@ -111,22 +117,22 @@ class HostEvaluation {
     const SshConfig& config;
     const SshUser& user;
     const SshAlias& alias;
-    std::uint64_t& steps;
+    Budget& budget;
     SshMatchSubject subject;
     Values values;
 
     void Visit(const SshConfigFile& file) {
         const std::vector<std::uint32_t> numbers = file.BlocksFor(subject.host);
-        steps += numbers.size() + kStepsPerFile;
+        budget.steps += numbers.size() * kStepsPerBlock + kStepsPerFile;
         for (const std::uint32_t number : numbers) {
             const SshBlock& block = file.BlockAt(number);
-            if (steps < kMaxSteps && block.condition.Holds(subject, steps)) Apply(block);
+            if (!budget.IsSpent() && block.condition.Holds(subject, budget.steps)) Apply(block);
         }
     }
 
     void Apply(const SshBlock& block) {
         for (const SshStep& step : block.steps) {
-            ++steps;
+            ++budget.steps;
             if (step.included) {
                 Visit(*step.included);
             } else {
@@ -215,14 +221,15 @@ class HostEvaluation {
 
 }  // namespace
 
-std::vector<SshHost> EvaluateSshConfig(const SshConfig& config, const SshUser& user, SshDiagnostics& diagnostics) {
+std::vector<SshHost> EvaluateSshConfig(const SshConfig& config, const SshUser& user, SshDiagnostics& diagnostics,
+                                       std::uint64_t maxSteps) {
     std::vector<SshHost> hosts;
     if (!config.root) return hosts;
-    std::uint64_t steps = 0;
+    Budget budget{0, maxSteps};
     for (const SshAlias& alias : config.aliases) {
         std::string problem;
-        std::optional<SshHost> host = HostEvaluation(config, user, alias, steps).Run(problem);
-        if (steps >= kMaxSteps) {
+        std::optional<SshHost> host = HostEvaluation(config, user, alias, budget).Run(problem);
+        if (budget.IsSpent()) {
             diagnostics.Add(SshSeverity::kSkipped, alias.file, alias.line,
                             "this host and those behind it are left out: the patterns take too long to match");
             break;

@@ -8,6 +8,7 @@
 // usual form (`10.1` is 10.0.0.1).
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,10 +41,15 @@ struct SshHost {
     std::string proxyCommand;   ///< As written; empty when there is none. Nobody runs it here.
 };
 
+/// What the hosts of one configuration may take together, in looks at a block or a character of a pattern: seconds.
+inline constexpr std::uint64_t kMaxSshSteps = 1'000'000'000;
+
 /// Works out all aliases of `config` in their order. What is found goes to `diagnostics`, at the alias's line. A host
 /// that ssh could not connect to (a bad HostName) is left out with a finding. Costs time in proportion to the hosts and
-/// to the blocks that may apply to each; a configuration made to take minutes is cut off, with a finding.
-std::vector<SshHost> EvaluateSshConfig(const SshConfig& config, const SshUser& user, SshDiagnostics& diagnostics);
+/// to the blocks that may apply to each. A configuration made to take for ever is cut off after `maxSteps`: the hosts
+/// from there on are left out with a finding.
+std::vector<SshHost> EvaluateSshConfig(const SshConfig& config, const SshUser& user, SshDiagnostics& diagnostics,
+                                       std::uint64_t maxSteps = kMaxSshSteps);
 
 /// The usual form of an IPv4 address that may be written with fewer than four parts, in octal or hexadecimal, as
 /// inet_aton() reads it (POSIX); empty when `text` is no address.

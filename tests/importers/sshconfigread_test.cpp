@@ -1,0 +1,226 @@
+// Includes, broken lines, limits.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+#include "importers/memorysshfiles.h"
+#include "suite/importers/openssh/sshconfigeval.h"
+#include "suite/importers/openssh/sshconfigfile.h"
+#include "suite/importers/openssh/sshdiagnostics.h"
+
+namespace connectdialog {
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+struct Outcome {
+    std::string hosts;     ///< `alias=user@hostname:port` each.
+    std::string findings;  ///< `severity file:line text` each, severity N, S or R.
+    bool isRefused = false;
+    std::size_t dropped = 0;
+};
+
+Outcome Import(const Files& content) {
+    MemorySshFiles files(content);
+    SshDiagnostics diagnostics;
+    Outcome outcome;
+    const SshConfig config = ReadSshConfig(files, "/c", "/home/me", diagnostics);
+    for (const SshHost& host : EvaluateSshConfig(config, {"me", "/home/me"}, diagnostics)) {
+        outcome.hosts += host.alias + '=' + host.user + '@' + host.hostName + ':' + std::to_string(host.port) + ' ';
+    }
+    for (const SshDiagnostic& found : diagnostics.All()) {
+        outcome.findings += "NSR"[static_cast<int>(found.severity)];
+        outcome.findings += ' ' + found.file + ':' + std::to_string(found.line) + ' ' + found.text + '\n';
+    }
+    outcome.isRefused = diagnostics.IsRefused();
+    outcome.dropped = diagnostics.Dropped();
+    return outcome;
+}
+
+struct IncludeCase {
+    const char* name;
+    Files files;
+    const char* hosts;
+};
+
+TEST(Include, StandsInThePlaceWhereItIsWritten) {
+    const IncludeCase cases[] = {
+        {"before the blocks",
+         {{"/c", "Include /i\nHost a\n User late"}, {"/i", "User first\nHost x"}},
+         "x=first@x:22 a=first@a:22 "},
+        {"in a block, which goes on behind it",
+         {{"/c", "Host a b\nHost a\n Include /i\n Port 5\n"}, {"/i", "User in\nHost b\n Port 7\nHost zz\n"}},
+         "a=in@a:5 b=@b:22 zz=@zz:22 "},
+        {"blocks of a file in a block that applies",
+         {{"/c", "Host a*\n Include /i\nHost b"}, {"/i", "Host a1 b\n User u"}},
+         "a1=u@a1:22 b=@b:22 "},
+        {"under Match",
+         {{"/c", "Host a b\nMatch host a\n Include /i\n"}, {"/i", "Match user me\n Port 5"}},
+         "a=@a:5 b=@b:22 "},
+        {"relative to .ssh, from any file",
+         {{"/c", "Include d/one"}, {"/home/me/.ssh/d/one", "Include two"}, {"/home/me/.ssh/two", "Host t"}},
+         "t=@t:22 "},
+        {"home, quotes, several",
+         {{"/c", "Include ~/x \"~/y z\" none"}, {"/home/me/x", "Host x"}, {"/home/me/y z", "Host y"}},
+         "x=@x:22 y=@y:22 "},
+        {"globs in byte order, hidden files left out",
+         {{"/c", "Include d.d/*"},
+          {"/home/me/.ssh/d.d/b", "Host b"},
+          {"/home/me/.ssh/d.d/a", "Host a"},
+          {"/home/me/.ssh/d.d/.h", "Host h"},
+          {"/home/me/.ssh/d.d/sub/x", "Host x"}},
+         "a=@a:22 b=@b:22 "},
+        {"sets and escapes in globs",
+         {{"/c", "Include /d/[!a-c]?/[xy] /d/\\\\*"},
+          {"/d/d1/x", "Host x"},
+          {"/d/a1/y", "Host no"},
+          {"/d/e2/y", "Host y"},
+          {"/d/e22/y", "Host no2"},
+          {"/d/*", "Host star"}},
+         "x=@x:22 y=@y:22 star=@star:22 "},
+        {"the same file twice",
+         {{"/c", "Host a\n Include /i\nHost b\n Include /i"}, {"/i", "User u"}},
+         "a=u@a:22 b=u@b:22 "},
+    };
+    for (const IncludeCase& one : cases) {
+        const Outcome outcome = Import(one.files);
+        EXPECT_EQ(outcome.hosts, one.hosts) << one.name;
+        EXPECT_EQ(outcome.findings, "") << one.name;
+    }
+}
+
+TEST(Include, IsBoundedInDepthAndRepetition) {
+    const Outcome loop = Import({{"/c", "Host a\nInclude /i\n Port 5\n"}, {"/i", "Include /c\nInclude /i\nUser u\n"}});
+    EXPECT_EQ(loop.hosts, "a=u@a:5 ");
+    EXPECT_EQ(loop.findings, "R /i:1 the file '/c' includes itself\nR /i:2 the file '/i' includes itself\n");
+
+    Files chain = {{"/c", "Include /1\nHost c\n"}};
+    for (int i = 1; i <= 18; ++i)
+        chain['/' + std::to_string(i)] = "User u" + std::to_string(i) + "\nInclude /" + std::to_string(i + 1);
+    chain["/16"] = "Port 16\n" + chain["/16"];
+    chain["/17"] = "HostName deep";
+    const Outcome deep = Import(chain);
+    EXPECT_EQ(deep.hosts, "c=u1@c:16 ");
+    EXPECT_EQ(deep.findings, "R /16:3 files are included deeper than 16 levels\n");
+
+    // Each of 16 files includes the next one twice: 65,536 occurrences of the last.
+    Files tree = {{"/c", "Include /1\nHost c\n"}};
+    for (int i = 1; i < 16; ++i)
+        tree['/' + std::to_string(i)] = "Include /" + std::to_string(i + 1) + " /" + std::to_string(i + 1);
+    tree["/16"] = "Port 16\n";
+    const Outcome wide = Import(tree);
+    EXPECT_EQ(wide.hosts, "c=@c:16 ");
+    EXPECT_NE(wide.findings.find("more than 4096 files"), std::string::npos);
+}
+
+struct BrokenCase {
+    std::string line;     ///< Behind "Host a\n Port 5\n".
+    const char* finding;  ///< Without file and line; empty when there is none.
+    const char* hosts = "a=@a:5 ";
+};
+
+TEST(BrokenLine, IsReportedAndTheRestIsRead) {
+    using std::string_literals::operator""s;
+    const BrokenCase cases[] = {
+        {"User", "R no argument after keyword 'user'"},
+        {"User \"x", "R a quote is not closed"},
+        {"User \"\"", "R keyword user lacks its argument"},
+        {"User # x", "R keyword user lacks its argument"},
+        {"HostName b c", "R keyword hostname has extra arguments", "a=@b:5 "},
+        {"Bogus \x1b[2Jx", "R unknown keyword 'bogus'"},
+        {"\x1b\xc2\x9b x", "R unknown keyword '\\033\\302\\233'"},
+        {"IgnoreUnknown x,Bo*\nBogus x", ""},
+        {"Tag x", "N OpenSSH before 9.4 refuses keyword tag"},
+        {"Host b\nPort 65536", "R bad port '65536'", "a=@a:5 b=@b:22 "},
+        {"Host b\nPort nosuch", "R bad port 'nosuch'", "a=@a:5 b=@b:22 "},
+        {"Host b\nPort -1", "R bad port '-1'", "a=@a:5 b=@b:22 "},
+        {"ProxyJump a,,b", "R ProxyJump cannot be 'a,,b'"},
+        {"ProxyJump a:0", "R ProxyJump cannot be 'a:0'"},
+        {"ProxyJump ssh://h/path", "R ProxyJump cannot be 'ssh://h/path'"},
+        {"Compression maybe", "R keyword compression has the bad argument 'maybe'"},
+        {"ConnectTimeout 1h30x", "R keyword connecttimeout has the bad argument '1h30x'"},
+        {"ServerAliveCountMax -1", "R keyword serveralivecountmax has the bad argument '-1'"},
+        {"Ciphers arcfour,aes128-ctr", "R keyword ciphers has the bad argument 'arcfour,aes128-ctr'"},
+        {"Ciphers -arcfour", ""},
+        {"MACs +hmac-sha1,umac-64@openssh.com", ""},
+        {"HostKeyAlgorithms ssh-*,ecdsa-x", "R keyword hostkeyalgorithms has the bad argument 'ssh-*,ecdsa-x'"},
+        {"LogLevel Debug3", ""},
+        {"Include", "R no argument after keyword 'include'"},
+        {"Include \"\"", "R keyword include has an empty argument"},
+        {"Include ~other/x", "S the home folder in '~other/x' is another user's"},
+        {"Match bogus x\nUser evil", "R Match has the unknown criterion 'bogus'"},
+        {"Match user\nUser evil", "R Match criterion 'user' lacks its argument"},
+        {"Match # x\nUser evil", "R Match has no criteria that can be read"},
+        {"Match host a user me all\nUser evil", "R Match all stands with other criteria"},
+        {"Match exec true\nUser evil", "N the command of Match exec is not run and counts as false"},
+        {"Match localnetwork 10/8\nUser evil",
+         "N OpenSSH before 9.4 refuses Match localnetwork\nN Match localnetwork is not tested and counts as false"},
+        {"Host \"x\nUser evil", "R a quote is not closed"},
+        {"Host\nUser evil", "R no argument after keyword 'host'"},
+        {"Host \"\"\nUser evil", "R keyword host has an empty argument"},
+        {"User bob\0by"s, "S the line holds a NUL byte; what stands behind it is left out", "a=bob@a:5 "},
+        {"Host " + std::string(std::size_t{10} << 20U, 'x') + "\nUser evil", "S the line is longer than 1048576 bytes"},
+        {"User " + std::string(5000, 'x'), "S the value is longer than 4096 bytes"},
+        {"Host " + std::string(1026, 'x'),
+         "S the host name '"
+         "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+         "...' is too long"},
+    };
+    for (const BrokenCase& one : cases) {
+        Outcome outcome = Import({{"/c", "Host a\n Port 5\n" + one.line + "\n"}});
+        const std::string shown = one.line.substr(0, 60);
+        std::string findings;
+        for (std::size_t at = 0; at < outcome.findings.size();) {
+            const std::size_t end = outcome.findings.find('\n', at);
+            const std::string finding = outcome.findings.substr(at, end - at);
+            findings +=
+                (findings.empty() ? "" : "\n") + finding.substr(0, 2) + finding.substr(finding.find(' ', 2) + 1);
+            at = end + 1;
+        }
+        EXPECT_EQ(findings, one.finding) << shown;
+        EXPECT_EQ(outcome.hosts, one.hosts) << shown;
+        EXPECT_EQ(outcome.isRefused, one.finding[0] == 'R') << shown;
+    }
+}
+
+TEST(BrokenFile, IsReportedOnce) {
+    EXPECT_EQ(Import({{"/x", ""}}).findings, "R /c:0 no such file\n");
+    EXPECT_EQ(Import({{"/c/d", ""}}).findings, "R /c:0 is a folder\n");
+    const Outcome marked = Import({{"/c", "\xEF\xBB\xBFHost a\n Port 5"}});
+    EXPECT_EQ(marked.hosts, "a=@a:5 ");
+    EXPECT_EQ(marked.findings, "R /c:1 the file begins with a byte order mark\n");
+    EXPECT_EQ(Import({{"/c", "Include /i\nHost a"}, {"/i/sub", ""}}).findings, "");
+}
+
+TEST(BrokenFile, HasItsFindingsCountedBeyondAThousand) {
+    std::string text;
+    for (int i = 0; i < 1500; ++i) text += "bogus\n";
+    const Outcome outcome = Import({{"/c", text + "Host a"}});
+    EXPECT_EQ(outcome.dropped, 500U);
+    EXPECT_EQ(outcome.hosts, "a=@a:22 ");
+}
+
+TEST(FilesOnDisk, AreReadWholeAndNothingElseIs) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "connectdialog-sshfiles-test";
+    std::filesystem::create_directories(folder / "sub");
+    std::ofstream(folder / "file", std::ios::binary) << "a\r\n\n" << std::string(100'000, 'x');
+    DiskSshFiles files;
+    std::string text;
+    std::string error;
+    EXPECT_EQ(files.Read((folder / "file").string(), 100'004, text, error), SshReadResult::kRead);
+    EXPECT_EQ(text.size(), 100'004U);
+    EXPECT_EQ(files.Read((folder / "file").string(), 100'003, text, error), SshReadResult::kFailed);
+    EXPECT_EQ(error, "larger than 100003 bytes");
+    EXPECT_EQ(files.Read((folder / "none").string(), 10, text, error), SshReadResult::kMissing);
+    EXPECT_EQ(files.Read((folder / "sub").string(), 10, text, error), SshReadResult::kFolder);
+    EXPECT_EQ(files.Read("/dev/zero", 10, text, error), SshReadResult::kFailed);
+    EXPECT_EQ(text, "");
+    std::size_t entriesLeft = 100;
+    EXPECT_EQ(ExpandSshGlob(files, folder.string() + "/[fs]*", entriesLeft),
+              (std::vector<std::string>{(folder / "file").string(), (folder / "sub").string()}));
+    EXPECT_EQ(entriesLeft, 98U);
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace connectdialog
