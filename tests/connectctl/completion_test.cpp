@@ -26,7 +26,7 @@ std::string Complete(const std::vector<std::string>& words, const std::string& e
     for (const std::string& word : words) typed += " '" + word + '\'';
     const std::string program = CONNECTCTL_PROGRAM;
     const std::string script = "PATH=" + program.substr(0, program.rfind('/')) +
-                               ":$PATH; set -e; eval \"$(connectctl completion bash)\"; COMP_WORDS=(connectctl" +
+                               ":$PATH; eval \"$(connectctl completion bash)\"; COMP_WORDS=(connectctl" +
                                typed + "); COMP_CWORD=" + std::to_string(words.size()) +
                                "; _connectctl; for word in \"${COMPREPLY[@]}\"; do echo \"$word\"; done";
     const ProcessResult result = RunProcess({"/bin/bash", "-c", script}, {environment});

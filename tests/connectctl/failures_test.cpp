@@ -42,7 +42,6 @@ TEST_F(ToolTest, PathsThatLeadNowhereAreExplained) {
         {{"show", "Servers/nobody"}, "names are joined by \\\n"},
         {{"ls", "\\Servers"}, "has an empty name"},
         {{"ls", "Servers\\\\Web"}, "has an empty name"},
-        {{"ls", "\\"}, "there is no"},
         {{"ls", "Servers\\__folderdata__"}, "there is no session or folder"},
         {{"ls", "zeta\\below"}, "there is no session or folder"},
         {{"ls", std::string(10000, 'x')}, "xxx…\""},

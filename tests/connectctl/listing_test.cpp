@@ -16,6 +16,7 @@ TEST_F(ToolTest, ListsFoldersBeforeSessions) {
         std::string output;
     } rows[] = {
         {{"ls"}, "Servers\\\nzeta\n"},
+        {{"ls", "\\"}, "Servers\\\nzeta\n"},
         {{"ls", "Servers"}, "Web\\\ndb\n"},
         {{"ls", "Servers\\"}, "Web\\\ndb\n"},
         {{"ls", "servers\\WEB\\"}, "alpha\nbeta\n"},
@@ -65,7 +66,7 @@ TEST_F(ToolTest, HostileNamesAreEscaped) {
         {std::u16string(10000, u'n'), std::string(10000, 'n')},
     };
     WithStore([&] {
-        for (const auto& row : rows) AddSession(u"Hostile"_v, row.name, u"h.example.net"_v);
+        for (const auto& row : rows) AddSession(u"Hostile"_v, VUnicodeString(row.name), u"h.example.net"_v);
     });
     const std::string listing = "\n" + RunWell({"ls", "Hostile"});
     for (const auto& row : rows) {

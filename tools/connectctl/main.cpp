@@ -59,7 +59,7 @@ int Main(int argc, char** argv) {
     app.fallthrough();
     app.footer(kFooter);
     std::string storeUrl;
-    app.add_option("--store", storeUrl, "The store: sqlite:PATH or memory:; the user's own when left out");
+    app.add_option("--store", storeUrl, "The store: sqlite:PATH or memory:; the user's own when left out")->take_last();
     std::array<CommandBody, kCommands.size()> bodies;
     for (std::size_t i = 0; i < kCommands.size(); ++i)
         bodies[i] = kCommands[i].declare(*app.add_subcommand(kCommands[i].name, kCommands[i].summary));
