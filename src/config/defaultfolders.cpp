@@ -20,7 +20,7 @@ VUnicodeString FindFolder(platform::KnownFolder known, const char16_t* leaf) {
 }  // namespace
 
 VUnicodeString GetDefaultUploadFolder() {
-    static const VUnicodeString folder = FindFolder(platform::KnownFolder::kProfile, u"upload");
+    static const VUnicodeString folder = FindFolder(platform::KnownFolder::kHome, u"upload");
     return folder;
 }
 
