@@ -53,11 +53,15 @@ class VUnknown : public Interface {
     }
 
   protected:
-    ~VUnknown() override = default;
+    /// Pure, so that no object is a mere VUnknown: the compiler then expects none in `delete this` either.
+    ~VUnknown() override = 0;
 
   private:
     std::atomic<std::int32_t> references{1};
 };
+
+template <class Interface>
+VUnknown<Interface>::~VUnknown() = default;
 
 /// Keeps one reference on a counted object, or none.
 template <class T>

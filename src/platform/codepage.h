@@ -17,6 +17,10 @@ std::size_t NarrowToWide(std::string_view narrow, char16_t* wide);
 /// The same the other way, in bytes.
 std::size_t WideToNarrow(std::u16string_view wide, char* narrow);
 
+/// The bytes of `narrow` up to a character that is cut off at its end; all of them when none is. A text that comes in
+/// pieces is converted up to there, and the rest together with the next piece: that gives what the whole text would.
+std::size_t WholeNarrowLength(std::string_view narrow);
+
 std::u16string ToWide(std::string_view narrow);
 std::string ToNarrow(std::u16string_view wide);
 

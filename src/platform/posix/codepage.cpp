@@ -94,6 +94,16 @@ std::size_t WideToNarrow(std::u16string_view wide, char* narrow) {
     return count;
 }
 
+std::size_t WholeNarrowLength(std::string_view narrow) {
+    constexpr std::size_t kLongestUnfinished = 3;
+    for (std::size_t cut = 1; cut <= kLongestUnfinished && cut <= narrow.size(); ++cut) {
+        const auto byte = static_cast<std::uint8_t>(narrow[narrow.size() - cut]);
+        if ((byte & 0xC0) == 0x80) continue;
+        return ReadLead(byte).following >= static_cast<int>(cut) ? narrow.size() - cut : narrow.size();
+    }
+    return narrow.size();
+}
+
 std::u16string ToWide(std::string_view narrow) {
     std::u16string wide(NarrowToWide(narrow, nullptr), u'\0');
     NarrowToWide(narrow, wide.data());

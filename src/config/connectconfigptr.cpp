@@ -1,0 +1,129 @@
+#include "config/connectconfigptr.h"
+
+#include "imports/configpanels.h"
+#include "profile/vprofilekey.h"
+
+namespace connectdialog {
+
+namespace {
+/// Dials as soon as it is made ready: made only when it is selected.
+constexpr std::u16string_view kTapi = u"TAPI";
+constexpr std::u16string_view kNoProtocol = u"None";
+}  // namespace
+
+ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common) : configs(GetConnectProtocolTable().GetCount()), side(side) {
+    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    LoadName(key);
+    for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
+    const std::int32_t first = FindFirstRow();
+    if (first == kNone) return;
+    if (name.Get().IsEmpty()) name.Set(table[static_cast<std::uint64_t>(first)].name);
+
+    for (std::uint64_t i = 0; i < table.GetCount(); ++i) {
+        if (!RowMatches(table[i]) || !table[i].name.EqualsNoCase(name.Get())) continue;
+        CreateConfig(i, key, common);
+        selected = static_cast<std::int32_t>(i);
+    }
+    for (std::uint64_t i = 0; i < table.GetCount(); ++i)
+        if (RowMatches(table[i]) && !configs[i] && !table[i].name.EqualsNoCase(kTapi)) CreateConfig(i, key, common);
+}
+
+ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
+    : VProfileData(other), name(other.name), selected(other.selected), storedSelected(other.storedSelected),
+      configs(other.configs.GetCount()), side(other.side), nameWasEmpty(other.nameWasEmpty) {
+    for (const VRef<ConnectConfig>& config : other.configs)
+        configs.Add(config ? VRef<ConnectConfig>::Adopt(config->Clone(common)) : nullptr);
+}
+
+bool ConnectConfigPtr::RowMatches(const ConnectProtocolTableElement& row) const {
+    if (side == ProtocolSide::kTransfer) return row.kind == AppKind::kTessaly;
+    return row.kind == AppKind::kNorHalden || row.kind == AppKind::kHalden;
+}
+
+std::int32_t ConnectConfigPtr::FindFirstRow() const {
+    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    for (std::uint64_t i = 0; i < table.GetCount(); ++i)
+        if (RowMatches(table[i])) return static_cast<std::int32_t>(i);
+    return kNone;
+}
+
+void ConnectConfigPtr::LoadName(VProfileKey* key) {
+    const VUnicodeString valueName =
+        side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
+    SetName(valueName);
+    name.Load(key, valueName, VUnicodeString());
+    nameWasEmpty = !name.IsMissing() && name.Get().IsEmpty();
+
+    bool known = name.Get().EqualsNoCase(kNoProtocol);
+    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
+        known = known || (RowMatches(row) && row.name.EqualsNoCase(name.Get()));
+    if (!known) name.Edit().Empty();
+}
+
+void ConnectConfigPtr::CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* common) {
+    const ConnectProtocolTableElement& element = GetConnectProtocolTable()[row];
+    if (element.createConfig == nullptr) return;
+    configs[row] = VRef<ConnectConfig>::Adopt(element.createConfig(key, common, element));
+    if (configs[row]) configs[row]->Commit();
+}
+
+ConnectConfig* ConnectConfigPtr::GetSelected() const {
+    return selected == kNone ? nullptr : configs[static_cast<std::uint64_t>(selected)].Get();
+}
+
+void ConnectConfigPtr::SetProtocol(const VUnicodeString& newName, ICommonConfig* common, bool carryOver) {
+    if (name.Get() == newName) return;
+    name.Set(newName);
+    if (carryOver && GetSelected() != nullptr) GetSelected()->ExportShared(carried);
+    selected = kNone;
+
+    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    std::uint64_t row = 0;
+    while (row < table.GetCount() && table[row].name != newName) ++row;
+    if (row == table.GetCount()) return;
+    selected = static_cast<std::int32_t>(row);
+    if (!configs[row]) CreateConfig(row, nullptr, common);
+    if (carryOver && configs[row]) configs[row]->ImportShared(carried);
+}
+
+void ConnectConfigPtr::Save(VProfileKey& key, bool force) {
+    name.Save(key, force);
+    if (selected == kNone || name.Get().View() == kNoProtocol) return;
+    if (ConnectConfig* config = GetSelected()) config->Save(key, force);
+    SetMissing(false);
+}
+
+bool ConnectConfigPtr::IsChanged() const {
+    if (selected == kNone) return false;
+    return name.IsChanged() || (GetSelected() != nullptr && GetSelected()->IsChanged());
+}
+
+void ConnectConfigPtr::Commit() {
+    name.Commit();
+    storedSelected = selected;
+    bool missing = name.IsMissing();
+    for (const VRef<ConnectConfig>& config : configs) {
+        if (!config) continue;
+        config->Commit();
+        missing = missing || config->IsMissing();
+    }
+    if (missing) SetMissing(true);
+}
+
+void ConnectConfigPtr::Revert() {
+    name.Revert();
+    selected = storedSelected;
+    for (const VRef<ConnectConfig>& config : configs)
+        if (config) config->Revert();
+}
+
+void ConnectConfigPtr::Assign(const VProfileData& other) {
+    const auto* source = dynamic_cast<const ConnectConfigPtr*>(&other);
+    if (source == nullptr) return;
+    for (std::uint64_t i = 0; i < configs.GetCount(); ++i)
+        if (configs[i] && source->configs[i]) configs[i]->Assign(*source->configs[i]);
+    if (source->selected == source->storedSelected || source->selected == kNone) return;
+    SetProtocol(GetConnectProtocolTable()[static_cast<std::uint64_t>(source->selected)].name, nullptr, false);
+}
+
+}  // namespace connectdialog

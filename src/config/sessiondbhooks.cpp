@@ -1,0 +1,30 @@
+#include "config/sessiondbhooks.h"
+
+#include "foundation/ibuffer.h"
+#include "foundation/vstringarray.h"
+
+namespace connectdialog {
+
+namespace {
+
+/// Stands where no session database was installed.
+class NoSessionDbHooks : public ISessionDbHooks {
+  public:
+    IFirewallUI* LoadFirewall(const VUnicodeString&) override { return nullptr; }
+    void EnumerateFirewalls(IBuffer& buffer) override {
+        VStringArray names;
+        names.Add(u"None"_v);
+        names.WriteTo(&buffer);
+    }
+    void UpgradeButtonBars() override {}
+};
+
+NoSessionDbHooks none;
+ISessionDbHooks* installed = &none;
+
+}  // namespace
+
+void InstallSessionDbHooks(ISessionDbHooks* hooks) { installed = hooks != nullptr ? hooks : &none; }
+ISessionDbHooks* GetSessionDbHooks() { return installed; }
+
+}  // namespace connectdialog

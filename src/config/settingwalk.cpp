@@ -1,0 +1,33 @@
+#include "config/settingwalk.h"
+
+#include "config/connectconfigptr.h"
+#include "config/isessionconfig.h"
+
+namespace connectdialog {
+
+namespace {
+
+void VisitMembers(VProfileData& part, const SettingVisitor& visit);
+
+void Visit(VProfileData& setting, const SettingVisitor& visit) {
+    if (auto* protocol = dynamic_cast<ConnectConfigPtr*>(&setting)) {
+        visit(protocol->GetNameValue());
+        if (ConnectConfig* config = protocol->GetSelected()) VisitMembers(*config, visit);
+    } else if (setting.GetMember(0) == &setting) {
+        visit(setting);
+    } else {
+        VisitMembers(setting, visit);
+    }
+}
+
+void VisitMembers(VProfileData& part, const SettingVisitor& visit) {
+    for (std::size_t i = 0; VProfileData* member = part.GetMember(i); ++i) Visit(*member, visit);
+}
+
+}  // namespace
+
+void VisitSettings(ISessionConfig& session, const SettingVisitor& visit) {
+    if (auto* data = dynamic_cast<VProfileData*>(&session)) VisitMembers(*data, visit);
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,71 @@
+#include "foundation/vmemorymappedbuffer.h"
+
+#include <cstring>
+#include <stdexcept>
+
+#include "platform/lasterror.h"
+
+namespace connectdialog {
+
+namespace {
+
+/// Holds a lock for a scope.
+class Guard {
+  public:
+    explicit Guard(ISynchObject& lock) : lock(lock) { lock.Lock(); }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+    ~Guard() { lock.Unlock(); }
+
+  private:
+    ISynchObject& lock;
+};
+
+}  // namespace
+
+VMemoryMappedBuffer::~VMemoryMappedBuffer() {
+    platform::CloseSharedMemory(name, memory);
+}
+
+bool VMemoryMappedBuffer::Create(std::uint64_t size) {
+    Close();
+    lock = VRef<VIpcLock>::Adopt(new VIpcLock(name + u".lock"));
+    if (!lock->IsCreated()) return platform::FailWith(lock->GetStatus().GetCode());
+    const Guard guard(*lock);
+    if (!platform::OpenSharedMemory(name, size, memory)) return false;
+    capacity = size == platform::kExistingSize ? memory.size : size;
+    return true;
+}
+
+void VMemoryMappedBuffer::Close() {
+    platform::CloseSharedMemory(name, memory);
+    capacity = 0;
+    dataLength = 0;
+}
+
+std::uint8_t* VMemoryMappedBuffer::View() const {
+    const bool isUsable = memory.view != nullptr && platform::IsSharedMemoryIntact(memory);
+    return isUsable ? static_cast<std::uint8_t*>(memory.view) : nullptr;
+}
+
+void VMemoryMappedBuffer::SetDataLength(std::uint64_t length) {
+    if (length > GetCapacity()) throw std::overflow_error("SetDataLength");
+    dataLength = length;
+}
+
+std::uint8_t* VMemoryMappedBuffer::Append(const void* appended, std::uint64_t size, std::uint64_t extra) {
+    std::uint8_t* const view = View();
+    if (view == nullptr) return nullptr;
+    const std::uint64_t available = capacity - dataLength;
+    if (size > available || (size == 0 && extra > available)) {
+        platform::SetLastErrorCode(platform::kInsufficientBuffer);
+        return nullptr;
+    }
+    std::uint8_t* const end = view + dataLength;
+    if (appended == nullptr) return end;
+    std::memmove(end, appended, size);
+    dataLength += size;
+    return end;
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,95 @@
+// The entry points of the library.
+//
+// The host calls, once and before it shows anything: ConnectDialogDllInitProfileFactory and ConnectDialogDllInit (in
+// either order), ConnectDialogInitApplicationCommandLine, ConnectDialogInitGUI, and optionally GetSpecialFunctions. From
+// then on any dialog, from its user-interface thread. There is no stop call: the host drains the results of
+// ShowConnectDialog with CleanupConnectDialogSessionConfigs.
+//
+// None of these reports a failure but through a dialog's result: 1 accepted, 2 cancelled or closed.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/varray.h"
+#include "foundation/vunicodestring.h"
+#include "frame/modulestate.h"
+#include "profile/vprofilekey.h"
+
+namespace SSH2 {
+class IKeyGenerationWizardSink;
+}
+
+namespace connectdialog {
+
+class ConnectConfig;
+class IString;
+class VIcon;
+class VProfileListViewState;
+class VReportMessageRouter;
+
+inline constexpr std::int64_t kDialogAccepted = 1;
+inline constexpr std::int64_t kDialogCancelled = 2;
+
+// Start-up.
+
+/// Keeps the getter of the report router (it may be null, and then no report is shown) and a reference on the lock of
+/// the button bars (it may be null); the one before is released.
+void ConnectDialogDllInit(VReportMessageRouter* (*routerGetter)(), ISynchObject* toolbarLock);
+
+/// Keeps the getter of the store factory, which is asked each time a store is opened.
+void ConnectDialogDllInitProfileFactory(ProfileFactoryGetter factoryGetter);
+
+/// Sets the text that stands for "%1" in launch commands. Null is the empty text.
+void ConnectDialogInitApplicationCommandLine(const char16_t* commandLine);
+
+/// Keeps the callbacks, registers the dialog's window class with the host's icon, brings stored data of older versions
+/// up to date once, and introduces the library to its neighbours. Requires: the store factory is known.
+void ConnectDialogInitGUI(VIcon* icon, SessionOptionsFunction sessionOptions, HelpFunction help);
+
+/// Looks for the optional key tools in a plug-in module. Only the first call does anything, found or not.
+void GetSpecialFunctions(const char16_t* folder, const char16_t* file);
+
+extern void (*g_pfnLaunchKeygenWizard)(SSH2::IKeyGenerationWizardSink* sink, VWindow* parent);
+extern void (*g_pfnLaunchConvertKeyWizard)(VWindow* parent);
+extern void (*g_pfnExportPublickKey)();
+extern void (*g_pfnManageAgentKeys)(VProfileListViewState& state, VWindow* parent);
+
+// Window messages that all applications which load the library agree on. The library sends none of them.
+
+unsigned GetGlobalConfigChangeMessage();
+unsigned GetCreateNewTabMessage();
+unsigned GetWakestoneShowSelectionMessage();
+unsigned GetWakestoneCanExitApplicationMessage();
+
+// The connect dialog.
+
+/// Releases the results of the last call and shows the dialog. On 1 the chosen sessions are the new results and
+/// `openInTab` tells where they go; on any other result it stays.
+std::int64_t ShowConnectDialog(const char16_t* title, bool addSystemMenu, bool tabAlways, bool tabsAvailable,
+                               VWindow* parent, bool& openInTab);
+/// Lets the user pick one session, `path` at first; on 1 it is the path of the choice, else it stays.
+std::int64_t ShowConnectDialogBrowseMode(const char16_t* title, VUnicodeString& path, VWindow* parent);
+/// Lets the user pick sessions and folders; on 1 their paths are appended.
+std::int64_t ShowConnectDialogMultiSelectBrowseMode(const char16_t* title, VArray<VUnicodeString>& paths,
+                                                    VWindow* parent);
+unsigned GetConnectDialogSessionConfigCount();
+/// One reference for the caller; null when `index` is not below the count.
+ISessionConfig* GetConnectDialogSessionConfig(unsigned index);
+void CleanupConnectDialogSessionConfigs();
+
+// Smaller dialogs.
+
+/// On 1 `config` is the session to connect to, with one reference for the caller; else it stays.
+std::int64_t ShowQuickConnectDialog(ISessionConfig** config, const VUnicodeString& targetFolder, unsigned appKind,
+                                    VWindow* parent);
+/// A copy of the last quick connect's settings, with one reference for the caller; null when there are none.
+void GetQuickConnectConfig(ISessionConfig** config, unsigned appKind);
+void CleanupQuickConnectDialog();
+/// Asks for the host of the session called `sessionName`; on 1 `hostname` is the answer, else it stays.
+std::int64_t LaunchHostnamePromptDialog(const char16_t* sessionName, IString* hostname, VWindow* parent);
+/// Asks when nothing but the host name is missing. False only when the user cancelled.
+bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t* sessionName);
+/// True when the user wants the update check now.
+bool CheckPeriodicUpdate(VWindow* parent);
+
+}  // namespace connectdialog

@@ -1,0 +1,37 @@
+// The dialog entry points. A dialog that this version does not have is closed with nothing chosen.
+#include "frame/connectdialogapi.h"
+
+namespace connectdialog {
+
+std::int64_t ShowConnectDialog(const char16_t*, bool, bool, bool, VWindow*, bool&) {
+    CleanupConnectDialogSessionConfigs();
+    return kDialogCancelled;
+}
+std::int64_t ShowConnectDialogBrowseMode(const char16_t*, VUnicodeString&, VWindow*) {
+    CleanupConnectDialogSessionConfigs();
+    return kDialogCancelled;
+}
+std::int64_t ShowConnectDialogMultiSelectBrowseMode(const char16_t*, VArray<VUnicodeString>&, VWindow*) {
+    return kDialogCancelled;
+}
+
+unsigned GetConnectDialogSessionConfigCount() {
+    return static_cast<unsigned>(GetModuleState().connectResultConfigs.GetCount());
+}
+ISessionConfig* GetConnectDialogSessionConfig(unsigned index) {
+    const VArray<VRef<ISessionConfig>>& results = GetModuleState().connectResultConfigs;
+    if (index >= results.GetCount()) return nullptr;
+    return VRef(results[index]).Detach();
+}
+void CleanupConnectDialogSessionConfigs() { GetModuleState().connectResultConfigs.Clear(); }
+
+std::int64_t ShowQuickConnectDialog(ISessionConfig**, const VUnicodeString&, unsigned, VWindow*) {
+    return kDialogCancelled;
+}
+void GetQuickConnectConfig(ISessionConfig** config, unsigned) { *config = nullptr; }
+void CleanupQuickConnectDialog() {}
+std::int64_t LaunchHostnamePromptDialog(const char16_t*, IString*, VWindow*) { return kDialogCancelled; }
+bool UpdateHostnameForConfig(ConnectConfig*, const char16_t*) { return false; }
+bool CheckPeriodicUpdate(VWindow*) { return false; }
+
+}  // namespace connectdialog

@@ -1,0 +1,65 @@
+// What the library asks of its neighbour that holds the global settings and knows the installed products.
+//
+// The functions keep their names and forward to the implementation that was installed; tests install one of their own.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/vunicodestring.h"
+#include "imports/connectprotocoltable.h"
+#include "imports/globalconfig.h"
+
+namespace connectdialog {
+
+class VImageList;
+class VWindow;
+
+/// Lets the user pick sessions: ShowConnectDialogMultiSelectBrowseMode.
+using PickSessionsFunction = std::int64_t (*)(const char16_t* title, VArray<VUnicodeString>& paths, VWindow* parent);
+/// Makes the image list of the session tree; the caller owns it.
+using SessionImageListFunction = VImageList* (*)();
+
+/// The neighbour itself.
+class IConfigPanels {
+  public:
+    virtual ~IConfigPanels() = default;
+
+    /// The global settings for an application kind (-1: the running one). False when there are none, and then `config`
+    /// stays.
+    virtual bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) = 0;
+    /// Told once by the library at its start. Either may be null.
+    virtual void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) = 0;
+    /// Requires: the table never changes and outlives every session.
+    virtual const ConnectProtocolTable& GetConnectProtocolTable() = 0;
+    /// The kind of the running application.
+    virtual AppKind GetCurrentAppProductID() = 0;
+    /// Whether the terminal and the transfer application work as a pair.
+    virtual bool IsIntegrated() = 0;
+    virtual bool IsNorHaldenInstalled() = 0;
+    virtual bool IsNorHaldenOrHaldenInstalled() = 0;
+    virtual bool IsTessalyInstalled() = 0;
+    /// Whether the terminal of this installation has the Kelda emulation.
+    virtual bool HasKeldaEmulation() = 0;
+    /// Whether `newName` may be the name of the entry at `path` (whose name is `oldName`). Refuses names that the store
+    /// cannot hold and names that exist beside it, with a message of its own over `parent` when that is not null.
+    virtual bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
+                                     const VUnicodeString& newName, bool isNew, VWindow* parent) = 0;
+};
+
+/// Installs the neighbour, which stays the caller's; null removes it. Requires: installed before a function below is
+/// called.
+void InstallConfigPanels(IConfigPanels* panels);
+
+bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind);
+void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images);
+const ConnectProtocolTable& GetConnectProtocolTable();
+AppKind GetCurrentAppProductID();
+bool IsIntegrated();
+bool IsNorHaldenInstalled();
+bool IsNorHaldenOrHaldenInstalled();
+bool IsTessalyInstalled();
+bool HasKeldaEmulation();
+bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
+                         bool isNew, VWindow* parent);
+
+}  // namespace connectdialog

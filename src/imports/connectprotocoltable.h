@@ -1,0 +1,38 @@
+// The table of protocols that the plug-ins bring.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/varray.h"
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+
+class ConnectConfig;
+class ICommonConfig;
+class ISessionConfig;
+class NewSessionWizardPage;
+class VProfileKey;
+
+/// Application kinds: which application a row, a session side or a process belongs to.
+enum class AppKind : std::int32_t { kUnknown = -1, kHalden = 1, kNorHalden = 3, kTessaly = 6, kOther = 7 };
+
+/// One protocol.
+struct ConnectProtocolTableElement {
+    /// As stored in a session, shown and compared.
+    VUnicodeString name;
+    /// kHalden and kNorHalden are terminal-side rows, kTessaly file-transfer rows; the library has no use for others.
+    AppKind kind = AppKind::kUnknown;
+    /// Makes the protocol's settings from a session's key; key and common config may be null. Null: the row has none.
+    /// One reference for the caller.
+    ConnectConfig* (*createConfig)(VProfileKey* key, ICommonConfig* common,
+                                   const ConnectProtocolTableElement& row) = nullptr;
+    /// For the new session wizard; null where the row has no page.
+    NewSessionWizardPage* (*createPage)(ISessionConfig* config) = nullptr;
+    void (*destroyPage)(NewSessionWizardPage* page) = nullptr;
+};
+
+/// Lives for the whole process; the order of its rows never changes.
+using ConnectProtocolTable = VArray<ConnectProtocolTableElement>;
+
+}  // namespace connectdialog

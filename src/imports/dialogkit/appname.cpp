@@ -1,0 +1,15 @@
+#include "imports/dialogkit/appname.h"
+
+namespace connectdialog {
+
+namespace {
+VUnicodeString& AppName() {
+    static VUnicodeString name;
+    return name;
+}
+}  // namespace
+
+VUnicodeString VGetAppName() { return AppName(); }
+void SetAppName(const VUnicodeString& name) { AppName() = name; }
+
+}  // namespace connectdialog

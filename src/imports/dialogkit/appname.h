@@ -1,0 +1,12 @@
+// The application's name, which the host says once at its start.
+#pragma once
+
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+
+/// The name that the host gave, "NorHalden" or "Tessaly" for instance; empty before SetAppName.
+VUnicodeString VGetAppName();
+void SetAppName(const VUnicodeString& name);
+
+}  // namespace connectdialog

@@ -1,0 +1,33 @@
+#include "profile/vprofilemultilinestring.h"
+
+#include "foundation/texttools.h"
+
+namespace connectdialog {
+
+void VProfileMultiLineString::SetText(const VUnicodeString& text) {
+    VStringArray lines;
+    VSplitOnChar(text, lines, u'\n');
+    for (std::uint64_t i = 0; i < lines.GetCount(); ++i) {
+        VUnicodeString& line = lines[i];
+        if (!line.IsEmpty() && line[line.GetLength() - 1] == u'\r') line = line.Left(line.GetLength() - 1);
+    }
+    Set(lines);
+}
+
+void VProfileMultiLineString::GetText(VUnicodeString& text, bool carriageReturns) const {
+    text.Empty();
+    bool first = true;
+    for (const VUnicodeString& line : Get()) {
+        if (!first) text += carriageReturns ? u"\r\n" : u"\n";
+        text += line;
+        first = false;
+    }
+}
+
+bool VProfileMultiLineString::LoadNamed(VProfileKey* key, const VUnicodeString& name) {
+    Edit().Clear();
+    SetName(name);
+    return Load(key, VStringArray());
+}
+
+}  // namespace connectdialog

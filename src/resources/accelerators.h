@@ -1,0 +1,30 @@
+// The accelerator tables of the library.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace connectdialog {
+
+/// One key of an accelerator table. The key is a virtual key: a capital letter or one of kKey….
+struct Accelerator {
+    enum Modifier : std::uint8_t { kNone = 0, kControl = 1, kAlt = 2 };
+
+    std::uint8_t modifiers;
+    std::uint16_t key;
+    std::uint16_t command;
+};
+
+inline constexpr std::uint16_t kKeyReturn = 0x0D;
+inline constexpr std::uint16_t kKeyF2 = 0x71;
+inline constexpr std::uint16_t kKeyF3 = 0x72;
+
+/// The resource number of the connect dialog's table.
+inline constexpr int kConnectAcceleratorsId = 136;
+
+using AcceleratorTable = std::span<const Accelerator>;
+
+/// The table of that resource number; empty when there is none.
+AcceleratorTable LoadAcceleratorTable(int resourceId);
+
+}  // namespace connectdialog

@@ -1,0 +1,122 @@
+#include "sessiondb/profilefolderdata.h"
+
+#include <array>
+#include <vector>
+
+#include "foundation/vsort.h"
+#include "imports/configpanels.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/listmerge.h"
+#include "sessiondb/sessionpaths.h"
+
+namespace connectdialog {
+
+namespace {
+
+SessionArrangement CurrentArrangement() {
+    VRef<GlobalConfig> global;
+    if (!GetGlobalConfig(global, -1)) return SessionArrangement::kAlphabetical;
+    return static_cast<SessionArrangement>(global->sessionArrangementMode.Get());
+}
+
+bool HidesDotEntries() {
+    VRef<GlobalConfig> global;
+    return GetGlobalConfig(global, -1) && global->hideDotEntries.Get();
+}
+
+bool IsSessionChild(VProfileKey& folder, const VUnicodeString& name, std::uint32_t kind) {
+    switch (static_cast<ProfileKind>(kind)) {
+        case ProfileKind::kSession:
+        case ProfileKind::kSessionLink: return true;
+        case ProfileKind::kUnknown: {
+            std::uint32_t isSession = 0;
+            return VProfileKey(&folder, name.GetData(), 0).ReadDword(kIsSessionValue, isSession);
+        }
+        default: return false;
+    }
+}
+
+/// Names whose first letters and numbers agree tie, and keep the store's order.
+void SortLogically(VStringArray& names) {
+    std::vector<VUnicodeString> sorted(names.begin(), names.end());
+    VMergeSort(sorted, [](const VUnicodeString& a, const VUnicodeString& b) { return a.CompareNumeric(b) < 0; });
+    names.Clear();
+    for (VUnicodeString& name : sorted) names.Add(std::move(name));
+}
+
+}  // namespace
+
+std::span<const MemberAccess<ProfileFolderData>> ProfileFolderData::Members() {
+    using P = ProfileFolderData;
+    static constexpr std::array<MemberAccess<P>, 3> kMembers = {
+        Member<P, &P::folderList>,
+        Member<P, &P::sessionList>,
+        Member<P, &P::isExpanded>,
+    };
+    return kMembers;
+}
+
+ProfileFolderData::ProfileFolderData(const VUnicodeString& path, bool readOnly)
+    : dataKeyPath(BuildFolderDataKeyPath(path)) {
+    VProfileStore store(readOnly);
+    Enumerate(store, HidesDotEntries());
+    if (CurrentArrangement() == SessionArrangement::kLogical) SortLogically(sessions);
+    LoadMembers(store);
+    MergeList(sessionList.Get(), sessions, orderedSessions);
+    MergeList(folderList.Get(), folders, orderedFolders);
+}
+
+void ProfileFolderData::Enumerate(VProfileStore& store, bool hideDotEntries) {
+    const VUnicodeString folderKeyPath = GetEntryParent(dataKeyPath);
+    VProfileKey* root = store.GetRootKey();
+    if (!root->KeyExists(folderKeyPath.GetData())) return;
+    VProfileKey folder(root, folderKeyPath.GetData(), 0);
+    VProfileKeyIterator children(folder, false);
+    VUnicodeString name;
+    std::uint32_t kind = 0;
+    while (children.NextWithKind(name, kind)) {
+        if (hideDotEntries && name.View().starts_with(u'.')) continue;
+        if (name.EqualsNoCase(kFolderDataKey)) continue;
+        (IsSessionChild(folder, name, kind) ? sessions : folders).Add(name);
+    }
+}
+
+void ProfileFolderData::LoadMembers(VProfileStore& store) {
+    VProfileKey* root = store.GetRootKey();
+    VProfileKey data(root, dataKeyPath.GetData(), 0);
+    sessionList.Load(&data, u"Session List"_v, VUnicodeString());
+    folderList.Load(&data, u"Folder List"_v, VUnicodeString());
+    isExpanded.Load(&data, u"Is Expanded"_v, false);
+}
+
+const VStringArray& ProfileFolderData::GetShownFolders() const {
+    return IsManuallyArranged() ? orderedFolders : folders;
+}
+const VStringArray& ProfileFolderData::GetShownSessions() const {
+    return IsManuallyArranged() ? orderedSessions : sessions;
+}
+
+bool ProfileFolderData::SaveToStore() {
+    folderList.Set(MakeList(orderedFolders));
+    sessionList.Set(MakeList(orderedSessions));
+    VProfileStore store(false);
+    {
+        VProfileKey data(store.GetRootKey(), dataKeyPath.GetData(), 0);
+        Save(data, false);
+    }
+    return store.Close();
+}
+
+bool IsManuallyArranged() { return CurrentArrangement() == SessionArrangement::kManual; }
+
+void InsertEntryName(VStringArray& ordered, const VUnicodeString& name, const VUnicodeString& reference, bool after) {
+    if (ordered.FindExact(name) != VStringArray::kNotFound) return;
+    const std::uint32_t place = IsManuallyArranged() && !reference.IsEmpty() ? ordered.FindExact(reference)
+                                                                             : VStringArray::kNotFound;
+    if (place == VStringArray::kNotFound)
+        ordered.Add(name);
+    else
+        ordered.Insert(place + (after ? 1U : 0U), name);
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,30 @@
+// Session paths and the keys they stand for.
+//
+// A session path is a string of names joined by a single `\`, relative to the key "Sessions"; the empty string is the
+// root folder. The leaf is the part behind the last `\`.
+#pragma once
+
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+
+/// The names of the session tree in the store.
+inline constexpr char16_t kSessionsKey[] = u"Sessions";
+inline constexpr char16_t kFolderDataKey[] = u"__FolderData__";
+inline constexpr char16_t kDefaultSession[] = u"Default";
+/// A key that holds it, whatever its number, is a session.
+inline constexpr char16_t kIsSessionValue[] = u"Is Session";
+
+/// The key of the entry at `path`.
+VUnicodeString BuildSessionKeyPath(const VUnicodeString& path);
+/// The key of the arrangement data of the folder at `path`.
+VUnicodeString BuildFolderDataKeyPath(const VUnicodeString& path);
+
+/// The text behind the last `\`, or the whole path.
+VUnicodeString GetEntryLeaf(const VUnicodeString& path);
+/// The path up to the last `\`, or the empty path.
+VUnicodeString GetEntryParent(const VUnicodeString& path);
+/// The path of `leaf` in the folder `parent`, which may be the root.
+VUnicodeString JoinEntryPath(const VUnicodeString& parent, const VUnicodeString& leaf);
+
+}  // namespace connectdialog

@@ -1,0 +1,214 @@
+#include "sessiondb/sessiontree.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+
+#include "config/isessionconfig.h"
+#include "config/sessionconfig.h"
+#include "foundation/vstringarray.h"
+#include "imports/configpanels.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/profilefolderdata.h"
+#include "sessiondb/sessionpaths.h"
+
+namespace connectdialog {
+
+namespace {
+
+constexpr char16_t kIsExpandedValue[] = u"Is Expanded";
+
+bool HasSessionMark(VProfileKey& key) {
+    std::uint32_t isSession = 0;
+    return key.ReadDword(kIsSessionValue, isSession);
+}
+
+bool RootHasKey(const VUnicodeString& keyPath) {
+    VProfileStore store(true);
+    return store.GetRootKey()->KeyExists(keyPath.GetData());
+}
+
+bool IsKnownProtocol(const VUnicodeString& name) {
+    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
+        if (row.name.EqualsNoCase(name)) return true;
+    return false;
+}
+
+/// A unit of work round the steps of one operation, each of which has stores of its own.
+template <class Steps>
+bool AsOneUnit(Steps steps) {
+    VProfileStore unit(false);
+    if (!unit.JoinUnitOfWork()) return false;
+    if (!steps()) {
+        unit.Abandon();
+        return false;
+    }
+    return unit.Close();
+}
+
+bool WriteSession(ISessionConfig& config, bool force) {
+    VProfileStore store(false);
+    {
+        VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(config.GetPath()).GetData(), 0);
+        config.Save(key, force);
+    }
+    return store.Close();
+}
+
+/// Brings the lists of a folder up to date, makes the change in the tree, and then the change in the lists: a name that
+/// was not there before finds its place, one that was keeps it.
+template <class ChangeTree, class ChangeLists>
+bool ChangeFolder(const VUnicodeString& path, ChangeTree changeTree, ChangeLists changeLists) {
+    ProfileFolderData folder(path, false);
+    if (!folder.SaveToStore() || !changeTree()) return false;
+    changeLists(folder);
+    return folder.SaveToStore();
+}
+
+}  // namespace
+
+bool SessionKeyExists(const VUnicodeString& path) { return RootHasKey(BuildSessionKeyPath(path)); }
+
+bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf) {
+    return RootHasKey(JoinEntryPath(BuildSessionKeyPath(folder), leaf));
+}
+
+bool IsFolderPath(const VUnicodeString& path) {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    return !HasSessionMark(key);
+}
+
+bool FolderHasEntries(const VUnicodeString& path) {
+    VProfileStore store(true);
+    const VUnicodeString keyPath = BuildSessionKeyPath(path);
+    if (!store.GetRootKey()->KeyExists(keyPath.GetData())) return false;
+    VProfileKey folder(store.GetRootKey(), keyPath.GetData(), 0);
+    VProfileKeyIterator children(folder, false);
+    VUnicodeString name;
+    while (children.Next(name))
+        if (name != kDefaultSession && name != kFolderDataKey) return true;
+    return false;
+}
+
+void EnumerateChildFolders(const VUnicodeString& path, VStringArray& folders) {
+    const ProfileFolderData folder(path, true);
+    folders.Append(folder.GetShownFolders());
+}
+
+bool ReadIsExpanded(const VUnicodeString& path) {
+    VProfileStore store(true);
+    VProfileKey data(store.GetRootKey(), BuildFolderDataKeyPath(path).GetData(), 0);
+    std::uint32_t isExpanded = 0;
+    return data.ReadDword(kIsExpandedValue, isExpanded) && isExpanded != 0;
+}
+
+bool WriteIsExpanded(const VUnicodeString& path, bool isExpanded) {
+    if (ReadIsExpanded(path) == isExpanded) return true;
+    VProfileStore store(false);
+    bool written = false;
+    {
+        VProfileKey data(store.GetRootKey(), BuildFolderDataKeyPath(path).GetData(), 0);
+        written = data.WriteDword(kIsExpandedValue, isExpanded ? 1 : 0);
+    }
+    return store.Close() && written;
+}
+
+bool SessionHasProtocol(AppKind kind, const VUnicodeString& path) {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    VUnicodeString name;
+    const char16_t* valueName = kind == AppKind::kNorHalden ? u"Protocol Name" : u"Transfer Protocol Name";
+    return key.ReadString(valueName, name) && IsKnownProtocol(name) && name != u"None";
+}
+
+VRef<ISessionConfig> LoadSessionEntry(const VUnicodeString& path, const VUnicodeString& leaf) {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), &key));
+    config->SetPath(path);
+    return config;
+}
+
+VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
+    VProfileStore store(true);
+    const VUnicodeString keyPath = BuildSessionKeyPath(path);
+    VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
+    if (HasSessionMark(key)) {
+        auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(GetEntryLeaf(path).GetData(), &key));
+        config->SetPath(path);
+        return config;
+    }
+    if (path != kDefaultSession || store.GetRootKey()->KeyExists(keyPath.GetData())) return nullptr;
+    return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
+}
+
+void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor visit, void* context) {
+    VProfileKeyIterator children(key, false);
+    VUnicodeString name;
+    while (children.Next(name)) {
+        if (name == kFolderDataKey) continue;
+        const VUnicodeString path = JoinEntryPath(prefix, name);
+        VProfileKey child(&key, name.GetData(), 0);
+        if (HasSessionMark(child))
+            visit(child, path, name, context);
+        else
+            WalkSessions(child, path, visit, context);
+    }
+}
+
+bool SaveSession(ISessionConfig& config) {
+    const VUnicodeString path = config.GetPath();
+    if (path == kDefaultSession) return true;
+    return AsOneUnit([&] {
+        if (!SessionKeyExists(path) &&
+            !StoreSessionEntry(GetEntryParent(path), GetEntryLeaf(path), config, VUnicodeString(), true))
+            return false;
+        return WriteSession(config, false);
+    });
+}
+
+bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
+                    bool after) {
+    return AsOneUnit([&] {
+        return ChangeFolder(
+            parent,
+            [&] {
+                VProfileStore store(false);
+                {
+                    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
+                    const VProfileKey created(&folder, name.GetData(), 1);
+                }
+                return store.Close();
+            },
+            [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
+    });
+}
+
+bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
+                       const VUnicodeString& reference, bool after) {
+    config.SetPath(JoinEntryPath(parent, name));
+    return AsOneUnit([&] {
+        return ChangeFolder(
+            parent, [&] { return WriteSession(config, true); },
+            [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedSessions(), name, reference, after); });
+    });
+}
+
+bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs) {
+    const auto writeAll = [&] {
+        return std::ranges::all_of(configs, [](ISessionConfig* config) { return WriteSession(*config, true); });
+    };
+    const auto appendNew = [&](ProfileFolderData& folder) {
+        VStringArray& ordered = folder.GetOrderedSessions();
+        std::unordered_set<std::u16string> listed;
+        for (const VUnicodeString& name : ordered) listed.emplace(name.View());
+        for (const ISessionConfig* config : configs) {
+            const VUnicodeString leaf = GetEntryLeaf(config->GetPath());
+            if (listed.emplace(leaf.View()).second) ordered.Add(leaf);
+        }
+    };
+    return AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
+}
+
+}  // namespace connectdialog

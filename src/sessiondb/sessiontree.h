@@ -1,0 +1,68 @@
+// The session tree in the store: asking, opening, creating and saving single entries.
+//
+// Free operations over session paths. Each opens its own store and closes it before it returns; none shows a message.
+// Missing keys are answered by null, false or nothing. An operation that writes is one unit of work: it stands in the
+// store whole or not at all, and its false means that the store refused (see VProfileStore::GetLastReport of a store of
+// one's own round it for the reason).
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "foundation/vunicodestring.h"
+#include "foundation/vunknown.h"
+#include "imports/connectprotocoltable.h"
+
+namespace connectdialog {
+
+class ISessionConfig;
+class VProfileKey;
+class VStringArray;
+
+// Asking.
+
+/// Whether there is an entry at `path`, session or folder.
+bool SessionKeyExists(const VUnicodeString& path);
+bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf);
+/// True when there is no session at `path`: also where there is nothing at all.
+bool IsFolderPath(const VUnicodeString& path);
+/// Whether the folder has a child other than exactly "Default" and "__FolderData__".
+bool FolderHasEntries(const VUnicodeString& path);
+/// Appends the folder's subfolders, in the order in which they are shown.
+void EnumerateChildFolders(const VUnicodeString& path, VStringArray& folders);
+/// Whether the folder is shown open.
+bool ReadIsExpanded(const VUnicodeString& path);
+/// Writes only what differs from what reads back. False when the store refused.
+bool WriteIsExpanded(const VUnicodeString& path, bool isExpanded);
+/// Whether the session has a protocol on the side of the application kind: kNorHalden asks the terminal side, any other
+/// the transfer side. A name that the protocol table does not hold is none.
+bool SessionHasProtocol(AppKind kind, const VUnicodeString& path);
+
+// Opening.
+
+/// Makes the session that `path` holds, under the leaf name given.
+VRef<ISessionConfig> LoadSessionEntry(const VUnicodeString& path, const VUnicodeString& leaf);
+/// The session at `path`, or null when there is none. "Default" is made on demand.
+VRef<ISessionConfig> OpenSession(const VUnicodeString& path);
+
+using SessionVisitor = void (*)(VProfileKey& key, const VUnicodeString& path, const VUnicodeString& name,
+                                void* context);
+/// Calls `visit` for each session below `key`, in the store's order and depth first. `prefix` goes before the paths.
+void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor visit, void* context);
+
+// Changing.
+
+/// Saves a session at its path, adding it to its parent's lists when it is new there. Never writes the Default session,
+/// which is true.
+bool SaveSession(ISessionConfig& config);
+/// Creates a folder and places it by InsertEntryName.
+bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
+                    bool after);
+/// Writes the session whole under that name, gives it that path, and places it by InsertEntryName.
+bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
+                       const VUnicodeString& reference, bool after);
+/// Writes sessions whole, each at its own path, which must lie in `parent`, and places the new ones at the end in the
+/// given order: one unit of work and one pass over the folder, however many they are.
+bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs);
+
+}  // namespace connectdialog

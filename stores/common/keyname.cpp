@@ -1,0 +1,35 @@
+#include "stores/common/keyname.h"
+
+#include <algorithm>
+
+#include "foundation/casefold.h"
+
+namespace connectdialog::stores {
+
+std::u16string FoldName(std::u16string_view name) {
+    std::u16string folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), FoldCase);
+    return folded;
+}
+
+std::u16string_view TakeLevel(std::u16string_view& rest) {
+    const std::size_t end = std::min(rest.find(u'\\'), rest.size());
+    const std::u16string_view level = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return level;
+}
+
+bool KeyName::Parse(std::u16string_view name, std::size_t depth) {
+    if (name.empty() || name.back() == u'\\') return false;
+    std::size_t count = 0;
+    for (std::u16string_view rest = name; !rest.empty(); ++count) {
+        const std::u16string_view level = TakeLevel(rest);
+        if (level.empty() || level.size() > kMaxNameLength || depth + count >= kMaxKeyDepth) return false;
+    }
+    spelled = name;
+    folded = FoldName(name);
+    levels = count;
+    return true;
+}
+
+}  // namespace connectdialog::stores

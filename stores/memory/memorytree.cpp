@@ -1,0 +1,144 @@
+#include "stores/memory/memorytree.h"
+
+#include "foundation/vreportmessageparams.h"
+#include "platform/lasterror.h"
+#include "stores/common/keyname.h"
+#include "stores/common/profilestore.h"
+#include "stores/memory/memorystore.h"
+
+namespace connectdialog::stores {
+
+std::unique_ptr<VProfileStoreFactory> MakeMemoryStoreFactory() {
+    return std::make_unique<TreeStoreFactory>(std::make_shared<MemoryTree>());
+}
+
+bool MemoryTree::CommitUnit(VReportMessageParams& /*report*/) {
+    undoLog.clear();
+    return true;
+}
+
+void MemoryTree::RollbackUnit() {
+    while (!undoLog.empty()) {
+        undoLog.back()();
+        undoLog.pop_back();
+    }
+    ++generation;
+}
+
+bool MemoryNode::CheckAlive(VReportMessageParams& report) const {
+    return !isDeleted || report.Fail(platform::kKeyDeleted);
+}
+
+ProfileKind MemoryNode::GetKind() const {
+    return values.contains(FoldName(kSessionMark)) ? ProfileKind::kSession : ProfileKind::kFolder;
+}
+
+bool MemoryNode::Read(const char16_t* valueName, ValueView& value, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return false;
+    const auto found = values.find(FoldName(valueName));
+    if (found == values.end()) return report.Fail(platform::kFileNotFound);
+    value = {found->second.tag, found->second.bytes};
+    return true;
+}
+
+void MemoryNode::LogValue(const std::u16string& folded) {
+    const auto found = values.find(folded);
+    if (found == values.end()) {
+        tree.Log([this, folded] { values.erase(folded); });
+    } else {
+        tree.Log([this, folded, old = found->second] { values[folded] = old; });
+    }
+}
+
+bool MemoryNode::Write(const char16_t* valueName, const ValueView& value, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return false;
+    const std::u16string folded = FoldName(valueName);
+    LogValue(folded);
+    values[folded] = {value.tag, std::string(value.bytes)};
+    return true;
+}
+
+bool MemoryNode::Erase(const char16_t* valueName, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return false;
+    const std::u16string folded = FoldName(valueName);
+    if (!values.contains(folded)) return report.Fail(platform::kFileNotFound);
+    LogValue(folded);
+    values.erase(folded);
+    return true;
+}
+
+NodePtr MemoryNode::Find(const KeyName& key, bool /*forCheck*/, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return nullptr;
+    MemoryNode* at = this;
+    std::shared_ptr<MemoryNode> result;
+    for (std::u16string_view rest = key.folded; !rest.empty(); at = result.get()) {
+        const auto found = at->children.find(std::u16string(TakeLevel(rest)));
+        if (found == at->children.end()) {
+            report.Fail(platform::kFileNotFound);
+            return nullptr;
+        }
+        result = found->second;
+    }
+    return result;
+}
+
+NodePtr MemoryNode::Create(const KeyName& key, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return nullptr;
+    MemoryNode* at = this;
+    std::shared_ptr<MemoryNode> result;
+    std::u16string_view spelled = key.spelled;
+    for (std::u16string_view folded = key.folded; !folded.empty(); at = result.get()) {
+        result = at->AddChild(TakeLevel(spelled), std::u16string(TakeLevel(folded)));
+    }
+    return result;
+}
+
+/// The child of the name, created when it is not there.
+std::shared_ptr<MemoryNode> MemoryNode::AddChild(std::u16string_view spelled, const std::u16string& folded) {
+    std::shared_ptr<MemoryNode>& child = children[folded];
+    if (child != nullptr) return child;
+    child = std::make_shared<MemoryNode>(tree, spelled);
+    tree.NoteCreation();
+    tree.Log([this, folded, created = child] {
+        created->undone = true;
+        children.erase(folded);
+    });
+    return child;
+}
+
+bool MemoryNode::Remove(const KeyName& key, VReportMessageParams& report) {
+    const NodePtr found = Find(key, true, report);
+    if (found == nullptr) return false;
+    MemoryNode* parent = this;
+    std::u16string_view rest = key.folded;
+    std::u16string level(TakeLevel(rest));
+    for (; !rest.empty(); level = TakeLevel(rest)) parent = parent->children[level].get();
+    const std::shared_ptr<MemoryNode> removed = parent->children[level];
+    parent->children.erase(level);
+    removed->SetDeleted(true);
+    tree.Log([parent, level, removed] {
+        parent->children[level] = removed;
+        removed->SetDeleted(false);
+    });
+    return true;
+}
+
+/// Recursion ends at kMaxKeyDepth.
+void MemoryNode::SetDeleted(bool deleted) {
+    isDeleted = deleted;
+    for (const auto& [folded, child] : children) child->SetDeleted(deleted);
+}
+
+bool MemoryNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& report) {
+    page.children.clear();
+    if (!CheckAlive(report)) return false;
+    auto at = children.upper_bound(page.lastFolded);
+    for (; at != children.end() && page.children.size() < limit; ++at) {
+        page.children.push_back({VUnicodeString(at->second->name), at->second->GetKind()});
+        page.lastFolded = at->first;
+    }
+    page.isLast = at == children.end();
+    return true;
+}
+
+}  // namespace connectdialog::stores

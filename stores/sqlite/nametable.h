@@ -1,0 +1,53 @@
+// The interned names of values.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace connectdialog {
+
+class VReportMessageParams;
+
+namespace stores {
+
+class SqliteDatabase;
+
+/// What the table `names` holds, in memory. Names are only added, by any process; ids count up from 1.
+class NameTable {
+  public:
+    /// Forgets all: another file will be read.
+    void Clear();
+    /// The id of a name, or 0 when it is not in memory. Case does not matter.
+    std::uint32_t Find(std::u16string_view name) const;
+    /// True when the id's name is spelled exactly like the zero-terminated `name`: the cheap question of a reader that
+    /// goes through values in the order in which they are stored.
+    bool IsSpelled(std::uint32_t id, const char16_t* name) const;
+    std::size_t GetCount() const { return names.size(); }
+
+    /// Reads what was added since. On failure: false, with a report; 1015 when the ids have gaps.
+    bool LoadNew(SqliteDatabase& database, VReportMessageParams& report);
+    /// The id of a name, added to the table when it is new; 0 on failure. Requires: a transaction that writes.
+    std::uint32_t Intern(SqliteDatabase& database, std::u16string_view name, VReportMessageParams& report);
+    /// Tells how the transaction ended that interned names.
+    void Committed() { keptCount = kAll; }
+    void RolledBack();
+
+  private:
+    static constexpr std::size_t kAll = static_cast<std::size_t>(-1);
+    struct Name {
+        std::u16string spelled;
+        std::u16string folded;
+    };
+    void Add(std::u16string_view spelled, std::u16string_view folded);
+
+    std::deque<Name> names;  // never moves its elements: the index refers to their texts
+    std::unordered_map<std::u16string_view, std::uint32_t> idsByFolded;
+    std::size_t keptCount = kAll;  ///< names that stay when the transaction is rolled back
+};
+
+}  // namespace stores
+}  // namespace connectdialog

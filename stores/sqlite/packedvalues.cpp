@@ -1,0 +1,109 @@
+#include "stores/sqlite/packedvalues.h"
+
+#include <algorithm>
+
+namespace connectdialog::stores {
+
+namespace {
+constexpr char kVersion = 1;
+constexpr std::size_t kGarbageWorthDropping = std::size_t{1} << 20;
+
+bool IsTag(std::uint32_t tag) {
+    return tag >= static_cast<std::uint32_t>(ValueTag::kDword) && tag <= static_cast<std::uint32_t>(ValueTag::kStrings);
+}
+}  // namespace
+
+void PackedValues::Clear() {
+    bytes.clear();
+    entries.clear();
+    liveSize = 0;
+}
+
+bool PackedValues::Decode(std::string_view row) {
+    Clear();
+    if (row.empty() || row.size() > kMaxRowSize * 2 || row.front() != kVersion) return false;
+    bytes = row;
+    std::uint32_t id = 0;
+    for (std::string_view rest = std::string_view(bytes).substr(1); !rest.empty();) {
+        std::uint32_t step = 0;
+        std::uint32_t head = 0;
+        const bool isWhole = TakeVarint(rest, step) && TakeVarint(rest, head) && step != 0 && step <= UINT32_MAX - id;
+        if (!isWhole || !IsTag(head & 7) || head >> 3 > rest.size()) {
+            Clear();
+            return false;
+        }
+        const std::uint32_t size = head >> 3;
+        id += step;
+        entries.push_back({id, static_cast<std::uint32_t>(bytes.size() - rest.size()), size, ValueTag(head & 7)});
+        liveSize += size;
+        rest.remove_prefix(size);
+    }
+    return true;
+}
+
+void PackedValues::Encode(std::string& row) const {
+    row.clear();
+    row.reserve(liveSize + entries.size() * 4 + 1);
+    row.push_back(kVersion);
+    std::uint32_t previous = 0;
+    for (const Entry& entry : entries) {
+        AppendVarint(entry.id - previous, row);
+        AppendVarint(entry.size << 3 | static_cast<std::uint32_t>(entry.tag), row);
+        row.append(bytes, entry.offset, entry.size);
+        previous = entry.id;
+    }
+}
+
+ValueView PackedValues::GetValue(std::size_t index) const {
+    const Entry& entry = entries[index];
+    return {entry.tag, std::string_view(bytes).substr(entry.offset, entry.size)};
+}
+
+std::size_t PackedValues::LowerBound(std::uint32_t id) const {
+    const auto isBelow = [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; };
+    return static_cast<std::size_t>(std::lower_bound(entries.begin(), entries.end(), id, isBelow) - entries.begin());
+}
+
+std::size_t PackedValues::Find(std::uint32_t id) const {
+    const std::size_t index = LowerBound(id);
+    return index < entries.size() && entries[index].id == id ? index : kNone;
+}
+
+bool PackedValues::Set(std::uint32_t id, const ValueView& value) {
+    const std::size_t index = LowerBound(id);
+    const bool isNew = index == entries.size() || entries[index].id != id;
+    if (isNew) {
+        entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(index), Entry{id, 0, 0, value.tag});
+    } else if (entries[index].tag == value.tag && GetValue(index).bytes == value.bytes) {
+        return false;
+    }
+    Entry& entry = entries[index];
+    const auto size = static_cast<std::uint32_t>(value.bytes.size());
+    liveSize = liveSize - entry.size + size;
+    if (isNew || size > entry.size) {
+        entry.offset = static_cast<std::uint32_t>(bytes.size());
+        bytes.append(value.bytes);
+    } else {
+        value.bytes.copy(&bytes[entry.offset], size);
+    }
+    entry.size = size;
+    entry.tag = value.tag;
+    DropGarbage();
+    return true;
+}
+
+void PackedValues::Remove(std::size_t index) {
+    liveSize -= entries[index].size;
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
+    DropGarbage();
+}
+
+/// Keeps a value that is written again and again from growing the bytes without end.
+void PackedValues::DropGarbage() {
+    if (bytes.size() < liveSize * 2 + kGarbageWorthDropping) return;
+    std::string row;
+    Encode(row);
+    Decode(row);
+}
+
+}  // namespace connectdialog::stores

@@ -1,0 +1,44 @@
+// The suite's answer to what the library asks of its configuration neighbour.
+#pragma once
+
+#include "imports/configpanels.h"
+
+namespace connectdialog {
+
+/// One for the process (see suite/hostsetup/hostsetup.h). The global settings are one record for all applications, read
+/// at first use. Which of the suite's programs are installed is looked up each time it is asked: beside the running
+/// program and in PATH.
+class ReferenceConfigPanels : public IConfigPanels {
+  public:
+    bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) override;
+    /// The next use reads the settings anew: for another process's message that they changed, and for another store.
+    /// Whoever holds the old record keeps it.
+    void ReloadGlobalConfig() { global = nullptr; }
+
+    void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) override;
+    const ConnectProtocolTable& GetConnectProtocolTable() override;
+    AppKind GetCurrentAppProductID() override;
+    bool IsIntegrated() override;
+    bool IsNorHaldenInstalled() override;
+    bool IsNorHaldenOrHaldenInstalled() override;
+    bool IsTessalyInstalled() override;
+    /// The clients of this suite have no such emulation.
+    bool HasKeldaEmulation() override { return false; }
+    /// By CheckSessionName. Without message boxes in the suite nothing is shown; DescribeSessionNameFault has the
+    /// words.
+    bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
+                             bool isNew, VWindow* parent) override;
+
+    PickSessionsFunction GetPickSessions() const { return pickSessions; }
+    SessionImageListFunction GetSessionImages() const { return sessionImages; }
+
+  private:
+    VRef<GlobalConfig> global;
+    PickSessionsFunction pickSessions = nullptr;
+    SessionImageListFunction sessionImages = nullptr;
+};
+
+/// Whether a program of the suite is installed. `name` is the file's name.
+bool IsSuiteProgramInstalled(const char* name);
+
+}  // namespace connectdialog

@@ -1,0 +1,104 @@
+#include "suite/configpanels/referenceglobalconfig.h"
+
+#include <array>
+
+#include "foundation/vreportmessageparams.h"
+#include "profile/vprofilekey.h"
+
+namespace connectdialog {
+
+namespace {
+template <auto member>
+constexpr MemberAccess<ReferenceGlobalConfig> kMember = Member<ReferenceGlobalConfig, member>;
+
+/// What the marker says where there is nothing to upgrade: in a store that begins with this version.
+constexpr char16_t kUpToDate[] = u"7B2F2717-85C8-4729-8394-3B7697039CEB";
+constexpr int kLineSendDelay = 5;
+}  // namespace
+
+std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Members() {
+    using Self = ReferenceGlobalConfig;
+    static constexpr std::array kMembers = {
+        kMember<&Self::configUpgradeMarker>,
+        kMember<&Self::sessionArrangementMode>,
+        kMember<&Self::hideDotEntries>,
+        kMember<&Self::lineSendDelay>,
+        kMember<&Self::characterSendDelay>,
+        kMember<&Self::connectDialogOnStartup>,
+        kMember<&Self::quickConnectOnStartup>,
+        kMember<&Self::showDescriptions>,
+        kMember<&Self::showTransferSessions>,
+        kMember<&Self::showTerminalSessions>,
+        kMember<&Self::saveConfigOnClose>,
+        kMember<&Self::lastSessionPath>,
+        kMember<&Self::lastSessionExpanded>,
+        kMember<&Self::rememberFolderExpansion>,
+        kMember<&Self::optionsPagePath>,
+        kMember<&Self::openInTab>,
+        kMember<&Self::tabMode>,
+        kMember<&Self::tabsForced>,
+        kMember<&Self::sessionTreeFont>,
+        kMember<&Self::suppressMultiConnectWarning>,
+        kMember<&Self::suppressMultiEditWarning>,
+        kMember<&Self::useNewSessionWizard>,
+        kMember<&Self::updateReminderSuppressed>,
+        kMember<&Self::lastUpdateReminder>,
+    };
+    return kMembers;
+}
+
+ReferenceGlobalConfig::ReferenceGlobalConfig() {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
+    Load(key);
+}
+
+void ReferenceGlobalConfig::Load(VProfileKey& key) {
+    configUpgradeMarker.Load(&key, u"Config Upgrade Marker"_v, kUpToDate);
+    sessionArrangementMode.Load(&key, u"Session Arrangement Mode"_v, 0);
+    hideDotEntries.Load(&key, u"Hide Dot Entries"_v, false);
+    lineSendDelay.Load(&key, u"Line Send Delay"_v, kLineSendDelay);
+    characterSendDelay.Load(&key, u"Character Send Delay"_v, 0);
+    connectDialogOnStartup.Load(&key, u"Connect Dialog On Startup"_v, true);
+    quickConnectOnStartup.Load(&key, u"Quick Connect On Startup"_v, false);
+    showDescriptions.Load(&key, u"Show Descriptions"_v, true);
+    showTransferSessions.Load(&key, u"Show Transfer Sessions"_v, true);
+    showTerminalSessions.Load(&key, u"Show Terminal Sessions"_v, true);
+    saveConfigOnClose.Load(&key, u"Save Config On Close"_v, true);
+    lastSessionPath.Load(&key, u"Last Session Path"_v, VUnicodeString());
+    lastSessionExpanded.Load(&key, u"Last Session Expanded"_v, false);
+    rememberFolderExpansion.Load(&key, u"Remember Folder Expansion"_v, true);
+    optionsPagePath.Load(&key, u"Options Page Path"_v, VUnicodeString());
+    openInTab.Load(&key, u"Open In Tab"_v, true);
+    tabMode.Load(&key, u"Tab Mode"_v, 0);
+    tabsForced.Load(&key, u"Tabs Forced"_v, false);
+    sessionTreeFont.Load(&key, u"Session Tree Font"_v, VUnicodeString());
+    suppressMultiConnectWarning.Load(&key, u"Suppress Multi Connect Warning"_v, false);
+    suppressMultiEditWarning.Load(&key, u"Suppress Multi Edit Warning"_v, 0);
+    useNewSessionWizard.Load(&key, u"Use New Session Wizard"_v, true);
+    updateReminderSuppressed.Load(&key, u"Update Reminder Suppressed"_v, 0);
+    lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
+}
+
+bool ReferenceGlobalConfig::WriteMembers(VProfileKey& key, bool force) {
+    for (const auto member : Members()) {
+        member(*this).Save(key, force);
+        if (key.GetImpl()->GetLastReport()->GetCode() != 0) return false;
+    }
+    return true;
+}
+
+bool ReferenceGlobalConfig::Save() {
+    VProfileStore store;
+    bool isWritten = store.JoinUnitOfWork();
+    if (isWritten) {
+        VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
+        isWritten = WriteMembers(key, mustWriteAll);
+    }
+    if (!isWritten) store.Abandon();
+    // A value counts as stored once it was handed to the key, whatever becomes of the unit.
+    mustWriteAll = !store.Close() || !isWritten;
+    return !mustWriteAll;
+}
+
+}  // namespace connectdialog

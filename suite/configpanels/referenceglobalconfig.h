@@ -1,0 +1,34 @@
+// The global settings as the suite keeps them.
+#pragma once
+
+#include <span>
+
+#include "imports/globalconfig.h"
+#include "profile/vprofilecomposite.h"
+
+namespace connectdialog {
+
+inline constexpr char16_t kGlobalKey[] = u"Global";
+
+/// Read from the default store's key "Global" when it is made, and written back there by Save. The names and defaults
+/// stand in the constructor.
+class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<ReferenceGlobalConfig> {
+  public:
+    ReferenceGlobalConfig();
+
+    static std::span<const MemberAccess<ReferenceGlobalConfig>> Members();
+
+    using VProfileComposite::Save;
+    /// One unit of work. What a failed call could not write, the next one writes.
+    bool Save() override;
+
+  private:
+    ~ReferenceGlobalConfig() override = default;
+
+    bool WriteMembers(VProfileKey& key, bool force);
+    void Load(VProfileKey& key);
+
+    bool mustWriteAll = false;
+};
+
+}  // namespace connectdialog

@@ -1,0 +1,39 @@
+// Which names a session or a folder may have.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+
+/// Why a name is refused.
+enum class SessionNameFault : std::uint8_t {
+    kNone,
+    kEmpty,
+    kTooLong,        ///< more than kMaxSessionNameLength characters
+    kSeparator,      ///< `\` separates the names of a path
+    kColon,          ///< `:` separates the names of a stored list
+    kControl,        ///< a control character
+    kHalfCharacter,  ///< a surrogate without its other half
+    kBlankAtEdge,    ///< white space at either end
+    kDots,           ///< "." or ".."
+    kFolderData,     ///< the name under which a folder keeps its arrangement
+    kTemplate,       ///< "Default" in the root: the session that new ones are made from
+    kTaken           ///< an entry of that name stands beside it
+};
+
+inline constexpr std::size_t kMaxSessionNameLength = 255;
+
+/// What the name itself is refused for, wherever it should stand. Asks no store; never gives kTemplate or kTaken.
+SessionNameFault CheckSessionNameText(const VUnicodeString& name);
+
+/// Whether an entry of the folder `parent` (a session path; empty: the root) may be called `newName`. `oldName` is the
+/// name it has now, or empty for a new entry: it may keep it, also in other case.
+SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeString& oldName,
+                                  const VUnicodeString& newName);
+
+/// A sentence for the user; empty for kNone. `name` is the refused one.
+VUnicodeString DescribeSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
+
+}  // namespace connectdialog

@@ -1,0 +1,33 @@
+// What a value must look like before it may stand in an argument vector.
+//
+// Each check tells what is wrong, or kLaunchFine. All of them refuse a leading "-" and control characters. An empty
+// text is kLaunchMissing: who has a use for an empty one asks first.
+#pragma once
+
+#include <string_view>
+
+#include "suite/protocols/launchmessages.h"
+
+namespace connectdialog {
+
+/// A host name, an IPv4 address, or an IPv6 address with or without brackets, with or without a scope id
+/// ("fe80::1%eth0"). ASCII: a name in another script is written in its ASCII form (xn--).
+LaunchFault CheckLaunchHost(std::u16string_view host);
+
+/// Whether CheckLaunchHost takes the text for an IPv6 address.
+bool IsNumericIpv6(std::u16string_view host);
+
+/// A user name. Clients put it into commands that shells run (a proxy command, a remote copy), so what has a meaning
+/// for shells is refused, and so is what separates names from hosts and passwords for the clients (`:`, `/`, `,`).
+LaunchFault CheckLaunchUser(std::u16string_view user);
+
+/// Hops `[user@]host[:port]` with commas between them; an IPv6 address stands in brackets.
+LaunchFault CheckLaunchJumpHost(std::u16string_view hops);
+
+/// A path of a file or device.
+LaunchFault CheckLaunchPath(std::u16string_view path);
+
+/// A command with its arguments, before it is taken apart or handed on.
+LaunchFault CheckLaunchText(std::u16string_view text);
+
+}  // namespace connectdialog

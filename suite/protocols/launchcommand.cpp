@@ -1,0 +1,79 @@
+#include "suite/protocols/launchcommand.h"
+
+#include "config/appkind.h"
+#include "config/isessionconfig.h"
+#include "foundation/messagetable.h"
+#include "foundation/vreportmessageparams.h"
+#include "platform/lasterror.h"
+#include "platform/processlaunch.h"
+#include "suite/protocols/launchclients.h"
+#include "suite/protocols/launchmessages.h"
+#include "suite/protocols/protocolconfig.h"
+
+namespace connectdialog {
+
+namespace {
+
+void RegisterMessages() {
+    static const bool registered = [] {
+        RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
+        return true;
+    }();
+    static_cast<void>(registered);
+}
+
+/// The protocol of the side that the running application opens; `fault` tells why there is none.
+const ConnectConfig* PickSide(const ISessionConfig& session, LaunchFault& fault) {
+    const ConnectConfig* terminal = session.HasProtocol() ? session.GetConnectConfig() : nullptr;
+    const ConnectConfig* transfer = session.HasTransferProtocol() ? session.GetTransferConnectConfig() : nullptr;
+    fault = kLaunchNoProtocol;
+    switch (GetAppKind()) {
+        case AppKind::kHalden:
+        case AppKind::kNorHalden:
+            if (transfer != nullptr) fault = kLaunchTransferOnly;
+            return terminal;
+        case AppKind::kTessaly:
+            if (terminal != nullptr) fault = kLaunchTerminalOnly;
+            return transfer;
+        default:
+            return terminal != nullptr ? terminal : transfer;
+    }
+}
+
+}  // namespace
+
+bool BuildLaunchCommand(const ConnectConfig& config, LaunchCommand& command, VReportMessageParams& report) {
+    RegisterMessages();
+    command = LaunchCommand();
+    const auto* protocol = dynamic_cast<const ProtocolConfig*>(&config);
+    if (protocol == nullptr) return report.Fail(kLaunchForeignSettings);
+    if (FillLaunchCommand(*protocol, command, report)) return true;
+    command = LaunchCommand();
+    return false;
+}
+
+bool BuildLaunchCommand(const ISessionConfig& session, LaunchCommand& command, VReportMessageParams& report) {
+    RegisterMessages();
+    command = LaunchCommand();
+    LaunchFault fault = kLaunchFine;
+    const ConnectConfig* config = PickSide(session, fault);
+    if (config == nullptr) return report.Fail(fault, session.GetPath().GetData());
+    return BuildLaunchCommand(*config, command, report);
+}
+
+bool BecomeClient(const LaunchCommand& command, VReportMessageParams& report) {
+    RegisterMessages();
+    const std::string program = command.arguments.empty() ? std::string() : command.arguments.front();
+    if (platform::ReplaceProcess(command.arguments)) return true;
+    const std::uint32_t cause = platform::GetLastErrorCode();
+    const bool canBeInstalled = cause == platform::kFileNotFound && !command.package.empty();
+    report.Fail(canBeInstalled ? kLaunchNotInstalledPackage : kLaunchNotInstalled,
+                VUnicodeString(program.c_str()).GetData());
+    if (canBeInstalled)
+        report.AddInsert(std::string(command.package).c_str());
+    else
+        report.AddInsert(FindSystemMessage(cause));
+    return false;
+}
+
+}  // namespace connectdialog

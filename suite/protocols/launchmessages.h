@@ -1,0 +1,55 @@
+// Why a session cannot be opened, in words (facility 0x105).
+#pragma once
+
+#include <cstdint>
+
+#include "resources/messagerow.h"
+
+namespace connectdialog {
+
+/// Codes of the reports of BuildLaunchCommand and BecomeClient. The first insert is the session's path, the protocol's
+/// name or the setting's name, as the text says.
+enum LaunchFault : std::uint32_t {
+    kLaunchFine = 0,
+    kLaunchNoProtocol = 0xE1050001,
+    kLaunchTransferOnly = 0xE1050002,
+    kLaunchTerminalOnly = 0xE1050003,
+    kLaunchNoClient = 0xE1050004,
+    kLaunchForeignSettings = 0xE1050005,
+    kLaunchFirewall = 0xE1050006,
+    kLaunchMissing = 0xE1050007,
+    kLaunchLeadingDash = 0xE1050008,
+    kLaunchControl = 0xE1050009,
+    kLaunchNoHostName = 0xE105000A,
+    kLaunchNoUserName = 0xE105000B,
+    kLaunchNoJumpHost = 0xE105000C,
+    kLaunchTooLong = 0xE105000D,
+    kLaunchOutOfRange = 0xE105000E,
+    kLaunchOpenQuote = 0xE105000F,
+    kLaunchNotInstalled = 0xE1050010,
+    kLaunchNotInstalledPackage = 0xE1050011
+};
+
+inline constexpr MessageRow kLaunchMessages[] = {
+    {kLaunchNoProtocol, u"The session \"%1\" has no protocol to connect with."},
+    {kLaunchTransferOnly, u"The session \"%1\" only transfers files: tessaly opens it."},
+    {kLaunchTerminalOnly, u"The session \"%1\" has no protocol to transfer files with: norhalden opens it."},
+    {kLaunchNoClient, u"No program of this system connects with the protocol \"%1\"."},
+    {kLaunchForeignSettings, u"These settings belong to a protocol of another program."},
+    {kLaunchFirewall,
+     u"\"%1\" is set, and connecting past the firewall is not what was asked for. Connecting through one "
+     u"is not possible yet."},
+    {kLaunchMissing, u"\"%1\" is not set."},
+    {kLaunchLeadingDash, u"\"%1\" begins with \"-\": a program would take it for an option."},
+    {kLaunchControl, u"\"%1\" holds a control character."},
+    {kLaunchNoHostName, u"\"%1\" holds a character that no host name and no address has."},
+    {kLaunchNoUserName, u"\"%1\" holds a character that has a meaning of its own for shells or clients."},
+    {kLaunchNoJumpHost, u"\"%1\" is not a list of hosts of the form user@host:port, separated by commas."},
+    {kLaunchTooLong, u"\"%1\" is too long."},
+    {kLaunchOutOfRange, u"\"%1\" must be a number from %2 to %3."},
+    {kLaunchOpenQuote, u"\"%1\" has an opening quote without a closing one."},
+    {kLaunchNotInstalled, u"The program \"%1\" cannot be started: %2"},
+    {kLaunchNotInstalledPackage, u"The program \"%1\" is not installed; the Debian package %2 has it."},
+};
+
+}  // namespace connectdialog

@@ -1,0 +1,104 @@
+#include "suite/protocols/protocoltraits.h"
+
+#include "suite/protocols/protocolconfig.h"
+
+namespace connectdialog {
+
+namespace {
+
+template <auto member>
+constexpr ProtocolMember kMember = Member<ProtocolSettings, member>;
+
+constexpr ProtocolMember kSshMembers[] = {
+    kMember<&ProtocolSettings::sshPort>,       kMember<&ProtocolSettings::sshIdentityFile>,
+    kMember<&ProtocolSettings::sshJumpHost>,   kMember<&ProtocolSettings::sshForwardAgent>,
+    kMember<&ProtocolSettings::sshForwardX11>, kMember<&ProtocolSettings::sshRemoteCommand>,
+};
+/// The first three of SSH: what a file transfer needs.
+constexpr std::span<const ProtocolMember> kSftpMembers(kSshMembers, 3);
+constexpr ProtocolMember kTelnetMembers[] = {kMember<&ProtocolSettings::telnetPort>};
+constexpr ProtocolMember kTelnetSslMembers[] = {kMember<&ProtocolSettings::telnetSslPort>};
+constexpr ProtocolMember kRLoginMembers[] = {kMember<&ProtocolSettings::rloginPort>};
+constexpr ProtocolMember kRawMembers[] = {kMember<&ProtocolSettings::rawPort>};
+constexpr ProtocolMember kFtpMembers[] = {kMember<&ProtocolSettings::ftpPort>};
+constexpr ProtocolMember kFtpSslMembers[] = {kMember<&ProtocolSettings::ftpSslPort>};
+constexpr ProtocolMember kSerialMembers[] = {
+    kMember<&ProtocolSettings::serialDevice>,   kMember<&ProtocolSettings::serialBaudRate>,
+    kMember<&ProtocolSettings::serialDataBits>, kMember<&ProtocolSettings::serialParity>,
+    kMember<&ProtocolSettings::serialStopBits>, kMember<&ProtocolSettings::serialFlowControl>,
+};
+constexpr ProtocolMember kTapiMembers[] = {kMember<&ProtocolSettings::tapiPhoneNumber>,
+                                           kMember<&ProtocolSettings::tapiModemDevice>};
+constexpr ProtocolMember kShellMembers[] = {kMember<&ProtocolSettings::localShellCommand>};
+
+using Target = ProtocolTarget;
+using Client = LaunchClient;
+using Settings = ProtocolSettings;
+
+constexpr ProtocolTraits kProtocols[] = {
+    {u"SSH2", Target::kHost, Client::kSsh, &Settings::sshPort, kSshPort, kSshMembers},
+    {u"SSH1", Target::kHost, Client::kSsh1, &Settings::sshPort, kSshPort, kSshMembers},
+    {u"Telnet", Target::kHost, Client::kTelnet, &Settings::telnetPort, kTelnetPort, kTelnetMembers},
+    {u"Telnet/SSL", Target::kHost, Client::kTelnetSsl, &Settings::telnetSslPort, kTelnetSslPort, kTelnetSslMembers},
+    {u"RLogin", Target::kHost, Client::kRLogin, &Settings::rloginPort, kRLoginPort, kRLoginMembers},
+    {u"Serial", Target::kSerialDevice, Client::kSerial, nullptr, kNoPort, kSerialMembers},
+    {u"Local Shell", Target::kNothing, Client::kShell, nullptr, kNoPort, kShellMembers},
+    {u"TAPI", Target::kPhoneNumber, Client::kNone, nullptr, kNoPort, kTapiMembers},
+    {u"Marks", Target::kNothing, Client::kNone, nullptr, kNoPort, {}},
+    {u"Raw", Target::kHost, Client::kRaw, &Settings::rawPort, kNoPort, kRawMembers},
+    {u"SFTP", Target::kHost, Client::kSftp, &Settings::sshPort, kSshPort, kSftpMembers},
+    {u"FTP", Target::kHost, Client::kFtp, &Settings::ftpPort, kFtpPort, kFtpMembers},
+    {u"FTP/SSL (implicit)", Target::kHost, Client::kFtpSslImplicit, &Settings::ftpSslPort, kFtpSslPort, kFtpSslMembers},
+    {u"FTP/SSL (explicit)", Target::kHost, Client::kFtpSslExplicit, &Settings::ftpPort, kFtpPort, kFtpMembers},
+    {u"SCP", Target::kHost, Client::kScp, &Settings::sshPort, kSshPort, kSftpMembers},
+};
+
+struct CatalogueRow {
+    AppKind kind;
+    std::u16string_view name;
+};
+
+/// The order is fixed: rows are known by their index. A host shows those of its own kind.
+constexpr CatalogueRow kCatalogue[] = {
+    {AppKind::kHalden, u"Telnet"},
+    {AppKind::kHalden, u"RLogin"},
+    {AppKind::kHalden, u"Serial"},
+    {AppKind::kHalden, u"TAPI"},
+    {AppKind::kHalden, u"Marks"},
+    {AppKind::kHalden, u"Raw"},
+    {AppKind::kNorHalden, u"SSH2"},
+    {AppKind::kNorHalden, u"SSH1"},
+    {AppKind::kNorHalden, u"Telnet"},
+    {AppKind::kNorHalden, u"Telnet/SSL"},
+    {AppKind::kNorHalden, u"RLogin"},
+    {AppKind::kNorHalden, u"Serial"},
+    {AppKind::kNorHalden, u"Local Shell"},
+    {AppKind::kNorHalden, u"TAPI"},
+    {AppKind::kNorHalden, u"Marks"},
+    {AppKind::kNorHalden, u"Raw"},
+    {AppKind::kTessaly, u"SFTP"},
+    {AppKind::kTessaly, u"FTP"},
+    {AppKind::kTessaly, u"FTP/SSL (implicit)"},
+    {AppKind::kTessaly, u"FTP/SSL (explicit)"},
+    {AppKind::kTessaly, u"SCP"},
+    {AppKind::kOther, u"SSH2"},
+};
+
+}  // namespace
+
+const ProtocolTraits* FindProtocolTraits(std::u16string_view name) {
+    for (const ProtocolTraits& protocol : kProtocols)
+        if (protocol.name == name) return &protocol;
+    return nullptr;
+}
+
+const ConnectProtocolTable& GetReferenceProtocolTable() {
+    static const ConnectProtocolTable table = [] {
+        ConnectProtocolTable rows;
+        for (const CatalogueRow& row : kCatalogue) rows.Add({row.name, row.kind, CreateProtocolConfig});
+        return rows;
+    }();
+    return table;
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,63 @@
+// What distinguishes one protocol from the next: a row of constants each.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "imports/connectprotocoltable.h"
+#include "profile/vprofilecomposite.h"
+#include "suite/protocols/protocolsettings.h"
+
+namespace connectdialog {
+
+// The ports that the protocols are registered for.
+inline constexpr unsigned short kNoPort = 0;
+inline constexpr unsigned short kFtpPort = 21;
+inline constexpr unsigned short kSshPort = 22;
+inline constexpr unsigned short kTelnetPort = 23;
+inline constexpr unsigned short kRLoginPort = 513;
+inline constexpr unsigned short kFtpSslPort = 990;
+inline constexpr unsigned short kTelnetSslPort = 992;
+
+/// What a session of the protocol is known by, and cannot connect without.
+enum class ProtocolTarget : std::uint8_t { kHost, kSerialDevice, kPhoneNumber, kNothing };
+
+/// Which client opens it; see launchclients.cpp.
+enum class LaunchClient : std::uint8_t {
+    kNone,
+    kSsh,
+    kSsh1,
+    kTelnet,
+    kTelnetSsl,
+    kRLogin,
+    kSerial,
+    kShell,
+    kRaw,
+    kSftp,
+    kScp,
+    kFtp,
+    kFtpSslImplicit,
+    kFtpSslExplicit
+};
+
+using ProtocolMember = MemberAccess<ProtocolSettings>;
+
+struct ProtocolTraits {
+    std::u16string_view name;
+    ProtocolTarget target;
+    LaunchClient client;
+    /// The port's member, or null; and the value it has when nobody set it.
+    ProtocolSettings::Port ProtocolSettings::*port;
+    unsigned short defaultPort;
+    /// What the protocol saves besides host, firewall and user, in storage order.
+    std::span<const ProtocolMember> members;
+};
+
+/// The protocol of exactly that name, or null.
+const ProtocolTraits* FindProtocolTraits(std::u16string_view name);
+
+/// All protocols on all sides, with a factory each. The pages of the new session wizard join with the wizard.
+const ConnectProtocolTable& GetReferenceProtocolTable();
+
+}  // namespace connectdialog

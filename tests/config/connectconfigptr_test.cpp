@@ -1,0 +1,135 @@
+#include "config/connectconfigptr.h"
+
+#include "config/commonconfig.h"
+#include "support/fakesuite.h"
+
+namespace connectdialog::test {
+namespace {
+
+class ConnectConfigPtrTest : public LibraryTest {
+  protected:
+    /// The terminal side over a key whose "Protocol Name" is `stored`; null: absent.
+    std::unique_ptr<ConnectConfigPtr> Bind(const char16_t* stored) {
+        std::unique_ptr<ConnectConfigPtr> bound;
+        WithKey(u"k", [&](VProfileKey& key) {
+            if (stored != nullptr) key.WriteString(u"Protocol Name", stored);
+            bound = std::make_unique<ConnectConfigPtr>(&key, ProtocolSide::kTerminal, &common);
+        });
+        return bound;
+    }
+    static FakeProtocol& Selected(const ConnectConfigPtr& bound) {
+        return dynamic_cast<FakeProtocol&>(*bound.GetSelected());
+    }
+    static std::size_t CountConfigs(const ConnectConfigPtr& bound) {
+        std::size_t count = 0;
+        for (const auto& config : bound.GetConfigs()) count += config ? 1 : 0;
+        return count;
+    }
+    CommonConfig common;
+};
+
+TEST_F(ConnectConfigPtrTest, StoredNamesFindTheirRow) {
+    struct Row {
+        const char16_t* stored;
+        const char16_t* name;
+        const char16_t* hostValue;  ///< the selected row's value name; null: none is selected
+        bool changed;
+    };
+    constexpr Row kRows[] = {
+        {u"ssh2", u"ssh2", u"SSH2 Host", false},      {u"Telnet", u"Telnet", u"Telnet Host", false},
+        {u"Gopher", u"SSH2", u"SSH2 Host", true},     {nullptr, u"SSH2", u"SSH2 Host", true},
+        {u"SFTP", u"SSH2", u"SSH2 Host", true},       {u"NONE", u"NONE", nullptr, false},
+    };
+    for (const Row& row : kRows) {
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
+        const auto bound = Bind(row.stored);
+        EXPECT_EQ(bound->GetProtocolName(), row.name);
+        ASSERT_EQ(bound->GetSelected() != nullptr, row.hostValue != nullptr);
+        if (row.hostValue != nullptr) {
+            EXPECT_EQ(Selected(*bound).host.GetName(), row.hostValue);
+        }
+        EXPECT_EQ(bound->IsChanged(), row.changed);
+        EXPECT_FALSE(bound->NameWasEmpty());
+    }
+    EXPECT_TRUE(Bind(u"")->NameWasEmpty());
+}
+
+TEST_F(ConnectConfigPtrTest, AllProtocolsOfTheSideAreReadyButTheOneThatDials) {
+    EXPECT_EQ(CountConfigs(*Bind(u"Telnet")), 3U);
+    EXPECT_EQ(CountConfigs(*Bind(u"TAPI")), 4U);
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Odd", false));
+    const auto bound = Bind(u"Odd");
+    EXPECT_EQ(bound->GetSelected(), nullptr);
+    EXPECT_EQ(CountConfigs(*bound), 3U);
+    EXPECT_FALSE(bound->IsChanged());
+}
+
+TEST_F(ConnectConfigPtrTest, SwitchingCarriesOverAndBackKeepsTheFirst) {
+    const auto bound = Bind(u"SSH2");
+    ConnectConfig* first = bound->GetSelected();
+    Selected(*bound).host.Set(u"h"_v);
+    bound->SetProtocol(u"SSH2"_v, &common, true);
+    bound->SetProtocol(u"Telnet"_v, &common, true);
+    EXPECT_EQ(Selected(*bound).host.Get(), u"h");
+    EXPECT_TRUE(bound->IsChanged());
+    Selected(*bound).host.Set(u"other"_v);
+    bound->SetProtocol(u"SSH2"_v, &common, false);
+    EXPECT_EQ(bound->GetSelected(), first);
+    EXPECT_EQ(Selected(*bound).host.Get(), u"h");
+    bound->SetProtocol(u"FTP"_v, &common, false);
+    EXPECT_EQ(Selected(*bound).host.GetName(), u"FTP Host") << "a row of the other side may be chosen";
+    bound->SetProtocol(u"telnet"_v, &common, false);
+    EXPECT_EQ(bound->GetSelected(), nullptr) << "switching compares exactly";
+    EXPECT_EQ(bound->GetProtocolName(), u"telnet");
+}
+
+TEST_F(ConnectConfigPtrTest, OnlyTheSelectedProtocolIsSaved) {
+    const auto bound = Bind(u"SSH2");
+    bound->SetProtocol(u"Telnet"_v, &common, false);
+    WithKey(u"out", [&](VProfileKey& key) { bound->Save(key, true); });
+    WithKey(u"out", [&](VProfileKey& key) {
+        VUnicodeString text;
+        EXPECT_TRUE(key.ReadString(u"Protocol Name", text));
+        EXPECT_EQ(text, u"Telnet");
+        EXPECT_TRUE(key.ReadString(u"Telnet Host", text));
+        EXPECT_FALSE(key.ReadString(u"SSH2 Host", text));
+    });
+}
+
+TEST_F(ConnectConfigPtrTest, RevertPutsNameAndRowBack) {
+    const auto bound = Bind(u"SSH2");
+    bound->Commit();
+    bound->SetProtocol(u"Telnet"_v, &common, false);
+    bound->Revert();
+    EXPECT_EQ(bound->GetProtocolName(), u"SSH2");
+    EXPECT_EQ(Selected(*bound).host.GetName(), u"SSH2 Host");
+}
+
+TEST_F(ConnectConfigPtrTest, AssignTakesOverSettingsAndAChangedChoice) {
+    const auto source = Bind(u"SSH2");
+    const auto target = Bind(u"SSH2");
+    source->Commit();
+    target->Commit();
+    Selected(*source).host.Set(u"h"_v);
+    target->Assign(*source);
+    EXPECT_EQ(Selected(*target).host.Get(), u"h");
+    source->SetProtocol(u"Telnet"_v, &common, false);
+    target->Assign(*source);
+    EXPECT_EQ(target->GetProtocolName(), u"Telnet");
+}
+
+TEST_F(ConnectConfigPtrTest, WithoutRowsOfTheSideOnlyTheNameIsKept) {
+    panels.table.Clear();
+    panels.table.Add(MakeRow(AppKind::kTessaly, u"FTP"));
+    const auto bound = Bind(u"SSH2");
+    EXPECT_EQ(bound->GetSelected(), nullptr);
+    EXPECT_FALSE(bound->IsChanged());
+    WithKey(u"out", [&](VProfileKey& key) {
+        bound->Save(key, true);
+        VUnicodeString text;
+        EXPECT_TRUE(key.ReadString(u"Protocol Name", text));
+    });
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,210 @@
+#include "foundation/vfile.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "childprocess.h"
+#include "platform/lasterror.h"
+#include "temporaryfolder.h"
+
+namespace connectdialog {
+namespace {
+
+constexpr std::uint32_t kReadWrite = platform::kGenericRead | platform::kGenericWrite;
+
+struct OpenRow {
+    const char* leaf;
+    std::uint32_t access;
+    std::uint32_t disposition;
+    std::uint32_t lastError;
+    bool opens;
+    const char* content;  ///< of "old", which holds "text" before; null when it is not looked at
+};
+
+TEST(File, DispositionsAndTheirLastErrors) {
+    const OpenRow rows[] = {
+        {"new", kReadWrite, platform::kCreateNew, 0, true, nullptr},
+        {"old", kReadWrite, platform::kCreateNew, platform::kFileExists, false, "text"},
+        {"new", kReadWrite, platform::kCreateAlways, 0, true, nullptr},
+        {"old", kReadWrite, platform::kCreateAlways, platform::kAlreadyExists, true, ""},
+        {"new", kReadWrite, platform::kOpenExisting, platform::kFileNotFound, false, nullptr},
+        {"old", kReadWrite, platform::kOpenExisting, 0, true, "text"},
+        {"new", kReadWrite, platform::kOpenAlways, 0, true, nullptr},
+        {"old", kReadWrite, platform::kOpenAlways, platform::kAlreadyExists, true, "text"},
+        {"new", kReadWrite, platform::kTruncateExisting, platform::kFileNotFound, false, nullptr},
+        {"old", kReadWrite, platform::kTruncateExisting, 0, true, ""},
+        {"old", platform::kGenericRead, platform::kCreateAlways, platform::kInvalidParameter, false, "text"},
+        {"old", kReadWrite, 6, platform::kInvalidParameter, false, "text"},
+        {".", platform::kGenericRead, platform::kOpenExisting, platform::kAccessDenied, false, nullptr},
+        {"old/x", kReadWrite, platform::kCreateAlways, platform::kPathNotFound, false, "text"},
+        {"link", kReadWrite, platform::kCreateAlways, platform::kAlreadyExists, true, ""},
+    };
+    for (const OpenRow& row : rows) {
+        SCOPED_TRACE(std::string(row.leaf) + " " + std::to_string(row.disposition));
+        const TemporaryFolder folder;
+        folder.Write("old", "text");
+        std::filesystem::create_symlink("old", folder.Path() / "link");
+        VFile file;
+        EXPECT_EQ(file.Open(folder.Name(row.leaf), row.access, row.disposition), row.opens);
+        EXPECT_EQ(platform::GetLastErrorCode(), row.lastError);
+        EXPECT_EQ(file.GetName(), row.opens ? folder.Name(row.leaf) : VUnicodeString());
+        if (row.content != nullptr) {
+            EXPECT_EQ(folder.Read("old"), row.content);
+        }
+    }
+}
+
+TEST(File, ANewFileIsTheUsersAlone) {
+    const TemporaryFolder folder;
+    const mode_t mask = umask(0);
+    VFile file;
+    EXPECT_TRUE(file.Open(folder.Name("new"), kReadWrite, platform::kCreateNew));
+    umask(mask);
+    struct stat info {};
+    ASSERT_EQ(stat((folder.Path() / "new").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777U, 0600U);
+}
+
+TEST(File, OwnOnlyRefusesLinks) {
+    const TemporaryFolder folder;
+    folder.Write("victim", "text");
+    std::filesystem::create_symlink("victim", folder.Path() / "link");
+    VFile file;
+    file.SetAttributes(platform::kFileAttributeNormal | platform::kFileFlagOwnOnly);
+    EXPECT_FALSE(file.Open(folder.Name("link"), kReadWrite, platform::kCreateAlways));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kCannotResolveName);
+    EXPECT_EQ(folder.Read("victim"), "text");
+    EXPECT_TRUE(file.Open(folder.Name("victim"), kReadWrite, platform::kCreateAlways));
+}
+
+TEST(File, ReadsWritesAndEnds) {
+    const TemporaryFolder folder;
+    VFile file;
+    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kCreateNew));
+    EXPECT_TRUE(file.Write("0123456789", 10));
+    EXPECT_TRUE(file.WriteAt(2, "ab", 2));
+    std::uint64_t position = 0;
+    EXPECT_TRUE(file.GetPosition(position));
+    EXPECT_EQ(position, 10U);
+    char bytes[16] = {};
+    std::size_t done = 0;
+    EXPECT_TRUE(file.ReadAt(8, bytes, sizeof(bytes), done));
+    EXPECT_EQ(std::string(bytes, done), "89");
+    EXPECT_TRUE(file.Seek(-4, platform::SeekOrigin::kEnd));
+    EXPECT_TRUE(file.SetEndOfFile());
+    EXPECT_EQ(folder.Read("data"), "01ab45");
+    EXPECT_FALSE(file.Seek(-1, platform::SeekOrigin::kBegin));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInvalidParameter);
+    EXPECT_FALSE(file.WriteAt(~std::uint64_t{0}, "x", 1));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInvalidParameter);
+}
+
+TEST(File, AppendsAtTheEndAndRefusesWhatItsAccessDoesNotAllow) {
+    const TemporaryFolder folder;
+    folder.Write("data", "abc");
+    VFile file;
+    ASSERT_TRUE(file.Open(folder.Name("data"), platform::kFileAppendData, platform::kOpenExisting));
+    EXPECT_TRUE(file.Write("d", 1));
+    EXPECT_EQ(folder.Read("data"), "abcd");
+    char byte = 0;
+    std::size_t done = 0;
+    EXPECT_FALSE(file.Read(&byte, 1, done));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
+    ASSERT_TRUE(file.Open(folder.Name("data"), platform::kGenericRead, platform::kOpenExisting));
+    EXPECT_FALSE(file.Write("d", 1));
+    EXPECT_FALSE(file.LockRange(0, 1, true));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
+}
+
+TEST(File, ShareModeKeepsOthersOut) {
+    const struct {
+        std::uint32_t first;
+        std::uint32_t second;
+        bool opens;
+    } rows[] = {{0, 0, false}, {0, 1, false}, {1, 0, false}, {1, 1, true}, {3, 1, true}};
+    for (const auto& row : rows) {
+        const TemporaryFolder folder;
+        folder.Write("data", "text");
+        VFile first;
+        first.SetShareMode(row.first);
+        ASSERT_TRUE(first.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
+        VFile second;
+        second.SetShareMode(row.second);
+        EXPECT_EQ(second.Open(folder.Name("data"), kReadWrite, platform::kCreateAlways), row.opens);
+        EXPECT_EQ(folder.Read("data"), row.opens ? "" : "text") << "a file that is refused must not be emptied";
+        if (!row.opens) {
+            EXPECT_EQ(platform::GetLastErrorCode(), platform::kSharingViolation);
+        }
+        first.Close();
+        EXPECT_TRUE(second.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
+    }
+}
+
+/// What another process finds that tries to lock a range.
+class RangeProbe {
+  public:
+    explicit RangeProbe(VUnicodeString fileName) : name(std::move(fileName)) {}
+    bool CanLock(std::uint64_t offset, std::uint64_t length, platform::LockMode mode) const {
+        ChildProcess child([&](ChildProcess&) {
+            const auto file = platform::OpenFile(name, {kReadWrite, platform::kOpenExisting, platform::kShareRead});
+            if (platform::LockFileRange(file, offset, length, mode, false)) return 0;
+            return platform::GetLastErrorCode() == platform::kLockViolation ? 1 : 2;
+        });
+        const int code = child.Wait();
+        EXPECT_TRUE(code == 0 || code == 1) << code;
+        return code == 0;
+    }
+
+  private:
+    VUnicodeString name;
+};
+
+TEST(File, RangeLocksAreSeenByAnotherProcess) {
+    using platform::LockMode;
+    const TemporaryFolder folder;
+    folder.Write("data", "text");
+    const RangeProbe probe(folder.Name("data"));
+    VFile file;
+    file.SetShareMode(platform::kShareRead | platform::kShareWrite);
+    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
+    ASSERT_TRUE(file.LockRange(10, 10, true));
+    ASSERT_TRUE(file.LockRange(30, 10, false));
+    EXPECT_FALSE(probe.CanLock(19, 1, LockMode::kShared));
+    EXPECT_TRUE(probe.CanLock(20, 10, LockMode::kExclusive));
+    EXPECT_TRUE(probe.CanLock(30, 10, LockMode::kShared));
+    EXPECT_FALSE(probe.CanLock(0, ~std::uint64_t{0}, LockMode::kExclusive));
+    {
+        // Another handle of this process that comes and goes takes no lock away.
+        VFile other;
+        other.SetShareMode(platform::kShareRead);
+        ASSERT_TRUE(other.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
+    }
+    EXPECT_FALSE(probe.CanLock(10, 1, LockMode::kShared));
+    EXPECT_TRUE(file.UnlockRange(10, 10));
+    EXPECT_TRUE(probe.CanLock(10, 1, LockMode::kExclusive));
+    file.Close();
+    EXPECT_TRUE(probe.CanLock(0, 0, LockMode::kExclusive));
+    EXPECT_TRUE(probe.CanLock(30, 10, LockMode::kExclusive));
+}
+
+TEST(File, MapsAViewUntilItIsClosed) {
+    const TemporaryFolder folder;
+    folder.Write("data", "text");
+    VFile file;
+    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
+    auto* view = static_cast<char*>(file.MapView(true));
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(file.GetViewSize(), 4U);
+    std::memcpy(view, "next", 4);
+    EXPECT_EQ(folder.Read("data"), "next");
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(file.GetViewSize(), 0U);
+    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kTruncateExisting));
+    EXPECT_EQ(file.MapView(false), nullptr);
+}
+
+}  // namespace
+}  // namespace connectdialog

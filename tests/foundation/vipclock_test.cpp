@@ -1,0 +1,239 @@
+#include "foundation/vipclock.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <thread>
+
+#include "childprocess.h"
+#include "foundation/vmemorymappedbuffer.h"
+#include "platform/lasterror.h"
+#include "temporaryfolder.h"
+
+namespace connectdialog {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Gives each test a folder for run time of its own.
+class RuntimeFolderTest : public testing::Test {
+  protected:
+    RuntimeFolderTest() { setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1); }
+    ~RuntimeFolderTest() override { unsetenv("XDG_RUNTIME_DIR"); }
+
+    static bool CanAcquire(std::u16string_view name) {
+        const platform::LockHandle handle = platform::OpenNamedLock(name);
+        const bool acquired = platform::AcquireNamedLock(handle, false);
+        platform::CloseNamedLock(handle);
+        return acquired;
+    }
+    static std::uint32_t LockError(std::u16string_view name) { return VIpcLock(name).GetStatus().GetCode(); }
+
+    TemporaryFolder folder;
+    const fs::path own = folder.Path() / "brennmark";
+};
+
+using IpcLockTest = RuntimeFolderTest;
+using MappedBufferTest = RuntimeFolderTest;
+
+TEST_F(IpcLockTest, ExcludesAnotherProcessUntilTheLastUnlock) {
+    VIpcLock lock(u"name");
+    ASSERT_TRUE(lock.IsCreated());
+    lock.Lock();
+    lock.Lock();
+    ChildProcess child([&](ChildProcess& parent) {
+        if (CanAcquire(u"name") || platform::GetLastErrorCode() != platform::kLockViolation) return 1;
+        VIpcLock same(u"name");
+        parent.Signal();
+        same.Lock();  // waits here for the parent
+        parent.Signal();
+        parent.Await();
+        return 0;
+    });
+    EXPECT_TRUE(child.Await());
+    lock.Unlock();
+    EXPECT_FALSE(CanAcquire(u"name"));
+    EXPECT_TRUE(CanAcquire(u"other"));
+    lock.Unlock();
+    EXPECT_TRUE(child.Await());
+    EXPECT_FALSE(CanAcquire(u"name"));
+    child.Signal();
+    EXPECT_EQ(child.Wait(), 0);
+    EXPECT_TRUE(CanAcquire(u"name"));
+}
+
+TEST_F(IpcLockTest, SurvivesTheDeathOfItsHolder) {
+    ChildProcess child([](ChildProcess& parent) {
+        VIpcLock lock(u"name");
+        lock.Lock();
+        parent.Signal();
+        parent.Await();
+        return 0;
+    });
+    ASSERT_TRUE(child.Await());
+    EXPECT_FALSE(CanAcquire(u"name"));
+    child.Kill();
+    VIpcLock lock(u"name");
+    lock.Lock();
+    lock.Unlock();
+}
+
+TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
+    VIpcLock lock(u"name");
+    int count = 0;
+    const auto add = [&] {
+        for (int i = 0; i < 10000; ++i) {
+            lock.Lock();
+            ++count;
+            lock.Unlock();
+        }
+    };
+    std::thread other(add);
+    add();
+    other.join();
+    EXPECT_EQ(count, 20000);
+}
+
+TEST_F(IpcLockTest, EndsWithoutTouchingTheLastError) {
+    platform::SetLastErrorCode(7);
+    { const VIpcLock lock(u""); }
+    platform::SetLastErrorCode(7);
+    { const VIpcLock lock(u"name"); }
+    EXPECT_EQ(platform::GetLastErrorCode(), 7U);
+}
+
+TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
+    EXPECT_EQ(LockError(u"a/../b"), platform::kInvalidParameter);
+    EXPECT_EQ(LockError(u".."), platform::kInvalidParameter);
+    ASSERT_EQ(LockError(u"name"), 0U);
+    fs::permissions(own / "name", fs::perms::others_read, fs::perm_options::add);
+    EXPECT_EQ(LockError(u"name"), platform::kAccessDenied);
+    fs::create_symlink(folder.Path() / "victim", own / "link");
+    EXPECT_EQ(LockError(u"link"), platform::kCannotResolveName);
+    EXPECT_FALSE(fs::exists(folder.Path() / "victim"));
+    ASSERT_EQ(mkfifo((own / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(LockError(u"pipe"), platform::kAccessDenied);
+
+    fs::permissions(own, fs::perms::group_exec, fs::perm_options::add);
+    EXPECT_EQ(LockError(u"other"), platform::kAccessDenied);
+    fs::rename(own, folder.Path() / "moved");
+    fs::permissions(folder.Path() / "moved", fs::perms::group_exec, fs::perm_options::remove);
+    fs::create_symlink("moved", own);
+    EXPECT_NE(LockError(u"other"), 0U) << "the folder is a link";
+    fs::remove(own);
+    folder.Write("brennmark", "");
+    EXPECT_EQ(LockError(u"other"), platform::kNotAFolder);
+}
+
+TEST_F(IpcLockTest, RefusesTheFilesAndFoldersOfAnotherUser) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the administrator can give files away";
+    ASSERT_EQ(LockError(u"name"), 0U);
+    ASSERT_EQ(chown((own / "name").c_str(), 12345, 12345), 0);
+    EXPECT_EQ(LockError(u"name"), platform::kAccessDenied);
+    ASSERT_EQ(chown(own.c_str(), 12345, 12345), 0);
+    EXPECT_EQ(LockError(u"other"), platform::kAccessDenied);
+}
+
+TEST_F(MappedBufferTest, HandsBytesToAnotherProcess) {
+    VMemoryMappedBuffer buffer;
+    ASSERT_TRUE(buffer.Create(8));
+    EXPECT_EQ(platform::GetLastErrorCode(), 0U);
+    ChildProcess child([](ChildProcess&) {
+        VMemoryMappedBuffer attached;
+        const bool exists = attached.Create(platform::kExistingSize);
+        if (!exists || platform::GetLastErrorCode() != platform::kAlreadyExists) return -1;
+        attached.GetLock()->Lock();
+        const bool written = attached.AppendString("answer") != nullptr;
+        attached.GetLock()->Unlock();
+        return written ? static_cast<int>(attached.GetDataLength()) : -1;
+    });
+    const int length = child.Wait();
+    ASSERT_EQ(length, 6);
+    EXPECT_EQ(buffer.GetDataLength(), 0U);
+    buffer.SetDataLength(6);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.GetData()), 6), "answer");
+    buffer.Close();
+    EXPECT_EQ(buffer.GetData(), nullptr);
+    EXPECT_FALSE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0")) << "the last one removes it";
+}
+
+TEST_F(MappedBufferTest, NeverGrows) {
+    VMemoryMappedBuffer buffer;
+    EXPECT_EQ(buffer.AppendString("x"), nullptr) << "nothing is open";
+    ASSERT_TRUE(buffer.Create(4));
+    EXPECT_EQ(buffer.GetCapacity(), 4U);
+    EXPECT_NE(buffer.AppendString("abc"), nullptr);
+    EXPECT_EQ(buffer.AppendString("de"), nullptr);
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
+    EXPECT_EQ(buffer.Append(nullptr, ~std::uint64_t{0}, 0), nullptr);
+    EXPECT_EQ(buffer.GetDataLength(), 3U);
+    EXPECT_THROW(buffer.SetDataLength(5), std::overflow_error);
+    buffer.SetDataLength(4);
+}
+
+TEST_F(MappedBufferTest, CreationFailsWithTheReason) {
+    VMemoryMappedBuffer first;
+    VMemoryMappedBuffer second;
+    const struct {
+        std::uint64_t size;
+        std::uint32_t error;
+    } rows[] = {{0, platform::kInvalidParameter},
+                {platform::kLargestSharedMemory + 1, platform::kInvalidParameter},
+                {platform::kExistingSize, platform::kFileNotFound}};
+    for (const auto& row : rows) {
+        EXPECT_FALSE(first.Create(row.size));
+        EXPECT_EQ(platform::GetLastErrorCode(), row.error);
+    }
+    ASSERT_TRUE(first.Create(16));
+    EXPECT_FALSE(second.Create(17));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
+    ASSERT_TRUE(second.Create(8));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAlreadyExists);
+    EXPECT_EQ(second.GetCapacity(), 8U);
+}
+
+TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {
+    ChildProcess child([](ChildProcess& parent) {
+        VMemoryMappedBuffer buffer;
+        const bool written = buffer.Create(64) && buffer.AppendString("stale") != nullptr;
+        parent.Signal();
+        parent.Await();
+        return written ? 0 : 1;
+    });
+    ASSERT_TRUE(child.Await());
+    child.Kill();
+    ASSERT_TRUE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0"));
+    VMemoryMappedBuffer buffer;
+    ASSERT_TRUE(buffer.Create(100));
+    EXPECT_EQ(platform::GetLastErrorCode(), 0U);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.GetData()), 100), std::string(100, '\0'));
+}
+
+TEST_F(MappedBufferTest, MemoryThatIsCutOffIsNotTouched) {
+    VMemoryMappedBuffer buffer;
+    ASSERT_TRUE(buffer.Create(100000));
+    fs::resize_file(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0", 10);
+    EXPECT_EQ(buffer.AppendString("x"), nullptr);
+    EXPECT_EQ(buffer.GetData(), nullptr);
+    EXPECT_EQ(buffer.GetCapacity(), 0U);
+}
+
+/// Processes that create and close at once never see each other's leftovers or lose the memory under their hands.
+TEST_F(MappedBufferTest, ManyCreateAndCloseAtOnce) {
+    const auto work = [](ChildProcess&) {
+        for (int i = 0; i < 200; ++i) {
+            VMemoryMappedBuffer buffer;
+            if (!buffer.Create(64)) return static_cast<int>(platform::GetLastErrorCode());
+            if (buffer.GetCapacity() != 64 || buffer.AppendString("x") == nullptr) return 1;
+        }
+        return 0;
+    };
+    ChildProcess first(work);
+    ChildProcess second(work);
+    EXPECT_EQ(first.Wait(), 0);
+    EXPECT_EQ(second.Wait(), 0);
+}
+
+}  // namespace
+}  // namespace connectdialog

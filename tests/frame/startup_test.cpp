@@ -1,0 +1,117 @@
+#include <set>
+
+#include "config/isessionconfig.h"
+#include "config/sessionconfig.h"
+#include "foundation/vcriticalsection.h"
+#include "frame/connectdialogapi.h"
+#include "imports/dialogkit/windowclass.h"
+#include "support/fakesuite.h"
+
+namespace connectdialog::test {
+namespace {
+
+constexpr char16_t kOldMarker[] = u"0311ABC6-1CDD-46fc-A08A-0D7C00242FCA";
+
+class StartupTest : public LibraryTest {
+  protected:
+    static VProfileStoreFactory* CountingGetter() {
+        ++stores;
+        return counted;
+    }
+    StartupTest() {
+        counted = factory.get();
+        stores = 0;
+        ConnectDialogDllInitProfileFactory(CountingGetter);
+    }
+    static inline VProfileStoreFactory* counted = nullptr;
+    static inline int stores = 0;
+};
+
+TEST_F(StartupTest, TheUpgradeRunsOnceAndOnlyForOldData) {
+    MakeSession(u"f\\s");
+    struct Row {
+        VUnicodeString marker;
+        bool runs;
+    };
+    const Row rows[] = {{u"", false}, {VUnicodeString(kOldMarker) + u"x", false},
+                        {u"0311abc6-1cdd-46fc-a08a-0d7c00242fca", false}, {kOldMarker, true}};
+    for (const Row& row : rows) {
+        panels.global->configUpgradeMarker.Set(row.marker);
+        panels.global->saves = 0;
+        stores = 0;
+        ConnectDialogInitGUI(nullptr, nullptr, nullptr);
+        EXPECT_EQ(panels.global->saves, row.runs ? 1 : 0);
+        EXPECT_EQ(stores > 0, row.runs);
+    }
+    EXPECT_EQ(panels.global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB");
+    stores = 0;
+    ConnectDialogInitGUI(nullptr, nullptr, nullptr);
+    EXPECT_EQ(stores, 0);
+    EXPECT_EQ(panels.initCalls, 5);
+    EXPECT_EQ(panels.pick, &ShowConnectDialogMultiSelectBrowseMode);
+    EXPECT_TRUE(GetModuleState().connectClassRegistered);
+    EXPECT_NE(FindWindowClass(u"Brennmark Software Connect Dialog"), nullptr);
+}
+
+TEST_F(StartupTest, WithoutGlobalSettingsTheNeighboursAreStillIntroduced) {
+    panels.global = nullptr;
+    ConnectDialogInitGUI(nullptr, nullptr, nullptr);
+    EXPECT_EQ(panels.initCalls, 1);
+}
+
+TEST_F(StartupTest, ResultsOutliveTheirCleanupWithTheirOwner) {
+    EXPECT_EQ(GetConnectDialogSessionConfig(0), nullptr);
+    GetModuleState().connectResultConfigs.Add(VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"s", nullptr)));
+    EXPECT_EQ(GetConnectDialogSessionConfigCount(), 1U);
+    EXPECT_EQ(GetConnectDialogSessionConfig(1), nullptr);
+    const auto kept = VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(0));
+    CleanupConnectDialogSessionConfigs();
+    EXPECT_EQ(GetConnectDialogSessionConfigCount(), 0U);
+    EXPECT_EQ(kept->GetName(), u"s");
+}
+
+TEST_F(StartupTest, DialogsThatAreClosedTouchNothing) {
+    bool openInTab = true;
+    EXPECT_EQ(ShowConnectDialog(u"t", true, true, true, nullptr, openInTab), kDialogCancelled);
+    EXPECT_TRUE(openInTab);
+    VUnicodeString path = u"kept";
+    EXPECT_EQ(ShowConnectDialogBrowseMode(u"t", path, nullptr), kDialogCancelled);
+    EXPECT_EQ(path, u"kept");
+    VArray<VUnicodeString> paths;
+    EXPECT_EQ(ShowConnectDialogMultiSelectBrowseMode(u"t", paths, nullptr), kDialogCancelled);
+    EXPECT_TRUE(paths.IsEmpty());
+}
+
+TEST_F(StartupTest, TheCommandLineAndTheLockAreReplaced) {
+    ConnectDialogInitApplicationCommandLine(u"app");
+    EXPECT_EQ(GetModuleState().applicationCommandLine, u"app");
+    ConnectDialogInitApplicationCommandLine(nullptr);
+    EXPECT_TRUE(GetModuleState().applicationCommandLine.IsEmpty());
+
+    auto lock = VRef<ISynchObject>::Adopt(new VCriticalSection);
+    ConnectDialogDllInit(nullptr, lock.Get());
+    EXPECT_EQ(lock->AddRef(), 3);
+    lock->Release();
+    ConnectDialogDllInit(nullptr, nullptr);
+    EXPECT_EQ(lock->AddRef(), 2);
+    lock->Release();
+}
+
+TEST_F(StartupTest, MessagesHaveNumbersOfTheirOwn) {
+    const std::set<unsigned> numbers = {GetGlobalConfigChangeMessage(), GetCreateNewTabMessage(),
+                                        GetWakestoneShowSelectionMessage(), GetWakestoneCanExitApplicationMessage()};
+    EXPECT_EQ(numbers.size(), 4U);
+    EXPECT_GE(*numbers.begin(), 0xC000U);
+    EXPECT_LE(*numbers.rbegin(), 0xFFFFU);
+}
+
+TEST_F(StartupTest, ASecondLookForKeyToolsDoesNothing) {
+    GetSpecialFunctions(u"nowhere", u"missing.so");
+    EXPECT_TRUE(GetModuleState().specialFunctionsLoaded);
+    EXPECT_EQ(g_pfnLaunchKeygenWizard, nullptr);
+    GetSpecialFunctions(nullptr, nullptr);
+    EXPECT_EQ(g_pfnExportPublickKey, nullptr);
+}
+
+}  // namespace
+}  // namespace connectdialog::test

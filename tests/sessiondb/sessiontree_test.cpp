@@ -1,0 +1,157 @@
+#include "sessiondb/sessiontree.h"
+
+#include <string>
+#include <vector>
+
+#include "config/isessionconfig.h"
+#include "config/sessionconfig.h"
+#include "foundation/texttools.h"
+#include "foundation/vstringarray.h"
+#include "sessiondb/profilefolderdata.h"
+#include "sessiondb/sessionpaths.h"
+#include "support/fakesuite.h"
+
+namespace connectdialog::test {
+namespace {
+
+class SessionTreeTest : public LibraryTest {
+  protected:
+    void ArrangeManually() { panels.global->sessionArrangementMode.Set(static_cast<int>(SessionArrangement::kManual)); }
+    static VRef<ISessionConfig> Make(const char16_t* path) {
+        const VUnicodeString leaf = GetEntryLeaf(path);
+        auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), nullptr));
+        config->SetPath(path);
+        return config;
+    }
+    static VUnicodeString ListOf(const char16_t* folder, const char16_t* listName) {
+        VUnicodeString list;
+        WithKey(BuildFolderDataKeyPath(folder).GetData(), [&](VProfileKey& key) { key.ReadString(listName, list); });
+        return list;
+    }
+    static std::vector<std::u16string> Walk() {
+        std::vector<std::u16string> paths;
+        WithKey(u"Sessions", [&](VProfileKey& key) {
+            WalkSessions(
+                key, VUnicodeString(),
+                [](VProfileKey&, const VUnicodeString& path, const VUnicodeString&, void* context) {
+                    static_cast<std::vector<std::u16string>*>(context)->emplace_back(path.View());
+                },
+                &paths);
+        });
+        return paths;
+    }
+};
+
+TEST_F(SessionTreeTest, PathsJoinAndSplitAtTheBackslash) {
+    EXPECT_EQ(BuildSessionKeyPath(u""), u"Sessions");
+    EXPECT_EQ(BuildSessionKeyPath(u"a\\b"), u"Sessions\\a\\b");
+    EXPECT_EQ(BuildFolderDataKeyPath(u""), u"Sessions\\__FolderData__");
+    EXPECT_EQ(BuildFolderDataKeyPath(u"a"), u"Sessions\\a\\__FolderData__");
+    EXPECT_EQ(GetEntryLeaf(u"a\\b"), u"b");
+    EXPECT_EQ(GetEntryLeaf(u"b"), u"b");
+    EXPECT_EQ(GetEntryParent(u"a\\b\\c"), u"a\\b");
+    EXPECT_EQ(GetEntryParent(u"b"), u"");
+    EXPECT_EQ(JoinEntryPath(u"", u"b"), u"b");
+}
+
+TEST_F(SessionTreeTest, QuestionsAboutWhatIsThere) {
+    MakeSession(u"Servers\\alpha");
+    MakeFolder(u"Empty");
+    EXPECT_TRUE(SessionKeyExists(u"servers\\ALPHA"));
+    EXPECT_TRUE(EntryExistsIn(u"Servers", u"alpha"));
+    EXPECT_FALSE(EntryExistsIn(u"", u"alpha"));
+    EXPECT_TRUE(IsFolderPath(u"Servers"));
+    EXPECT_FALSE(IsFolderPath(u"Servers\\alpha"));
+    EXPECT_TRUE(FolderHasEntries(u"Servers"));
+    EXPECT_FALSE(FolderHasEntries(u"Empty"));
+    EXPECT_FALSE(FolderHasEntries(u"nowhere"));
+    WriteIsExpanded(u"Empty", true);
+    EXPECT_FALSE(FolderHasEntries(u"Empty")) << "arrangement data is no entry";
+    EXPECT_TRUE(ReadIsExpanded(u"Empty"));
+    EXPECT_FALSE(ReadIsExpanded(u"Servers"));
+}
+
+TEST_F(SessionTreeTest, TheWalkMeetsEverySessionOnceDepthFirst) {
+    for (const char16_t* path : {u"b\\two", u"b\\c\\three", u"a", u".dot"}) MakeSession(path);
+    WriteIsExpanded(u"b", true);
+    EXPECT_EQ(Walk(), (std::vector<std::u16string>{u".dot", u"a", u"b\\c\\three", u"b\\two"}));
+}
+
+TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
+    MakeSession(u"f\\s");
+    const auto session = OpenSession(u"f\\s");
+    ASSERT_TRUE(session);
+    EXPECT_EQ(session->GetName(), u"s");
+    EXPECT_EQ(session->GetPath(), u"f\\s");
+    EXPECT_FALSE(OpenSession(u"f"));
+    EXPECT_FALSE(OpenSession(u"gone"));
+    EXPECT_FALSE(OpenSession(u"default"));
+    EXPECT_FALSE(OpenSession(u""));
+    EXPECT_TRUE(OpenSession(u"Default"));
+}
+
+TEST_F(SessionTreeTest, AFolderAtDefaultIsNoSession) {
+    MakeFolder(u"Default");
+    EXPECT_FALSE(OpenSession(u"Default"));
+}
+
+TEST_F(SessionTreeTest, ANewSessionGoesToItsParentsListAndAnOldOneKeepsItsPlace) {
+    ArrangeManually();
+    for (const char16_t* path : {u"f\\b", u"f\\a", u"f\\c"}) EXPECT_TRUE(SaveSession(*Make(path)));
+    EXPECT_EQ(ListOf(u"f", u"Session List"), u"b:a:c:");
+    EXPECT_TRUE(SaveSession(*Make(u"f\\b")));
+    EXPECT_TRUE(StoreSessionEntry(u"f", u"a", *Make(u"a"), u"c", true));
+    EXPECT_EQ(ListOf(u"f", u"Session List"), u"b:a:c:");
+    EXPECT_TRUE(StoreSessionEntry(u"f", u"n", *Make(u"n"), u"b", false));
+    EXPECT_EQ(ListOf(u"f", u"Session List"), u"n:b:a:c:");
+    EXPECT_TRUE(OpenSession(u"f\\n"));
+    EXPECT_TRUE(SaveSession(*Make(u"default")));
+    EXPECT_TRUE(SessionKeyExists(u"default"));
+}
+
+TEST_F(SessionTreeTest, FoldersArePlacedByTheirReference) {
+    ArrangeManually();
+    EXPECT_TRUE(AddFolderEntry(u"", u"a", VUnicodeString(), true));
+    EXPECT_TRUE(AddFolderEntry(u"", u"c", VUnicodeString(), true));
+    EXPECT_TRUE(AddFolderEntry(u"", u"b", u"a", true));
+    EXPECT_EQ(ListOf(u"", u"Folder List"), u"a:b:c:");
+    VStringArray shown;
+    shown.Add(u"first");
+    EnumerateChildFolders(VUnicodeString(), shown);
+    EXPECT_EQ(VJoin(shown, u","_v, VUnicodeString(), VUnicodeString()), u"first,a,b,c");
+}
+
+TEST_F(SessionTreeTest, ManySessionsAreStoredInTheGivenOrder) {
+    ArrangeManually();
+    SaveSession(*Make(u"f\\m"));
+    const auto z = Make(u"f\\z");
+    const auto m = Make(u"f\\m");
+    const auto a = Make(u"f\\a");
+    ISessionConfig* const configs[] = {z.Get(), m.Get(), a.Get()};
+    EXPECT_TRUE(StoreSessionEntries(u"f", configs));
+    EXPECT_EQ(ListOf(u"f", u"Session List"), u"m:z:a:");
+    EXPECT_EQ(Walk().size(), 3U);
+}
+
+TEST_F(SessionTreeTest, AProtocolCountsWhenTheTableHasIt) {
+    struct Row {
+        const char16_t* name;
+        bool has;
+    };
+    for (const Row& row : {Row{u"SSH2", true}, Row{u"telnet", true}, Row{u"None", false}, Row{u"", false},
+                           Row{u"Gopher", false}}) {
+        WithKey(u"Sessions\\s", [&](VProfileKey& key) { key.WriteString(u"Protocol Name", row.name); });
+        EXPECT_EQ(SessionHasProtocol(AppKind::kNorHalden, u"s"), row.has);
+        EXPECT_FALSE(SessionHasProtocol(AppKind::kTessaly, u"s"));
+    }
+}
+
+TEST_F(SessionTreeTest, ExpansionIsWrittenOnlyWhenItDiffers) {
+    EXPECT_TRUE(WriteIsExpanded(u"f", false));
+    EXPECT_FALSE(SessionKeyExists(u"f"));
+    EXPECT_TRUE(WriteIsExpanded(u"f", true));
+    EXPECT_TRUE(SessionKeyExists(u"f"));
+}
+
+}  // namespace
+}  // namespace connectdialog::test

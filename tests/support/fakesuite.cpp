@@ -1,0 +1,98 @@
+#include "support/fakesuite.h"
+
+#include "config/sessiondbhooks.h"
+#include "foundation/vreportmessageparams.h"
+#include "imports/dialogkit/appname.h"
+#include "sessiondb/sessionpaths.h"
+#include "stores/openstore.h"
+
+namespace connectdialog::test {
+
+namespace {
+VProfileStoreFactory* currentFactory = nullptr;
+}  // namespace
+
+FakeGlobalConfig::FakeGlobalConfig() {
+    configUpgradeMarker.Load(nullptr, u"Config Upgrade Marker"_v, VUnicodeString());
+    sessionArrangementMode.Load(nullptr, u"Session Arrangement Mode"_v, 0);
+    hideDotEntries.Load(nullptr, u"Hide Dot Entries"_v, false);
+    lineSendDelay.Load(nullptr, u"Line Send Delay"_v, 7);
+    characterSendDelay.Load(nullptr, u"Character Send Delay"_v, 3);
+}
+
+FakeProtocol::FakeProtocol(VProfileKey* key, const ConnectProtocolTableElement& row) {
+    host.Load(key, row.name + u" Host", VUnicodeString());
+}
+
+void FakeProtocol::ImportShared(const SharedSettings& settings) {
+    if (const VUnicodeString* shared = settings.Find(u"host"_v)) host.Set(*shared);
+}
+
+bool FakeProtocol::IsComplete(std::uint32_t& state) const {
+    if (host.Get().IsEmpty()) state = incompleteState;
+    return !host.Get().IsEmpty();
+}
+
+ConnectProtocolTableElement MakeRow(AppKind kind, const char16_t* name, bool hasConfig) {
+    ConnectProtocolTableElement row;
+    row.name = name;
+    row.kind = kind;
+    if (hasConfig)
+        row.createConfig = [](VProfileKey* key, ICommonConfig*, const ConnectProtocolTableElement& element) {
+            return static_cast<ConnectConfig*>(new FakeProtocol(key, element));
+        };
+    return row;
+}
+
+bool FakeConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t) {
+    if (!global) return false;
+    config = VRef<GlobalConfig>::Share(global.Get());
+    return true;
+}
+
+void FakeConfigPanels::ConfigPanelsInitGUI(PickSessionsFunction pickSessions, SessionImageListFunction) {
+    ++initCalls;
+    pick = pickSessions;
+}
+
+LibraryTest::LibraryTest() {
+    VReportMessageParams report;
+    factory = stores::OpenProfileStoreFactory(u"memory:", report);
+    currentFactory = factory.get();
+    SetProfileFactoryGetter([] { return currentFactory; });
+    InstallConfigPanels(&panels);
+    SetAppName(u"NorHalden");
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"SSH2"));
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Telnet"));
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"TAPI"));
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Serial"));
+    panels.table.Add(MakeRow(AppKind::kTessaly, u"SFTP"));
+    panels.table.Add(MakeRow(AppKind::kTessaly, u"FTP"));
+}
+
+LibraryTest::~LibraryTest() {
+    InstallConfigPanels(nullptr);
+    InstallSessionDbHooks(nullptr);
+    SetProfileFactoryGetter(nullptr);
+}
+
+void LibraryTest::WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use) {
+    VProfileStore store(nullptr);
+    {
+        VProfileKey key(store.GetRootKey(), path, 0);
+        use(key);
+    }
+    ASSERT_TRUE(store.Close());
+}
+
+void LibraryTest::MakeSession(const char16_t* sessionPath) {
+    WithKey(BuildSessionKeyPath(sessionPath).GetData(), [](VProfileKey& key) { key.WriteDword(kIsSessionValue, 1); });
+}
+
+void LibraryTest::MakeFolder(const char16_t* sessionPath) {
+    VProfileStore store(nullptr);
+    { const VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(sessionPath).GetData(), 1); }
+    ASSERT_TRUE(store.Close());
+}
+
+}  // namespace connectdialog::test

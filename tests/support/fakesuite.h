@@ -1,0 +1,103 @@
+// Stand-ins for the neighbours of the library, and a world of its own for each test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+#include "imports/configpanels.h"
+#include "imports/connectconfig.h"
+#include "profile/vprofile2.h"
+#include "profile/vprofilekey.h"
+
+namespace connectdialog::test {
+
+/// Global settings in memory that count how often they were saved.
+class FakeGlobalConfig : public GlobalConfig {
+  public:
+    FakeGlobalConfig();
+    bool Save() override {
+        ++saves;
+        return true;
+    }
+    int saves = 0;
+};
+
+/// Settings of an invented protocol: a host name under "<protocol> Host".
+class FakeProtocol : public ConnectConfig {
+  public:
+    FakeProtocol(VProfileKey* key, const ConnectProtocolTableElement& row);
+    FakeProtocol(const FakeProtocol& other) = default;
+
+    void Save(VProfileKey& key, bool force) override {
+        if (notToBeSaved == 0) host.Save(key, force);
+    }
+    bool IsChanged() const override { return host.IsChanged(); }
+    void Commit() override {
+        ++commits;
+        host.Commit();
+    }
+    void Revert() override { host.Revert(); }
+    void Assign(const VProfileData& other) override { host.Assign(dynamic_cast<const FakeProtocol&>(other).host); }
+    bool IsMissing() const override { return host.IsMissing(); }
+    VProfileData* GetMember(std::size_t index) override { return index == 0 ? &host : nullptr; }
+    ConnectConfig* Clone(ICommonConfig*) const override { return new FakeProtocol(*this); }
+    void ExportShared(SharedSettings& settings) const override { settings[u"host"_v] = host.Get(); }
+    void ImportShared(const SharedSettings& settings) override;
+    bool IsComplete(std::uint32_t& state) const override;
+    void GetSuggestedName(VUnicodeString& name) const override { name = host.Get(); }
+    void GetHostName(VUnicodeString& text) const override { text = host.Get(); }
+    void SetHostName(const VUnicodeString& text) override { host.Set(text); }
+    std::uint16_t GetPort() const override { return 22; }
+    void TransferForward(void* argument) override { forwarded = argument; }
+    void ReleasePort() override {}
+
+    VProfileText host;
+    int commits = 0;
+    std::uint32_t incompleteState = kHostNameMissing;
+    void* forwarded = nullptr;
+};
+
+/// One row of a protocol table; without `hasConfig` it makes no settings object.
+ConnectProtocolTableElement MakeRow(AppKind kind, const char16_t* name, bool hasConfig = true);
+
+class FakeConfigPanels : public IConfigPanels {
+  public:
+    bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) override;
+    void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) override;
+    const ConnectProtocolTable& GetConnectProtocolTable() override { return table; }
+    AppKind GetCurrentAppProductID() override { return AppKind::kNorHalden; }
+    bool IsIntegrated() override { return true; }
+    bool IsNorHaldenInstalled() override { return true; }
+    bool IsNorHaldenOrHaldenInstalled() override { return true; }
+    bool IsTessalyInstalled() override { return true; }
+    bool HasKeldaEmulation() override { return false; }
+    bool ValidateSessionName(const VUnicodeString&, const VUnicodeString&, const VUnicodeString&, bool,
+                             VWindow*) override {
+        return true;
+    }
+
+    VRef<FakeGlobalConfig> global = VRef<FakeGlobalConfig>::Adopt(new FakeGlobalConfig);
+    ConnectProtocolTable table;
+    int initCalls = 0;
+    PickSessionsFunction pick = nullptr;
+};
+
+/// An empty memory store as the default store, the fake neighbours, and the application "NorHalden".
+class LibraryTest : public ::testing::Test {
+  protected:
+    LibraryTest();
+    ~LibraryTest() override;
+
+    /// Runs `use` with the key at `path` of the default store, open for writing.
+    static void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use);
+    /// A key that is a session, with nothing else in it.
+    static void MakeSession(const char16_t* sessionPath);
+    static void MakeFolder(const char16_t* sessionPath);
+
+    FakeConfigPanels panels;
+    std::unique_ptr<VProfileStoreFactory> factory;
+};
+
+}  // namespace connectdialog::test
