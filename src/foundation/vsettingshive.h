@@ -77,8 +77,8 @@ class VSettingsHive {
 
     /// The keys as the file holds them now. Valid until the next call.
     const VHiveTree& Tree();
-    /// What was wrong in the file when Tree or another function last read it.
-    const std::vector<VHiveFault>& Faults() const { return faults; }
+    /// Whether the whole file can be read; else why not, or its first fault.
+    VHiveStatus Health();
 
   private:
     void Refresh();

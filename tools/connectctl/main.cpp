@@ -18,7 +18,7 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-constexpr std::array<Command, 8> kCommands = {{
+constexpr std::array<Command, 9> kCommands = {{
     {"import", "Make sessions from another program's configuration", true, DeclareImport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
@@ -26,6 +26,7 @@ constexpr std::array<Command, 8> kCommands = {{
     {"get", "Print one setting of a session", true, DeclareGet},
     {"set", "Change one setting of a session", true, DeclareSet},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
+    {"hive", "Settings of the machine and the user beside the store", false, DeclareHive},
     {"completion", "Print a completion script for a shell", false, DeclareCompletion},
 }};
 
