@@ -45,7 +45,8 @@ class VSettingsHive {
 
     /// The hive of the machine or of the user. Owned by the library.
     static VSettingsHive& Of(HiveScope scope);
-    /// Where Of finds the files from now on; an empty path is that of the system. For tests and tools.
+    /// Where Of finds the files from now on; an empty path is that of the system. For tests. Requires: nobody keeps a
+    /// hive that Of gave, and no VRegistryKey is open.
     static void SetPaths(std::u16string machinePath, std::u16string userPath);
 
     VSettingsHive(HiveScope scope, std::u16string path);
