@@ -7,7 +7,8 @@ namespace connectdialog::test {
 namespace {
 
 const std::vector<std::vector<std::string>> kCommandWords = {
-    {}, {"import"}, {"import", "openssh"}, {"tree"}, {"ls"}, {"show"}, {"get"}, {"set"}, {"connect"}, {"completion"}};
+    {},      {"import"}, {"import", "openssh"}, {"tree"}, {"ls"},          {"show"},
+    {"get"}, {"set"},    {"connect"},           {"hive"}, {"hive", "set"}, {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {

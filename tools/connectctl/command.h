@@ -35,6 +35,7 @@ CommandBody DeclareShow(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
+CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);
 
 }  // namespace connectdialog::connectctl
