@@ -30,9 +30,6 @@ class IBuffer : public IUnknownBase {
     /// room in a buffer that cannot grow); nothing changed.
     virtual std::uint8_t* Append(const void* data, std::uint64_t size, std::uint64_t extra) = 0;
 
-    /// Ends the object, whatever its count is; Release does it at 0.
-    virtual void Destroy() = 0;
-
     /// `count` characters, two bytes each, as they lie in memory.
     virtual std::uint8_t* AppendWide(const char16_t* text, std::uint64_t count) {
         return Append(text, count * sizeof(char16_t), 0);

@@ -209,8 +209,8 @@ class MessageExpander {
         char* end = std::to_chars(digits, digits + sizeof(digits), magnitude, base).ptr;
         if (magnitude == 0 && conversion.hasPrecision && conversion.precision == 0) end = digits;
 
-        std::string number(conversion.precision - std::min<std::size_t>(conversion.precision, end - digits), '0');
-        number.append(digits, end);
+        std::string number(digits, end);
+        if (number.size() < conversion.precision) number.insert(0, conversion.precision - number.size(), '0');
         if (base == 8 && conversion.alternate && !number.starts_with('0')) number.insert(0, 1, '0');
         std::string prefix = isSigned ? SignOf(conversion, negative) : std::string();
         if (base == 16 && conversion.alternate && magnitude != 0) prefix = "0x";

@@ -23,7 +23,6 @@ class VBasicBuffer : public VUnknown<IBuffer> {
     std::uint64_t GetDataLength() const override { return dataLength; }
     void SetDataLength(std::uint64_t length) override;
     std::uint8_t* Append(const void* appended, std::uint64_t size, std::uint64_t extra) override;
-    void Destroy() override { delete this; }
 
     /// Not sensitive at first.
     bool IsSensitive() const { return sensitive; }

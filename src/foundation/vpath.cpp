@@ -10,6 +10,19 @@ namespace connectdialog {
 
 namespace {
 constexpr std::u16string_view kSeparators = u"\\/";
+
+/// A function's static, so that it is there before and after the other statics of the process.
+VUnicodeString& DotPathBase() {
+    static VUnicodeString base;
+    return base;
+}
+
+/// Whether the path is these dots, or they and a separator begin it.
+bool BeginsWithDots(std::u16string_view path, std::u16string_view dots) {
+    if (!path.starts_with(dots)) return false;
+    path.remove_prefix(dots.size());
+    return path.empty() || kSeparators.find(path[0]) != std::u16string_view::npos;
+}
 }  // namespace
 
 VUnicodeString VJoinPath(const char16_t* first, const char16_t* second) {
@@ -51,7 +64,25 @@ bool VIsDriveRoot(const char* path, char& letter) {
     return true;
 }
 
-VUnicodeString VGetModulePath() { return VUnicodeString(platform::GetExecutablePath()); }
+void VSetDotPathBase(const VUnicodeString& folder) {
+    DotPathBase() = folder;
+}
+
+VUnicodeString VResolveDotPath(const VUnicodeString& path) {
+    const std::u16string_view base = DotPathBase().View();
+    const std::u16string_view text = path.View();
+    if (base.empty()) return path;
+    if (BeginsWithDots(text, u".")) return VUnicodeString(base) + VUnicodeString(text.substr(1));
+    if (!BeginsWithDots(text, u"..")) return path;
+    std::size_t separator = base.rfind(u'/');
+    if (separator == base.npos) separator = base.rfind(u'\\');
+    if (separator == base.npos) return path;
+    return VUnicodeString(base.substr(0, separator)) + VUnicodeString(text.substr(2));
+}
+
+VUnicodeString VGetModulePath() {
+    return VUnicodeString(platform::GetExecutablePath());
+}
 
 VUnicodeString VGetModuleFolder() {
     VUnicodeString leaf;

@@ -16,6 +16,12 @@ VUnicodeString VSplitPath(const VUnicodeString& path, VUnicodeString& leaf);
 /// True for a letter with a colon, with or without a backslash; `letter` is that letter, or 0. Null is none.
 bool VIsDriveRoot(const char* path, char& letter);
 
+/// What VResolveDotPath resolves against, for the whole process; empty at start, and then nothing is resolved.
+void VSetDotPathBase(const VUnicodeString& folder);
+/// A path that is `.` or `..` or begins with one of them and a separator, with the base folder or the folder above it
+/// in their place. Any other path comes back as it is, and so does `..` when the base has no separator.
+VUnicodeString VResolveDotPath(const VUnicodeString& path);
+
 /// The executable of this process; empty when it cannot be told.
 VUnicodeString VGetModulePath();
 /// The folder part of that.

@@ -54,7 +54,7 @@ std::int32_t VReportMessageParams::AddRef() {
 
 std::int32_t VReportMessageParams::Release() {
     const std::int32_t left = references.fetch_sub(1, std::memory_order_acq_rel) - 1;
-    if (left == 0) delete this;
+    if (left == 0) Destroy();
     return left;
 }
 

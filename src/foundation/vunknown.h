@@ -25,6 +25,9 @@ class IUnknownBase {
     /// Drops a reference, atomically; gives the new count. At 0 the object is destroyed.
     virtual std::int32_t Release() = 0;
 
+    /// Ends the object and frees its storage, whatever its count is; Release calls it at 0.
+    virtual void Destroy() { delete this; }
+
   protected:
     virtual ~IUnknownBase() = default;
 };
@@ -45,11 +48,9 @@ class VUnknown : public Interface {
     std::int32_t AddRef() override { return references.fetch_add(1, std::memory_order_relaxed) + 1; }
     std::int32_t Release() override {
         const std::int32_t left = references.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0) Destroy();
+        if (left == 0) this->Destroy();
         return left;
     }
-    /// Ends the object and frees its storage; Release calls it at 0.
-    virtual void Destroy() { delete this; }
 
   protected:
     /// Pure, so that no object is a mere VUnknown: the compiler then expects none in `delete this` either.

@@ -6,9 +6,9 @@
 //  - a kill or a power loss at any moment leaves the old file or the new one, whole;
 //  - two processes that change a hive at once lose nothing, as long as each reads, changes and replaces under the lock.
 //
-// Paths are names joined by `\`. A link in the place of a hive is followed, and what it leads to is replaced. The user's
-// file is readable by the user alone (0600, in folders made 0700), the machine's by everybody (0644 and 0755). Every
-// function that fails sets the last error.
+// Paths are names joined by `\`. A link in the place of a hive is followed, and what it leads to is replaced. The
+// user's file is readable by the user alone (0600, in folders made 0700), the machine's by everybody (0644 and 0755).
+// Every function that fails sets the last error.
 #pragma once
 
 #include <array>

@@ -50,7 +50,8 @@ DatabaseHandle OpenHandle(const std::string& path, int flags, VReportMessagePara
         sqlite3_extended_result_codes(opened, 1);
         return handle;
     }
-    report.Fail(ErrorFromSqlite(result));
+    const int cause = opened != nullptr ? sqlite3_system_errno(opened) : 0;
+    report.Fail(cause != 0 ? platform::ErrorFromErrno(cause) : ErrorFromSqlite(result));
     report.AddInsert(path.c_str());
     report.AddInsert(opened != nullptr ? sqlite3_errmsg(opened) : sqlite3_errstr(result));
     return nullptr;

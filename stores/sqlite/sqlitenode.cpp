@@ -10,8 +10,7 @@
 namespace connectdialog::stores {
 
 SqliteNode::SqliteNode(SqliteTree& tree, TreeEntry entry, std::u16string_view spelled)
-    : tree(tree), entry(std::move(entry)), spelled(spelled), loadedUnit(tree.GetUnit()), createdUnit(tree.GetUnit()),
-      loaded(true), hasRow(false) {
+    : tree(tree), entry(std::move(entry)), spelled(spelled), loadedUnit(tree.GetUnit()), loaded(true), hasRow(false) {
     MarkChanged();
 }
 
@@ -70,7 +69,7 @@ void SqliteNode::Invalidate() {
 }
 
 bool SqliteNode::RollBack() {
-    undone = createdUnit != 0 && createdUnit == tree.GetUnit();
+    undone = tree.IsOfThisUnit(entry.id);
     changed = false;
     isDeleted = false;
     Invalidate();

@@ -65,7 +65,6 @@ class SqliteNode : public StoreNode {
     PackedValues values;
     std::size_t expected = 0;  ///< index of the value that a reader who goes in stored order asks for next
     std::uint64_t loadedUnit = 0;
-    std::uint64_t createdUnit = 0;
     bool loaded = false;
     bool changed = false;
     bool hasRow = true;

@@ -131,6 +131,7 @@ void SqliteTree::EndUnit() {
     inUnit = false;
     unitFailed = false;
     lastId = 0;
+    firstNewId = 0;
 }
 
 void SqliteTree::ForgetLookups() {
@@ -280,6 +281,7 @@ bool SqliteTree::NextId(std::int64_t& id, VReportMessageParams& report) {
         Query query(*database, Sql::kSelectLastId, report);
         if (!query.Step()) return query.HasFailed() ? false : report.Fail(platform::kStoreCorrupt);
         lastId = query.GetInteger(0);
+        firstNewId = lastId + 1;
     }
     if (lastId < kRootId || lastId == INT64_MAX) return report.Fail(platform::kStoreCorrupt);
     id = ++lastId;

@@ -53,6 +53,8 @@ class SqliteTree : public StoreTree {
     NodePtr CreateNode(std::int64_t base, const KeyName& name, VReportMessageParams& report);
     bool RemoveNode(std::int64_t base, const KeyName& name, VReportMessageParams& report);
     bool ListChildren(std::int64_t parent, std::size_t limit, ChildPage& page, VReportMessageParams& report);
+    /// Whether the current unit created the key of an id.
+    bool IsOfThisUnit(std::int64_t id) const { return firstNewId != 0 && id >= firstNewId; }
     /// Reads the names that other processes added, when `id` is beyond those in memory.
     bool LoadNames(std::uint32_t id, VReportMessageParams& report);
     /// 0, with a report, on failure.
@@ -88,7 +90,8 @@ class SqliteTree : public StoreTree {
     std::vector<SqliteNode*> changedNodes;
     std::shared_ptr<SqliteNode> lastChecked;  ///< its values are those of the latest check for existence
     std::uint64_t unit = 0;
-    std::int64_t lastId = 0;  ///< handed out in this unit; 0 before the first
+    std::int64_t lastId = 0;      ///< handed out in this unit; 0 before the first
+    std::int64_t firstNewId = 0;  ///< of this unit; 0 before there is one
     bool inUnit = false;
     bool unitFailed = false;
     VReportMessageParams unitFailure;

@@ -35,10 +35,6 @@ class ExclusiveLock {
     int result = SQLITE_OK;
 };
 
-bool IsDamage(std::uint32_t code) {
-    return code == platform::kStoreCorrupt;
-}
-
 /// Seconds since 1970 UTC.
 std::int64_t Now() {
     const auto now = static_cast<std::int64_t>(platform::GetFileTimeNow() - platform::kUnixEpoch);
@@ -46,6 +42,10 @@ std::int64_t Now() {
 }
 
 }  // namespace
+
+StoreFile::Condition StoreFile::ConditionAfter(const VReportMessageParams& failure) {
+    return failure.GetCode() == platform::kStoreCorrupt ? Condition::kDamaged : Condition::kFailed;
+}
 
 StoreFile::StoreFile(std::string storePath, const SqliteStoreOptions& options)
     : path(std::move(storePath)), options(options), backups(path) {}
@@ -86,22 +86,32 @@ bool StoreFile::CheckHeader(sqlite3* handle, VReportMessageParams& report) const
     return true;
 }
 
-StoreFile::Condition StoreFile::Examine(SqliteDatabase& database, VReportMessageParams& report) {
-    std::int64_t version = 0;
+/// Whether the file holds all its pages: a last page cut short reads as zeros and is no error to SQLite. The read
+/// transaction keeps writers from being half done with a longer file.
+StoreFile::Condition StoreFile::ExamineLength(SqliteDatabase& database, VReportMessageParams& report) {
     std::int64_t pages = 0;
-    if (!database.QueryNumber("PRAGMA user_version", version, report) ||
-        !database.QueryNumber("PRAGMA page_count", pages, report)) {
-        return IsDamage(report.GetCode()) ? Condition::kDamaged : Condition::kFailed;
-    }
+    std::int64_t pageSize = 0;
+    FileHeader header;
+    const bool known = database.Run(Sql::kBeginRead, report) &&
+                       database.QueryNumber("PRAGMA page_count", pages, report) &&
+                       database.QueryNumber("PRAGMA page_size", pageSize, report) &&
+                       ReadFileHeader(database.GetHandle(), header, report);
+    VReportMessageParams ignored;
+    if (database.InTransaction()) database.Run(Sql::kCommit, ignored);
+    if (!known) return ConditionAfter(report);
     if (pages == 0) return Condition::kEmpty;
-    if (version < kSchemaVersion && !Migrate(database, report)) {
-        return IsDamage(report.GetCode()) ? Condition::kDamaged : Condition::kFailed;
-    }
+    return pages * pageSize <= header.fileSize ? Condition::kGood : Condition::kDamaged;
+}
+
+StoreFile::Condition StoreFile::Examine(SqliteDatabase& database, VReportMessageParams& report) {
+    const Condition length = ExamineLength(database, report);
+    if (length != Condition::kGood) return length;
+    std::int64_t version = 0;
     std::int64_t root = 0;
-    if (!database.PrepareAll(report) ||
-        !database.QueryNumber("SELECT count(*) FROM rows WHERE id = 1", root, report)) {
-        return IsDamage(report.GetCode()) ? Condition::kDamaged : Condition::kFailed;
-    }
+    const bool usable = database.QueryNumber("PRAGMA user_version", version, report) &&
+                        (version >= kSchemaVersion || Migrate(database, report)) && database.PrepareAll(report) &&
+                        database.QueryNumber("SELECT count(*) FROM rows WHERE id = 1", root, report);
+    if (!usable) return ConditionAfter(report);
     return root == 1 ? Condition::kGood : Condition::kDamaged;
 }
 
@@ -128,8 +138,7 @@ OpenResult StoreFile::Open(bool create, std::unique_ptr<SqliteDatabase>& databas
     if (handle == nullptr || !CheckHeader(handle.get(), report)) return OpenResult::kFailed;
     auto opened = std::make_unique<SqliteDatabase>(std::move(handle));
     const bool configured = opened->Configure(options.busyTimeout, report);
-    if (!configured && !IsDamage(report.GetCode())) return OpenResult::kFailed;
-    Condition condition = configured ? Examine(*opened, report) : Condition::kDamaged;
+    Condition condition = configured ? Examine(*opened, report) : ConditionAfter(report);
     if (condition == Condition::kEmpty) {
         if (!create) return OpenResult::kAbsent;
         if (!opened->Execute(kCreationPragmas, report) || !Migrate(*opened, report)) return OpenResult::kFailed;

@@ -36,6 +36,8 @@ class StoreFile {
     enum class Condition { kGood, kEmpty, kDamaged, kFailed };
     bool CheckPath(bool create, bool& exists, VReportMessageParams& report) const;
     bool CheckHeader(sqlite3* handle, VReportMessageParams& report) const;
+    static Condition ConditionAfter(const VReportMessageParams& failure);
+    static Condition ExamineLength(SqliteDatabase& database, VReportMessageParams& report);
     static Condition Examine(SqliteDatabase& database, VReportMessageParams& report);
     static bool Migrate(SqliteDatabase& database, VReportMessageParams& report);
     OpenResult SetAside(SqliteDatabase& database, VReportMessageParams& report);

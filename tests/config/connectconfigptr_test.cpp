@@ -45,7 +45,9 @@ TEST_F(ConnectConfigPtrTest, StoredNamesFindTheirRow) {
         const auto bound = Bind(row.stored);
         EXPECT_EQ(bound->GetProtocolName(), row.name);
         ASSERT_EQ(bound->GetSelected() != nullptr, row.hostValue != nullptr);
-        if (row.hostValue != nullptr) EXPECT_EQ(Selected(*bound).host.GetName(), row.hostValue);
+        if (row.hostValue != nullptr) {
+            EXPECT_EQ(Selected(*bound).host.GetName(), row.hostValue);
+        }
         EXPECT_EQ(bound->IsChanged(), row.changed);
         EXPECT_FALSE(bound->NameWasEmpty());
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/settingwalk.h"
+#include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
 #include "sessiongolden.h"
 #include "sessiondb/sessionpaths.h"
@@ -55,7 +56,9 @@ TEST_F(SessionConfigTest, NamesTypesAndDefaultsAreTheFrozenOnes) {
         VReportMessageParams report;
         ASSERT_TRUE(setting.GetVariant(value, report));
         EXPECT_EQ(value.GetType(), golden.type) << VNarrowString(setting.GetName()).GetData();
-        if (golden.defaultText != nullptr) EXPECT_EQ(TextOf(*session, golden.name), golden.defaultText);
+        if (golden.defaultText != nullptr) {
+            EXPECT_EQ(TextOf(*session, golden.name), golden.defaultText);
+        }
     });
     EXPECT_EQ(row, std::size(kGoldenSession));
     EXPECT_FALSE(session->IsDefaultSession());

@@ -32,6 +32,7 @@ struct Row {
 };
 
 TEST(MessageFormat, ExpandsInsertsAndEscapes) {
+    const VNarrowString narrow("n");
     const Row rows[] = {
         {u"plain", {}, u"plain"},
         {u"%1", Of(u"text"), u"text"},
@@ -42,7 +43,7 @@ TEST(MessageFormat, ExpandsInsertsAndEscapes) {
         {u"a%nb%rc", {}, u"a\r\nb\rc"},
         {u"kept%0 dropped", {}, u"kept"},
         {u"%1!hs! %1!ls! %1!S! %1", Of("narrow \xC3\xA4"), u"narrow \u00E4 narrow \u00E4 narrow \u00E4 narrow \u00E4"},
-        {u"%1", Of(VNarrowString("n")), u"n"},
+        {u"%1", Of(narrow), u"n"},
         {u"[%1!6s!|%1!-6s!|%1!.2s!|%1!4.1s!]", Of(u"abc"), u"[   abc|abc   |ab|   a]"},
         {u"[%1!6hs!|%1!.2hs!]", Of("abc"), u"[   abc|ab]"},
         {u"%1!c!%2!c!%2!lc!", Of(u'\u4E00', 65), u"\u4E00AA"},

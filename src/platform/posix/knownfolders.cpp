@@ -24,10 +24,15 @@ bool IsAbsolute(std::string_view path) {
     return path.starts_with('/');
 }
 
+std::string WithoutSlashAtEnd(std::string path) {
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    return path;
+}
+
 /// The variable's value when it is an absolute path, else the empty string.
 std::string AbsoluteVariable(const char* name) {
     const char* value = std::getenv(name);
-    return value != nullptr && IsAbsolute(value) ? value : "";
+    return value != nullptr && IsAbsolute(value) ? WithoutSlashAtEnd(value) : "";
 }
 
 std::string HomeOfAccount() {
@@ -35,7 +40,7 @@ std::string HomeOfAccount() {
     passwd entry{};
     passwd* found = nullptr;
     if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) != 0 || found == nullptr) return {};
-    return IsAbsolute(entry.pw_dir) ? entry.pw_dir : "";
+    return IsAbsolute(entry.pw_dir) ? WithoutSlashAtEnd(entry.pw_dir) : "";
 }
 
 std::string Home() {
@@ -120,8 +125,7 @@ std::string NativeFolder(KnownFolder folder) {
 }  // namespace
 
 std::u16string GetKnownFolder(KnownFolder folder) {
-    std::string path = NativeFolder(folder);
-    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    const std::string path = WithoutSlashAtEnd(NativeFolder(folder));
     if (path.empty()) SetLastErrorCode(kPathNotFound);
     return FromNativePath(path);
 }

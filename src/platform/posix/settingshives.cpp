@@ -1,20 +1,20 @@
 #include "platform/settingshives.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
-#include "platform/environment.h"
+#include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
+#include "platform/userfiles.h"
 
 namespace connectdialog::platform {
 
@@ -35,19 +35,8 @@ class Descriptor {
     const int number;
 };
 
-/// The user's configuration folder; a relative path in the environment counts as none.
-std::u16string GetConfigurationFolder() {
-    std::u16string folder;
-    if (GetEnvironmentText(u"XDG_CONFIG_HOME", folder) && folder.starts_with(u'/')) return folder;
-    if (GetEnvironmentText(u"HOME", folder) && folder.starts_with(u'/')) return folder + u"/.config";
-    return {};
-}
-
 mode_t FileMode(HiveScope scope) {
     return scope == HiveScope::kUser ? 0600 : 0644;
-}
-mode_t FolderMode(HiveScope scope) {
-    return scope == HiveScope::kUser ? 0700 : 0755;
 }
 
 /// Where the file itself stands when the path is a link.
@@ -67,20 +56,15 @@ bool SyncFolder(const std::string& folder) {
     return (descriptor.number >= 0 && fsync(descriptor.number) == 0) || FailFromErrno();
 }
 
-/// Makes the folder and those above it that are missing.
-bool MakeFolders(const std::string& folder, mode_t mode) {
-    struct stat info = {};
-    for (std::size_t end = 1; end != folder.npos && end < folder.size();) {
-        end = folder.find('/', end + 1);
-        const std::string level = folder.substr(0, end);
-        if (stat(level.c_str(), &info) == 0) continue;
-        if (mkdir(level.c_str(), mode) != 0) {
-            if (errno == EEXIST) continue;
-            return FailFromErrno();
-        }
-        if (!SyncFolder(FolderOf(level))) return false;
-    }
-    return true;
+/// The machine's folder is everybody's to read, whatever the administrator's mask says.
+bool MakeMachineFolder(const std::string& folder) {
+    if (mkdir(folder.c_str(), 0755) != 0) return errno == EEXIST || FailFromErrno();
+    return chmod(folder.c_str(), 0755) == 0 || FailFromErrno();
+}
+
+bool MakeFolder(HiveScope scope, const std::string& folder) {
+    if (scope == HiveScope::kMachine) return MakeMachineFolder(folder);
+    return CreateUserFolder(FromNativePath(folder));
 }
 
 HiveStamp StampOf(const struct stat& info) {
@@ -133,9 +117,10 @@ bool LockWithin(int descriptor, std::chrono::steady_clock::duration wait) {
 }  // namespace
 
 std::u16string GetHivePath(HiveScope scope) {
-    if (scope == HiveScope::kMachine) return u"\\etc\\xdg\\brennmark\\machine.reg";
-    const std::u16string folder = GetConfigurationFolder();
-    return folder.empty() ? folder : FromNativePath(ToNativePath(folder)) + u"\\brennmark\\user.reg";
+    const bool isUser = scope == HiveScope::kUser;
+    const std::u16string folder =
+        GetKnownFolder(isUser ? KnownFolder::kConfiguration : KnownFolder::kMachineConfiguration);
+    return folder.empty() ? folder : folder + (isUser ? u"\\user.reg" : u"\\machine.reg");
 }
 
 bool GetHiveStamp(std::u16string_view path, HiveStamp& stamp) {
@@ -157,13 +142,12 @@ bool ReadHiveFile(std::u16string_view path, std::size_t limit, std::string& byte
     return true;
 }
 
-HiveLock::HiveLock(HiveScope scope, std::u16string_view path)
-    : target(ResolveLink(ToNativePath(path))), scope(scope) {
+HiveLock::HiveLock(HiveScope scope, std::u16string_view path) : target(ResolveLink(ToNativePath(path))), scope(scope) {
     if (target.empty()) {
         FailWith(kPathNotFound);
         return;
     }
-    if (!MakeFolders(FolderOf(target), FolderMode(scope))) return;
+    if (!MakeFolder(scope, FolderOf(target))) return;
     const std::string lockPath = target + ".lock";
     const int file = open(lockPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (file < 0) {

@@ -1,0 +1,23 @@
+// Any bytes as a settings hive: reading ends, and what was read is written so that it reads the same again.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "foundation/vhivereader.h"
+#include "foundation/vhivewriter.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace connectdialog;
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    VHiveTree tree;
+    ReadHive(bytes, tree);
+    const std::string written = WriteHive(tree);
+    VHiveTree again;
+    const bool isWhole = ReadHive(written, again).empty();
+    if (!isWhole || WriteHive(again) != written) std::abort();
+    VHiveTree imported;
+    ReadHive(bytes, imported, u"HKEY_CURRENT_USER");
+    return 0;
+}

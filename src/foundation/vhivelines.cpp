@@ -1,0 +1,151 @@
+#include "foundation/vhivelines.h"
+
+#include <algorithm>
+
+#include "foundation/casefold.h"
+
+namespace connectdialog {
+
+namespace {
+
+constexpr std::u16string_view kBlanks = u" \t";
+constexpr std::u16string_view kLineBreaks = u"\r\n";
+
+/// The digit's value, or 16 for another character.
+std::uint32_t HexDigit(char16_t character) {
+    if (IsDigit(character)) return static_cast<std::uint32_t>(character - u'0');
+    const char16_t lower = ToLower(character);
+    return lower >= u'a' && lower <= u'f' ? static_cast<std::uint32_t>(lower - u'a' + 10) : 16;
+}
+
+}  // namespace
+
+void VHiveLines::SkipBlanks() {
+    position = std::min(text.find_first_not_of(kBlanks, position), text.size());
+}
+
+char16_t VHiveLines::Peek() {
+    SkipBlanks();
+    return AtEnd() || IsAtLineBreak() ? u'\0' : text[position];
+}
+
+std::u16string_view VHiveLines::RestOfLine() const {
+    std::u16string_view rest = text.substr(position);
+    rest = rest.substr(0, rest.find_first_of(kLineBreaks));
+    rest.remove_prefix(std::min(rest.find_first_not_of(kBlanks), rest.size()));
+    return rest.substr(0, rest.find_last_not_of(kBlanks) + 1);
+}
+
+void VHiveLines::StepOverLineBreak() {
+    const bool isPair = text.substr(position).starts_with(u"\r\n");
+    position += isPair ? 2 : 1;
+    ++line;
+}
+
+void VHiveLines::SkipLine() {
+    position = std::min(text.find_first_of(kLineBreaks, position), text.size());
+    if (!AtEnd()) StepOverLineBreak();
+}
+
+bool VHiveLines::SkipBlankLines(std::u16string& remarks) {
+    while (!AtEnd()) {
+        const char16_t first = Peek();
+        if (AtEnd()) return false;
+        if (!IsAtLineBreak() && first != u';') return true;
+        TakeEnd(remarks);
+        SkipLine();
+    }
+    return false;
+}
+
+bool VHiveLines::TakeCharacter(char16_t character) {
+    SkipBlanks();
+    if (AtEnd() || text[position] != character) return false;
+    ++position;
+    return true;
+}
+
+bool VHiveLines::TakeWord(std::u16string_view word) {
+    SkipBlanks();
+    if (!EqualsNoCase(text.substr(position, word.size()), word)) return false;
+    position += word.size();
+    return true;
+}
+
+bool VHiveLines::TakeText(std::u16string& out) {
+    if (!TakeCharacter(u'"')) return false;
+    while (!AtEnd()) {
+        const std::size_t plainEnd = std::min(text.find_first_of(u"\"\\\r\n", position), text.size());
+        out += text.substr(position, plainEnd - position);
+        position = plainEnd;
+        if (AtEnd()) return false;
+        const std::size_t start = position;
+        if (IsAtLineBreak()) {
+            StepOverLineBreak();
+            out += text.substr(start, position - start);
+            continue;
+        }
+        ++position;
+        if (text[start] == u'"') return true;
+        if (AtEnd() || (text[position] != u'"' && text[position] != u'\\')) return false;
+        out += text[position++];
+    }
+    return false;
+}
+
+bool VHiveLines::TakeKey(std::u16string_view& path) {
+    if (!TakeCharacter(u'[')) return false;
+    const std::u16string_view rest = text.substr(position, text.find_first_of(kLineBreaks, position) - position);
+    const std::size_t length = rest.rfind(u']');
+    if (length == rest.npos) return false;
+    path = rest.substr(0, length);
+    position += length + 1;
+    return true;
+}
+
+bool VHiveLines::TakeHexNumber(std::size_t maxDigits, std::uint32_t& number) {
+    SkipBlanks();
+    number = 0;
+    std::size_t digits = 0;
+    for (; !AtEnd() && HexDigit(text[position]) < 16; ++digits, ++position) {
+        number = number << 4 | HexDigit(text[position]);
+    }
+    return digits >= 1 && digits <= maxDigits;
+}
+
+bool VHiveLines::TakeContinuation() {
+    const VHiveLines mark = *this;
+    std::u16string remarks;
+    if (TakeCharacter(u'\\') && TakeEnd(remarks) && !AtEnd()) {
+        StepOverLineBreak();
+        return true;
+    }
+    *this = mark;
+    return false;
+}
+
+bool VHiveLines::TakeBytes(std::vector<std::uint8_t>& bytes) {
+    while (TakeContinuation()) {
+    }
+    for (char16_t next = Peek(); next != u'\0' && next != u';'; next = Peek()) {
+        std::uint32_t byte = 0;
+        if (!TakeHexNumber(2, byte)) return false;
+        bytes.push_back(static_cast<std::uint8_t>(byte));
+        const bool hasComma = TakeCharacter(u',');
+        while (hasComma && TakeContinuation()) {
+        }
+        if (!hasComma) break;
+    }
+    return true;
+}
+
+bool VHiveLines::TakeEnd(std::u16string& remarks) {
+    if (Peek() == u';') {
+        remarks += RestOfLine();
+        remarks += u'\n';
+        position = std::min(text.find_first_of(kLineBreaks, position), text.size());
+    }
+    return Peek() == u'\0';
+}
+
+}  // namespace connectdialog

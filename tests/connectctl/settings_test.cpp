@@ -1,0 +1,129 @@
+#include <nlohmann/json.hpp>
+
+#include "tests/connectctl/toolfixture.h"
+
+namespace connectdialog::test {
+
+namespace {
+
+using Json = nlohmann::json;
+
+struct SettingRow {
+    std::string name;
+    std::string value;
+    std::string text;  ///< what get prints
+    Json json;         ///< what get --json gives
+};
+
+TEST_F(ToolTest, WhatIsSetIsGot) {
+    Seed();
+    const SettingRow rows[] = {
+        {"Use Title Bar", "yes", "true", true},
+        {"Use Title Bar", "0", "false", false},
+        {"use title bar", "TRUE", "true", true},
+        {"Auto Reconnect", "on", "on", "on"},
+        {"Auto Reconnect", "Global", "global", "global"},
+        {"Idle Timeout", "9999999", "9999999", 9999999},
+        {"Restart Data Size", "-5", "-5", -5},
+        {"Restart Data Size", "-2147483648", "-2147483648", -2147483647 - 1},
+        {"Trace Level", "4294967295", "4294967295", 4294967295U},
+        {"Title Bar", "", "", ""},
+        {"Title Bar", "[a, b]", "[a, b]", "[a, b]"},
+        {"Title Bar", "größe 主机 \"q\" \\", "größe 主机 \"q\" \\", "größe 主机 \"q\" \\"},
+        {"Title Bar", "a\tb\x1b", "a<U+0009>b<U+001B>", "a\tb\x1b"},
+        {"Title Bar", std::string(10000, 'x'), std::string(10000, 'x'), std::string(10000, 'x')},
+        {"Tessaly Bookmarks", R"(["a\nb","","\u4e3b"])", R"(["a\nb","","主"])", {"a\nb", "", "主"}},
+        {"Tessaly Bookmarks", "[]", "[]", Json::array()},
+        {"Description", "one\r\ntwo", R"(["one","two"])", {"one", "two"}},
+        {"Description", "", "[]", Json::array()},
+        {"Hostname", "other.example.net", "other.example.net", "other.example.net"},
+    };
+    for (const SettingRow& row : rows) {
+        EXPECT_EQ(RunWell({"set", "Servers\\db", row.name, row.value}), "") << row.name << ": " << row.value;
+        EXPECT_EQ(RunWell({"get", "Servers\\db", row.name}), row.text + "\n") << row.name;
+        EXPECT_EQ(Json::parse(RunWell({"get", "--json", "Servers\\db", row.name}))["value"], row.json) << row.name;
+    }
+}
+
+TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
+    Seed();
+    RunWell({"set", "zeta", "Tessaly Bookmarks", R"(["kept"])"});
+    const std::string before = RunWell({"show", "zeta"});
+    const struct {
+        std::string name;
+        std::string value;
+        std::string complaint;
+    } rows[] = {
+        {"Use Title Bar", "maybe", "\"Use Title Bar\" is bool (true or false), not \"maybe\""},
+        {"Auto Reconnect", "2", "\"Auto Reconnect\" is tri-state (off, on or global), not \"2\""},
+        {"Restart Data Size", "2147483648", "int32 (-2147483648 to 2147483647), not \"2147483648\""},
+        {"Restart Data Size", " 5", "not \" 5\""},
+        {"Restart Data Size", "", "not \"\""},
+        {"Trace Level", "-1", "uint32 (0 to 4294967295), not \"-1\""},
+        {"Idle Timeout", "3", "does not take 3: it would read 10"},
+        {"Max Transfer Buffers", "9", "does not take 9: it would read 4"},
+        {"Is Session", "false", "does not take false"},
+        {"Tessaly Bookmarks", "[\"a\"", "\"Tessaly Bookmarks\" is list (a JSON array of texts, or one text a line)"},
+        {"Tessaly Bookmarks", "[1]", "not \"[1]\""},
+        {"Protocol Name", "Gopher", "is one of \"None\", \"Telnet\""},
+        {"Transfer Protocol Name", "SSH2", "is one of \"None\", \"SFTP\""},
+        {"Hostnam", "x", "has no setting \"Hostnam\"; did you mean \"Hostname\"?"},
+        {"Idle", "x", "\"Idle Check\" or \"Idle String\""},
+        {"Is Session\\x", "x", "has no setting"},
+        {std::string(10000, 'x'), "x", "has no setting \"xxx"},
+        {"Title Bar", "\xff", "not well-formed UTF-8"},
+    };
+    for (const auto& row : rows) {
+        const std::string errors = RunBadly({"set", "zeta", row.name, "--", row.value});
+        EXPECT_NE(errors.find(row.complaint), std::string::npos) << errors;
+    }
+    EXPECT_EQ(RunWell({"show", "zeta"}), before);
+}
+
+TEST_F(ToolTest, ShowsEverySettingOnALineOfItsOwn) {
+    Seed();
+    RunWell({"set", "zeta", "Title Bar", "two\nlines"});
+    const std::string shown = RunWell({"show", "zeta"});
+    EXPECT_TRUE(shown.starts_with("Is Session\tbool\ttrue\nProtocol Name\ttext\tSSH2\n")) << shown;
+    EXPECT_NE(shown.find("\nHostname\ttext\tzeta.example.net\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\nTitle Bar\ttext\ttwo<U+000A>lines\n"), std::string::npos);
+    EXPECT_NE(shown.find("\nDisable Resize\ttri-state\tglobal\n"), std::string::npos);
+
+    const Json json = Json::parse(RunWell({"show", "--json", "zeta"}));
+    EXPECT_EQ(json["path"], "zeta");
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(json["settings"].size()), std::ranges::count(shown, '\n'));
+    EXPECT_EQ(json["settings"][0], Json({{"name", "Is Session"}, {"type", "bool"}, {"value", true}}));
+}
+
+TEST_F(ToolTest, SettingAValueThatStandsWritesNothing) {
+    Seed();
+    RunWell({"set", "zeta", "Title Bar", "mine"});
+    const std::string before = RunProcess({"/usr/bin/sha256sum", StoreFile()}).output;
+    RunWell({"set", "zeta", "Title Bar", "mine"});
+    EXPECT_EQ(RunProcess({"/usr/bin/sha256sum", StoreFile()}).output, before);
+    RunWell({"set", "zeta", "Title Bar", "yours"});
+    EXPECT_NE(RunProcess({"/usr/bin/sha256sum", StoreFile()}).output, before);
+}
+
+TEST_F(ToolTest, TheHostTravelsToTheNextProtocol) {
+    Seed();
+    RunWell({"set", "zeta", "Protocol Name", "telnet"});
+    EXPECT_EQ(RunWell({"get", "zeta", "Protocol Name"}), "Telnet\n");
+    EXPECT_EQ(RunWell({"get", "zeta", "Hostname"}), "zeta.example.net\n");
+    RunWell({"set", "zeta", "Transfer Protocol Name", "SFTP"});
+    EXPECT_EQ(RunWell({"get", "zeta", "Transfer Protocol Name"}), "SFTP\n");
+    RunWell({"set", "zeta", "Protocol Name", "none"});
+    EXPECT_EQ(RunWell({"get", "zeta", "Protocol Name"}), "None\n");
+}
+
+TEST_F(ToolTest, TheDefaultSessionIsSetLikeAnyOther) {
+    RunWell({"set", "Default", "Idle Timeout", "77"});
+    EXPECT_EQ(RunWell({"get", "default", "Idle Timeout"}), "77\n");
+    EXPECT_EQ(RunWell({"ls"}), "Default\n");
+    const std::string errors = RunBadly({"set", "Default", "Hostname", "a.example.net"});
+    EXPECT_NE(errors.find("this session does not take a.example.net"), std::string::npos) << errors;
+}
+
+}  // namespace
+
+}  // namespace connectdialog::test

@@ -1,0 +1,37 @@
+// A scratch store that a test fills through the library and then works on with the program itself.
+#pragma once
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "foundation/vunicodestring.h"
+#include "tests/support/processrunner.h"
+
+namespace connectdialog::test {
+
+class ToolTest : public ::testing::Test {
+  protected:
+    /// Runs connectctl on the scratch store.
+    ProcessResult Run(std::vector<std::string> arguments, const std::vector<std::string>& environment = {}) const;
+    /// The same; fails the test unless the run ends with 0 and says nothing on standard error. Gives standard output.
+    std::string RunWell(const std::vector<std::string>& arguments) const;
+    /// Fails the test unless the run ends with `exitCode`, prints nothing and tells one line, which is given.
+    std::string RunBadly(const std::vector<std::string>& arguments, int exitCode = 1) const;
+
+    /// Runs `change` with the library open on the scratch store.
+    void WithStore(const std::function<void()>& change) const;
+    /// A folder tree: Servers\Web with alpha and beta, Servers\db, and zeta in the root. All are SSH2 sessions of the
+    /// host NAME.example.net and the user root.
+    void Seed() const;
+
+    std::string StoreFile() const { return scratch / "sessions.db"; }
+
+    ScratchFolder scratch;
+};
+
+/// Makes an SSH2 session. Requires: runs within WithStore.
+void AddSession(const VUnicodeString& folder, const VUnicodeString& name, const VUnicodeString& host);
+
+}  // namespace connectdialog::test

@@ -1,0 +1,180 @@
+#include "foundation/texttools.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "foundation/numericcompare.h"
+
+namespace connectdialog {
+namespace {
+
+VStringArray ArrayOf(std::initializer_list<const char16_t*> texts) {
+    VStringArray array;
+    for (const char16_t* text : texts) array.Add(text);
+    return array;
+}
+
+TEST(Tokenize, SplitsByTheRules) {
+    struct Row {
+        const char16_t* text;
+        std::initializer_list<std::u16string_view> delimiters, quotes;
+        bool skipEmpty, stripQuotes, expected;
+        std::initializer_list<const char16_t*> tokens;
+    };
+    const std::initializer_list<std::u16string_view> comma = {u","}, none = {}, quotes = {u"\"\"", u"()"};
+    const Row rows[] = {
+        {u"", comma, none, false, false, true, {}},
+        {u"a,,b", comma, none, false, false, true, {u"a", u"", u"b"}},
+        {u"a,,b", comma, none, true, false, true, {u"a", u"b"}},
+        {u",", comma, none, false, false, true, {u"", u""}},
+        {u",", comma, none, true, false, true, {}},
+        {u"\"\",b", comma, quotes, true, true, true, {u"", u"b"}},
+        {u"\"\",,b", comma, quotes, true, false, true, {u"\"\"", u"b"}},
+        {u"x\"a,b\"y,c", comma, quotes, false, true, true, {u"xa,by", u"c"}},
+        {u"x\"a,b\"y,c", comma, quotes, false, false, true, {u"x\"a,b\"y", u"c"}},
+        {u"(a\",)b,c", comma, quotes, false, true, true, {u"a\",b", u"c"}},
+        {u"a,\"b,c", comma, quotes, false, true, false, {u"a", u"b,c"}},
+        {u"a,\"", comma, quotes, true, true, false, {u"a", u""}},
+        {u"a::b:c", {u"::", u":"}, none, false, false, true, {u"a", u"b", u"c"}},
+        {u"a::b:c", {u"::"}, none, false, false, true, {u"a", u"b:c"}},
+        {u"ab", {u""}, {u"\""}, false, true, true, {u"ab"}},
+    };
+    for (const Row& row : rows) {
+        VStringArray tokens = ArrayOf({u"left over"});
+        EXPECT_EQ(VTokenize(row.text, tokens, row.delimiters, row.quotes, row.skipEmpty, row.stripQuotes),
+                  row.expected);
+        EXPECT_TRUE(tokens == ArrayOf(row.tokens)) << testing::PrintToString(std::u16string(row.text));
+    }
+}
+
+TEST(Tokenize, TheShortFormsKnowTheirQuotes) {
+    VStringArray tokens;
+    EXPECT_TRUE(VSplitOnChar(u"a|\"b|c\"", tokens, u'|'));
+    EXPECT_TRUE(tokens == ArrayOf({u"a", u"\"b", u"c\""}));
+    EXPECT_TRUE(VSplitCommaList(u"a,\"b,c\",", tokens));
+    EXPECT_TRUE(tokens == ArrayOf({u"a", u"\"b,c\"", u""}));
+    EXPECT_FALSE(VSplitCommaList(u"a,\"b", tokens));
+}
+
+TEST(Join, QuotesWhereForced) {
+    const VStringArray elements = ArrayOf({u"", u"a", u"", u"b c", u"d"});
+    EXPECT_TRUE(VJoin({}, u",", u"\"\"", u"") == u"");
+    EXPECT_TRUE(VJoin(elements, u", ", u"", u"") == u"a, b c, d");
+    EXPECT_TRUE(VJoin(elements, u",", u"\"", u" ") == u"a,\"b c\",d");
+    EXPECT_TRUE(VJoin(elements, u",", u"[]", u"") == u"[a],[b c],[d]");
+    EXPECT_TRUE(VQuoteIfNeeded(u"", u"''", u"") == u"''");
+    EXPECT_TRUE(VQuoteIfNeeded(u"a", u"''", u"bc") == u"a");
+}
+
+TEST(RemoveEscapes, KeepsTheCharacterBehindTheEscape) {
+    EXPECT_TRUE(VRemoveEscapes(u"a\\b\\\\c\\", u"\\") == u"ab\\c");
+    EXPECT_TRUE(VRemoveEscapes(u"a\\b", u"") == u"a\\b");
+    EXPECT_TRUE(VRemoveEscapes(u"^^^^", u"^") == u"^^");
+}
+
+TEST(ParseUnsigned16, TakesPortNumbersOnly) {
+    struct Row {
+        const char* text;
+        int expected;
+    };
+    const Row rows[] = {{"22", 22},
+                        {" \t+65535 \n", 65535},
+                        {"0", 0},
+                        {"000000000000080", 80},
+                        {nullptr, -1},
+                        {"", -1},
+                        {"   ", -1},
+                        {"65536", -1},
+                        {"4294967318", -1},
+                        {"-1", -1},
+                        {"99999999999", -1},
+                        {"22x", -1},
+                        {"2 2", -1},
+                        {"+ 2", -1},
+                        {"0x16", -1}};
+    for (const Row& row : rows) {
+        std::uint16_t value = 7;
+        EXPECT_EQ(VParseUnsigned16(row.text, value), row.expected >= 0) << testing::PrintToString(row.text);
+        EXPECT_EQ(value, row.expected >= 0 ? row.expected : 7);
+    }
+}
+
+TEST(NumericCompare, OrdersByNumbersAndTheFirstCharacter) {
+    struct Row {
+        const char16_t *a, *b;
+        int sign;
+    };
+    const Row rows[] = {
+        {u"host 2", u"host 10", -1},
+        {u"host10", u"HOST2", 1},
+        {u"Host", u"hOST", 0},
+        {u"", u"", 0},
+        {u"", u"a", -1},
+        {u"abc", u"abd", 0},
+        {u"abc", u"abcd", -1},
+        {u"b", u"ab", 1},
+        {u"a2b9", u"a2b10", -1},
+        {u"a02", u"a2", 1},
+        {u"a4294967296", u"a5", 1},
+        {u"a5", u"a4294967295", -1},
+        {u"a-5", u"a-3", 1},
+        {u"a-5x", u"a+3x", 1},
+        {u"a 02", u"a  1", 1},
+        {u"a+3", u"a 4", -1},
+    };
+    const auto sign = [](int value) { return value < 0 ? -1 : value > 0 ? 1 : 0; };
+    for (const Row& row : rows) {
+        EXPECT_EQ(sign(CompareNumericText(row.a, row.b)), row.sign) << testing::PrintToString(std::u16string(row.a));
+        EXPECT_EQ(sign(CompareNumericText(row.b, row.a)), -row.sign) << testing::PrintToString(std::u16string(row.a));
+    }
+    EXPECT_EQ(VUnicodeString(u"a12").CompareNumeric(u"a4"), 8);
+}
+
+/// Reads the number at an offset afresh, as the rule says it.
+bool ReadNumber(std::u16string_view text, std::int64_t& value) {
+    std::size_t at = text.find_first_not_of(u" ");
+    if (at != text.npos && text[at] == u'+') ++at;
+    const std::size_t start = at;
+    for (value = 0; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at) {
+        value = std::min<std::int64_t>(value * 10 + text[at] - u'0', INT64_C(1) << 32);
+    }
+    return at > start && value < INT64_C(1) << 32;
+}
+
+int CompareSlowly(std::u16string_view a, std::u16string_view b) {
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        std::int64_t left = 0;
+        std::int64_t right = 0;
+        if (ReadNumber(a.substr(i), left) && ReadNumber(b.substr(i), right) && left != right)
+            return left < right ? -1 : 1;
+        if (a[0] != b[0]) return a[0] < b[0] ? -1 : 1;
+    }
+    return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+}
+
+TEST(NumericCompare, AgreesWithTheRuleOnEveryShortText) {
+    std::vector<std::u16string> texts = {u""};
+    for (std::size_t first = 0, length = 1; length <= 4; ++length) {
+        const std::size_t last = texts.size();
+        for (; first < last; ++first) {
+            for (const char16_t character : {u' ', u'+', u'0', u'7'}) texts.push_back(texts[first] + character);
+        }
+    }
+    for (const std::u16string& a : texts) {
+        for (const std::u16string& b : texts) {
+            const int result = CompareNumericText(a, b);
+            ASSERT_EQ((result > 0) - (result < 0), CompareSlowly(a, b))
+                << testing::PrintToString(a) << testing::PrintToString(b);
+        }
+    }
+}
+
+TEST(NumericCompare, LongRunsTakeNoLongTime) {
+    for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
+        const std::u16string text = std::u16string(100'000, filler) + u"x1";
+        EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
+    }
+}
+
+}  // namespace
+}  // namespace connectdialog

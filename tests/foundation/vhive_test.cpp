@@ -1,0 +1,233 @@
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "foundation/vhivereader.h"
+#include "foundation/vhivewriter.h"
+#include "platform/codepage.h"
+#include "support/temporaryhives.h"
+
+namespace connectdialog {
+namespace {
+
+using platform::ToNarrow;
+using platform::ToWide;
+using testsupport::ReadFile;
+
+using Bytes = std::vector<std::uint8_t>;
+constexpr char kFirst[] = "Windows Registry Editor Version 5.00\r\n";
+constexpr char kKey[] = "[HKEY_LOCAL_MACHINE\\A]\r\n";
+
+std::string Utf16(std::string_view narrow) {
+    std::string bytes = "\xFF\xFE";
+    for (const char16_t unit : ToWide(narrow)) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    }
+    return bytes;
+}
+
+/// The faults as "line text", one after the other.
+std::string Told(const std::vector<VHiveFault>& faults) {
+    std::string told;
+    for (const VHiveFault& fault : faults) told += std::to_string(fault.line) + ' ' + ToNarrow(fault.text) + '\n';
+    return told;
+}
+
+const VHiveValue* FindValue(const VHiveTree& tree, std::u16string_view path, std::u16string_view name) {
+    const VHiveKey* key = tree.Find(path);
+    const auto entry = key != nullptr ? key->values.find(name) : decltype(key->values.end())();
+    return key != nullptr && entry != key->values.end() ? &entry->second.value : nullptr;
+}
+
+TEST(HiveReader, EachFormOfAValueGivesItsTypeAndBytes) {
+    const struct {
+        const char* line;
+        std::uint32_t type;
+        Bytes data;
+    } kRows[] = {
+        {R"("v"="")", 1, {0, 0}},
+        {R"("v"="a\\\"b")", 1, {'a', 0, '\\', 0, '"', 0, 'b', 0, 0, 0}},
+        {" \t\"v\" = \"\xC3\xA9\" ; why", 1, {0xE9, 0, 0, 0}},
+        {"\"v\"=\"a\r\nb\"", 1, {'a', 0, '\r', 0, '\n', 0, 'b', 0, 0, 0}},
+        {"\"v\"=dword:0000000a", 4, {10, 0, 0, 0}},
+        {"\"V\"=DWORD:FfFfFfFe", 4, {0xFE, 0xFF, 0xFF, 0xFF}},
+        {"\"v\"=dword:1", 4, {1, 0, 0, 0}},
+        {"\"v\"=hex:", 3, {}},
+        {"\"v\"=hex:00,fF, 7,", 3, {0, 0xFF, 7}},
+        {"\"v\"=hex:01,\\\r\n  02,\\ ; split\n  03", 3, {1, 2, 3}},
+        {"\"v\"=hex:\\\n01", 3, {1}},
+        {"\"v\"=hex(2):25,00,00,00", 2, {0x25, 0, 0, 0}},
+        {"\"v\"=hex(7):61,00,00,00,00,00", 7, {'a', 0, 0, 0, 0, 0}},
+        {"\"v\"=hex(b):01,02,03,04,05,06,07,08", 11, {1, 2, 3, 4, 5, 6, 7, 8}},
+        {"\"v\"=hex(0):", 0, {}},
+        {"\"v\"=hex(ffff0012):7f", 0xFFFF0012, {0x7F}},
+        {"\"v\"=hex(4):01,02", 4, {1, 2}},
+        {"\"v\"=\"old\"\n\"v\"=dword:2", 4, {2, 0, 0, 0}},
+    };
+    for (const auto& row : kRows) {
+        const std::string narrow = std::string(kFirst) + "\n; about\n" + kKey + row.line + "\r\n";
+        for (const std::string& bytes : {narrow, "\xEF\xBB\xBF" + narrow, Utf16(narrow)}) {
+            VHiveTree tree;
+            EXPECT_EQ(Told(ReadHive(bytes, tree)), "") << row.line;
+            const VHiveValue* value = FindValue(tree, u"hkey_local_machine\\a", u"v");
+            ASSERT_NE(value, nullptr) << row.line;
+            EXPECT_EQ(value->type, row.type) << row.line;
+            EXPECT_EQ(value->data, row.data) << row.line;
+            // What was read is written so that it reads the same, in the encoding it came in.
+            const std::string written = WriteHive(tree);
+            EXPECT_EQ(written.starts_with("\xFF\xFE"), bytes.starts_with("\xFF\xFE"));
+            VHiveTree again;
+            EXPECT_EQ(Told(ReadHive(written, again)), "") << written;
+            value = FindValue(again, u"HKEY_LOCAL_MACHINE\\A", u"V");
+            ASSERT_NE(value, nullptr) << written;
+            EXPECT_EQ(*value, (VHiveValue{row.type, row.data})) << written;
+        }
+    }
+}
+
+TEST(HiveReader, TextInBytesIsNarrowInTheOlderForm) {
+    VHiveTree tree;
+    EXPECT_EQ(Told(ReadHive("REGEDIT4\n\n[HKEY_LOCAL_MACHINE\\A]\n\"e\"=hex(2):c3,a9,00\n\"b\"=hex:c3,a9\n", tree)),
+              "");
+    EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"e")->data, (Bytes{0xE9, 0, 0, 0}));
+    EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b")->data, (Bytes{0xC3, 0xA9}));
+}
+
+TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
+    const struct {
+        const char* lines;  // behind the first line, a key and "a"="1"
+        const char* told;
+    } kRows[] = {
+        {"\"x\"=\"open\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
+        {"\"x\"=\"C:\\Temp\"\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
+        {"\"x\"=dword:123456789\n", "4 dword: is not followed by 1 to 8 hex digits\n"},
+        {"\"x\"=dword:-1\n", "4 dword: is not followed by 1 to 8 hex digits\n"},
+        {"\"x\"=hex(:00\n", "4 hex( is not followed by the number of a type and )\n"},
+        {"\"x\"=hex:100\n", "4 the bytes are not two-digit hex numbers between commas\n"},
+        {"\"x\"=hex:01 02\n", "4 something follows the value\n"},
+        {"\"x\"=yes\n", "4 a value is not a text, dword: or hex:\n"},
+        {"x=\"1\"\n", "4 not a key, a value or a comment\n"},
+        {"\"x\" \"1\"\n", "4 a value's name is not followed by =\n"},
+        {"[HKEY_LOCAL_MACHINE\\B\n\"y\"=\"goes with the key\"\n[HKEY_LOCAL_MACHINE\\A]\n",
+         "4 a key does not end with ]\n"},
+        {"[HKLM\\B]\n[HKEY_LOCAL_MACHINE\\A]\n",
+         "4 a key does not begin with the name of a root, such as HKEY_LOCAL_MACHINE\n"},
+        {"[HKEY_LOCAL_MACHINE\\\\B]\n[HKEY_LOCAL_MACHINE\\A]\n",
+         "4 a key cannot be taken: a name is empty, too long or unfit, or there are too many keys\n"},
+        {"[-HKEY_LOCAL_MACHINE]\n[HKEY_LOCAL_MACHINE\\A]\n", "4 a root cannot be removed\n"},
+        {"\"\xFF\"=\"1\"\n", "4 the characters are neither UTF-8 nor UTF-16\n"},
+    };
+    for (const auto& row : kRows) {
+        VHiveTree tree;
+        const std::string bytes = std::string(kFirst) + kKey + "\"a\"=\"1\"\n" + row.lines + "\"b\"=\"2\"\n";
+        EXPECT_EQ(Told(ReadHive(bytes, tree)), row.told);
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"a"), nullptr) << row.lines;
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b"), nullptr) << row.lines;
+        EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"y"), nullptr) << row.lines;
+    }
+    VHiveTree tree;
+    EXPECT_EQ(Told(ReadHive("; no first line\n", tree)), "1 the file does not begin like a registry export\n");
+    EXPECT_EQ(Told(ReadHive(std::string(kFirst) + "@=\"x\"", tree)), "2 a value stands above the first key\n");
+    EXPECT_EQ(Told(ReadHive(Utf16(std::string(kFirst) + kKey) + "\n", tree)),
+              "3 the characters are neither UTF-8 nor UTF-16\n");
+    EXPECT_EQ(Told(ReadHive("", tree)), "");
+}
+
+TEST(HiveReader, RemovalsTakeAwayWhatStandsAbove) {
+    VHiveTree tree;
+    EXPECT_EQ(Told(ReadHive(std::string(kFirst) + "[HKEY_USERS\\A]\n@=\"1\"\n\"x\"=\"1\"\n\"X\"=-\n"
+                                                  "[HKEY_USERS\\A\\B\\C]\n[HKEY_USERS\\D]\n[-HKEY_USERS\\a\\b]\n",
+                            tree)),
+              "");
+    EXPECT_EQ(tree.Find(u"HKEY_USERS\\A\\B"), nullptr);
+    EXPECT_NE(tree.Find(u"HKEY_USERS\\D"), nullptr);
+    EXPECT_EQ(tree.Find(u"HKEY_USERS\\A")->values.size(), 1U);
+}
+
+TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
+    VHiveTree tree;
+    const std::string bytes = std::string(kFirst) +
+                              "; by the administrator\n[HKEY_LOCAL_MACHINE\\B]\n\"n\"=hex(8):00,01\n; two\n; lines\n"
+                              "@=\"x\"\n[HKEY_LOCAL_MACHINE\\a\\c] ; behind\n; the end";
+    ASSERT_EQ(Told(ReadHive(bytes, tree)), "");
+    tree.Find(u"HKEY_LOCAL_MACHINE\\B")->values[u"long"].value = {3, Bytes(30, 0xAB)};
+    EXPECT_EQ(WriteHive(tree), std::string(kFirst) +
+                                   "\r\n; behind\r\n[HKEY_LOCAL_MACHINE\\a\\c]\r\n"
+                                   "\r\n; by the administrator\r\n[HKEY_LOCAL_MACHINE\\B]\r\n; two\r\n; lines\r\n"
+                                   "@=\"x\"\r\n"
+                                   "\"long\"=hex:ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,\\\r\n"
+                                   "  ab,ab,ab,ab,ab,ab,ab,ab,ab\r\n"
+                                   "\"n\"=hex(8):00,01\r\n\r\n; the end\r\n");
+}
+
+TEST(HiveTree, WhatAHostileFileCanClaimIsBounded) {
+    VHiveTree tree;
+    std::u16string deep = u"HKEY_USERS";
+    while (tree.Create(deep) != nullptr) deep += u"\\k";
+    EXPECT_EQ(deep.size(), 10 + 2 * VHiveTree::kMaxDepth);
+    EXPECT_EQ(tree.Create(u"HKEY_USERS\\" + std::u16string(256, u'n')), nullptr);
+    std::string bytes = kFirst;
+    for (int i = 0; i < 200; ++i) {
+        bytes += "[HKEY_USERS\\" + std::to_string(i);
+        for (int level = 0; level < 500; ++level) bytes += "\\k";
+        bytes += "]\n";
+    }
+    const std::vector<VHiveFault> faults = ReadHive(bytes, tree);
+    ASSERT_FALSE(faults.empty());
+    EXPECT_EQ(ReadHive(std::string(kFirst) + std::string(1000, '\n') + std::string(200, '['), tree).size(), 1U);
+    std::string broken = kFirst;
+    for (int i = 0; i < 1000; ++i) broken += "[\n";
+    EXPECT_EQ(ReadHive(broken, tree).size(), 101U);
+}
+
+/// The fields of a line that tabs separate.
+std::vector<std::string> Fields(const std::string& line) {
+    std::vector<std::string> fields;
+    std::istringstream stream(line);
+    for (std::string field; std::getline(stream, field, '\t');) fields.push_back(field);
+    fields.resize(6);
+    return fields;
+}
+
+std::string TextOf(const VHiveValue* value) {
+    std::u16string text;
+    for (std::size_t i = 0; value != nullptr && value->type == kHiveString && i + 3 < value->data.size(); i += 2) {
+        text += static_cast<char16_t>(value->data[i] | value->data[i + 1] << 8);
+    }
+    return ToNarrow(text);
+}
+
+TEST(HiveSamples, ExportsOfOtherProgramsAreReadWhole) {
+    const std::filesystem::path folder = std::filesystem::path(CONNECTDIALOG_SAMPLES) / "putty_reg";
+    if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "CONNECTDIALOG_SAMPLES names no folder with samples";
+    int sessions = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() != ".reg") continue;
+        VHiveTree tree;
+        EXPECT_EQ(Told(ReadHive(ReadFile(entry.path()), tree)), "") << entry.path();
+        VHiveTree again;
+        EXPECT_EQ(Told(ReadHive(WriteHive(tree), again)), "") << entry.path();
+        EXPECT_EQ(WriteHive(tree), WriteHive(again)) << entry.path();
+        std::ifstream expected(entry.path().string() + ".expected.tsv");
+        std::string line;
+        for (std::getline(expected, line); std::getline(expected, line); ++sessions) {
+            const std::vector<std::string> fields = Fields(line);
+            const std::u16string path =
+                u"HKEY_CURRENT_USER\\Software\\SimonTatham\\PuTTY\\Sessions\\" + ToWide(fields[0]);
+            ASSERT_NE(again.Find(path), nullptr) << entry.path() << fields[0];
+            EXPECT_EQ(TextOf(FindValue(again, path, u"Protocol")), fields[2]) << entry.path() << fields[0];
+            const VHiveValue* port = FindValue(again, path, u"PortNumber");
+            if (port == nullptr) continue;
+            ASSERT_EQ(port->type, kHiveDword);
+            EXPECT_EQ(std::to_string(port->data[0] | port->data[1] << 8), fields[4]) << entry.path() << fields[0];
+        }
+    }
+    EXPECT_GT(sessions, 0);
+}
+
+}  // namespace
+}  // namespace connectdialog

@@ -1,0 +1,237 @@
+#include "foundation/vsettingshive.h"
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include "foundation/byteorder.h"
+#include "platform/codepage.h"
+#include "support/temporaryhives.h"
+
+namespace connectdialog {
+namespace {
+
+namespace fs = std::filesystem;
+using testsupport::ReadFile;
+using testsupport::WriteFile;
+
+VHiveValue Dword(std::uint32_t number) {
+    VHiveValue value{kHiveDword, std::vector<std::uint8_t>(4)};
+    StoreLittleEndian(number, value.data.data());
+    return value;
+}
+
+std::u16string Numbered(const char* name, int number) {
+    return platform::ToWide(name + std::to_string(number));
+}
+
+class SettingsHive : public testing::Test {
+  protected:
+    VSettingsHive& User() { return VSettingsHive::Of(HiveScope::kUser); }
+
+    std::uint32_t ReadNumber(std::u16string_view key, std::u16string_view name) {
+        VHiveValue value;
+        const VHiveStatus status = User().ReadValue(key, name, value);
+        EXPECT_EQ(status.code, 0U) << platform::ToNarrow(status.detail);
+        return value.data.size() == 4 ? LoadLittleEndian<std::uint32_t>(value.data.data()) : 0;
+    }
+
+    testsupport::TemporaryHives hives;
+};
+
+/// Runs `work` in a process of its own, which ends with its result.
+template <class Work>
+pid_t Spawn(Work work) {
+    const pid_t child = fork();
+    if (child == 0) _exit(work() ? 0 : 1);
+    return child;
+}
+
+bool EndedWell(pid_t child) {
+    int status = 0;
+    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+mode_t ModeOf(const fs::path& path) {
+    struct stat info = {};
+    return stat(path.c_str(), &info) == 0 ? info.st_mode & 07777 : 0;
+}
+
+TEST_F(SettingsHive, AnAbsentFileIsAnEmptyHiveAndIsMadeByTheFirstWrite) {
+    VHiveValue value;
+    EXPECT_EQ(User().FindKey(u"").code, 0U);
+    EXPECT_EQ(User().FindKey(u"A").code, 2U);
+    EXPECT_EQ(User().ReadValue(u"A", u"v", value).code, 1018U);
+    EXPECT_EQ(User().WriteValue(u"A", u"v", Dword(1)).code, 1018U);
+    EXPECT_EQ(User().DeleteKey(u"A").code, 2U);
+    EXPECT_FALSE(fs::exists(hives.UserFile()));
+    EXPECT_EQ(User().CreateKey(u"A\\B").code, 0U);
+    EXPECT_EQ(User().WriteValue(u"a\\b", u"v", Dword(7)).code, 0U);
+    EXPECT_EQ(ReadNumber(u"A\\B", u"V"), 7U);
+    for (const char16_t* bad : {u"A\\", u"\\A", u"A\\\\B", u"A\nB", u"A\xD800"}) {
+        EXPECT_EQ(User().CreateKey(bad).code, 87U) << platform::ToNarrow(bad);
+    }
+    EXPECT_EQ(User().WriteValue(u"A", u"v\"\r\n[HKEY_CURRENT_USER\\X]", Dword(1)).code, 87U);
+}
+
+TEST_F(SettingsHive, FilesAreTheUsersOwnAndTheMachinesForAll) {
+    const fs::path folder = hives.Folder() / "new" / "folder";
+    VSettingsHive::SetPaths(hives.MachineFile().u16string(), (folder / "user.reg").u16string());
+    const mode_t mask = umask(077);
+    EXPECT_EQ(User().CreateKey(u"A").code, 0U);
+    EXPECT_EQ(VSettingsHive::Of(HiveScope::kMachine).CreateKey(u"A").code, 0U);
+    umask(mask);
+    EXPECT_EQ(ModeOf(folder), 0700U);
+    EXPECT_EQ(ModeOf(folder / "user.reg"), 0600U);
+    EXPECT_EQ(ModeOf(folder / "user.reg.lock"), 0600U);
+    EXPECT_EQ(ModeOf(hives.MachineFile()), 0644U);
+}
+
+TEST_F(SettingsHive, AChangeByAnotherIsSeenAndALinkIsKept) {
+    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"v\"=dword:1\n");
+    EXPECT_EQ(ReadNumber(u"A", u"v"), 1U);
+    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"v\"=dword:22\n");
+    EXPECT_EQ(ReadNumber(u"A", u"v"), 0x22U);
+    const fs::path real = hives.Folder() / "real.reg";
+    fs::rename(hives.UserFile(), real);
+    fs::create_symlink(real, hives.UserFile());
+    WriteFile(hives.Folder() / "real.reg.new", "left by a killed writer");
+    EXPECT_EQ(User().WriteValue(u"A", u"v", Dword(3)).code, 0U);
+    EXPECT_TRUE(fs::is_symlink(hives.UserFile()));
+    EXPECT_NE(ReadFile(real).find("\"v\"=dword:00000003"), std::string::npos);
+    EXPECT_FALSE(fs::exists(hives.Folder() / "real.reg.new"));
+}
+
+TEST_F(SettingsHive, ADamagedFileIsReadAsFarAsItIsGoodAndNeverWritten) {
+    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"v\"=dword:5\nw=1\n[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"other root\"\n");
+    const std::string before = ReadFile(hives.UserFile());
+    EXPECT_EQ(ReadNumber(u"A", u"v"), 5U);
+    VHiveValue value;
+    for (const VHiveStatus& status : {User().ReadValue(u"A", u"w", value), User().FindKey(u"B"),
+                                      User().WriteValue(u"A", u"v", Dword(6)), User().DeleteKey(u"A")}) {
+        EXPECT_EQ(status.code, 1015U);
+        EXPECT_NE(platform::ToNarrow(status.detail).find("user.reg, line 4: not a key"), std::string::npos);
+    }
+    EXPECT_EQ(ReadFile(hives.UserFile()), before);
+    EXPECT_NE(User().Tree().Find(u"HKEY_LOCAL_MACHINE\\A"), nullptr);
+    EXPECT_EQ(User().Faults().size(), 1U);
+}
+
+TEST_F(SettingsHive, WhatIsNoPlainFileOrTooLargeIsRefusedAtOnce) {
+    ASSERT_EQ(mkfifo(hives.UserFile().c_str(), 0600), 0);
+    EXPECT_EQ(User().FindKey(u"A").code, 13U);
+    fs::remove(hives.UserFile());
+    fs::create_directory(hives.UserFile());
+    EXPECT_NE(User().FindKey(u"A").code, 0U);
+    fs::remove(hives.UserFile());
+    WriteFile(hives.UserFile(), std::string(VSettingsHive::kMaxBytes + 1, '\n'));
+    EXPECT_EQ(User().CreateKey(u"A").code, 223U);
+    fs::remove(hives.UserFile());
+    ASSERT_EQ(User().CreateKey(u"A").code, 0U);
+    const std::string before = ReadFile(hives.UserFile());
+    VHiveValue huge{kHiveBinary, std::vector<std::uint8_t>(VSettingsHive::kMaxBytes / 3)};
+    EXPECT_EQ(User().WriteValue(u"A", u"v", huge).code, 223U);
+    EXPECT_EQ(ReadFile(hives.UserFile()), before);
+}
+
+TEST_F(SettingsHive, AWriteThatRunsOutOfRoomLeavesTheOldFile) {
+    ASSERT_EQ(User().CreateKey(u"A").code, 0U);
+    const std::string before = ReadFile(hives.UserFile());
+    EXPECT_TRUE(EndedWell(Spawn([this] {
+        const rlimit limit{4096, 4096};
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        return User().WriteValue(u"A", u"v", {kHiveBinary, std::vector<std::uint8_t>(5000)}).code == 223;
+    })));
+    EXPECT_EQ(ReadFile(hives.UserFile()), before);
+    EXPECT_FALSE(fs::exists(hives.UserFile().string() + ".new"));
+}
+
+TEST_F(SettingsHive, ImportTakesItsOwnRootAndAllOrNothing) {
+    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"old\"=dword:1\n\"gone\"=dword:1\n");
+    const std::string first = "REGEDIT4\n";
+    EXPECT_EQ(User().Import(first + "[HKEY_CURRENT_USER\\A]\n\"gone\"=-\n\"new\"=dword:2\n[HKEY_USERS\\Z]\n").code, 0U);
+    EXPECT_EQ(ReadNumber(u"A", u"old") + ReadNumber(u"A", u"new"), 3U);
+    VHiveValue value;
+    EXPECT_EQ(User().ReadValue(u"A", u"gone", value).code, 2U);
+    EXPECT_EQ(User().Tree().Find(u"HKEY_USERS"), nullptr);
+    const VHiveStatus refused = User().Import(first + "[-HKEY_CURRENT_USER\\A]\n\"x\"\n");
+    EXPECT_EQ(refused.code, 13U);
+    EXPECT_EQ(refused.detail, u"line 3: a value's name is not followed by =");
+    EXPECT_EQ(ReadNumber(u"A", u"new"), 2U);
+}
+
+TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {
+    constexpr int kWriters = 3;
+    constexpr int kValues = 40;
+    ASSERT_EQ(User().CreateKey(u"A").code, 0U);
+    pid_t writers[kWriters];
+    for (int i = 0; i < kWriters; ++i) {
+        writers[i] = Spawn([this, i] {
+            bool isWell = true;
+            for (int n = 0; n < kValues; ++n) {
+                isWell = isWell && User().WriteValue(u"A", Numbered("v", i * kValues + n), Dword(1));
+            }
+            return isWell;
+        });
+    }
+    for (const pid_t writer : writers) EXPECT_TRUE(EndedWell(writer));
+    for (int n = 0; n < kWriters * kValues; ++n) EXPECT_EQ(ReadNumber(u"A", Numbered("v", n)), 1U) << n;
+}
+
+/// Counts up in two keys in one step, without end, and tells each number through the pipe when it is stored.
+bool CountWithoutEnd(VSettingsHive& hive, std::uint32_t start, int pipe) {
+    for (std::uint32_t number = start;; ++number) {
+        const VHiveStatus status = hive.Update([&](VHiveTree& tree) -> VHiveStatus {
+            tree.Create(hive.FullPath(u"First"))->values[u"n"].value = Dword(number);
+            tree.Create(hive.FullPath(u"Second"))->values[u"n"].value = Dword(number);
+            return {};
+        });
+        if (!status || write(pipe, &number, sizeof number) != sizeof number) return false;
+    }
+}
+
+TEST_F(SettingsHive, AKilledWriterLeavesAWholeFileWithAllThatWasAcknowledged) {
+    ASSERT_EQ(User().CreateKey(u"Ballast").code, 0U);
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(User().WriteValue(u"Ballast", u"b", {kHiveBinary, std::vector<std::uint8_t>(30000)}).code, 0U);
+    const std::chrono::duration<double> oneWrite = std::chrono::steady_clock::now() - start;
+    std::mt19937 random(20);
+    std::uint32_t last = 0;
+    std::uint32_t stored = 0;
+    for (int round = 0; round < 200; ++round) {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t writer = Spawn([&] { return CountWithoutEnd(User(), stored + 1, ends[1]); });
+        close(ends[1]);
+        // The kill comes anywhere within the first write or, in every other round, the second.
+        std::uint32_t number = 0;
+        if (round % 2 != 0 && read(ends[0], &number, sizeof number) == sizeof number) last = number;
+        std::this_thread::sleep_for(oneWrite * 1.5 * static_cast<double>(random() % 1000) / 1000.0);
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        while (read(ends[0], &number, sizeof number) == sizeof number) last = number;
+        close(ends[0]);
+        if (!User().FindKey(u"First")) {
+            ASSERT_EQ(last, 0U);
+            continue;
+        }
+        stored = ReadNumber(u"First", u"n");
+        ASSERT_EQ(ReadNumber(u"Second", u"n"), stored);
+        ASSERT_TRUE(stored == last || stored == last + 1) << stored << " after " << last;
+        ASSERT_TRUE(User().Faults().empty());
+        last = stored;
+    }
+    EXPECT_GT(last, 0U) << "no writer got as far as to a write";
+}
+
+}  // namespace
+}  // namespace connectdialog

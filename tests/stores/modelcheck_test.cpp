@@ -1,0 +1,257 @@
+// Random operations on the memory store and on SQLite at once: every outcome must be the same, and so must the trees,
+// also after the file was opened anew. CONNECTDIALOG_SEED repeats a run, CONNECTDIALOG_STEPS makes it longer.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "foundation/vreportmessageparams.h"
+#include "foundation/vstringarray.h"
+#include "profile/vprofilekey.h"
+#include "stores/openstore.h"
+#include "support/storetools.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog::test {
+namespace {
+
+unsigned long FromEnvironment(const char* name, unsigned long otherwise) {
+    const char* text = std::getenv(name);
+    return text != nullptr ? std::strtoul(text, nullptr, 10) : otherwise;
+}
+
+const std::vector<std::u16string> kLevels = {u"Alpha",   u"ALPHA",        u"a:b",          u"q\"'%", std::u16string{0xD800},
+                                             u"\u00C9t", u"\u00E9T", u"\U0001F511x", u"\x01",  u"alp"};
+const ValueNames kValues = {u"Is Session", u"Port", u"HOST", u"host", u"", u"Gr\u00F6\u00DFe"};
+const std::vector<std::u16string> kTexts = {u"", u"short", std::u16string(400, u'y'), u"\u4E00\u4E01",
+                                            std::u16string{0xDC00, u'!'}};
+
+/// What one operation gave: its result, the report's code and what was read.
+struct Outcome {
+    bool result = false;
+    std::uint32_t code = 0;
+    std::string read;
+    bool operator==(const Outcome&) const = default;
+};
+
+/// The two stores side by side. Operations take the index of the side, so that both do the same.
+class Pair {
+  public:
+    explicit Pair(std::string path) : path(std::move(path)) { Open(); }
+
+    void Open() {
+        VReportMessageParams report;
+        const std::u16string url = u"sqlite:" + std::u16string(path.begin(), path.end());
+        sides[1].factory = stores::OpenProfileStoreFactory(VUnicodeString(url), report);
+        if (sides[0].factory == nullptr) sides[0].factory = stores::OpenProfileStoreFactory(u"memory:", report);
+    }
+    void Compare(const std::function<Outcome(std::size_t side)>& operation, const std::string& what) {
+        const Outcome expected = operation(0);
+        const Outcome actual = operation(1);
+        EXPECT_TRUE(expected == actual) << what << ": memory " << expected.result << "/" << expected.code << " "
+                                        << expected.read << ", sqlite " << actual.result << "/" << actual.code << " "
+                                        << actual.read;
+    }
+    void CompareTrees() {
+        EXPECT_EQ(DumpStore(*sides[0].factory, kValues), DumpStore(*sides[1].factory, kValues));
+    }
+    void Reopen() {
+        CloseAll();
+        sides[1].factory.reset();
+        Open();
+    }
+    void CloseAll() {
+        for (Side& side : sides) {
+            side.keys.clear();
+            while (!side.stores.empty()) side.stores.pop_back();
+        }
+    }
+
+    struct Side {
+        std::unique_ptr<VProfileStoreFactory> factory;
+        std::vector<std::unique_ptr<VProfileStore>> stores;
+        std::vector<std::unique_ptr<VProfileKey>> keys;  ///< all opened from the first store
+    };
+    std::array<Side, 2> sides;
+
+  private:
+    std::string path;
+};
+
+class Walker {
+  public:
+    Walker(Pair& pair, unsigned long seed) : pair(pair), random(static_cast<std::mt19937::result_type>(seed)) {}
+
+    void Step() {
+        if (pair.sides[0].stores.empty()) OpenStore();
+        static constexpr std::array kSteps = {
+            &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey,   &Walker::OpenKey,    &Walker::OpenKey,
+            &Walker::CloseKey,  &Walker::Write,      &Walker::Write,     &Walker::Write,      &Walker::Write,
+            &Walker::Write,     &Walker::Erase,      &Walker::DeleteKey, &Walker::KeyExists,  &Walker::Read,
+            &Walker::Read,      &Walker::List,       &Walker::Commit,    &Walker::Abandon,    &Walker::Join};
+        (this->*kSteps[Pick(kSteps.size())])();
+    }
+
+  private:
+    std::size_t Pick(std::size_t count) { return std::uniform_int_distribution<std::size_t>(0, count - 1)(random); }
+    const std::u16string& PickFrom(const std::vector<std::u16string>& pool) { return pool[Pick(pool.size())]; }
+    std::u16string PickPath() {
+        std::u16string path = PickFrom(kLevels);
+        for (std::size_t more = Pick(3); more > 0; --more) path += u"\\" + PickFrom(kLevels);
+        return Pick(40) == 0 ? path + u"\\" : path;
+    }
+    /// A key that both sides have open: one of the pool or the root.
+    std::function<VProfileKey&(std::size_t)> PickKey() {
+        const std::size_t index = Pick(pair.sides[0].keys.size() + 1);
+        return [this, index](std::size_t side) -> VProfileKey& {
+            Pair::Side& at = pair.sides[side];
+            return index < at.keys.size() ? *at.keys[index] : *at.stores.front()->GetRootKey();
+        };
+    }
+    static Outcome OutcomeOf(VProfileKey& key, bool result) { return {result, CodeOf(key), ""}; }
+
+    void OpenStore() {
+        if (pair.sides[0].stores.size() == 3) return;
+        for (Pair::Side& side : pair.sides) side.stores.push_back(std::make_unique<VProfileStore>(side.factory.get()));
+    }
+    void CloseStore() {
+        const bool isLast = pair.sides[0].stores.size() == 1;
+        pair.Compare(
+            [&](std::size_t side) {
+                if (isLast) pair.sides[side].keys.clear();
+                const bool closed = pair.sides[side].stores.back()->Close();
+                pair.sides[side].stores.pop_back();
+                return Outcome{closed, 0, ""};
+            },
+            "close");
+    }
+    void OpenKey() {
+        const auto parent = PickKey();
+        const std::u16string path = Pick(10) == 0 ? u"" : PickPath();
+        const std::uint32_t folder = Pick(4) == 0 ? 1 : 0;
+        const bool full = pair.sides[0].keys.size() == 6;
+        const std::size_t replaced = Pick(6);
+        pair.Compare(
+            [&](std::size_t side) {
+                auto key = std::make_unique<VProfileKey>(&parent(side), path.c_str(), folder);
+                const Outcome outcome = OutcomeOf(*key, true);
+                auto& keys = pair.sides[side].keys;
+                full ? keys[replaced].swap(key) : keys.push_back(std::move(key));
+                return outcome;
+            },
+            "open " + Escape(path));
+    }
+    void CloseKey() {
+        for (Pair::Side& side : pair.sides) {
+            if (!side.keys.empty()) side.keys.pop_back();
+        }
+    }
+    void Write() {
+        const auto key = PickKey();
+        const std::u16string& name = PickFrom(kValues);
+        const std::u16string& text = PickFrom(kTexts);
+        const auto number = static_cast<std::uint32_t>(random()) >> (8 * Pick(4));
+        const std::size_t type = Pick(4);
+        VStringArray strings;
+        for (std::size_t i = Pick(3); i > 0; --i) strings.Add(VUnicodeString(PickFrom(kTexts)));
+        pair.Compare(
+            [&](std::size_t side) {
+                VProfileKey& at = key(side);
+                const bool written = type == 0   ? at.WriteDword(name.c_str(), number)
+                                     : type == 1 ? at.WriteString(name.c_str(), text.c_str())
+                                     : type == 2 ? at.WriteBinary(name.c_str(), text.data(), number & 3)
+                                                 : at.WriteMultiString(name.c_str(), strings);
+                return OutcomeOf(at, written);
+            },
+            "write " + Escape(name));
+    }
+    void Erase() {
+        const auto key = PickKey();
+        const std::u16string& name = PickFrom(kValues);
+        pair.Compare(
+            [&](std::size_t side) { return OutcomeOf(key(side), key(side).GetImpl()->DeleteValue(name.c_str())); },
+            "erase " + Escape(name));
+    }
+    void DeleteKey() {
+        const auto key = PickKey();
+        const std::u16string path = PickPath();
+        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).DeleteKey(path.c_str())); },
+                     "delete " + Escape(path));
+    }
+    void KeyExists() {
+        const auto key = PickKey();
+        const std::u16string path = PickPath();
+        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).KeyExists(path.c_str())); },
+                     "exists " + Escape(path));
+    }
+    void Read() {
+        const auto key = PickKey();
+        const std::u16string& name = PickFrom(kValues);
+        pair.Compare(
+            [&](std::size_t side) {
+                VUnicodeString text;
+                const bool found = key(side).ReadString(name.c_str(), text);
+                Outcome outcome = OutcomeOf(key(side), found);
+                outcome.read = Escape(text);
+                return outcome;
+            },
+            "read " + Escape(name));
+    }
+    void List() {
+        const auto key = PickKey();
+        pair.Compare(
+            [&](std::size_t side) {
+                VProfileKeyIterator children(key(side), false);
+                Outcome outcome = OutcomeOf(key(side), true);
+                VUnicodeString name;
+                for (std::uint32_t kind = 0; children.NextWithKind(name, kind);) {
+                    outcome.read += Escape(name) + "/" + std::to_string(kind) + " ";
+                }
+                return outcome;
+            },
+            "list");
+    }
+    void Commit() {
+        pair.Compare([&](std::size_t side) { return Outcome{pair.sides[side].stores.front()->Commit(), 0, ""}; }, "commit");
+    }
+    void Abandon() {
+        for (Pair::Side& side : pair.sides) side.stores.front()->Abandon();
+    }
+    void Join() {
+        pair.Compare([&](std::size_t side) { return Outcome{pair.sides[side].stores.back()->JoinUnitOfWork(), 0, ""}; },
+                     "join");
+    }
+
+    Pair& pair;
+    std::mt19937 random;
+};
+
+TEST(StoreModelCheck, SqliteDoesWhatTheMemoryStoreDoes) {
+    const unsigned long seed = FromEnvironment("CONNECTDIALOG_SEED", std::random_device()());
+    const unsigned long steps = FromEnvironment("CONNECTDIALOG_STEPS", 5000);
+    std::printf("seed %lu, %lu steps\n", seed, steps);
+    SCOPED_TRACE("CONNECTDIALOG_SEED=" + std::to_string(seed));
+    const TemporaryFolder folder;
+    Pair pair(folder.File("store.db"));
+    Walker walker(pair, seed);
+    for (unsigned long step = 1; step <= steps && !testing::Test::HasFailure(); ++step) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        walker.Step();
+        if (step % 50 == 0) pair.CompareTrees();
+        if (step % 500 == 0) {
+            pair.Reopen();
+            pair.CompareTrees();
+        }
+    }
+    pair.CloseAll();
+    pair.CompareTrees();
+}
+
+}  // namespace
+}  // namespace connectdialog::test

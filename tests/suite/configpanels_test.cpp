@@ -1,0 +1,161 @@
+#include "sessiondb/sessiontree.h"
+#include "stores/openstore.h"
+#include "suite/configpanels/referenceconfigpanels.h"
+#include "suite/configpanels/referenceglobalconfig.h"
+#include "suite/configpanels/sessionname.h"
+#include "tests/suite/suitetest.h"
+
+namespace connectdialog::test {
+namespace {
+
+class ConfigPanelsTest : public SuiteTest {
+  protected:
+    static VRef<GlobalConfig> Global() {
+        VRef<GlobalConfig> global;
+        EXPECT_TRUE(GetGlobalConfig(global, -1));
+        return global;
+    }
+    static std::uint32_t StoredNumber(const char16_t* name, std::uint32_t absent) {
+        VProfileStore store(true);
+        VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
+        key.ReadDword(name, absent);
+        return absent;
+    }
+};
+
+TEST_F(ConfigPanelsTest, GlobalSettingsOfANewStoreAreTheDefaults) {
+    const auto global = Global();
+    EXPECT_EQ(global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB");
+    EXPECT_EQ(global->sessionArrangementMode.Get(), 0);
+    EXPECT_FALSE(global->hideDotEntries.Get());
+    EXPECT_EQ(global->lineSendDelay.Get(), 5);
+    EXPECT_EQ(global->characterSendDelay.Get(), 0);
+    EXPECT_EQ(StoredNumber(u"Line Send Delay", 99), 99U) << "reading wrote something";
+}
+
+/// Users' data: a name here changes only together with a migration.
+TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
+    constexpr std::u16string_view kNames[] = {u"Config Upgrade Marker",
+                                              u"Session Arrangement Mode",
+                                              u"Hide Dot Entries",
+                                              u"Line Send Delay",
+                                              u"Character Send Delay",
+                                              u"Connect Dialog On Startup",
+                                              u"Quick Connect On Startup",
+                                              u"Show Descriptions",
+                                              u"Show Transfer Sessions",
+                                              u"Show Terminal Sessions",
+                                              u"Save Config On Close",
+                                              u"Last Session Path",
+                                              u"Last Session Expanded",
+                                              u"Remember Folder Expansion",
+                                              u"Options Page Path",
+                                              u"Open In Tab",
+                                              u"Tab Mode",
+                                              u"Tabs Forced",
+                                              u"Session Tree Font",
+                                              u"Suppress Multi Connect Warning",
+                                              u"Suppress Multi Edit Warning",
+                                              u"Use New Session Wizard",
+                                              u"Update Reminder Suppressed",
+                                              u"Last Update Reminder"};
+    const auto global = Global();
+    auto& members = dynamic_cast<VProfileData&>(*global);
+    for (std::size_t i = 0; i < std::size(kNames); ++i) EXPECT_EQ(members.GetMember(i)->GetName(), kNames[i]);
+    EXPECT_EQ(members.GetMember(std::size(kNames)), nullptr);
+}
+
+TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
+    const auto global = Global();
+    EXPECT_EQ(Global().Get(), global.Get());
+    global->sessionArrangementMode.Set(2);
+    EXPECT_TRUE(global->Save());
+    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode", 99), 2U);
+
+    VProfileStore other(nullptr);
+    { VProfileKey(other.GetRootKey(), kGlobalKey, 0).WriteDword(u"Session Arrangement Mode", 1); }
+    ASSERT_TRUE(other.Close());
+    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 2);
+    GetReferenceConfigPanels().ReloadGlobalConfig();
+    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
+    EXPECT_EQ(global->sessionArrangementMode.Get(), 2);
+}
+
+TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
+    VReportMessageParams report;
+    // Nobody can make a file there.
+    const auto refusing = stores::OpenProfileStoreFactory(u"sqlite:/proc/nowhere/sessions.db", report);
+    ASSERT_TRUE(refusing);
+    InstallReferenceSuite(u"NorHalden"_v, *refusing);
+    const auto global = Global();
+    global->lineSendDelay.Set(77);
+    EXPECT_FALSE(global->Save());
+    EXPECT_EQ(global->lineSendDelay.Get(), 77);
+
+    InstallReferenceSuite(u"NorHalden"_v, *factory);
+    EXPECT_TRUE(global->Save());
+    EXPECT_EQ(StoredNumber(u"Line Send Delay", 99), 77U);
+}
+
+TEST_F(ConfigPanelsTest, TheProductFollowsFromTheApplicationsName) {
+    EXPECT_EQ(GetCurrentAppProductID(), AppKind::kNorHalden);
+    InstallReferenceSuite(u"tessaly"_v, *factory);
+    EXPECT_EQ(GetCurrentAppProductID(), AppKind::kTessaly);
+    InstallReferenceSuite(u"Other"_v, *factory);
+    EXPECT_EQ(GetCurrentAppProductID(), AppKind::kUnknown);
+    EXPECT_TRUE(IsSuiteProgramInstalled("sh"));
+    EXPECT_FALSE(IsSuiteProgramInstalled("no-such-program-anywhere"));
+}
+
+TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
+    AddFolderEntry(u"", u"Servers", u"", false);
+    AddFolderEntry(u"Servers", u"web", u"", false);
+    using Fault = SessionNameFault;
+    struct Row {
+        VUnicodeString parent;
+        VUnicodeString oldName;
+        std::u16string newName;
+        Fault fault;
+    };
+    const std::u16string longest(kMaxSessionNameLength, u'n');
+    const Row rows[] = {
+        {u"", u"", u"plain", Fault::kNone},
+        {u"", u"", u"a b/c%d\"e'f", Fault::kNone},
+        {u"", u"", u"\u540D\U0001F600", Fault::kNone},
+        {u"", u"", longest, Fault::kNone},
+        {u"", u"", longest + u"n", Fault::kTooLong},
+        {u"", u"", u"", Fault::kEmpty},
+        {u"", u"", u"a\\b", Fault::kSeparator},
+        {u"", u"", u"a:b", Fault::kColon},
+        {u"", u"", u"a\nb", Fault::kControl},
+        {u"", u"", u"a\u009Bb", Fault::kControl},
+        {u"", u"", u"txt\u202Egpj", Fault::kControl},
+        {u"", u"", std::u16string(u"a\0b", 3), Fault::kControl},
+        {u"", u"", {u'a', 0xD800}, Fault::kHalfCharacter},
+        {u"", u"", {0xDC00, u'a'}, Fault::kHalfCharacter},
+        {u"", u"", u" a", Fault::kBlankAtEdge},
+        {u"", u"", u"a\u3000", Fault::kBlankAtEdge},
+        {u"", u"", u".", Fault::kDots},
+        {u"", u"", u"..", Fault::kDots},
+        {u"", u"", u"...", Fault::kNone},
+        {u"Servers", u"", u"__FOLDERDATA__", Fault::kFolderData},
+        {u"", u"", u"default", Fault::kTemplate},
+        {u"", u"Default", u"DEFAULT", Fault::kNone},
+        {u"Servers", u"", u"Default", Fault::kNone},
+        {u"", u"", u"SERVERS", Fault::kTaken},
+        {u"", u"Servers", u"SERVERS", Fault::kNone},
+        {u"", u"other", u"Servers", Fault::kTaken},
+        {u"Servers", u"", u"Web", Fault::kTaken},
+        {u"", u"", u"web", Fault::kNone},
+    };
+    for (const Row& row : rows) {
+        const VUnicodeString name{std::u16string_view(row.newName)};
+        EXPECT_EQ(CheckSessionName(row.parent, row.oldName, name), row.fault) << testing::PrintToString(row.newName);
+        EXPECT_EQ(DescribeSessionNameFault(row.fault, name).IsEmpty(), row.fault == Fault::kNone);
+    }
+    EXPECT_FALSE(ValidateSessionName(u"Servers\\web", u"web", u"Web", true, nullptr));
+    EXPECT_TRUE(ValidateSessionName(u"Servers\\web", u"web", u"Web", false, nullptr));
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,108 @@
+// norhalden as a user runs it, with clients of the test's own in PATH.
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "sessiondb/sessiontree.h"
+#include "support/processrunner.h"
+#include "tests/suite/suitetest.h"
+
+namespace connectdialog::test {
+namespace {
+
+class NorHaldenTest : public SuiteTest {
+  protected:
+    NorHaldenTest() {
+        VReportMessageParams report;
+        const VUnicodeString url((StoreUrl()).c_str());
+        const auto store = stores::OpenProfileStoreFactory(url, report);
+        InstallReferenceSuite(u"NorHalden"_v, *store);
+        AddSession(u"web \u540D", u"SSH2", u"host.example");
+        AddSession(u"hostile", u"SSH2", u"-oProxyCommand=touch x");
+        AddSession(u"files", u"None", u"host.example");
+        AddSession(u"line", u"Serial", u"/dev/ttyS9");
+        AddFolderEntry(u"", u"Servers", u"", false);
+        InstallReferenceSuite(u"NorHalden"_v, *factory);
+        // Writes each argument on a line of its own, in angle brackets.
+        scratch.Write("ssh", "#!/bin/sh\nprintf '<%s>\\n' \"$@\"\nexit 7\n");
+        std::filesystem::permissions(scratch / "ssh", std::filesystem::perms::owner_all);
+    }
+
+    static void AddSession(const char16_t* name, const char16_t* protocol, const char16_t* target) {
+        const auto session = Make(protocol);
+        ConnectConfig* config = session->GetConnectConfig();
+        (config != nullptr ? config : session->GetTransferConnectConfig())->SetHostName(target);
+        ASSERT_TRUE(StoreSessionEntry(u"", name, *session, u"", false));
+    }
+
+    std::string StoreUrl() const { return "sqlite:" + scratch / "sessions.db"; }
+
+    ProcessResult Run(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), NORHALDEN_PROGRAM);
+        return RunProcess(arguments, {"PATH=" + scratch / "", "BRENNMARK_STORE=" + StoreUrl()});
+    }
+
+    ScratchFolder scratch;
+};
+
+std::string ReadAll(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+TEST_F(NorHaldenTest, TheClientTakesOverWithExactlyTheseArguments) {
+    const std::string expected = "<-p>\n<22>\n<-->\n<host.example>\n";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"/S", "web \u540D"}, {"--store", StoreUrl(), "/s", "WEB \u540D"}}) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.output, expected);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.exitCode, 7);
+    }
+}
+
+TEST_F(NorHaldenTest, WhatCannotBeOpenedIsToldInOneLine) {
+    struct Row {
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::string part;  ///< of the error text
+    };
+    const Row rows[] = {
+        {{"/S", "hostile"}, 1, "\"Hostname\""},
+        {{"/S", "files"}, 1, "tessaly"},
+        {{"/S", "line"}, 1, "Debian package picocom"},
+        {{"/S", "Servers"}, 1, "is a folder"},
+        {{"/S", "absent"}, 1, "does not exist"},
+        {{"/S", ""}, 1, "\"\""},
+        {{"/S", "a\\\\b\\"}, 1, "does not exist"},
+        {{"/S", "x\x1B[31m"}, 1, "does not exist"},
+        {{"/S", std::string(100000, 'x')}, 1, "does not exist"},
+        {{"--store", "nothing:x", "/S", "line"}, 1, ""},
+        {{"--store", "sqlite:/", "/S", "line"}, 1, ""},
+    };
+    const std::string before = ReadAll(scratch / "sessions.db");
+    for (const Row& row : rows) {
+        const ProcessResult result = Run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << result.errors;
+        EXPECT_NE(result.errors.find(row.part), std::string::npos) << result.errors.substr(0, 200);
+        EXPECT_TRUE(result.errors.starts_with("norhalden: "));
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors.substr(0, 200);
+        EXPECT_EQ(result.errors.find('\x1B'), std::string::npos);
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_EQ(ReadAll(scratch / "sessions.db"), before) << "opening a session changed the store";
+}
+
+TEST_F(NorHaldenTest, WrongUsageIsExplained) {
+    const std::vector<std::vector<std::string>> lines = {{}, {"/S"}, {"web"}, {"--store", "x"}, {"--wrong"}};
+    for (const std::vector<std::string>& arguments : lines) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_NE(result.errors.find("usage: norhalden"), std::string::npos);
+    }
+    EXPECT_EQ(Run({"--help"}).exitCode, 0);
+    EXPECT_TRUE(Run({"--version"}).output.starts_with("norhalden "));
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,29 @@
+// A store that fails when a test wants it to.
+#pragma once
+
+#include <cstdint>
+
+#include "profile/iprofilestore.h"
+
+namespace connectdialog::test {
+
+/// Which operation fails next. Shared by all stores and keys of one factory.
+struct FaultPlan {
+    int failWrite = 0;        ///< the how many-th write from now fails; 0 or below: none
+    bool failCommit = false;  ///< Commit and Close fail and abandon
+    std::uint32_t code = 112;
+    int writes = 0;  ///< writes so far that were let through
+};
+
+/// Forwards to another factory, which must outlive it, and fails as planned. A write is anything that changes a key.
+class FaultyStoreFactory : public VProfileStoreFactory {
+  public:
+    explicit FaultyStoreFactory(VProfileStoreFactory& inner) : inner(inner) {}
+    IProfileStoreImpl* CreateStore() override;
+    FaultPlan plan;
+
+  private:
+    VProfileStoreFactory& inner;
+};
+
+}  // namespace connectdialog::test

@@ -1,0 +1,37 @@
+// Runs a program of the project as a user would and keeps what it said.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace connectdialog::test {
+
+struct ProcessResult {
+    int exitCode = -1;  ///< 128 plus the number of the signal that ended it
+    std::string output;
+    std::string errors;
+};
+
+/// Starts `arguments` (the program's path first) with standard input empty, waits for its end and collects both
+/// outputs. `environment` holds NAME=VALUE pairs that replace or join those of the test. A program that has not ended
+/// after a minute is killed: exit code 137.
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
+
+/// A new folder for one test, removed with its content.
+class ScratchFolder {
+  public:
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    /// The path of a file in it.
+    std::string operator/(const std::string& name) const { return path + '/' + name; }
+    /// Creates a file; gives its path.
+    std::string Write(const std::string& name, const std::string& content) const;
+
+  private:
+    std::string path;
+};
+
+}  // namespace connectdialog::test

@@ -1,0 +1,136 @@
+// completion: scripts for shells, made from the parser itself, so that they know every command and option.
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/output.h"
+
+namespace connectdialog::connectctl {
+
+namespace {
+
+/// What may follow one command; the empty command is the program itself.
+struct Completion {
+    std::string command;                                           ///< the words that lead to it
+    std::vector<std::pair<std::string, std::string>> subcommands;  ///< name and summary
+    std::vector<std::string> options;
+    bool takesPath = false;  ///< a path of the session tree
+};
+
+void Collect(const CLI::App& parser, const std::string& command, std::vector<Completion>& completions) {
+    Completion completion{command, {}, {}, false};
+    for (const CLI::Option* option : parser.get_options()) {
+        if (option->get_positional()) completion.takesPath |= option->get_single_name() == "PATH";
+        for (const std::string& name : option->get_lnames()) completion.options.push_back("--" + name);
+    }
+    const auto children = parser.get_subcommands(std::function<bool(const CLI::App*)>());
+    for (const CLI::App* child : children)
+        completion.subcommands.emplace_back(child->get_name(), child->get_description());
+    completions.push_back(std::move(completion));
+    for (const CLI::App* child : children)
+        Collect(*child, command.empty() ? child->get_name() : command + ' ' + child->get_name(), completions);
+}
+
+std::string JoinWords(const Completion& completion) {
+    std::string words;
+    for (const auto& [name, summary] : completion.subcommands) words += name + ' ';
+    for (const std::string& option : completion.options) words += option + ' ';
+    if (!words.empty()) words.pop_back();
+    return words;
+}
+
+constexpr char kBashHead[] = R"bash(_connectctl() {
+    local current=${COMP_WORDS[COMP_CWORD]} command= words= paths= path typed i
+    local -a store=()
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        if [[ ${COMP_WORDS[i]} == --store ]]; then
+            i=$((i + 1))
+            store=(--store "${COMP_WORDS[i]}")
+            continue
+        fi
+        case "$command/${COMP_WORDS[i]}" in
+)bash";
+constexpr char kBashMiddle[] = R"bash(        esac
+    done
+    case $command in
+)bash";
+// A path is compared as it is meant and given as it must be typed.
+constexpr char kBashTail[] = R"bash(    esac
+    COMPREPLY=($(compgen -W "$words" -- "$current"))
+    if [[ -n $paths && $current != -* ]]; then
+        typed=${current//\\\\/\\}
+        while IFS= read -r path; do
+            if [[ ${path:0:${#typed}} == "$typed" ]]; then COMPREPLY+=("$(printf %q "$path")"); fi
+        done < <(connectctl "${store[@]}" ls -R 2>/dev/null)
+    fi
+}
+complete -o default -F _connectctl connectctl)bash";
+
+void PrintBash(const std::vector<Completion>& completions) {
+    Print(kBashHead);
+    for (const Completion& completion : completions)
+        for (const auto& [name, summary] : completion.subcommands)
+            PrintLine("            '" + completion.command + '/' + name + "') command='" +
+                      (completion.command.empty() ? "" : completion.command + ' ') + name + "' ;;");
+    Print(kBashMiddle);
+    for (const Completion& completion : completions)
+        PrintLine("        '" + completion.command + "') words='" + JoinWords(completion) + '\'' +
+                  (completion.takesPath ? " paths=yes" : "") + " ;;");
+    PrintLine(kBashTail);
+}
+
+void PrintZsh(const std::vector<Completion>& completions) {
+    PrintLine("autoload -U +X bashcompinit && bashcompinit");
+    PrintBash(completions);
+}
+
+std::string QuoteForFish(const std::string& text) {
+    std::string quoted = "'";
+    for (const char character : text) {
+        if (character == '\'' || character == '\\') quoted += '\\';
+        quoted += character;
+    }
+    return quoted + '\'';
+}
+
+void PrintFish(const std::vector<Completion>& completions) {
+    for (const Completion& completion : completions) {
+        const std::string condition =
+            completion.command.empty() ? "__fish_use_subcommand" : "__fish_seen_subcommand_from " + completion.command;
+        const std::string start = "complete -c connectctl -n " + QuoteForFish(condition);
+        for (const auto& [name, summary] : completion.subcommands)
+            PrintLine(start + " -f -a " + name + " -d " + QuoteForFish(summary));
+        for (const std::string& option : completion.options) PrintLine(start + " -l " + option.substr(2));
+        if (completion.takesPath) PrintLine(start + " -f -a '(connectctl ls -R 2>/dev/null)'");
+    }
+}
+
+struct Shell {
+    const char* name;
+    const char* summary;
+    void (*print)(const std::vector<Completion>& completions);
+};
+constexpr Shell kShells[] = {
+    {"bash", "For bash: eval \"$(connectctl completion bash)\"", PrintBash},
+    {"zsh", "For zsh: eval \"$(connectctl completion zsh)\"", PrintZsh},
+    {"fish", "For fish: connectctl completion fish | source", PrintFish},
+};
+
+}  // namespace
+
+CommandBody DeclareCompletion(CLI::App& parser) {
+    parser.require_subcommand(1);
+    for (const Shell& shell : kShells) parser.add_subcommand(shell.name, shell.summary);
+    return [&parser]() -> Failure {
+        std::vector<Completion> completions;
+        Collect(*parser.get_parent(), "", completions);
+        for (const Shell& shell : kShells)
+            if (parser.got_subcommand(shell.name)) shell.print(completions);
+        return kDone;
+    };
+}
+
+}  // namespace connectdialog::connectctl

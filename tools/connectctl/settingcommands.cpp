@@ -1,0 +1,140 @@
+// show, get and set: the settings of one session.
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "config/isessionconfig.h"
+#include "config/settingwalk.h"
+#include "profile/vprofiledata.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/nearnames.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/protocolchoice.h"
+#include "tools/connectctl/settingstore.h"
+#include "tools/connectctl/settingvalue.h"
+
+namespace connectdialog::connectctl {
+
+namespace {
+
+struct SettingArguments {
+    std::string path;
+    std::string name;
+    std::string value;
+    bool asJson = false;
+};
+
+nlohmann::json DescribeSetting(VProfileData& setting) {
+    nlohmann::json description = {{"name", JsonText(setting.GetName())}, {"type", GetSettingType(setting)}};
+    if (IsSecret(setting))
+        description["hidden"] = true;
+    else
+        description["value"] = GetSettingJson(setting);
+    return description;
+}
+
+std::string DescribeSettings(ISessionConfig& session) {
+    nlohmann::json settings = nlohmann::json::array();
+    VisitSettings(session, [&](VProfileData& setting) { settings.push_back(DescribeSetting(setting)); });
+    return PrintableJson({{"path", JsonText(session.GetPath())}, {"settings", std::move(settings)}});
+}
+
+void PrintSetting(VProfileData& setting) {
+    PrintLine(Printable(setting.GetName()) + '\t' + GetSettingType(setting) + '\t' + GetSettingText(setting));
+}
+
+std::string UnknownSettingText(ISessionConfig& session, const VUnicodeString& name) {
+    std::vector<std::u16string> names;
+    VisitSettings(session, [&](VProfileData& setting) { names.emplace_back(setting.GetName().View()); });
+    std::string text = Quoted(session.GetPath()) + " has no setting " + Quoted(name);
+    std::string separator = "; did you mean ";
+    for (const std::u16string& near : FindNearNames(name, names)) {
+        text += separator + Quoted(near);
+        separator = " or ";
+    }
+    return text;
+}
+
+Failure OpenSetting(const SettingArguments& arguments, VRef<ISessionConfig>& session, VProfileData*& setting) {
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    if (Failure failure = OpenSessionAt(arguments.path, session)) return failure;
+    setting = FindSetting(*session, name);
+    if (setting == nullptr) return UnknownSettingText(*session, name);
+    return kDone;
+}
+
+Failure Show(const SettingArguments& arguments) {
+    VRef<ISessionConfig> session;
+    if (Failure failure = OpenSessionAt(arguments.path, session)) return failure;
+    if (arguments.asJson)
+        PrintLine(DescribeSettings(*session));
+    else
+        VisitSettings(*session, PrintSetting);
+    return kDone;
+}
+
+Failure Get(const SettingArguments& arguments) {
+    VRef<ISessionConfig> session;
+    VProfileData* setting = nullptr;
+    if (Failure failure = OpenSetting(arguments, session, setting)) return failure;
+    PrintLine(arguments.asJson ? PrintableJson(DescribeSetting(*setting)) : GetSettingText(*setting));
+    return kDone;
+}
+
+Failure Set(const SettingArguments& arguments) {
+    VRef<ISessionConfig> session;
+    VProfileData* setting = nullptr;
+    VUnicodeString value;
+    if (Failure failure = DecodeArgument(arguments.value, value)) return failure;
+    if (Failure failure = OpenSetting(arguments, session, setting)) return failure;
+    Failure failure =
+        IsProtocolChoice(*setting) ? SelectProtocol(*session, *setting, value) : SetSettingText(*setting, value);
+    if (failure) return failure;
+    return setting->IsChanged() || setting->IsMissing() ? StoreSetting(*session, *setting) : kDone;
+}
+
+std::shared_ptr<SettingArguments> DeclareSession(CLI::App& parser) {
+    auto arguments = std::make_shared<SettingArguments>();
+    parser.add_option("PATH", arguments->path, kPathHelp)->required();
+    return arguments;
+}
+
+void DeclareName(CLI::App& parser, SettingArguments& arguments) {
+    parser.add_option("NAME", arguments.name, "The setting, as show names it; case is ignored")->required();
+}
+
+}  // namespace
+
+CommandBody DeclareShow(CLI::App& parser) {
+    auto arguments = DeclareSession(parser);
+    parser.add_flag("--json", arguments->asJson, "Print one JSON object");
+    parser.footer(
+        "One setting a line, in the order in which they are stored: name, type and value with a tab between them.\n"
+        "Lists are JSON arrays; secrets are shown as (hidden).");
+    return [arguments] { return Show(*arguments); };
+}
+
+CommandBody DeclareGet(CLI::App& parser) {
+    auto arguments = DeclareSession(parser);
+    DeclareName(parser, *arguments);
+    parser.add_flag("--json", arguments->asJson, "Print one JSON object, with the name, the type and the exact value");
+    return [arguments] { return Get(*arguments); };
+}
+
+CommandBody DeclareSet(CLI::App& parser) {
+    auto arguments = DeclareSession(parser);
+    DeclareName(parser, *arguments);
+    parser.add_option("VALUE", arguments->value, "The new value; one that begins with - goes behind --")->required();
+    parser.footer(
+        "The value is taken as the setting's type:\n"
+        "  bool       true, false, yes, no, on, off, 1 or 0\n"
+        "  tri-state  off, on or global\n"
+        "  number     decimal, within the range of the type and of the setting\n"
+        "  list       a JSON array of texts, or one text a line\n"
+        "Setting \"Protocol Name\" or \"Transfer Protocol Name\" takes what the protocols share along.");
+    return [arguments] { return Set(*arguments); };
+}
+
+}  // namespace connectdialog::connectctl

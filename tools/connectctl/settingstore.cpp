@@ -1,0 +1,60 @@
+#include "tools/connectctl/settingstore.h"
+
+#include <nlohmann/json.hpp>
+
+#include "config/isessionconfig.h"
+#include "config/settingwalk.h"
+#include "foundation/vreportmessageparams.h"
+#include "profile/vprofiledata.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/settingvalue.h"
+#include "tools/connectctl/toolstore.h"
+
+namespace connectdialog::connectctl {
+
+namespace {
+
+/// Also the Default session is written, which SaveSession leaves alone: here the user edits the template itself.
+Failure WriteSession(VProfileStore& store, ISessionConfig& session) {
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(session.GetPath()).GetData(), 0);
+    session.Save(key, false);
+    VReportMessageParams& report = *key.GetImpl()->GetLastReport();
+    return report.GetCode() == 0 ? Failure(kDone) : ReportText(report);
+}
+
+Failure CheckStored(ISessionConfig& session, VProfileData& setting) {
+    const VRef<ISessionConfig> stored = OpenSession(session.GetPath());
+    VProfileData* readBack = stored ? FindSetting(*stored, setting.GetName()) : nullptr;
+    if (readBack != nullptr && GetSettingJson(*readBack) == GetSettingJson(setting)) return kDone;
+    std::string text = Quoted(setting.GetName()) + " is " + GetSettingType(setting) + " (" + GetSettingRange(setting) +
+                       ") and this session does not take " + GetSettingText(setting);
+    if (readBack != nullptr) text += ": it would read " + GetSettingText(*readBack);
+    return text;
+}
+
+}  // namespace
+
+VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name) {
+    VProfileData* found = nullptr;
+    VisitSettings(session, [&](VProfileData& setting) {
+        if (found == nullptr && setting.GetName().EqualsNoCase(name)) found = &setting;
+    });
+    return found;
+}
+
+Failure StoreSetting(ISessionConfig& session, VProfileData& setting) {
+    VProfileStore store(false);
+    if (!store.JoinUnitOfWork()) return ReportText(*store.GetLastReport());
+    Failure failure = WriteSession(store, session);
+    if (!failure) failure = CheckStored(session, setting);
+    if (failure) {
+        store.Abandon();
+        return failure;
+    }
+    return store.Close() ? Failure(kDone) : ReportText(*store.GetLastReport());
+}
+
+}  // namespace connectdialog::connectctl

@@ -1,0 +1,22 @@
+// The store that a run of the tool works on.
+#pragma once
+
+#include <string>
+
+#include "tools/connectctl/command.h"
+
+namespace connectdialog {
+class IReportMessageParams;
+}
+
+namespace connectdialog::connectctl {
+
+/// Opens the store and makes the library ready; once a run. An empty URL is the user's own store.
+Failure OpenToolStore(const std::string& url);
+/// Closes it. Before another program takes this one's place, and at the end.
+void CloseToolStore();
+
+/// A report's text as UTF-8, without line breaks.
+std::string ReportText(IReportMessageParams& report);
+
+}  // namespace connectdialog::connectctl
