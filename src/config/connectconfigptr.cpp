@@ -11,7 +11,7 @@ constexpr std::u16string_view kTapi = u"TAPI";
 constexpr std::u16string_view kNoProtocol = u"None";
 }  // namespace
 
-ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common) : side(side) {
+ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common) : configs(GetConnectProtocolTable().GetCount()), side(side) {
     const ConnectProtocolTable& table = GetConnectProtocolTable();
     LoadName(key);
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
@@ -30,7 +30,7 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
 
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
     : VProfileData(other), name(other.name), selected(other.selected), storedSelected(other.storedSelected),
-      side(other.side), nameWasEmpty(other.nameWasEmpty) {
+      configs(other.configs.GetCount()), side(other.side), nameWasEmpty(other.nameWasEmpty) {
     for (const VRef<ConnectConfig>& config : other.configs)
         configs.Add(config ? VRef<ConnectConfig>::Adopt(config->Clone(common)) : nullptr);
 }

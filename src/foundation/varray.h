@@ -4,12 +4,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
 
 namespace connectdialog {
+
+/// Whether an element may be moved to another place as bytes, with nothing to end at the old one. True of handles that
+/// hold one pointer and know nothing of their own address.
+template <class T>
+inline constexpr bool kMovesAsBytes = std::is_trivially_copyable_v<T>;
 
 /// Elements in one block of memory. Sizes and indices count elements.
 ///
@@ -107,8 +113,12 @@ class VArray {
     static void Free(T* block) { ::operator delete(block, std::align_val_t(alignof(T))); }
     void Relocate(std::uint64_t newCapacity) {
         T* block = static_cast<T*>(::operator new(newCapacity * sizeof(T), std::align_val_t(alignof(T))));
-        std::uninitialized_move(begin(), end(), block);
-        std::destroy(begin(), end());
+        if constexpr (kMovesAsBytes<T>) {
+            if (count != 0) std::memcpy(static_cast<void*>(block), elements, count * sizeof(T));
+        } else {
+            std::uninitialized_move(begin(), end(), block);
+            std::destroy(begin(), end());
+        }
         Free(elements);
         elements = block;
         capacity = newCapacity;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "foundation/formatargument.h"
+#include "foundation/varray.h"
 #include "foundation/vstringhandle.h"
 
 namespace connectdialog {
@@ -118,6 +119,9 @@ VUnicodeString operator+(const VUnicodeString& a, const VUnicodeString& b);
 VUnicodeString operator+(const VUnicodeString& a, const char16_t* b);
 VUnicodeString operator+(const char16_t* a, const VUnicodeString& b);
 VUnicodeString operator+(const VUnicodeString& a, char16_t b);
+
+template <>
+inline constexpr bool kMovesAsBytes<VUnicodeString> = true;
 
 namespace detail {
 template <std::size_t N>

@@ -29,8 +29,8 @@ class VProfile2 : public S {
 
     /// Value and stored copy from the key; an absent value takes `defaultValue` and is missing. Always true.
     bool Load(VProfileKey* key, const T& defaultValue) {
+        current = defaultValue;  // before reading: a text that reads the same keeps this buffer
         const bool found = Read(key);
-        if (!found) current = defaultValue;
         S::SetMissing(!found);
         stored = current;
         return true;

@@ -1,42 +1,83 @@
 #include "sessiondb/listmerge.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <bit>
+#include <cstdint>
+#include <functional>
+#include <span>
 #include <vector>
 
 namespace connectdialog {
 
 namespace {
+
 constexpr char16_t kListMark = u':';
+
+/// Names that can each be taken once. Names asked for in their own order are found without a look-up; the table for all
+/// others is made when it is first needed.
+class NamePool {
+  public:
+    explicit NamePool(const VStringArray& names) : names(names.begin(), names.end()), taken(names.GetCount()) {}
+
+    /// The name, or null when it is not there or not any more.
+    const VUnicodeString* Take(std::u16string_view name) {
+        while (next < names.size() && taken[next]) ++next;
+        const std::size_t found = next < names.size() && names[next].View() == name ? next : LookUp(name);
+        if (found == names.size() || taken[found]) return nullptr;
+        taken[found] = true;
+        return &names[found];
+    }
+    /// What was not taken, in order.
+    std::vector<const VUnicodeString*> GetRest() const {
+        std::vector<const VUnicodeString*> rest;
+        for (std::size_t i = next; i < names.size(); ++i)
+            if (!taken[i]) rest.push_back(&names[i]);
+        return rest;
+    }
+
+  private:
+    /// The index of the name, or the count of names.
+    std::size_t LookUp(std::u16string_view name) {
+        if (slots.empty()) MakeTable();
+        std::size_t slot = SlotOf(name);
+        while (slots[slot] != names.size() && names[slots[slot]].View() != name) slot = (slot + 1) % slots.size();
+        return slots[slot];
+    }
+    void MakeTable() {
+        slots.assign(std::bit_ceil(names.size() * 2 + 1), static_cast<std::uint32_t>(names.size()));
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            std::size_t slot = SlotOf(names[i]);
+            while (slots[slot] != names.size()) slot = (slot + 1) % slots.size();
+            slots[slot] = static_cast<std::uint32_t>(i);
+        }
+    }
+    std::size_t SlotOf(std::u16string_view name) const { return std::hash<std::u16string_view>()(name) % slots.size(); }
+
+    std::span<const VUnicodeString> names;
+    std::vector<bool> taken;
+    std::size_t next = 0;              ///< all before it are taken
+    std::vector<std::uint32_t> slots;  ///< open addressing; the count of names marks a free slot
+};
+
 }  // namespace
 
 bool MergeList(std::u16string_view list, const VStringArray& present, VStringArray& ordered) {
-    std::unordered_map<std::u16string_view, const VUnicodeString*> left;
-    left.reserve(present.GetCount());
-    for (const VUnicodeString& name : present) left.emplace(name.View(), &name);
-
+    NamePool left(present);
     ordered.Clear();
     bool differs = false;
     for (std::size_t mark = list.find(kListMark); mark != list.npos; mark = list.find(kListMark)) {
-        const auto found = left.find(list.substr(0, mark));
+        const VUnicodeString* name = left.Take(list.substr(0, mark));
         list.remove_prefix(mark + 1);
-        if (found == left.end()) {
+        if (name != nullptr)
+            ordered.Add(*name);
+        else
             differs = true;
-            continue;
-        }
-        ordered.Add(*found->second);
-        left.erase(found);
     }
-    if (left.empty()) return differs;
-
-    std::vector<const VUnicodeString*> rest;
-    rest.reserve(left.size());
-    for (const VUnicodeString& name : present)
-        if (left.contains(name.View())) rest.push_back(&name);
+    std::vector<const VUnicodeString*> rest = left.GetRest();
     const auto ordinal = [](const VUnicodeString* a, const VUnicodeString* b) { return *a < *b; };
     if (!std::is_sorted(rest.begin(), rest.end(), ordinal)) std::sort(rest.begin(), rest.end(), ordinal);
     for (const VUnicodeString* name : rest) ordered.Add(*name);
-    return true;
+    return differs || !rest.empty();
 }
 
 VUnicodeString MakeList(const VStringArray& names) {

@@ -39,12 +39,14 @@ void UnpackUnits(std::string_view bytes, bool wide, char16_t* out) {
     }
 }
 
-/// Assigns and does not build in place: a string that once held a secret stays sensitive by it.
+/// A text that is the same already keeps its buffer. Assigns and does not build in place: a string that once held a
+/// secret stays sensitive by it.
 void AssignUnits(std::string_view bytes, bool wide, VUnicodeString& text) {
     const std::size_t count = bytes.size() / (wide ? 2 : 1);
     if (std::array<char16_t, 256> units; count <= units.size()) {
         UnpackUnits(bytes, wide, units.data());
-        text = std::u16string_view(units.data(), count);
+        const std::u16string_view unpacked(units.data(), count);
+        if (text.View() != unpacked) text = unpacked;
         return;
     }
     std::u16string units(count, u'\0');

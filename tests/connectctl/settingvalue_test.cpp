@@ -12,16 +12,20 @@ namespace connectdialog::connectctl {
 namespace {
 
 TEST(SettingValue, ASecretIsNeitherShownNorTaken) {
-    VProfileText secret;
+    struct Enciphered : VProfileText {
+    } secret;
     secret.SetName(u"Password"_v);
-    VUnicodeString password = u"hunter2";
-    password.MarkSensitive();
-    secret.Set(password);
+    secret.Set(u"hunter2"_v);
     EXPECT_EQ(GetSettingText(secret), kHidden);
     const Failure failure = SetSettingText(secret, u"other");
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->find("hunter2"), std::string::npos);
     EXPECT_EQ(secret.Get(), u"hunter2");
+
+    VProfileText userName;
+    userName.Edit().MarkSensitive();
+    userName.Set(u"root"_v);
+    EXPECT_EQ(GetSettingText(userName), "root");
 }
 
 TEST(SettingValue, SmallNumbersHaveTheirOwnRange) {

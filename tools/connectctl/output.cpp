@@ -116,4 +116,9 @@ bool FlushOutput() {
     return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
+void PrintNotice(std::string_view text) {
+    const std::string line = "connectctl: " + Printable(platform::ToWide(text)) + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
 }  // namespace connectdialog::connectctl

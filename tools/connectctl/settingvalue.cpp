@@ -6,6 +6,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <type_traits>
+#include <typeinfo>
 
 #include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
@@ -132,6 +133,7 @@ const char* GetSettingType(VProfileData& setting) {
             type = kNumberType<T>;
     };
     if (VisitProfile(setting, nameType)) return type;
+    if (IsSecret(setting)) return "text";
     switch (GetVariant(setting).GetType()) {
         case VVariantType::kText:
             return "text";
@@ -159,7 +161,7 @@ std::string GetSettingRange(VProfileData& setting) {
 }
 
 bool IsSecret(VProfileData& setting) {
-    return GetVariant(setting).GetText().IsSensitive();
+    return dynamic_cast<VProfileSz*>(&setting) != nullptr && typeid(setting) != typeid(VProfileText);
 }
 
 nlohmann::json GetSettingJson(VProfileData& setting) {
