@@ -114,6 +114,7 @@ class VArray {
     void Relocate(std::uint64_t newCapacity) {
         T* block = static_cast<T*>(::operator new(newCapacity * sizeof(T), std::align_val_t(alignof(T))));
         if constexpr (kMovesAsBytes<T>) {
+            // NOLINTNEXTLINE(bugprone-undefined-memory-manipulation): the trait says that it may
             if (count != 0) std::memcpy(static_cast<void*>(block), elements, count * sizeof(T));
         } else {
             std::uninitialized_move(begin(), end(), block);
