@@ -17,8 +17,6 @@ TEST_F(ToolTest, WrongUsageIsTold) {
         {"show"},
         {"get", "x"},
         {"set", "x", "y"},
-        {"import"},
-        {"import", "openssh"},
         {"connect"},
         {"completion"},
         {"completion", "csh"},
