@@ -1,5 +1,7 @@
 #include "config/settingwalk.h"
 
+#include <unordered_set>
+
 #include "config/connectconfigptr.h"
 #include "config/isessionconfig.h"
 
@@ -27,7 +29,11 @@ void VisitMembers(VProfileData& part, const SettingVisitor& visit) {
 }  // namespace
 
 void VisitSettings(ISessionConfig& session, const SettingVisitor& visit) {
-    if (auto* data = dynamic_cast<VProfileData*>(&session)) VisitMembers(*data, visit);
+    std::unordered_set<const VProfileData*> visited;  // both sides of a session save what their protocols share
+    const auto visitOnce = [&](VProfileData& setting) {
+        if (visited.insert(&setting).second) visit(setting);
+    };
+    if (auto* data = dynamic_cast<VProfileData*>(&session)) VisitMembers(*data, visitOnce);
 }
 
 }  // namespace connectdialog
