@@ -21,10 +21,10 @@ namespace stores {
 /// an empty store. That is a success with a notice: the factory is given, and `report` has the code 1015 and three
 /// inserts: the store, the name that the damaged file has now, and the backup ("" when there was none).
 ///
-/// On failure: null, and `report` tells why: 87 for an unknown scheme or an empty path, 5 for a folder, a device or what
-/// may not be read, 13 for a file that is no store, 50 for a store of a newer version, 1015 for a damaged one that cannot
-/// be set aside, 32 for one that another process keeps locked. The first insert is the store, the last the cause in
-/// words for the user.
+/// On failure: null, and `report` tells why: 87 for an unknown scheme or an empty path, 5 for a folder, a device or
+/// what may not be read, 13 for a file that is no store, 50 for a store of a newer version, 1015 for a damaged one that
+/// cannot be set aside, 32 for one that another process keeps locked. The first insert is the store, the last the cause
+/// in words for the user.
 std::unique_ptr<VProfileStoreFactory> OpenProfileStoreFactory(const VUnicodeString& url, VReportMessageParams& report);
 
 /// The URL of the user's own store: BRENNMARK_STORE when set, else `sqlite:` in the user's data folder.

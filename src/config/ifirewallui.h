@@ -23,7 +23,7 @@ class IFirewallUI : public IUnknownBase {
     virtual bool GetPassword(IString* password) = 0;
     virtual void GetProxyPrompt(VUnicodeString& prompt) const = 0;
     virtual void GetProxyCommand(VUnicodeString& command) const = 0;
-    virtual void Destroy() = 0;
+    void Destroy() override = 0;
     /// The setting of that value name, case ignored, or null. Owned by the firewall.
     virtual VProfileData* FindValue(std::u16string_view name) = 0;
 

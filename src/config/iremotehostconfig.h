@@ -34,7 +34,7 @@ class IRemoteHostConfig : public IUnknownBase {
     /// What the policies of machine and user say. Either name may be null.
     virtual bool IsSaveUsernamesAllowed(const char16_t* product, const char16_t* secondary) const = 0;
     virtual bool IsSavePasswordsAllowed(const char16_t* product, const char16_t* secondary) const = 0;
-    virtual void Destroy() = 0;
+    void Destroy() override = 0;
     /// The setting of that value name, case ignored, or null. Owned by this object.
     virtual VProfileData* FindValue(std::u16string_view name) = 0;
 

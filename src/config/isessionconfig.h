@@ -67,7 +67,7 @@ class ISessionConfig : public IUnknownBase {
     virtual void SetTransientText(const VUnicodeString& text) = 0;
 
     ~ISessionConfig() override = default;
-    virtual void Destroy() = 0;
+    void Destroy() override = 0;
     /// HasProtocol or HasTransferProtocol, by the kind of the running application.
     virtual bool HasActiveProtocol() const = 0;
     /// False for a temporary session made from the Default one.

@@ -9,31 +9,35 @@ namespace connectdialog {
 
 namespace {
 
-void VisitMembers(VProfileData& part, const SettingVisitor& visit);
+/// One walk. The two sides of a session may share settings (a host, a port): those are told where they come first.
+class SettingWalk {
+  public:
+    explicit SettingWalk(const SettingVisitor& visit) : visit(visit) {}
 
-void Visit(VProfileData& setting, const SettingVisitor& visit) {
-    if (auto* protocol = dynamic_cast<ConnectConfigPtr*>(&setting)) {
-        visit(protocol->GetNameValue());
-        if (ConnectConfig* config = protocol->GetSelected()) VisitMembers(*config, visit);
-    } else if (setting.GetMember(0) == &setting) {
-        visit(setting);
-    } else {
-        VisitMembers(setting, visit);
+    void VisitMembers(VProfileData& part) {
+        for (std::size_t i = 0; VProfileData* member = part.GetMember(i); ++i) Visit(*member);
     }
-}
 
-void VisitMembers(VProfileData& part, const SettingVisitor& visit) {
-    for (std::size_t i = 0; VProfileData* member = part.GetMember(i); ++i) Visit(*member, visit);
-}
+  private:
+    void Visit(VProfileData& setting) {
+        if (auto* protocol = dynamic_cast<ConnectConfigPtr*>(&setting)) {
+            visit(protocol->GetNameValue());
+            if (ConnectConfig* config = protocol->GetSelected()) VisitMembers(*config);
+        } else if (setting.GetMember(0) != &setting) {
+            VisitMembers(setting);
+        } else if (visited.insert(&setting).second) {
+            visit(setting);
+        }
+    }
+
+    const SettingVisitor& visit;
+    std::unordered_set<const VProfileData*> visited;
+};
 
 }  // namespace
 
 void VisitSettings(ISessionConfig& session, const SettingVisitor& visit) {
-    std::unordered_set<const VProfileData*> visited;  // both sides of a session save what their protocols share
-    const auto visitOnce = [&](VProfileData& setting) {
-        if (visited.insert(&setting).second) visit(setting);
-    };
-    if (auto* data = dynamic_cast<VProfileData*>(&session)) VisitMembers(*data, visitOnce);
+    if (auto* data = dynamic_cast<VProfileData*>(&session)) SettingWalk(visit).VisitMembers(*data);
 }
 
 }  // namespace connectdialog

@@ -18,11 +18,11 @@ class FormatArgument {
     FormatArgument() = default;
     template <std::signed_integral T>
     explicit FormatArgument(T value)
-        : kind(Kind::kSigned), bits(static_cast<std::uint64_t>(std::int64_t{value})), byteWidth(sizeof(T)) {}
+        : kind(Kind::kSigned), byteWidth(sizeof(T)), bits(static_cast<std::uint64_t>(std::int64_t{value})) {}
     template <std::unsigned_integral T>
-    explicit FormatArgument(T value) : kind(Kind::kUnsigned), bits(value), byteWidth(sizeof(T)) {}
+    explicit FormatArgument(T value) : kind(Kind::kUnsigned), byteWidth(sizeof(T)), bits(value) {}
     /// One character, for `!c!`.
-    explicit FormatArgument(char16_t character) : kind(Kind::kUnsigned), bits(character), byteWidth(2) {}
+    explicit FormatArgument(char16_t character) : kind(Kind::kUnsigned), byteWidth(2), bits(character) {}
     explicit FormatArgument(double value) : kind(Kind::kDouble), number(value) {}
     /// Zero-terminated text; null stands for "(null)".
     explicit FormatArgument(const char16_t* text)
@@ -45,8 +45,8 @@ class FormatArgument {
 
   private:
     Kind kind = Kind::kNone;
-    std::uint64_t bits = 0;
     std::uint8_t byteWidth = 0;
+    std::uint64_t bits = 0;
     double number = 0;
     std::u16string_view wide;
     std::string_view narrow;

@@ -57,7 +57,7 @@ class VReportMessageParams : public IReportMessageParams {
     explicit VReportMessageParams(std::uint32_t code, ModuleHandle module = nullptr);
     VReportMessageParams(const VReportMessageParams& other);
     VReportMessageParams& operator=(const VReportMessageParams& other);
-    virtual ~VReportMessageParams();
+    ~VReportMessageParams() override;
 
     std::uint32_t QueryInterface(const void* interfaceId, void** out) override;
     std::int32_t AddRef() override;

@@ -61,10 +61,12 @@ class VStringHandle {
         other.text = EmptyText(Str::SensitiveState::kPlain);
         other.AddReference();
     }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): Assign does nothing for the same buffer
     VStringHandle& operator=(const VStringHandle& other) {
         Assign(other);
         return *this;
     }
+    // NOLINTNEXTLINE(performance-noexcept-move-constructor): a sensitive target copies
     VStringHandle& operator=(VStringHandle&& other) {
         Assign(other);
         return *this;

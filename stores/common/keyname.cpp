@@ -12,6 +12,10 @@ std::u16string FoldName(std::u16string_view name) {
     return folded;
 }
 
+bool IsValueName(const char16_t* name) {
+    return std::u16string_view(name).size() <= kMaxNameLength;
+}
+
 std::u16string_view TakeLevel(std::u16string_view& rest) {
     const std::size_t end = std::min(rest.find(u'\\'), rest.size());
     const std::u16string_view level = rest.substr(0, end);

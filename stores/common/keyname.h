@@ -15,6 +15,9 @@ constexpr std::size_t kMaxNameLength = 16383;
 /// `name` as names are compared and ordered: FoldCase of each code unit.
 std::u16string FoldName(std::u16string_view name);
 
+/// Whether a new value may have the name: any text that is not too long.
+bool IsValueName(const char16_t* name);
+
 /// Cuts the first level off `rest`, with the backslash behind it, and gives it.
 std::u16string_view TakeLevel(std::u16string_view& rest);
 

@@ -6,7 +6,7 @@
 namespace connectdialog::stores {
 
 StorePart::StorePart(std::shared_ptr<StoreTree> storeTree) : tree(std::move(storeTree)) {
-    tree->StoreChanged();
+    tree->StoreOpened();
 }
 
 bool StorePart::Join(VReportMessageParams& report) {
@@ -20,7 +20,7 @@ bool StorePart::Join(VReportMessageParams& report) {
 bool StorePart::Leave(VReportMessageParams& report) {
     if (closed) return true;
     closed = true;
-    tree->StoreChanged();
+    tree->StoreClosed();
     return !joined || --tree->participants > 0 || tree->CommitUnit(report);
 }
 

@@ -11,7 +11,9 @@ namespace connectdialog::stores {
 
 namespace {
 
-constexpr std::uint32_t Byte(char character) { return static_cast<unsigned char>(character); }
+constexpr std::uint32_t Byte(char character) {
+    return static_cast<unsigned char>(character);
+}
 
 bool IsWide(std::u16string_view text) {
     char16_t all = 0;
@@ -119,12 +121,7 @@ std::uint32_t DecodeStrings(const ValueView& value, VStringArray& strings) {
     return platform::kSuccess;
 }
 
-void AppendVarint(std::uint32_t number, std::string& bytes) {
-    for (; number >= 0x80; number >>= 7) bytes.push_back(static_cast<char>(number | 0x80));
-    bytes.push_back(static_cast<char>(number));
-}
-
-bool TakeVarint(std::string_view& bytes, std::uint32_t& number) {
+bool TakeLongVarint(std::string_view& bytes, std::uint32_t& number) {
     std::uint64_t result = 0;
     for (std::size_t i = 0; i < 5 && i < bytes.size(); ++i) {
         result |= std::uint64_t{Byte(bytes[i]) & 0x7F} << (7 * i);

@@ -46,9 +46,18 @@ std::uint32_t DecodeDword(const ValueView& value, std::uint32_t& number);
 std::uint32_t DecodeText(const ValueView& value, VUnicodeString& text);
 std::uint32_t DecodeStrings(const ValueView& value, VStringArray& strings);
 
-void AppendVarint(std::uint32_t number, std::string& bytes);
+inline void AppendVarint(std::uint32_t number, std::string& bytes) {
+    for (; number >= 0x80; number >>= 7) bytes.push_back(static_cast<char>(number | 0x80));
+    bytes.push_back(static_cast<char>(number));
+}
 /// Takes a varint off the front of `bytes`. On failure: false when the bytes end early or the number has over 32 bits.
-bool TakeVarint(std::string_view& bytes, std::uint32_t& number);
+bool TakeLongVarint(std::string_view& bytes, std::uint32_t& number);
+inline bool TakeVarint(std::string_view& bytes, std::uint32_t& number) {
+    if (bytes.empty() || static_cast<signed char>(bytes.front()) < 0) return TakeLongVarint(bytes, number);
+    number = static_cast<unsigned char>(bytes.front());
+    bytes.remove_prefix(1);
+    return true;
+}
 
 }  // namespace stores
 }  // namespace connectdialog

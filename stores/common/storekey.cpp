@@ -66,29 +66,26 @@ StoreNode* StoreKey::FindOrCreate(KeyPlace& at) {
 }
 
 bool StoreKey::Read(const char16_t* name, ValueView& value) {
-    report.Clear();
+    Begin();
     StoreNode* node = Find(*place);
     return node != nullptr && node->Read(OrEmpty(name), value, report);
 }
 
 bool StoreKey::JoinForWriting() {
-    report.Clear();
+    Begin();
     if (readOnly) return report.Fail(platform::kAccessDenied);
     return part->Join(report);
 }
 
 bool StoreKey::Write(const char16_t* name, const ValueView& value) {
-    report.Clear();
-    if (value.bytes.size() > kMaxValueSize || std::u16string_view(OrEmpty(name)).size() > kMaxNameLength) {
-        return report.Fail(platform::kInvalidParameter);
-    }
     if (!JoinForWriting()) return false;
+    if (value.bytes.size() > kMaxValueSize) return report.Fail(platform::kInvalidParameter);
     StoreNode* node = FindOrCreate(*place);
     return node != nullptr && node->Write(OrEmpty(name), value, report);
 }
 
 bool StoreKey::ReadSecurity(const char16_t* /*name*/, VSecurityDescriptor& /*descriptor*/) {
-    report.Clear();
+    Begin();
     return report.Fail(platform::kNotSupported);
 }
 
@@ -120,7 +117,7 @@ bool StoreKey::ReadDword(const char16_t* name, std::uint32_t& value) {
 }
 
 bool StoreKey::WriteSecurity(const char16_t* /*name*/, const VSecurityDescriptor& /*descriptor*/) {
-    report.Clear();
+    Begin();
     return report.Fail(platform::kNotSupported);
 }
 
@@ -129,7 +126,7 @@ bool StoreKey::WriteMultiString(const char16_t* name, const VStringArray& string
 }
 
 bool StoreKey::WriteBinary(const char16_t* name, const void* data, std::uint32_t size) {
-    report.Clear();
+    Begin();
     if (data == nullptr && size != 0) return report.Fail(platform::kInvalidParameter);
     return Write(name, {ValueTag::kBinary, std::string_view(static_cast<const char*>(data), size)});
 }
@@ -145,14 +142,14 @@ bool StoreKey::WriteDword(const char16_t* name, std::uint32_t value) {
 // Both deletions look first: one that finds nothing needs no lock and creates no store.
 
 bool StoreKey::DeleteValue(const char16_t* name) {
-    report.Clear();
+    Begin();
     if (readOnly) return report.Fail(platform::kAccessDenied);
     StoreNode* node = Find(*place, true);
     return node != nullptr && JoinForWriting() && node->Erase(OrEmpty(name), report);
 }
 
 bool StoreKey::DeleteKey(const char16_t* name) {
-    report.Clear();
+    Begin();
     KeyName subkey;
     if (!subkey.Parse(OrEmpty(name), place->depth)) return report.Fail(platform::kInvalidParameter);
     if (readOnly) return report.Fail(platform::kAccessDenied);
@@ -162,7 +159,7 @@ bool StoreKey::DeleteKey(const char16_t* name) {
 }
 
 bool StoreKey::KeyExists(const char16_t* name) {
-    report.Clear();
+    Begin();
     StoreNode* node = Find(*place, true);
     if (node == nullptr) return false;
     if (*OrEmpty(name) == u'\0') {
@@ -175,12 +172,12 @@ bool StoreKey::KeyExists(const char16_t* name) {
 }
 
 bool StoreKey::IsWritable() {
-    report.Clear();
+    Begin();
     return !readOnly && part->GetTree().IsWritable();
 }
 
 bool StoreKey::SetKeySecurity(const VSecurityDescriptor* /*descriptor*/) {
-    report.Clear();
+    Begin();
     return report.Fail(platform::kNotSupported);
 }
 
@@ -204,7 +201,7 @@ IProfileKeyImpl* StoreKey::OpenChild(const char16_t* name, std::uint32_t /*reser
 }
 
 IProfileIteratorImpl* StoreKey::CreateIterator(bool byKind) {
-    report.Clear();
+    Begin();
     Find(*place);
     return new StoreIterator(part, place->node, byKind, report);
 }

@@ -62,6 +62,10 @@ class StoreKey : public IProfileKeyImpl {
     bool Write(const char16_t* name, const ValueView& value);
     bool JoinForWriting();
     bool Succeed(std::uint32_t code);
+    /// Success so far. A session has hundreds of values: a report that holds nothing is left alone.
+    void Begin() {
+        if (report.GetCode() != 0) report.Clear();
+    }
 
     std::shared_ptr<StorePart> part;  // above the place: nodes end before their tree
     std::shared_ptr<KeyPlace> place;

@@ -57,7 +57,7 @@ class StoreNode {
 
     /// `value` points into the node. On failure: 2 when there is no such value; 1015 when the key's data is damaged.
     virtual bool Read(const char16_t* name, ValueView& value, VReportMessageParams& report) = 0;
-    /// Requires: a unit has begun. Never overwrites damaged data (1015).
+    /// Requires: a unit has begun. Never overwrites damaged data (1015). 87 for a name that is too long.
     virtual bool Write(const char16_t* name, const ValueView& value, VReportMessageParams& report) = 0;
     /// Requires: a unit has begun. On failure: 2 when there is no such value.
     virtual bool Erase(const char16_t* name, VReportMessageParams& report) = 0;
@@ -87,8 +87,9 @@ class StoreTree {
     /// Never null; the root of a store that cannot be read answers as an empty one.
     virtual NodePtr GetRoot() = 0;
     virtual bool IsWritable() = 0;
-    /// A store handle was opened or closed: what a check found may be old by the next one.
-    virtual void StoreChanged() {}
+    /// A store handle begins or ends: what a check found may be old by the next one.
+    virtual void StoreOpened() {}
+    virtual void StoreClosed() {}
 
     /// Cheap when a unit has begun. On failure: no unit has begun, or the one that has can only be abandoned.
     virtual bool BeginUnit(VReportMessageParams& report) = 0;

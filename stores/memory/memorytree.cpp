@@ -52,6 +52,7 @@ void MemoryNode::LogValue(const std::u16string& folded) {
 
 bool MemoryNode::Write(const char16_t* valueName, const ValueView& value, VReportMessageParams& report) {
     if (!CheckAlive(report)) return false;
+    if (!IsValueName(valueName)) return report.Fail(platform::kInvalidParameter);
     const std::u16string folded = FoldName(valueName);
     LogValue(folded);
     values[folded] = {value.tag, std::string(value.bytes)};

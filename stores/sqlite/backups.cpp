@@ -1,9 +1,8 @@
 #include "stores/sqlite/backups.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <functional>
+#include <sqlite3.h>
 #include <string_view>
 
 #include "foundation/vreportmessageparams.h"
@@ -52,7 +51,8 @@ bool IsSound(const std::string& path) {
 
 std::vector<std::string> BackupSet::ListNewestFirst() const {
     std::vector<std::string> names = ListFolder(folder);
-    std::erase_if(names, [](const std::string& name) { return name.size() != kNameLength || !name.ends_with(kSuffix); });
+    std::erase_if(names,
+                  [](const std::string& name) { return name.size() != kNameLength || !name.ends_with(kSuffix); });
     std::sort(names.begin(), names.end(), std::greater<>());
     return names;
 }

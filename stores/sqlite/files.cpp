@@ -1,13 +1,12 @@
 #include "stores/sqlite/files.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/lasterror.h"
@@ -31,7 +30,9 @@ bool FailFromErrno(const std::string& path, VReportMessageParams& report) {
 FileKind LookAtFile(const std::string& path, VReportMessageParams& report) {
     struct stat status {};
     if (::stat(path.c_str(), &status) == 0) {
-        return S_ISREG(status.st_mode) ? FileKind::kFile : S_ISDIR(status.st_mode) ? FileKind::kFolder : FileKind::kOther;
+        return S_ISREG(status.st_mode)   ? FileKind::kFile
+               : S_ISDIR(status.st_mode) ? FileKind::kFolder
+                                         : FileKind::kOther;
     }
     if (errno == ENOENT) return FileKind::kAbsent;
     FailFromErrno(path, report);

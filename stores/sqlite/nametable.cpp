@@ -15,10 +15,18 @@ namespace connectdialog::stores {
 void NameTable::Clear() {
     idsByFolded.clear();
     names.clear();
+    latest = 0;
     keptCount = kAll;
 }
 
-std::uint32_t NameTable::Find(std::u16string_view name) const {
+std::uint32_t NameTable::Find(const char16_t* name) {
+    const bool isNext = latest < names.size() && IsSpelled(latest + 1, name);
+    const std::uint32_t id = isNext ? latest + 1 : Search(name);
+    if (id != 0) latest = id;
+    return id;
+}
+
+std::uint32_t NameTable::Search(std::u16string_view name) const {
     std::array<char16_t, 64> shortName;
     std::u16string longName;
     std::u16string_view folded;
@@ -61,8 +69,7 @@ bool NameTable::LoadNew(SqliteDatabase& database, VReportMessageParams& report) 
     return !query.HasFailed();
 }
 
-std::uint32_t NameTable::Intern(SqliteDatabase& database, std::u16string_view name, VReportMessageParams& report) {
-    if (const std::uint32_t known = Find(name); known != 0) return known;
+std::uint32_t NameTable::Intern(SqliteDatabase& database, const char16_t* name, VReportMessageParams& report) {
     if (!LoadNew(database, report)) return 0;
     if (const std::uint32_t added = Find(name); added != 0) return added;
     const std::u16string folded = FoldName(name);
@@ -78,6 +85,7 @@ std::uint32_t NameTable::Intern(SqliteDatabase& database, std::u16string_view na
 
 void NameTable::RolledBack() {
     for (; names.size() > keptCount; names.pop_back()) idsByFolded.erase(names.back().folded);
+    latest = 0;
     keptCount = kAll;
 }
 

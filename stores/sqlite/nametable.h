@@ -21,8 +21,9 @@ class NameTable {
   public:
     /// Forgets all: another file will be read.
     void Clear();
-    /// The id of a name, or 0 when it is not in memory. Case does not matter.
-    std::uint32_t Find(std::u16string_view name) const;
+    /// The id of a zero-terminated name, or 0 when it is not in memory. Case does not matter. Names mostly come in the
+    /// order in which they were first written: then nothing is folded and nothing hashed.
+    std::uint32_t Find(const char16_t* name);
     /// True when the id's name is spelled exactly like the zero-terminated `name`: the cheap question of a reader that
     /// goes through values in the order in which they are stored.
     bool IsSpelled(std::uint32_t id, const char16_t* name) const;
@@ -30,8 +31,9 @@ class NameTable {
 
     /// Reads what was added since. On failure: false, with a report; 1015 when the ids have gaps.
     bool LoadNew(SqliteDatabase& database, VReportMessageParams& report);
-    /// The id of a name, added to the table when it is new; 0 on failure. Requires: a transaction that writes.
-    std::uint32_t Intern(SqliteDatabase& database, std::u16string_view name, VReportMessageParams& report);
+    /// The id of a name that Find does not know, added to the table when no other process has done so; 0 on failure.
+    /// Requires: a transaction that writes.
+    std::uint32_t Intern(SqliteDatabase& database, const char16_t* name, VReportMessageParams& report);
     /// Tells how the transaction ended that interned names.
     void Committed() { keptCount = kAll; }
     void RolledBack();
@@ -42,10 +44,12 @@ class NameTable {
         std::u16string spelled;
         std::u16string folded;
     };
+    std::uint32_t Search(std::u16string_view name) const;
     void Add(std::u16string_view spelled, std::u16string_view folded);
 
     std::deque<Name> names;  // never moves its elements: the index refers to their texts
     std::unordered_map<std::u16string_view, std::uint32_t> idsByFolded;
+    std::uint32_t latest = 0;      ///< found last
     std::size_t keptCount = kAll;  ///< names that stay when the transaction is rolled back
 };
 

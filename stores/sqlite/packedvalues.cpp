@@ -49,7 +49,7 @@ void PackedValues::Encode(std::string& row) const {
     for (const Entry& entry : entries) {
         AppendVarint(entry.id - previous, row);
         AppendVarint(entry.size << 3 | static_cast<std::uint32_t>(entry.tag), row);
-        row.append(bytes, entry.offset, entry.size);
+        row.append(bytes.data() + entry.offset, entry.size);
         previous = entry.id;
     }
 }
@@ -60,6 +60,7 @@ ValueView PackedValues::GetValue(std::size_t index) const {
 }
 
 std::size_t PackedValues::LowerBound(std::uint32_t id) const {
+    if (entries.empty() || entries.back().id < id) return entries.size();  // values are mostly written in order
     const auto isBelow = [](const Entry& entry, std::uint32_t wanted) { return entry.id < wanted; };
     return static_cast<std::size_t>(std::lower_bound(entries.begin(), entries.end(), id, isBelow) - entries.begin());
 }

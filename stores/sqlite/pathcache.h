@@ -46,7 +46,8 @@ class PathCache {
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(const KeyView& key) const {
-            return std::hash<std::u16string_view>()(key.folded) ^ static_cast<std::size_t>(key.base) * 0x9E3779B97F4A7C15U;
+            return std::hash<std::u16string_view>()(key.folded) ^
+                   static_cast<std::size_t>(key.base) * 0x9E3779B97F4A7C15U;
         }
     };
     struct Equal {

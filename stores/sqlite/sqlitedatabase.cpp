@@ -1,8 +1,7 @@
 #include "stores/sqlite/sqlitedatabase.h"
 
-#include <sqlite3.h>
-
 #include <array>
+#include <sqlite3.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/lasterror.h"
@@ -24,17 +23,33 @@ std::uint32_t BigEndian32(const unsigned char* bytes) {
 
 std::uint32_t ErrorFromSqlite(int result) {
     switch (result & 0xFF) {
-        case SQLITE_OK: case SQLITE_ROW: case SQLITE_DONE: return platform::kSuccess;
-        case SQLITE_READONLY: case SQLITE_PERM: case SQLITE_AUTH: return platform::kAccessDenied;
-        case SQLITE_BUSY: case SQLITE_LOCKED: return platform::kSharingViolation;
-        case SQLITE_FULL: return platform::kDiskFull;
-        case SQLITE_CORRUPT: case SQLITE_NOTADB: return platform::kStoreCorrupt;
+        case SQLITE_OK:
+        case SQLITE_ROW:
+        case SQLITE_DONE:
+            return platform::kSuccess;
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return platform::kAccessDenied;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return platform::kSharingViolation;
+        case SQLITE_FULL:
+            return platform::kDiskFull;
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return platform::kStoreCorrupt;
         // The statements are always the same: one that is refused has not found its tables as they should be.
-        case SQLITE_ERROR: return platform::kStoreCorrupt;
-        case SQLITE_CANTOPEN: return platform::kFileNotFound;
-        case SQLITE_NOMEM: return platform::kNotEnoughMemory;
-        case SQLITE_TOOBIG: return platform::kInvalidParameter;
-        default: return platform::kDeviceError;
+        case SQLITE_ERROR:
+            return platform::kStoreCorrupt;
+        case SQLITE_CANTOPEN:
+            return platform::kFileNotFound;
+        case SQLITE_NOMEM:
+            return platform::kNotEnoughMemory;
+        case SQLITE_TOOBIG:
+            return platform::kInvalidParameter;
+        default:
+            return platform::kDeviceError;
     }
 }
 

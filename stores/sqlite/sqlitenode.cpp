@@ -85,7 +85,7 @@ bool SqliteNode::CheckReadable(VReportMessageParams& report) const {
 
 /// Values are mostly read in the order in which they are stored; then no name is folded and nothing is searched.
 std::size_t SqliteNode::FindValue(const char16_t* name) {
-    const NameTable& names = tree.GetNames();
+    NameTable& names = tree.GetNames();
     if (expected < values.GetCount() && names.IsSpelled(values.GetId(expected), name)) return expected++;
     const std::uint32_t id = names.Find(name);
     const std::size_t index = id != 0 ? values.Find(id) : PackedValues::kNone;
@@ -103,8 +103,11 @@ bool SqliteNode::Read(const char16_t* name, ValueView& value, VReportMessagePara
 
 bool SqliteNode::Write(const char16_t* name, const ValueView& value, VReportMessageParams& report) {
     if (!EnsureCurrent(report) || !CheckReadable(report)) return false;
-    if (!values.HasRoomFor(value.bytes.size())) return report.Fail(platform::kInvalidParameter);
-    const std::uint32_t id = tree.InternName(name, report);
+    std::uint32_t id = tree.GetNames().Find(name);
+    if (!values.HasRoomFor(value.bytes.size()) || (id == 0 && !IsValueName(name))) {
+        return report.Fail(platform::kInvalidParameter);
+    }
+    if (id == 0) id = tree.InternName(name, report);
     if (id == 0) return false;
     if (values.Set(id, value)) MarkChanged();
     return true;
@@ -138,7 +141,7 @@ bool SqliteNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& 
     return IsThere(report) && tree.ListChildren(entry.id, limit, page, report);
 }
 
-bool SqliteNode::IsSession() const {
+bool SqliteNode::IsSession() {
     const std::uint32_t id = tree.GetNames().Find(kSessionMark);
     return id != 0 && values.Find(id) != PackedValues::kNone;
 }
@@ -150,7 +153,8 @@ bool SqliteNode::Flush(VReportMessageParams& report) {
     const bool isSession = IsSession();
     const auto kind = static_cast<std::int64_t>(isSession ? ProfileKind::kSession : ProfileKind::kFolder);
     const std::string folded = EncodeBigEndian(entry.folded);
-    bool written = Query(database, hasRow ? Sql::kUpdateRow : Sql::kInsertRow, report).Bind(entry.id).BindBlob(row).Run();
+    bool written =
+        Query(database, hasRow ? Sql::kUpdateRow : Sql::kInsertRow, report).Bind(entry.id).BindBlob(row).Run();
     if (!hasRow) {
         const std::string name = EncodeWtf8(spelled);
         Query insert(database, Sql::kInsertChild, report);

@@ -56,7 +56,7 @@ class SqliteNode : public StoreNode {
     bool IsThere(VReportMessageParams& report);
     bool CheckReadable(VReportMessageParams& report) const;
     std::size_t FindValue(const char16_t* name);
-    bool IsSession() const;
+    bool IsSession();
     void MarkChanged();
 
     SqliteTree& tree;

@@ -19,14 +19,14 @@ struct SqliteStoreOptions {
 ///
 /// A file is touched only when its header says that it is a store of a version known here. A store that is damaged as a
 /// whole is set aside as `PATH.damaged-TIME`, never emptied or overwritten, and the newest sound backup, where there is
-/// one, is copied to its place. The factory is given then, with 1015 in the report and the inserts PATH, the name of the
-/// file set aside, and that of the backup ("" when there is none). Damage to single keys shows when they are read.
+/// one, is copied to its place. The factory is given then, with 1015 in the report and the inserts PATH, the name of
+/// the file set aside, and that of the backup ("" when there is none). Damage to single keys shows when they are read.
 ///
 /// At the first commit of a day (UTC) a verified backup is made in the folder `PATH.backups`; the newest five stay.
 ///
-/// On failure: null; the first insert is the path, the last the cause. 5 for a folder, a device or an unreadable file, 13
-/// for a file that is no store, 50 for a store of a newer version, 1015 for one that is damaged and cannot be set aside,
-/// 32 for one that is locked.
+/// On failure: null; the first insert is the path, the last the cause. 5 for a folder, a device or an unreadable file,
+/// 13 for a file that is no store, 50 for a store of a newer version, 1015 for one that is damaged and cannot be set
+/// aside, 32 for one that is locked.
 std::unique_ptr<VProfileStoreFactory> OpenSqliteStore(const std::string& path, const SqliteStoreOptions& options,
                                                       VReportMessageParams& report);
 

@@ -78,7 +78,7 @@ bool SqliteTree::IsWritable() {
 }
 
 /// With no key in use nothing refers to the open file: the moment to notice that another one has taken its place.
-void SqliteTree::StoreChanged() {
+void SqliteTree::StoreOpened() {
     lastChecked.reset();
     if (database == nullptr || inUnit || !nodes.empty() || !database->HasMoved()) return;
     database.reset();
@@ -266,8 +266,8 @@ std::shared_ptr<SqliteNode> SqliteTree::AddNode(std::int64_t base, const KeyName
     const std::size_t start = reached.position;
     const std::size_t end = LevelEnd(name.folded, start);
     TreeEntry entry{id, reached.id, name.folded.substr(start, end - start)};
-    auto node =
-        std::make_shared<SqliteNode>(*this, std::move(entry), std::u16string_view(name.spelled).substr(start, end - start));
+    auto node = std::make_shared<SqliteNode>(*this, std::move(entry),
+                                             std::u16string_view(name.spelled).substr(start, end - start));
     nodes[id] = node;
     paths.Remember(base, std::u16string_view(name.folded).substr(0, end), {id, reached.id, unit});
     reached = {id, reached.id, std::min(end + 1, name.folded.size())};
@@ -310,6 +310,7 @@ bool SqliteTree::ListChildren(std::int64_t parent, std::size_t limit, ChildPage&
     const std::string after = EncodeBigEndian(page.lastFolded);
     std::string last;
     std::u16string name;
+    page.children.reserve(limit);
     Query query(*database, Sql::kListChildren, report);
     query.Bind(parent).BindBlob(after).Bind(static_cast<std::int64_t>(limit));
     while (query.Step()) {

@@ -30,7 +30,8 @@ class SqliteTree : public StoreTree {
 
     NodePtr GetRoot() override;
     bool IsWritable() override;
-    void StoreChanged() override;
+    void StoreOpened() override;
+    void StoreClosed() override { lastChecked.reset(); }
     bool BeginUnit(VReportMessageParams& report) override;
     bool CommitUnit(VReportMessageParams& report) override;
     void RollbackUnit() override;
@@ -45,7 +46,7 @@ class SqliteTree : public StoreTree {
 
     bool HasDatabase() const { return database != nullptr; }
     SqliteDatabase& GetDatabase() { return *database; }
-    const NameTable& GetNames() const { return names; }
+    NameTable& GetNames() { return names; }
     bool InUnit() const { return inUnit; }
     /// Counts the units that began.
     std::uint64_t GetUnit() const { return unit; }

@@ -1,9 +1,9 @@
 // Every statement of the provider, and the schema with the steps that lead to it.
 //
 // Two tables make the tree. `tree` is clustered by parent and folded name, so that one scan of it is the listing of a
-// folder with names and kinds; `rows` has a key's values in one packed row (packedvalues.h). The ids of `rows` are never
-// used twice: an id that once belonged to a path belongs to it as long as its row is there, and a key whose id is known
-// is read by one lookup. Row 1 is the root; it has no entry in `tree`. `names` interns the names of values.
+// folder with names and kinds; `rows` has a key's values in one packed row (packedvalues.h). The ids of `rows` are
+// never used twice: an id that once belonged to a path belongs to it as long as its row is there, and a key whose id is
+// known is read by one lookup. Row 1 is the root; it has no entry in `tree`. `names` interns the names of values.
 //
 //   tree.parent   id of the key above
 //   tree.folded   folded name, UTF-16 big-endian, so that bytes compare as code units do

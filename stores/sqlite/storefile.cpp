@@ -50,7 +50,6 @@ StoreFile::Condition StoreFile::ConditionAfter(const VReportMessageParams& failu
 StoreFile::StoreFile(std::string storePath, const SqliteStoreOptions& options)
     : path(std::move(storePath)), options(options), backups(path) {}
 
-
 bool StoreFile::Refuse(std::uint32_t code, const char* cause, VReportMessageParams& report) const {
     report.Fail(code);
     report.AddInsert(path.c_str());
@@ -62,11 +61,16 @@ bool StoreFile::CheckPath(bool create, bool& exists, VReportMessageParams& repor
     const FileKind kind = LookAtFile(path, report);
     exists = kind == FileKind::kFile;
     switch (kind) {
-        case FileKind::kFile: return true;
-        case FileKind::kUnknown: return false;
-        case FileKind::kFolder: return Refuse(platform::kAccessDenied, "it is a folder", report);
-        case FileKind::kOther: return Refuse(platform::kAccessDenied, "it is not a file", report);
-        case FileKind::kAbsent: break;
+        case FileKind::kFile:
+            return true;
+        case FileKind::kUnknown:
+            return false;
+        case FileKind::kFolder:
+            return Refuse(platform::kAccessDenied, "it is a folder", report);
+        case FileKind::kOther:
+            return Refuse(platform::kAccessDenied, "it is not a file", report);
+        case FileKind::kAbsent:
+            break;
     }
     exists = create;
     return !create || (CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(path, report));

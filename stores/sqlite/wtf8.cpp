@@ -7,8 +7,12 @@ namespace connectdialog::stores {
 
 namespace {
 
-bool IsHigh(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
-bool IsLow(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
+bool IsHigh(char32_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+bool IsLow(char32_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
 
 void AppendCodePoint(char32_t point, std::string& bytes) {
     const auto tail = [&](int shift) { bytes.push_back(static_cast<char>(0x80 | (point >> shift & 0x3F))); };
@@ -30,7 +34,12 @@ void AppendCodePoint(char32_t point, std::string& bytes) {
 char32_t TakeCodePoint(std::string_view& bytes) {
     const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
     const unsigned lead = at(0);
-    const std::size_t size = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t size = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
     char32_t point = size < 2 ? lead : lead & (0xFFU >> (size + 1));
     std::size_t taken = 1;
     for (; taken < size && taken < bytes.size() && (at(taken) & 0xC0) == 0x80; ++taken) {
@@ -58,6 +67,10 @@ std::string EncodeWtf8(std::u16string_view text) {
 
 void DecodeWtf8(std::string_view bytes, std::u16string& text) {
     text.clear();
+    text.reserve(bytes.size());
+    for (; !bytes.empty() && static_cast<signed char>(bytes.front()) >= 0; bytes.remove_prefix(1)) {
+        text.push_back(static_cast<char16_t>(bytes.front()));
+    }
     while (!bytes.empty()) {
         const char32_t point = TakeCodePoint(bytes);
         if (point < 0x10000) {

@@ -50,10 +50,10 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
 ReferenceGlobalConfig::ReferenceGlobalConfig() {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
-    Load(key);
+    LoadMembers(key);
 }
 
-void ReferenceGlobalConfig::Load(VProfileKey& key) {
+void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     configUpgradeMarker.Load(&key, u"Config Upgrade Marker"_v, kUpToDate);
     sessionArrangementMode.Load(&key, u"Session Arrangement Mode"_v, 0);
     hideDotEntries.Load(&key, u"Hide Dot Entries"_v, false);

@@ -26,7 +26,7 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
     ~ReferenceGlobalConfig() override = default;
 
     bool WriteMembers(VProfileKey& key, bool force);
-    void Load(VProfileKey& key);
+    void LoadMembers(VProfileKey& key);
 
     bool mustWriteAll = false;
 };

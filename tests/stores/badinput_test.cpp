@@ -1,18 +1,17 @@
 // Files that are no store, damaged stores, and what becomes of them.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
+#include <sqlite3.h>
 #include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <vector>
 
 #include "foundation/vreportmessageparams.h"
@@ -50,7 +49,8 @@ unsigned ModeOf(const fs::path& path) {
 }
 std::vector<std::string> Inserts(const VReportMessageParams& report) {
     std::vector<std::string> inserts;
-    for (std::size_t i = 0; i < report.GetInsertCount(); ++i) inserts.push_back(platform::ToNarrow(report.GetInserts()[i]));
+    for (std::size_t i = 0; i < report.GetInsertCount(); ++i)
+        inserts.push_back(platform::ToNarrow(report.GetInserts()[i]));
     return inserts;
 }
 
@@ -67,7 +67,8 @@ class SqliteFile : public testing::Test {
         const Factory factory = Open();
         VProfileStore store(factory.get());
         for (char16_t i = 0; i < 40; ++i) {
-            VProfileKey key(store.GetRootKey(), (u"f\\" + std::u16string(1, u'A' + i % 26) + std::u16string(i, u'n')).c_str(), 0);
+            VProfileKey key(store.GetRootKey(),
+                            (u"f\\" + std::u16string(1, u'A' + i % 26) + std::u16string(i, u'n')).c_str(), 0);
             ASSERT_TRUE(key.WriteDword(u"a", value) && key.WriteString(u"b", std::u16string(2000, u'x').c_str()));
         }
         ASSERT_TRUE(store.Close());
@@ -148,7 +149,8 @@ TEST_F(SqliteFile, AStoreCutShortIsSetAsideAndItsBackupTakesItsPlace) {
     const std::string backup = path + ".backups/2024-10-04.db";
     ASSERT_TRUE(fs::exists(backup));
     Fill(2);  // the same day: not in the backup
-    for (const auto cut : {fs::file_size(path) - 1, fs::file_size(path) - 8192, std::uintmax_t{8192}, std::uintmax_t{4000}}) {
+    for (const auto cut :
+         {fs::file_size(path) - 1, fs::file_size(path) - 8192, std::uintmax_t{8192}, std::uintmax_t{4000}}) {
         const std::string whole = ReadFile(path);
         fs::resize_file(path, cut);
         const std::string damaged = ReadFile(path);
@@ -184,13 +186,24 @@ TEST_F(SqliteFile, AStoreWithoutItsTablesIsSetAside) {
 }
 
 TEST_F(SqliteFile, ADamagedRowFailsAloneAndIsNotOverwritten) {
-    const char* const rows[] = {"x''", "x'02'", "x'0101'", "x'010109'", "x'01011105'", "x'01000900'", "x'0101090101090005'",
-                                "x'01FFFFFFFFFF0900'", "x'01FFFFFFFF0F09000109'", "x'016409FF'", "x'0101FFFFFFFF0F'",
-                                "x'01010F00'", "zeroblob(100000)"};
+    const char* const rows[] = {"x''",
+                                "x'02'",
+                                "x'0101'",
+                                "x'010109'",
+                                "x'01011105'",
+                                "x'01000900'",
+                                "x'0101090101090005'",
+                                "x'01FFFFFFFFFF0900'",
+                                "x'01FFFFFFFF0F09000109'",
+                                "x'016409FF'",
+                                "x'0101FFFFFFFF0F'",
+                                "x'01010F00'",
+                                "zeroblob(100000)"};
     ASSERT_TRUE(WriteDwords(*Open(), u"good", {u"a"}, 7));
     ASSERT_TRUE(WriteDwords(*Open(), u"bad", {u"a"}, 7));
     for (const char* row : rows) {
-        RunSql(path, "UPDATE rows SET data = " + std::string(row) + " WHERE id = (SELECT id FROM tree WHERE name = 'bad')");
+        RunSql(path,
+               "UPDATE rows SET data = " + std::string(row) + " WHERE id = (SELECT id FROM tree WHERE name = 'bad')");
         const std::string before = ReadFile(path);
         const Factory factory = Open();
         ASSERT_NE(factory, nullptr);

@@ -1,8 +1,7 @@
 // What every provider owes, one suite for all of them. A provider is named by its URL; what it does not do is a trait.
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -156,7 +155,8 @@ TEST_P(StoreConformance, AFailedReadLeavesTheOutputAndTellsWhy) {
 }
 
 TEST_P(StoreConformance, KeysAreFoundWithoutRegardToCaseAndListedInFoldedOrder) {
-    for (const char16_t* name : {u"zeta", u"Beta", u"alpha", u"BETA", u"\u00C9t\u00E9", u"_x", u"\uFFFDy", u"\U0001F511"}) {
+    for (const char16_t* name :
+         {u"zeta", u"Beta", u"alpha", u"BETA", u"\u00C9t\u00E9", u"_x", u"\uFFFDy", u"\U0001F511"}) {
         ASSERT_TRUE(Set((u"Folder\\" + std::u16string(name)).c_str()));
     }
     Reopen();
@@ -323,8 +323,9 @@ TEST_P(StoreConformance, AbandonPutsEverythingBack) {
     EXPECT_TRUE(inMade.WriteDword(u"a", 6) && below.WriteDword(u"a", 7));
     EXPECT_TRUE(outer.Close());
     Reopen();
-    EXPECT_EQ(Dump(), "kept 5\n  below 5\n    .a=7\nmade 5\n  deep 5\n    inner 5\n      .a=6\nother 5\n  .a=1\n"
-                      "session 6\n  .a=1\n  .Is{20}Session=1\n");
+    EXPECT_EQ(Dump(),
+              "kept 5\n  below 5\n    .a=7\nmade 5\n  deep 5\n    inner 5\n      .a=6\nother 5\n  .a=1\n"
+              "session 6\n  .a=1\n  .Is{20}Session=1\n");
 }
 
 TEST_P(StoreConformance, TheLastStoreThatTakesPartCommits) {
@@ -350,7 +351,8 @@ TEST_P(StoreConformance, TheLastStoreThatTakesPartCommits) {
 TEST_P(StoreConformance, AnIterationEndsWhateverHappensMeanwhile) {
     VProfileStore unit(factory.get());
     ASSERT_TRUE(unit.JoinUnitOfWork());
-    for (int i = 0; i < 100; ++i) ASSERT_TRUE(Set((u"f\\n" + std::u16string(1, static_cast<char16_t>(0x4E00 + i))).c_str()));
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(Set((u"f\\n" + std::u16string(1, static_cast<char16_t>(0x4E00 + i))).c_str()));
     VProfileStore store(factory.get());
     VProfileKey key(store.GetRootKey(), u"f", 0);
     std::size_t met = 0;

@@ -1,11 +1,10 @@
 // Random operations on the memory store and on SQLite at once: every outcome must be the same, and so must the trees,
 // also after the file was opened anew. CONNECTDIALOG_SEED repeats a run, CONNECTDIALOG_STEPS makes it longer.
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <string>
@@ -26,7 +25,7 @@ unsigned long FromEnvironment(const char* name, unsigned long otherwise) {
     return text != nullptr ? std::strtoul(text, nullptr, 10) : otherwise;
 }
 
-const std::vector<std::u16string> kLevels = {u"Alpha",   u"ALPHA",        u"a:b",          u"q\"'%", std::u16string{0xD800},
+const std::vector<std::u16string> kLevels = {u"Alpha",   u"ALPHA",   u"a:b",         u"q\"'%", std::u16string{0xD800},
                                              u"\u00C9t", u"\u00E9T", u"\U0001F511x", u"\x01",  u"alp"};
 const ValueNames kValues = {u"Is Session", u"Port", u"HOST", u"host", u"", u"Gr\u00F6\u00DFe"};
 const std::vector<std::u16string> kTexts = {u"", u"short", std::u16string(400, u'y'), u"\u4E00\u4E01",
@@ -58,9 +57,7 @@ class Pair {
                                         << expected.read << ", sqlite " << actual.result << "/" << actual.code << " "
                                         << actual.read;
     }
-    void CompareTrees() {
-        EXPECT_EQ(DumpStore(*sides[0].factory, kValues), DumpStore(*sides[1].factory, kValues));
-    }
+    void CompareTrees() { EXPECT_EQ(DumpStore(*sides[0].factory, kValues), DumpStore(*sides[1].factory, kValues)); }
     void Reopen() {
         CloseAll();
         sides[1].factory.reset();
@@ -91,10 +88,10 @@ class Walker {
     void Step() {
         if (pair.sides[0].stores.empty()) OpenStore();
         static constexpr std::array kSteps = {
-            &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey,   &Walker::OpenKey,    &Walker::OpenKey,
-            &Walker::CloseKey,  &Walker::Write,      &Walker::Write,     &Walker::Write,      &Walker::Write,
-            &Walker::Write,     &Walker::Erase,      &Walker::DeleteKey, &Walker::KeyExists,  &Walker::Read,
-            &Walker::Read,      &Walker::List,       &Walker::Commit,    &Walker::Abandon,    &Walker::Join};
+            &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey,   &Walker::OpenKey,   &Walker::OpenKey,
+            &Walker::CloseKey,  &Walker::Write,      &Walker::Write,     &Walker::Write,     &Walker::Write,
+            &Walker::Write,     &Walker::Erase,      &Walker::DeleteKey, &Walker::KeyExists, &Walker::Read,
+            &Walker::Read,      &Walker::List,       &Walker::Commit,    &Walker::Abandon,   &Walker::Join};
         (this->*kSteps[Pick(kSteps.size())])();
     }
 
@@ -218,14 +215,21 @@ class Walker {
             "list");
     }
     void Commit() {
-        pair.Compare([&](std::size_t side) { return Outcome{pair.sides[side].stores.front()->Commit(), 0, ""}; }, "commit");
+        pair.Compare(
+            [&](std::size_t side) {
+                return Outcome{pair.sides[side].stores.front()->Commit(), 0, ""};
+            },
+            "commit");
     }
     void Abandon() {
         for (Pair::Side& side : pair.sides) side.stores.front()->Abandon();
     }
     void Join() {
-        pair.Compare([&](std::size_t side) { return Outcome{pair.sides[side].stores.back()->JoinUnitOfWork(), 0, ""}; },
-                     "join");
+        pair.Compare(
+            [&](std::size_t side) {
+                return Outcome{pair.sides[side].stores.back()->JoinUnitOfWork(), 0, ""};
+            },
+            "join");
     }
 
     Pair& pair;

@@ -1,12 +1,11 @@
 // Several processes on one store: killed writers, writers side by side, a writer that holds on.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <chrono>
+#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <string>
 #include <thread>
+#include <unistd.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "profile/vprofilekey.h"
@@ -65,8 +64,8 @@ std::uint32_t CheckUnits(VProfileStoreFactory& factory) {
         std::uint32_t first = 0;
         std::uint32_t last = 0;
         VUnicodeString text;
-        const bool found = session.ReadDword(u"First", first) && session.ReadDword(u"Last", last) &&
-                           session.ReadString(u"Text", text);
+        const bool found =
+            session.ReadDword(u"First", first) && session.ReadDword(u"Last", last) && session.ReadString(u"Text", text);
         if (!found || first != unit || last != unit || text.GetLength() != 3000 + unit % 9000) return UINT32_MAX;
     }
     if (count > 0 && root.KeyExists(u"Passing\\x\\y") != (count % 5 == 0)) return UINT32_MAX;

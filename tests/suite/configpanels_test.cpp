@@ -35,34 +35,17 @@ TEST_F(ConfigPanelsTest, GlobalSettingsOfANewStoreAreTheDefaults) {
 
 /// Users' data: a name here changes only together with a migration.
 TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
-    constexpr std::u16string_view kNames[] = {u"Config Upgrade Marker",
-                                              u"Session Arrangement Mode",
-                                              u"Hide Dot Entries",
-                                              u"Line Send Delay",
-                                              u"Character Send Delay",
-                                              u"Connect Dialog On Startup",
-                                              u"Quick Connect On Startup",
-                                              u"Show Descriptions",
-                                              u"Show Transfer Sessions",
-                                              u"Show Terminal Sessions",
-                                              u"Save Config On Close",
-                                              u"Last Session Path",
-                                              u"Last Session Expanded",
-                                              u"Remember Folder Expansion",
-                                              u"Options Page Path",
-                                              u"Open In Tab",
-                                              u"Tab Mode",
-                                              u"Tabs Forced",
-                                              u"Session Tree Font",
-                                              u"Suppress Multi Connect Warning",
-                                              u"Suppress Multi Edit Warning",
-                                              u"Use New Session Wizard",
-                                              u"Update Reminder Suppressed",
-                                              u"Last Update Reminder"};
     const auto global = Global();
-    auto& members = dynamic_cast<VProfileData&>(*global);
-    for (std::size_t i = 0; i < std::size(kNames); ++i) EXPECT_EQ(members.GetMember(i)->GetName(), kNames[i]);
-    EXPECT_EQ(members.GetMember(std::size(kNames)), nullptr);
+    VUnicodeString names;
+    for (std::size_t i = 0; const VProfileData* member = dynamic_cast<VProfileData&>(*global).GetMember(i); ++i)
+        names += member->GetName() + u", ";
+    EXPECT_EQ(names,
+              u"Config Upgrade Marker, Session Arrangement Mode, Hide Dot Entries, Line Send Delay, "
+              u"Character Send Delay, Connect Dialog On Startup, Quick Connect On Startup, Show Descriptions, "
+              u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
+              u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
+              u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "
+              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, ");
 }
 
 TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {

@@ -1,5 +1,8 @@
 #include "suite/protocols/protocolconfig.h"
 
+#include <map>
+
+#include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
 #include "imports/configpanels.h"
 #include "profile/vvariant.h"
@@ -13,115 +16,84 @@ namespace {
 struct GoldenProtocol {
     const char16_t* name;
     unsigned port;
-    std::vector<std::u16string_view> settings;
     const char16_t* suggestedName;  ///< once the target is "there"
+    const char16_t* settings;       ///< besides those of the host
 };
-const std::vector<std::u16string_view> kSftp = {u"SSH Port", u"SSH Identity File", u"SSH Jump Host"};
-const std::vector<std::u16string_view> kSsh = {u"SSH Port",          u"SSH Identity File", u"SSH Jump Host",
-                                               u"SSH Forward Agent", u"SSH Forward X11",   u"SSH Remote Command"};
-const GoldenProtocol kGolden[] = {
-    {u"Telnet", 23, {u"Telnet Port"}, u"there"},
-    {u"RLogin", 513, {u"RLogin Port"}, u"there"},
-    {u"Serial",
-     0,
-     {u"Serial Device", u"Serial Baud Rate", u"Serial Data Bits", u"Serial Parity", u"Serial Stop Bits",
-      u"Serial Flow Control"},
-     u"there"},
-    {u"TAPI", 0, {u"TAPI Phone Number", u"TAPI Modem Device"}, u"there"},
-    {u"Marks", 0, {}, u"Marks"},
-    {u"Raw", 0, {u"Raw Port"}, u"there"},
-    {u"SSH2", 22, kSsh, u"there"},
-    {u"SSH1", 22, kSsh, u"there"},
-    {u"Telnet/SSL", 992, {u"Telnet/SSL Port"}, u"there"},
-    {u"Local Shell", 0, {u"Local Shell Command"}, u"Local Shell"},
-    {u"SFTP", 22, kSftp, u"there"},
-    {u"FTP", 21, {u"FTP Port"}, u"there"},
-    {u"FTP/SSL (implicit)", 990, {u"FTP/SSL Port"}, u"there"},
-    {u"FTP/SSL (explicit)", 21, {u"FTP Port"}, u"there"},
-    {u"SCP", 22, kSftp, u"there"},
+constexpr char16_t kSsh[] =
+    u"SSH Port, SSH Identity File, SSH Jump Host, SSH Forward Agent, SSH Forward X11, SSH Remote Command, ";
+constexpr char16_t kSftp[] = u"SSH Port, SSH Identity File, SSH Jump Host, ";
+constexpr char16_t kSerial[] =
+    u"Serial Device, Serial Baud Rate, Serial Data Bits, Serial Parity, Serial Stop Bits, "
+    u"Serial Flow Control, ";
+constexpr GoldenProtocol kGolden[] = {
+    {u"Telnet", 23, u"there", u"Telnet Port, "},
+    {u"RLogin", 513, u"there", u"RLogin Port, "},
+    {u"Serial", 0, u"there", kSerial},
+    {u"TAPI", 0, u"there", u"TAPI Phone Number, TAPI Modem Device, "},
+    {u"Marks", 0, u"Marks", u""},
+    {u"Raw", 0, u"there", u"Raw Port, "},
+    {u"SSH2", 22, u"there", kSsh},
+    {u"SSH1", 22, u"there", kSsh},
+    {u"Telnet/SSL", 992, u"there", u"Telnet/SSL Port, "},
+    {u"Local Shell", 0, u"Local Shell", u"Local Shell Command, "},
+    {u"SFTP", 22, u"there", kSftp},
+    {u"FTP", 21, u"there", u"FTP Port, "},
+    {u"FTP/SSL (implicit)", 990, u"there", u"FTP/SSL Port, "},
+    {u"FTP/SSL (explicit)", 21, u"there", u"FTP Port, "},
+    {u"SCP", 22, u"there", kSftp},
 };
 
-/// The single settings of a protocol, host settings first.
-std::vector<VProfileData*> SettingsOf(ConnectConfig& config) {
-    std::vector<VProfileData*> settings;
-    for (std::size_t i = 0; VProfileData* member = config.GetMember(i); ++i) {
-        if (member->GetMember(0) == member) {
-            settings.push_back(member);
-            continue;
-        }
-        for (std::size_t k = 0; VProfileData* inner = member->GetMember(k); ++k) settings.push_back(inner);
-    }
-    return settings;
+VVariant ValueOf(const VProfileData& setting) {
+    VReportMessageParams report;
+    VVariant value;
+    EXPECT_TRUE(setting.GetVariant(value, report));
+    return value;
 }
 
 /// Gives a setting another value that it may have.
 void Change(VProfileData& setting) {
-    VReportMessageParams report;
-    VVariant value;
-    ASSERT_TRUE(setting.GetVariant(value, report));
+    const VVariant value = ValueOf(setting);
     std::int64_t number = value.GetNumber() == 1 ? 2 : 1;
     if (setting.GetName() == u"Serial Data Bits") number = 7;
     if (setting.GetName() == u"Serial Baud Rate") number = 115200;
     const VVariant changed = value.GetType() == VVariantType::kText ? VVariant(setting.GetName() + u" x")
                                                                     : VVariant(VVariantType::kUInt32, number);
+    VReportMessageParams report;
     ASSERT_TRUE(setting.SetVariant(changed, report)) << VNarrowString(setting.GetName()).GetData();
+}
+
+VUnicodeString HostOf(const ConnectConfig& config) {
+    VUnicodeString host;
+    config.GetHostName(host);
+    return host;
 }
 
 class ProtocolConfigTest : public SuiteTest {};
 
 TEST_F(ProtocolConfigTest, TheCatalogueStandsInItsOrder) {
-    struct Row {
-        int kind;
-        const char16_t* name;
-    };
-    constexpr Row kRows[] = {{1, u"Telnet"},
-                             {1, u"RLogin"},
-                             {1, u"Serial"},
-                             {1, u"TAPI"},
-                             {1, u"Marks"},
-                             {1, u"Raw"},
-                             {3, u"SSH2"},
-                             {3, u"SSH1"},
-                             {3, u"Telnet"},
-                             {3, u"Telnet/SSL"},
-                             {3, u"RLogin"},
-                             {3, u"Serial"},
-                             {3, u"Local Shell"},
-                             {3, u"TAPI"},
-                             {3, u"Marks"},
-                             {3, u"Raw"},
-                             {6, u"SFTP"},
-                             {6, u"FTP"},
-                             {6, u"FTP/SSL (implicit)"},
-                             {6, u"FTP/SSL (explicit)"},
-                             {6, u"SCP"},
-                             {7, u"SSH2"}};
-    const ConnectProtocolTable& table = GetConnectProtocolTable();
-    ASSERT_EQ(table.GetCount(), std::size(kRows));
-    for (std::size_t i = 0; i < std::size(kRows); ++i) {
-        EXPECT_EQ(table[i].name, kRows[i].name);
-        EXPECT_EQ(static_cast<int>(table[i].kind), kRows[i].kind);
-        ASSERT_NE(table[i].createConfig, nullptr);
-        const auto config = VRef<ConnectConfig>::Adopt(table[i].createConfig(nullptr, nullptr, table[i]));
-        ASSERT_TRUE(config);
-        EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, table[i].name.View());
+    VUnicodeString rows;
+    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
+        rows += std::to_string(static_cast<int>(row.kind)).c_str();
+        rows += u" " + row.name + u", ";
+        const auto config = VRef<ConnectConfig>::Adopt(row.createConfig(nullptr, nullptr, row));
+        EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, row.name.View());
     }
+    EXPECT_EQ(
+        rows,
+        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, "
+        u"3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
+        u"6 FTP/SSL (explicit), 6 SCP, 7 SSH2, ");
 }
 
 TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
     for (const GoldenProtocol& golden : kGolden) {
         const auto session = Make(golden.name);
         ProtocolConfig& config = Protocol(*session);
+        VUnicodeString names;
+        for (const VProfileData* setting : SettingsOf(config)) names += setting->GetName() + u", ";
         const bool hasHost = config.GetTraits().target == ProtocolTarget::kHost;
-        std::vector<std::u16string_view> expected;
-        if (hasHost) expected = {u"Hostname", u"Firewall Name", u"Username"};
-        expected.insert(expected.end(), golden.settings.begin(), golden.settings.end());
-
-        std::vector<std::u16string_view> names;
-        for (const VProfileData* setting : SettingsOf(config)) names.push_back(setting->GetName());
-        EXPECT_EQ(names, expected);
+        EXPECT_EQ(names, (hasHost ? u"Hostname, Firewall Name, Username, "_v : VUnicodeString()) + golden.settings);
         EXPECT_EQ(config.GetPort(), golden.port);
-
         config.SetHostName(u"there");
         VUnicodeString suggested;
         config.GetSuggestedName(suggested);
@@ -130,33 +102,25 @@ TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
 }
 
 TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
-    for (const GoldenProtocol& golden : kGolden) {
+    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
         Clear();
-        const auto session = Make(golden.name);
-        for (VProfileData* setting : SettingsOf(Protocol(*session)))
-            if (setting->GetName() != u"Firewall Name") Change(*setting);
+        const auto session = Make(row.name.GetData());
         ConnectConfig& config = Protocol(*session);
-        WithKey([&](VProfileKey& key) { config.Save(key, false); });
-        EXPECT_FALSE(config.IsChanged());
-
+        for (VProfileData* setting : SettingsOf(config))
+            if (setting->GetName() != u"Firewall Name") Change(*setting);
         VRef<ConnectConfig> again;
         WithKey([&](VProfileKey& key) {
-            const ConnectProtocolTable& table = GetConnectProtocolTable();
-            for (const ConnectProtocolTableElement& row : table)
-                if (row.name == golden.name) again = VRef<ConnectConfig>::Adopt(row.createConfig(&key, nullptr, row));
+            config.Save(key, false);
+            again = VRef<ConnectConfig>::Adopt(row.createConfig(&key, nullptr, row));
         });
+        EXPECT_FALSE(config.IsChanged());
+        EXPECT_FALSE(again->IsMissing());
         const auto before = SettingsOf(config);
         const auto after = SettingsOf(*again);
         ASSERT_EQ(before.size(), after.size());
         for (std::size_t i = 0; i < before.size(); ++i) {
-            VReportMessageParams report;
-            VVariant left;
-            VVariant right;
-            before[i]->GetVariant(left, report);
-            after[i]->GetVariant(right, report);
-            EXPECT_EQ(left.GetText(), right.GetText());
-            EXPECT_EQ(left.GetNumber(), right.GetNumber()) << VNarrowString(before[i]->GetName()).GetData();
-            EXPECT_FALSE(after[i]->IsMissing());
+            EXPECT_EQ(ValueOf(*before[i]).GetText(), ValueOf(*after[i]).GetText());
+            EXPECT_EQ(ValueOf(*before[i]).GetNumber(), ValueOf(*after[i]).GetNumber());
         }
     }
 }
@@ -165,37 +129,34 @@ TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNex
     struct Row {
         const char16_t* protocol;
         const char16_t* name;
-        std::uint32_t stored;
+        std::vector<std::uint32_t> wrong;
         std::uint32_t corrected;
     };
-    constexpr Row kRows[] = {
-        {u"SSH2", u"SSH Port", 0, 22},
-        {u"SSH2", u"SSH Port", 65536, 22},
-        {u"SSH2", u"SSH Port", 65558, 22},
-        {u"SSH2", u"SSH Port", 0xFFFFFFFF, 22},
-        {u"SSH2", u"SSH Port", 65535, 65535},
-        {u"SSH2", u"SSH Port", 1, 1},
-        {u"Serial", u"Serial Baud Rate", 0, 9600},
-        {u"Serial", u"Serial Baud Rate", 0x80000000, 9600},
-        {u"Serial", u"Serial Data Bits", 9, 8},
-        {u"Serial", u"Serial Parity", 3, 0},
-        {u"Serial", u"Serial Stop Bits", 0, 1},
-        {u"Serial", u"Serial Flow Control", 7, 0},
+    const Row rows[] = {
+        {u"SSH2", u"SSH Port", {0, 65536, 65558, 0xFFFFFFFF}, 22},
+        {u"SSH2", u"SSH Port", {65535}, 65535},
+        {u"Serial", u"Serial Baud Rate", {0, 0x80000000}, 9600},
+        {u"Serial", u"Serial Data Bits", {4, 9}, 8},
+        {u"Serial", u"Serial Parity", {3}, 0},
+        {u"Serial", u"Serial Stop Bits", {0, 3}, 1},
+        {u"Serial", u"Serial Flow Control", {7}, 0},
     };
-    for (const Row& row : kRows) {
-        Clear();
-        WithKey([&](VProfileKey& key) {
-            key.WriteString(u"Protocol Name", row.protocol);
-            key.WriteDword(row.name, row.stored);
-        });
-        const auto session = Load();
-        EXPECT_EQ(Protocol(*session).IsChanged(), row.stored != row.corrected);
-        Save(*session);
-        WithKey([&](VProfileKey& key) {
-            std::uint32_t repaired = 0;
-            EXPECT_TRUE(key.ReadDword(row.name, repaired));
-            EXPECT_EQ(repaired, row.corrected) << row.stored;
-        });
+    for (const Row& row : rows) {
+        for (const std::uint32_t stored : row.wrong) {
+            Clear();
+            WithKey([&](VProfileKey& key) {
+                key.WriteString(u"Protocol Name", row.protocol);
+                key.WriteDword(row.name, stored);
+            });
+            const auto session = Load();
+            EXPECT_EQ(Protocol(*session).IsChanged(), stored != row.corrected);
+            Save(*session);
+            WithKey([&](VProfileKey& key) {
+                std::uint32_t repaired = 0;
+                EXPECT_TRUE(key.ReadDword(row.name, repaired));
+                EXPECT_EQ(repaired, row.corrected) << stored;
+            });
+        }
     }
 }
 
@@ -214,9 +175,7 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     session->SetProtocolName(u"Local Shell");
     session->SetProtocolName(u"RLogin");
     EXPECT_EQ(Protocol(*session).GetPort(), 513);
-    VUnicodeString host;
-    Protocol(*session).GetHostName(host);
-    EXPECT_EQ(host, u"h");
+    EXPECT_EQ(HostOf(Protocol(*session)), u"h");
 }
 
 TEST_F(ProtocolConfigTest, AReleasedPortStaysWithItsProtocol) {
@@ -240,9 +199,8 @@ TEST_F(ProtocolConfigTest, SharedTextsTravelBetweenSessionsOfTheirOwn) {
     SharedSettings shared;
     Protocol(*from).ExportShared(shared);
     Protocol(*to).ImportShared(shared);
+    EXPECT_EQ(HostOf(Protocol(*to)), u"h");
     VUnicodeString text;
-    Protocol(*to).GetHostName(text);
-    EXPECT_EQ(text, u"h");
     Protocol(*to).GetRemoteHost().GetUsername(text);
     EXPECT_EQ(text, u"u");
     EXPECT_EQ(Protocol(*to).GetSettings().sshJumpHost.Get(), u"j");
@@ -258,9 +216,7 @@ TEST_F(ProtocolConfigTest, AnEditSurvivesTheMakingOfAnotherProtocolAndCanStillBe
     session->SetProtocolName(u"SSH2");
     EXPECT_TRUE(Protocol(*session).IsChanged());
     session->Revert();
-    VUnicodeString host;
-    Protocol(*session).GetHostName(host);
-    EXPECT_EQ(host, u"");
+    EXPECT_EQ(HostOf(Protocol(*session)), u"");
 }
 
 TEST_F(ProtocolConfigTest, ACloneIsChangedInTheSameWayAndGoesItsOwnWay) {
@@ -272,20 +228,16 @@ TEST_F(ProtocolConfigTest, ACloneIsChangedInTheSameWayAndGoesItsOwnWay) {
     EXPECT_TRUE(Protocol(*clone).IsChanged());
     Protocol(*session).SetHostName(u"second");
     Protocol(*session).EditSettings().sshJumpHost.Edit().Empty();
-    VUnicodeString host;
-    Protocol(*clone).GetHostName(host);
-    EXPECT_EQ(host, u"first");
+    EXPECT_EQ(HostOf(Protocol(*clone)), u"first");
     EXPECT_EQ(Protocol(*clone).GetSettings().sshJumpHost.Get(), u"jump");
 
     const auto apart = VRef<ConnectConfig>::Adopt(Protocol(*clone).Clone(nullptr));
     Protocol(*clone).SetHostName(u"third");
-    apart->GetHostName(host);
-    EXPECT_EQ(host, u"first");
+    EXPECT_EQ(HostOf(*apart), u"first");
 
     const auto target = Make(u"SSH2");
     target->CopyChangesFrom(clone.Get());
-    Protocol(*target).GetHostName(host);
-    EXPECT_EQ(host, u"third");
+    EXPECT_EQ(HostOf(Protocol(*target)), u"third");
 }
 
 TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
@@ -297,11 +249,12 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
     EXPECT_EQ(transfer.GetPort(), 2022);
     session->SetTransferProtocolName(u"FTP/SSL (implicit)");
     EXPECT_EQ(session->GetTransferConnectConfig()->GetPort(), 2022);
+    std::map<const VProfileData*, int> visits;
+    VisitSettings(*session, [&](const VProfileData& setting) { ++visits[&setting]; });
+    for (const auto& [setting, count] : visits) EXPECT_EQ(count, 1) << VNarrowString(setting->GetName()).GetData();
     Save(*session);
     const auto again = Load();
-    VUnicodeString host;
-    again->GetTransferConnectConfig()->GetHostName(host);
-    EXPECT_EQ(host, u"h");
+    EXPECT_EQ(HostOf(*again->GetTransferConnectConfig()), u"h");
     EXPECT_FALSE(again->IsChanged());
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <vector>
 
 #include "config/sessionconfig.h"
 #include "foundation/vreportmessageparams.h"
@@ -13,6 +14,19 @@
 #include "suite/protocols/protocolconfig.h"
 
 namespace connectdialog::test {
+
+/// The single settings of a protocol, those of the host first.
+inline std::vector<VProfileData*> SettingsOf(ConnectConfig& config) {
+    std::vector<VProfileData*> settings;
+    for (std::size_t i = 0; VProfileData* member = config.GetMember(i); ++i) {
+        const bool isSingle = member->GetMember(0) == member;
+        for (std::size_t k = 0; VProfileData* inner = member->GetMember(k); ++k) {
+            settings.push_back(inner);
+            if (isSingle) break;
+        }
+    }
+    return settings;
+}
 
 class SuiteTest : public ::testing::Test {
   protected:

@@ -1,17 +1,16 @@
 #include "support/childprocess.h"
 
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
+#include <gtest/gtest.h>
 #include <map>
+#include <signal.h>
+#include <spawn.h>
 #include <stdexcept>
 #include <string_view>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace connectdialog::test {
 

@@ -13,7 +13,9 @@ class FaultyKey : public IProfileKeyImpl {
   public:
     FaultyKey(IProfileKeyImpl* inner, FaultPlan& plan) : inner(inner), plan(plan) {}
 
-    bool ReadSecurity(const char16_t* name, VSecurityDescriptor& out) override { return inner->ReadSecurity(name, out); }
+    bool ReadSecurity(const char16_t* name, VSecurityDescriptor& out) override {
+        return inner->ReadSecurity(name, out);
+    }
     bool ReadMultiString(const char16_t* name, VStringArray& out) override { return inner->ReadMultiString(name, out); }
     bool ReadBinary(const char16_t* name, void* buffer, std::uint32_t& size) override {
         return inner->ReadBinary(name, buffer, size);
@@ -64,7 +66,9 @@ class FaultyStore : public IProfileStoreImpl {
   public:
     FaultyStore(IProfileStoreImpl* inner, FaultPlan& plan) : inner(inner), plan(plan) {}
 
-    IProfileKeyImpl* CreateRootKey(bool readOnly) override { return new FaultyKey(inner->CreateRootKey(readOnly), plan); }
+    IProfileKeyImpl* CreateRootKey(bool readOnly) override {
+        return new FaultyKey(inner->CreateRootKey(readOnly), plan);
+    }
     bool JoinUnitOfWork() override { return inner->JoinUnitOfWork(); }
     bool Commit() override { return MayCommit() && inner->Commit(); }
     void Abandon() override { inner->Abandon(); }

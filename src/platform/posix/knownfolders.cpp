@@ -64,11 +64,11 @@ std::string Own(const std::string& base) {
 }
 
 std::string RuntimeBase() {
-    const std::string folder = AbsoluteVariable("XDG_RUNTIME_DIR");
+    std::string folder = AbsoluteVariable("XDG_RUNTIME_DIR");
     if (!folder.empty()) return folder;
     // A process that was not started from the user's session lacks the variable, not the folder.
-    const std::string usual = "/run/user/" + std::to_string(geteuid());
-    return access(usual.c_str(), W_OK | X_OK) == 0 ? usual : "";
+    folder = "/run/user/" + std::to_string(geteuid());
+    return access(folder.c_str(), W_OK | X_OK) == 0 ? folder : "";
 }
 
 /// The path in a line such as XDG_DESKTOP_DIR="$HOME/Desktop"; the empty string when the line is another one.

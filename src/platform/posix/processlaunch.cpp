@@ -11,7 +11,7 @@
 
 #include "platform/lasterror.h"
 
-extern char** environ;
+extern char** environ;  // NOLINT(readability-redundant-declaration): not every system declares it
 
 namespace connectdialog::platform {
 
@@ -33,7 +33,7 @@ std::string FindInSearchPath(std::string_view name) {
         const std::string_view folder = folders.substr(0, folders.find(':'));
         folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
         if (!folder.starts_with('/')) continue;
-        const std::string path = std::string(folder) + '/' + std::string(name);
+        std::string path = std::string(folder) + '/' + std::string(name);
         if (IsExecutableFile(path)) return path;
         if (GetLastErrorCode() == kAccessDenied) error = kAccessDenied;
     }
