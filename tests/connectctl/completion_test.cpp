@@ -27,8 +27,8 @@ std::string Complete(const std::vector<std::string>& words, const std::string& e
     for (const std::string& word : words) typed += " '" + word + '\'';
     const std::string program = CONNECTCTL_PROGRAM;
     const std::string script = "PATH=" + program.substr(0, program.rfind('/')) +
-                               ":$PATH; eval \"$(connectctl completion bash)\"; COMP_WORDS=(connectctl" +
-                               typed + "); COMP_CWORD=" + std::to_string(words.size()) +
+                               ":$PATH; eval \"$(connectctl completion bash)\"; COMP_WORDS=(connectctl" + typed +
+                               "); COMP_CWORD=" + std::to_string(words.size()) +
                                "; _connectctl; for word in \"${COMPREPLY[@]}\"; do echo \"$word\"; done";
     const ProcessResult result = RunProcess({"/bin/bash", "-c", script}, {environment});
     EXPECT_EQ(result.errors, "");
@@ -45,9 +45,8 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
     } rows[] = {
         {{"co"}, "connect\ncompletion\n"},
         {{"--st"}, "--store\n"},
-        {{"import", "o"}, "openssh\n"},
-        {{"import", "openssh", "--d"}, "--dry-run\n"},
-        {{"--store", "import", "tr"}, "tree\n"},
+        {{"connect", "--d"}, "--dry-run\n"},
+        {{"--store", "show", "tr"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
         {{"show", "z"}, "zeta\n"},
         {{"show", "$"}, "\\$\\(touch\\ x\\)\\ y\n"},
@@ -59,7 +58,7 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
 TEST_F(ToolTest, EveryShellHasItsScript) {
     for (const char* shell : {"bash", "zsh", "fish"}) {
         const std::string script = RunWell({"completion", shell});
-        for (const char* word : {"import", "openssh", "dry-run", "completion", "recursive"})
+        for (const char* word : {"connect", "dry-run", "completion", "recursive"})
             EXPECT_NE(script.find(word), std::string::npos) << shell << ": " << word;
     }
 }

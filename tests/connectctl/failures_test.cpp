@@ -1,7 +1,7 @@
 #include <fstream>
 #include <sys/stat.h>
-#include <unistd.h>
 
+#include "profile/vprofilekey.h"
 #include "tests/connectctl/toolfixture.h"
 
 namespace connectdialog::test {
@@ -17,8 +17,6 @@ TEST_F(ToolTest, WrongUsageIsTold) {
         {"show"},
         {"get", "x"},
         {"set", "x", "y"},
-        {"import"},
-        {"import", "openssh"},
         {"connect"},
         {"completion"},
         {"completion", "csh"},
@@ -74,11 +72,14 @@ TEST_F(ToolTest, StoresThatCannotBeUsedAreExplained) {
         for (const char* command : {"ls", "show"}) RunBadly({"--store", url, command, "zeta"});
 }
 
-TEST_F(ToolTest, AStoreThatRefusesTheWriteIsTold) {
+TEST_F(ToolTest, AStoreThatIsLockedRefusesTheWriteAndKeepsTheValue) {
     Seed();
-    if (geteuid() == 0) GTEST_SKIP() << "root may write everything";
-    ASSERT_EQ(chmod(StoreFile().c_str(), 0400), 0);
-    RunBadly({"set", "zeta", "Title Bar", "x"});
+    WithStore([&] {
+        VProfileStore store(false);
+        ASSERT_TRUE(store.JoinUnitOfWork());
+        RunBadly({"set", "zeta", "Title Bar", "x"});
+        ASSERT_TRUE(store.Close());
+    });
     EXPECT_EQ(RunWell({"get", "zeta", "Title Bar"}), "\n");
 }
 

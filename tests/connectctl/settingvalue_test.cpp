@@ -58,7 +58,7 @@ TEST(SettingValue, ARecordHasNoText) {
 TEST(NearNames, AreTheFewNearest) {
     const std::vector<std::u16string> names = {u"Hostname",   u"Username", u"Title Bar",   u"Use Title Bar",
                                                u"Log Prompt", u"Log Mode", u"Log Filename"};
-    EXPECT_EQ(FindNearNames(u"hostnmae", names), (std::vector<std::u16string>{u"Hostname", u"Username"}));
+    EXPECT_EQ(FindNearNames(u"hostnmae", names), (std::vector<std::u16string>{u"Hostname"}));
     EXPECT_EQ(FindNearNames(u"title bar ", names), (std::vector<std::u16string>{u"Title Bar"}));
     EXPECT_EQ(FindNearNames(u"log", names), (std::vector<std::u16string>{u"Log Mode", u"Log Prompt", u"Log Filename"}));
     EXPECT_TRUE(FindNearNames(u"completely different", names).empty());

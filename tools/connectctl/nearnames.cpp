@@ -53,6 +53,7 @@ std::vector<std::u16string> FindNearNames(std::u16string_view name, const std::v
     std::ranges::stable_sort(near, {}, &std::pair<std::size_t, std::u16string>::first);
     near.resize(std::min(near.size(), kMostNames));
     std::vector<std::u16string> names;
+    names.reserve(near.size());
     for (auto& [distance, candidate] : near) names.push_back(std::move(candidate));
     return names;
 }

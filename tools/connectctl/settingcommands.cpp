@@ -47,13 +47,10 @@ void PrintSetting(VProfileData& setting) {
 std::string UnknownSettingText(ISessionConfig& session, const VUnicodeString& name) {
     std::vector<std::u16string> names;
     VisitSettings(session, [&](VProfileData& setting) { names.emplace_back(setting.GetName().View()); });
-    std::string text = Quoted(session.GetPath()) + " has no setting " + Quoted(name);
-    std::string separator = "; did you mean ";
-    for (const std::u16string& near : FindNearNames(name, names)) {
-        text += separator + Quoted(near);
-        separator = " or ";
-    }
-    return text;
+    const std::string text = Quoted(session.GetPath()) + " has no setting " + Quoted(name);
+    std::string hints;
+    for (const std::u16string& near : FindNearNames(name, names)) hints += (hints.empty() ? "" : " or ") + Quoted(near);
+    return hints.empty() ? text : text + "; did you mean " + hints + '?';
 }
 
 Failure OpenSetting(const SettingArguments& arguments, VRef<ISessionConfig>& session, VProfileData*& setting) {
