@@ -46,7 +46,8 @@ bool AsOneUnit(Steps steps) {
         unit.Abandon();  // before the store closes, which would commit what was done so far
         throw;
     }
-    unit.Abandon();
+    // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
+    if (unit.JoinUnitOfWork()) unit.Abandon();
     return false;
 }
 
