@@ -39,7 +39,6 @@ std::uint32_t ErrorFromSqlite(int result) {
             return platform::kDiskFull;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return platform::kStoreCorrupt;
         // The statements are always the same: one that is refused has not found its tables as they should be.
         case SQLITE_ERROR:
             return platform::kStoreCorrupt;

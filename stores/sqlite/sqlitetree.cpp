@@ -58,7 +58,7 @@ std::unique_ptr<VProfileStoreFactory> OpenSqliteStore(const std::string& path, c
 
 SqliteTree::~SqliteTree() {
     lastChecked.reset();
-    RollbackUnit();
+    SqliteTree::RollbackUnit();
 }
 
 NodePtr SqliteTree::GetRoot() {
