@@ -18,7 +18,8 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-constexpr std::array<Command, 7> kCommands = {{
+constexpr std::array<Command, 8> kCommands = {{
+    {"import", "Make sessions from another program's configuration", true, DeclareImport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},
