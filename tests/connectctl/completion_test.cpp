@@ -45,6 +45,8 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
     } rows[] = {
         {{"co"}, "connect\ncompletion\n"},
         {{"--st"}, "--store\n"},
+        {{"import", "o"}, "openssh\n"},
+        {{"import", "openssh", "--d"}, "--dry-run\n"},
         {{"connect", "--d"}, "--dry-run\n"},
         {{"--store", "show", "tr"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
@@ -58,7 +60,7 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
 TEST_F(ToolTest, EveryShellHasItsScript) {
     for (const char* shell : {"bash", "zsh", "fish"}) {
         const std::string script = RunWell({"completion", shell});
-        for (const char* word : {"connect", "dry-run", "completion", "recursive"})
+        for (const char* word : {"import", "openssh", "dry-run", "completion", "recursive"})
             EXPECT_NE(script.find(word), std::string::npos) << shell << ": " << word;
     }
 }

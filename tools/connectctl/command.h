@@ -28,6 +28,7 @@ struct Command {
     CommandBody (*declare)(CLI::App& parser);
 };
 
+CommandBody DeclareImport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);

@@ -19,6 +19,7 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr auto kCommands = std::to_array<Command>({
+    {"import", "Make sessions from another program's configuration", true, DeclareImport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},
