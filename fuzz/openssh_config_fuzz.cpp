@@ -12,7 +12,7 @@
 #include "suite/importers/openssh/sshconfigeval.h"
 #include "suite/importers/openssh/sshconfigfile.h"
 #include "suite/importers/openssh/sshdiagnostics.h"
-#include "tests/importers/memorysshfiles.h"
+#include "suite/importers/openssh/memorysshfiles.h"
 
 namespace {
 

@@ -40,7 +40,8 @@ bool AsOneUnit(Steps steps) {
     VProfileStore unit(false);
     if (!unit.JoinUnitOfWork()) return false;
     if (!steps()) {
-        unit.Abandon();
+        // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
+        if (unit.JoinUnitOfWork()) unit.Abandon();
         return false;
     }
     return unit.Close();

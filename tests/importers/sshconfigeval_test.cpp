@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "importers/memorysshfiles.h"
+#include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshconfigfile.h"
 #include "suite/importers/openssh/sshdiagnostics.h"
 
@@ -93,8 +93,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"Host h\n HostName 1.2.3.4.5", "h", "1.2.3.4.5 22"},
         Case{"Host h\n IdentityFile none\n IdentityFile ~/k\n IdentityFile b\nHost *\n IdentityFile b\n IdentityFile c",
              "h", "h 22 id=/home/me/k id=b id=c"},
-        Case{"Host h\n User u\n Port 7\n IdentityFile %d/%r@%n-%h:%p%%\n IdentityFile ~/%C", "h",
-             "h 7 user=u id=/home/me/u@h-h:7% id=~/%C"}));
+        Case{"Host h\n User u\n Port 7\n IdentityFile %d/%r@%n-%h:%p\n IdentityFile ~/%C\n IdentityFile ~/a%%", "h",
+             "h 7 user=u id=/home/me/u@h-h:7 id=~/%C id=~/a%%"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Proxies, ValuesOfAHost,

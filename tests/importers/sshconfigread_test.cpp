@@ -3,7 +3,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 
-#include "importers/memorysshfiles.h"
+#include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshconfigeval.h"
 #include "suite/importers/openssh/sshconfigfile.h"
 #include "suite/importers/openssh/sshdiagnostics.h"

@@ -5,12 +5,10 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "suite/importers/openssh/sshconfigeval.h"
-#include "suite/importers/openssh/sshconfigfile.h"
-#include "suite/importers/openssh/sshdiagnostics.h"
+#include "importers/importtest.h"
 #include "suite/importers/openssh/sshfiles.h"
 
-namespace connectdialog {
+namespace connectdialog::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -63,28 +61,38 @@ std::size_t StumblingLine(const std::string& comment) {
     return at == std::string::npos ? 0 : std::stoul(comment.substr(at + 6));
 }
 
-/// Compares one configuration with its table; gives the number of rows that agree.
-std::size_t Compare(const fs::path& config, const fs::path& sshFolder, const Table& table) {
+class Samples : public ImportTest {
+  protected:
+    std::size_t Compare(const fs::path& config, const fs::path& sshFolder, const Table& table);
+};
+
+/// Imports one configuration and compares the sessions with its table; gives the number of rows that agree.
+std::size_t Samples::Compare(const fs::path& config, const fs::path& sshFolder, const Table& table) {
+    StartOver();
     SampleFiles files(sshFolder.string());
-    SshDiagnostics diagnostics;
-    const SshConfig read = ReadSshConfig(files, config.string(), kHome, diagnostics);
+    SshImportResult result;
+    VReportMessageParams report;
+    EXPECT_TRUE(ImportOpenSshConfig(files, {config.string(), u"f", {"localuser", kHome}, false}, result, report));
     std::vector<std::string> rows;
-    for (const SshHost& host : EvaluateSshConfig(read, {"localuser", kHome}, diagnostics)) {
-        rows.push_back(host.alias + '\t' + host.hostName + '\t' + std::to_string(host.port) + '\t' +
-                       (host.user.empty() ? "localuser" : host.user) + '\t' + FormatProxyJump(host.jumps));
+    for (const SshImportEntry& entry : result.entries) {
+        std::string values = ValuesAt(entry.path);
+        const std::size_t user = values.find('\t', values.find('\t') + 1) + 1;
+        if (values[user] == '\t') values.insert(user, "localuser");
+        rows.push_back(entry.alias + '\t' + values);
     }
     const std::size_t line = StumblingLine(table.comment);
-    const bool isFound = std::ranges::any_of(diagnostics.All(), [&](const SshDiagnostic& d) { return d.line == line; });
+    const auto& found = result.diagnostics.All();
+    const bool isFound = std::ranges::find(found, line, &SshDiagnostic::line) != found.end();
     EXPECT_TRUE(isFound || line == 0) << config;
     if (table.comment.find("REFUSES") != std::string::npos) {
-        EXPECT_TRUE(line != 0 && diagnostics.IsRefused()) << config;
+        EXPECT_TRUE(line != 0 && result.diagnostics.IsRefused()) << config;
         return 0;
     }
     EXPECT_EQ(rows, table.rows) << config;
     return rows == table.rows ? rows.size() : 0;
 }
 
-TEST(Samples, AgreeWithSsh) {
+TEST_F(Samples, AgreeWithSsh) {
     const fs::path folder = fs::path(CONNECTDIALOG_SAMPLES) / "ssh_config";
     if (std::string_view(CONNECTDIALOG_SAMPLES).empty() || !fs::exists(folder)) {
         GTEST_SKIP() << "no samples: CONNECTDIALOG_SAMPLES names no folder that has ssh_config";
@@ -108,4 +116,4 @@ TEST(Samples, AgreeWithSsh) {
 }
 
 }  // namespace
-}  // namespace connectdialog
+}  // namespace connectdialog::test

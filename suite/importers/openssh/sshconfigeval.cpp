@@ -203,11 +203,15 @@ class HostEvaluation {
         }
     }
 
-    /// As it was written when it has a token or an environment variable that only ssh itself can replace.
+    /// As it was written when it has a token or an environment variable that only ssh itself can replace, or a `%` of
+    /// its own, which ssh would replace once more where the path is handed to it.
     std::string ExpandPath(const std::string& written, std::span<const Token> tokens) const {
         const bool isInHome = written == "~" || written.starts_with("~/");
         const std::string path = isInHome ? user.home + written.substr(1) : written;
-        return path.find("${") == std::string::npos ? ExpandTokens(path, tokens).value_or(written) : written;
+        const std::optional<std::string> expanded = ExpandTokens(path, tokens);
+        const bool isFinal =
+            expanded && expanded->find('%') == std::string::npos && expanded->find("${") == std::string::npos;
+        return isFinal ? *expanded : written;
     }
 
     /// Whether the last jump ends where the host is; ssh refuses to connect then.

@@ -35,7 +35,7 @@ struct SshHost {
     std::string user;      ///< Empty when the configuration sets none.
     int port = 22;
     /// In the order of trial, with `~` and tokens replaced; "none" is left out. A path with a token that only ssh
-    /// itself knows is as it was written.
+    /// itself knows, or with a `%` of its own, is as it was written: ssh takes either form.
     std::vector<std::string> identityFiles;
     std::vector<SshHop> jumps;  ///< In the order they are passed; empty for a direct connection.
     std::string proxyCommand;   ///< As written; empty when there is none. Nobody runs it here.

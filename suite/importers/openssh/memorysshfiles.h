@@ -1,4 +1,4 @@
-// Files in memory for the reader of OpenSSH configurations.
+// Files in memory for the reader of OpenSSH configurations: for a text that is not on disk, for tests and fuzzing.
 #pragma once
 
 #include <map>
