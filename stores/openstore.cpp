@@ -58,6 +58,7 @@ VUnicodeString GetDefaultStoreUrl() {
     std::u16string url;
     if (platform::GetEnvironmentText(u"BRENNMARK_STORE", url) && !url.empty()) return VUnicodeString(url);
     const std::u16string folder = platform::GetKnownFolder(platform::KnownFolder::kData);
+    if (folder.empty()) return u"sqlite:"_v;  // a user without a home: refused when it is opened, for want of a path
     return VUnicodeString(u"sqlite:" + platform::ToWide(platform::ToNativePath(folder + u"\\sessions.db")));
 }
 

@@ -1,5 +1,7 @@
 #include "config/connectconfigptr.h"
 
+#include <new>
+
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
 
@@ -31,8 +33,12 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
     : VProfileData(other), name(other.name), selected(other.selected), storedSelected(other.storedSelected),
       configs(other.configs.GetCount()), side(other.side), nameWasEmpty(other.nameWasEmpty) {
-    for (const VRef<ConnectConfig>& config : other.configs)
-        configs.Add(config ? VRef<ConnectConfig>::Adopt(config->Clone(common)) : nullptr);
+    for (const VRef<ConnectConfig>& config : other.configs) {
+        VRef<ConnectConfig> copy;
+        if (config) copy = VRef<ConnectConfig>::Adopt(config->Clone(common));
+        if (config && !copy) throw std::bad_alloc();
+        configs.Add(std::move(copy));
+    }
 }
 
 bool ConnectConfigPtr::RowMatches(const ConnectProtocolTableElement& row) const {
@@ -52,6 +58,7 @@ void ConnectConfigPtr::LoadName(VProfileKey* key) {
         side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
     SetName(valueName);
     name.Load(key, valueName, VUnicodeString());
+    SetMissing(name.IsMissing());
     nameWasEmpty = !name.IsMissing() && name.Get().IsEmpty();
 
     bool known = name.Get().EqualsNoCase(kNoProtocol);

@@ -32,8 +32,8 @@ RemoteHostConfig::RemoteHostConfig(VProfileKey* key) {
     hostname.Load(key, u"Hostname"_v, VUnicodeString());
     firewallName.Load(key, u"Firewall Name"_v, DefaultFirewallName(key));
     ReloadFirewall();
+    username.Edit().MarkSensitive();  // before loading: the stored copy shares the buffer
     username.Load(key, u"Username"_v, VUnicodeString());
-    username.Edit().MarkSensitive();
     // Emptied in memory only: the session shows as changed, and its next save erases the stored name.
     if (!IsSaveUsernamesAllowed(nullptr, nullptr)) username.Edit().Empty();
 }

@@ -30,7 +30,7 @@ bool CanConnect(const ConnectConfigPtr& protocol) {
 ISessionConfig* CreateSessionConfig(const char16_t* name, VProfileKey* key) { return new SessionConfig(name, key); }
 
 SessionConfig::SessionConfig(const SessionConfig& other)
-    : VUnknown(other), VProfileComposite(other), SessionSettings(other), notStored(other.notStored),
+    : VUnknown(other), VProfileComposite(other), SessionSettings(other), notStored(other.notStored), mustWriteAll(other.mustWriteAll),
       firstSpare(other.firstSpare), secondSpare(other.secondSpare), name(other.name), path(other.path),
       common(other.common), protocol(other.protocol, &common), transferProtocol(other.transferProtocol, &common) {}
 
@@ -51,14 +51,31 @@ void SessionConfig::SettleDefaultSession(VProfileKey* key) {
     }
     if (key == nullptr) {
         GetSessionDbHooks()->UpgradeButtonBars();
-        VProfileStore store;
-        if (!store.GetRootKey()->KeyExists(u"Sessions\\Default")) {
-            VProfileKey stored(store.GetRootKey(), u"Sessions\\Default", 0);
-            Save(stored, true);
-        }
+        if (!StoreDefaultSession()) mustWriteAll = true;
     }
     for (ConnectConfig* config : {protocol.GetSelected(), transferProtocol.GetSelected()})
         if (config != nullptr) config->notToBeSaved = 1;
+}
+
+/// The template is made in the store on its first use. True when it is there.
+bool SessionConfig::StoreDefaultSession() {
+    VProfileStore store;
+    if (store.GetRootKey()->KeyExists(u"Sessions\\Default")) return true;
+    bool written = false;
+    {
+        VProfileKey stored(store.GetRootKey(), u"Sessions\\Default", 0);
+        Save(stored, true);
+        written = stored.AllWritten();
+    }
+    return store.Close() && written;
+}
+
+/// What was made from the Default session and has a name or a path of its own is a session like any other.
+void SessionConfig::LeaveTemplate() {
+    if (IsDefaultSession()) return;
+    notStored = false;
+    for (ConnectConfig* config : {protocol.GetSelected(), transferProtocol.GetSelected()})
+        if (config != nullptr) config->notToBeSaved = 0;
 }
 
 void SessionConfig::Lock(VProfileKey&, bool) { saving->Lock(); }
@@ -70,9 +87,13 @@ void SessionConfig::CopyChangesFrom(const ISessionConfig* other) {
 
 bool SessionConfig::SetPath(const VUnicodeString& newPath) {
     path = newPath;
-    const bool isDefault = IsDefaultSession();
-    if (!isDefault) notStored = false;
-    return isDefault;
+    LeaveTemplate();
+    return IsDefaultSession();
+}
+
+void SessionConfig::SetName(const VUnicodeString& newName) {
+    name = newName;
+    LeaveTemplate();
 }
 
 bool SessionConfig::IsDefaultSession() const { return path.View() == kDefaultName && name.View() == kDefaultName; }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 
 #include "config/commonconfig.h"
 #include "config/connectconfigptr.h"
@@ -33,13 +34,17 @@ class SessionConfig : public VUnknown<ISessionConfig>,
     bool IsChanged() const override { return VProfileComposite::IsChanged(); }
     void Commit() override { VProfileComposite::Commit(); }
     void Revert() override { VProfileComposite::Revert(); }
-    void Save(VProfileKey& key, bool force) override { VProfileComposite::Save(key, force); }
+    void Save(VProfileKey& key, bool force) override {
+        VProfileComposite::Save(key, std::exchange(mustWriteAll, false) || force);
+    }
+    /// The store refused a save after its settings were told that they are stored: the next Save writes them all.
+    void SetMustWriteAll() { mustWriteAll = true; }
 
     void CopyChangesFrom(const ISessionConfig* other) override;
     const VUnicodeString& GetPath() const override { return path; }
     bool SetPath(const VUnicodeString& newPath) override;
     const VUnicodeString& GetName() const override { return name; }
-    void SetName(const VUnicodeString& newName) override { name = newName; }
+    void SetName(const VUnicodeString& newName) override;
     void GetDisplayText(VUnicodeString& text) const override;
     ISessionConfig* Clone() const override;
     void Spare() const override {}
@@ -91,9 +96,12 @@ class SessionConfig : public VUnknown<ISessionConfig>,
     void LoadRemoteFrame(VProfileKey* key);
     void LoadFileTransfer(VProfileKey* key);
     void SettleDefaultSession(VProfileKey* key);
+    bool StoreDefaultSession();
+    void LeaveTemplate();
 
     VRef<VCriticalSection> saving = VRef<VCriticalSection>::Adopt(new VCriticalSection);  ///< held during Save only
     bool notStored = false;
+    bool mustWriteAll = false;
     VUnicodeString firstSpare;
     VUnicodeString secondSpare;  ///< emptied whenever a protocol is set
     VUnicodeString name;

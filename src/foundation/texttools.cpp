@@ -96,8 +96,10 @@ bool IsNarrowSpace(char character) {
 
 bool VTokenize(std::u16string_view text, VStringArray& tokens, std::initializer_list<std::u16string_view> delimiters,
                std::initializer_list<std::u16string_view> quotePairs, bool skipEmpty, bool stripQuotes) {
-    tokens.Clear();
-    return Tokenizer(text, tokens, skipEmpty, stripQuotes).Run(delimiters, quotePairs);
+    VStringArray found;  // `text` may lie in `tokens`
+    const bool closed = Tokenizer(text, found, skipEmpty, stripQuotes).Run(delimiters, quotePairs);
+    tokens = std::move(found);
+    return closed;
 }
 
 bool VSplitOnChar(std::u16string_view text, VStringArray& tokens, char16_t delimiter) {
@@ -110,13 +112,13 @@ bool VSplitCommaList(std::u16string_view text, VStringArray& tokens) {
 
 VUnicodeString VJoin(const VStringArray& elements, std::u16string_view delimiter, std::u16string_view quotePair,
                      std::u16string_view forcing) {
-    std::u16string joined;
+    VUnicodeString joined;
     for (const VUnicodeString& element : elements) {
         if (element.IsEmpty()) continue;
-        if (!joined.empty()) joined += delimiter;
-        joined += VQuoteIfNeeded(element, quotePair, forcing).View();
+        if (!joined.IsEmpty()) joined += delimiter;
+        joined += VQuoteIfNeeded(element, quotePair, forcing);
     }
-    return {joined};
+    return joined;
 }
 
 VUnicodeString VQuoteIfNeeded(const VUnicodeString& text, std::u16string_view quotePair, std::u16string_view forcing) {

@@ -112,9 +112,12 @@ class VArray {
     std::uint64_t GrownForOne(std::uint64_t needed) const { return std::max(capacity, needed) * factor + increment; }
     static void Free(T* block) { ::operator delete(block, std::align_val_t(alignof(T))); }
     void Relocate(std::uint64_t newCapacity) {
+        // NOLINTBEGIN(bugprone-sizeof-expression): an element may be a pointer
         T* block = static_cast<T*>(::operator new(newCapacity * sizeof(T), std::align_val_t(alignof(T))));
         if constexpr (kMovesAsBytes<T>) {
+            // NOLINTNEXTLINE(bugprone-undefined-memory-manipulation): that is what kMovesAsBytes says
             if (count != 0) std::memcpy(static_cast<void*>(block), elements, count * sizeof(T));
+            // NOLINTEND(bugprone-sizeof-expression)
         } else {
             std::uninitialized_move(begin(), end(), block);
             std::destroy(begin(), end());

@@ -71,7 +71,11 @@ void HiveWriter::WriteKey(const VHiveKey& key, const std::u16string& path) {
         WriteValue(entry.value);
         EndLine();
     }
-    for (const auto& [name, child] : key.children) WriteKey(*child, path.empty() ? name : path + u'\\' + name);
+    for (const auto& [name, child] : key.children) {
+        std::u16string below(path);
+        if (!below.empty()) below += u'\\';
+        WriteKey(*child, below.append(name));
+    }
 }
 
 void HiveWriter::WriteName(std::u16string_view name) {

@@ -66,8 +66,8 @@ VNarrowString VNarrowString::Left(std::size_t count) const {
 }
 
 VNarrowString VNarrowString::Mid(std::size_t position, std::size_t count) const {
-    if (position >= GetLength()) return {};
     if (position == 0 && count >= GetLength()) return *this;
+    if (position >= GetLength()) return {};
     return {GetData() + position, std::min(count, GetLength() - position)};
 }
 

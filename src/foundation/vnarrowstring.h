@@ -50,7 +50,9 @@ class VNarrowString : public VStringHandle<char> {
 
     friend bool operator==(const VNarrowString& a, const VNarrowString& b) { return a.View() == b.View(); }
     friend bool operator==(const VNarrowString& a, std::string_view b) { return a.View() == b; }
-    friend bool operator==(const VNarrowString& a, const char* b) { return a.View() == std::string_view(b); }
+    friend bool operator==(const VNarrowString& a, const char* b) {
+        return b != nullptr ? a.View() == std::string_view(b) : a.IsEmpty();
+    }
 
   private:
     void AppendWide(std::u16string_view wide);

@@ -49,7 +49,7 @@ VUnicodeString VSplitPath(const VUnicodeString& path, VUnicodeString& leaf) {
         leaf = VUnicodeString(rest);
         return {};
     }
-    const VUnicodeString folder(rest.substr(0, separator == 0 ? 1 : separator));
+    VUnicodeString folder(rest.substr(0, separator == 0 ? 1 : separator));
     leaf = VUnicodeString(rest.substr(separator + 1));
     return folder;
 }

@@ -125,8 +125,9 @@ VHiveStatus VSettingsHive::Update(const std::function<VHiveStatus(VHiveTree&)>& 
     platform::HiveLock lock(scope, path);
     if (!lock.IsHeld()) return Failed(platform::GetLastErrorCode());
     Load();
-    if (fileError != 0 || !faults.empty()) return FileStatus();
-    VHiveStatus status = change(tree);
+    VHiveStatus status = FileStatus();
+    if (!status) return status;
+    status = change(tree);
     if (status) {
         const std::string bytes = WriteHive(tree);
         if (bytes.size() > kMaxBytes) {
@@ -148,6 +149,11 @@ std::u16string VSettingsHive::FullPath(std::u16string_view key) const {
 const VHiveTree& VSettingsHive::Tree() {
     Refresh();
     return tree;
+}
+
+VHiveStatus VSettingsHive::Health() {
+    Refresh();
+    return FileStatus();
 }
 
 void VSettingsHive::Refresh() {
@@ -175,6 +181,7 @@ void VSettingsHive::Forget() {
 
 VHiveStatus VSettingsHive::FileStatus() const {
     if (fileError != 0) return Failed(fileError);
+    if (faults.empty()) return {};
     return {platform::kStoreCorrupt, path + u", " + Describe(faults.front())};
 }
 

@@ -45,7 +45,8 @@ class VSettingsHive {
 
     /// The hive of the machine or of the user. Owned by the library.
     static VSettingsHive& Of(HiveScope scope);
-    /// Where Of finds the files from now on; an empty path is that of the system. For tests and tools.
+    /// Where Of finds the files from now on; an empty path is that of the system. For tests. Requires: nobody keeps a
+    /// hive that Of gave, and no VRegistryKey is open.
     static void SetPaths(std::u16string machinePath, std::u16string userPath);
 
     VSettingsHive(HiveScope scope, std::u16string path);
@@ -77,8 +78,8 @@ class VSettingsHive {
 
     /// The keys as the file holds them now. Valid until the next call.
     const VHiveTree& Tree();
-    /// What was wrong in the file when Tree or another function last read it.
-    const std::vector<VHiveFault>& Faults() const { return faults; }
+    /// Whether the whole file can be read; else why not, or its first fault.
+    VHiveStatus Health();
 
   private:
     void Refresh();

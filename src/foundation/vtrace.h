@@ -2,7 +2,8 @@
 //
 // It is `<program>.trace.log` in the folder of the variable TEMP or, when that is not set, in the library's state
 // folder: new at each run, UTF-16 little-endian, for the user alone. A file of another user or a link in its place is
-// left alone, and so is the trace of another run that goes on: there is no trace then. Each line begins with the local time: "2024-02-29 23:59:58.007 : ".
+// left alone, and so is the trace of another run that goes on: there is no trace then. Each line begins with the local
+// time: "2024-02-29 23:59:58.007 : ".
 #pragma once
 
 #include <cstddef>

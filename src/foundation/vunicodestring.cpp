@@ -141,8 +141,8 @@ VUnicodeString VUnicodeString::Right(std::size_t count) const {
 }
 
 VUnicodeString VUnicodeString::Mid(std::size_t position, std::size_t count) const {
-    if (position >= GetLength()) return {};
     if (position == 0 && count >= GetLength()) return *this;
+    if (position >= GetLength()) return {};
     return {GetData() + position, std::min(count, GetLength() - position)};
 }
 

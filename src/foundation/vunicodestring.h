@@ -44,6 +44,7 @@ class VUnicodeString : public VStringHandle<char16_t> {
     VUnicodeString& operator=(const char16_t* characters);
     VUnicodeString& operator=(std::u16string_view characters);
     VUnicodeString& operator=(const char* narrow);
+    VUnicodeString& operator=(char16_t character) { return *this = std::u16string_view(&character, 1); }
     VUnicodeString& operator+=(const VUnicodeString& other);
     VUnicodeString& operator+=(const char16_t* characters);
     VUnicodeString& operator+=(std::u16string_view characters);
@@ -102,7 +103,9 @@ class VUnicodeString : public VStringHandle<char16_t> {
     // Ordinal; a shorter text that is a prefix sorts first. Friends, so that they are candidates for strings alone.
     friend bool operator==(const VUnicodeString& a, const VUnicodeString& b) { return a.View() == b.View(); }
     friend bool operator==(const VUnicodeString& a, std::u16string_view b) { return a.View() == b; }
-    friend bool operator==(const VUnicodeString& a, const char16_t* b) { return a.View() == std::u16string_view(b); }
+    friend bool operator==(const VUnicodeString& a, const char16_t* b) {
+        return b != nullptr ? a.View() == std::u16string_view(b) : a.IsEmpty();
+    }
     friend std::strong_ordering operator<=>(const VUnicodeString& a, const VUnicodeString& b) {
         return a.View() <=> b.View();
     }

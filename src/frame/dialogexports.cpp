@@ -1,5 +1,6 @@
 // The dialog entry points. A dialog that this version does not have is closed with nothing chosen.
 #include "frame/connectdialogapi.h"
+#include "imports/connectconfig.h"
 
 namespace connectdialog {
 
@@ -31,7 +32,10 @@ std::int64_t ShowQuickConnectDialog(ISessionConfig**, const VUnicodeString&, uns
 void GetQuickConnectConfig(ISessionConfig** config, unsigned) { *config = nullptr; }
 void CleanupQuickConnectDialog() {}
 std::int64_t LaunchHostnamePromptDialog(const char16_t*, IString*, VWindow*) { return kDialogCancelled; }
-bool UpdateHostnameForConfig(ConnectConfig*, const char16_t*) { return false; }
+bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t*) {
+    std::uint32_t state = 0;
+    return config->IsComplete(state) || state != ConnectConfig::kHostNameMissing;
+}
 bool CheckPeriodicUpdate(VWindow*) { return false; }
 
 }  // namespace connectdialog

@@ -1,5 +1,7 @@
 #include "profile/vprofile.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 #include "foundation/vreportmessageparams.h"
@@ -13,7 +15,9 @@ bool VProfile<T>::Load(const char* text, IProfileTextDecoder& decoder, VReportMe
         if (!decoder.DecodeBool(value, text, report)) return false;
         current = value;
     } else {
-        const long number = std::strtol(text != nullptr ? text : "", nullptr, base);
+        // The bounds of 32 bits, signed and unsigned, whatever the width of the system's long.
+        const long long parsed = std::strtoll(text != nullptr ? text : "", nullptr, base);
+        const auto number = std::clamp<long long>(parsed, INT32_MIN, UINT32_MAX);
         current = detail::ProfileNumber<T>::FromStored(static_cast<std::uint32_t>(number));
     }
     stored = current;

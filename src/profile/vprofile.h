@@ -53,7 +53,8 @@ class VProfile : public VProfileDword {
         std::uint32_t number = 0;
         if (!ReadStored(key, number)) return false;
         stored = current = detail::ProfileNumber<T>::FromStored(number);
-        SetMissing(false);
+        // A number that is no state was corrected: the next Save repairs it.
+        SetMissing(std::is_same_v<T, VTriState> && detail::ProfileNumber<T>::ToStored(current) != number);
         return true;
     }
     /// The same; an absent value takes `defaultValue` and is missing. Always true.

@@ -14,6 +14,7 @@ template <class Owner>
 using MemberAccess = VProfileData& (*)(Owner& owner);
 
 /// The row of a data member that is a VProfileData: `Member<SessionConfig, &SessionConfig::useTitleBar>`.
+// NOLINTNEXTLINE(readability-identifier-naming): reads as the row that it is
 template <class Owner, auto member>
 inline constexpr MemberAccess<Owner> Member = [](Owner& owner) -> VProfileData& { return owner.*member; };
 

@@ -29,13 +29,13 @@ bool VProfileKey::ReadBinary(const char16_t* name, void* buffer, std::uint32_t& 
 bool VProfileKey::ReadMultiString(const char16_t* name, VStringArray& strings) {
     return impl->ReadMultiString(name, strings);
 }
-bool VProfileKey::WriteDword(const char16_t* name, std::uint32_t value) { return impl->WriteDword(name, value); }
-bool VProfileKey::WriteString(const char16_t* name, const char16_t* text) { return impl->WriteString(name, text); }
+bool VProfileKey::WriteDword(const char16_t* name, std::uint32_t value) { return Note(impl->WriteDword(name, value)); }
+bool VProfileKey::WriteString(const char16_t* name, const char16_t* text) { return Note(impl->WriteString(name, text)); }
 bool VProfileKey::WriteBinary(const char16_t* name, const void* data, std::uint32_t size) {
-    return impl->WriteBinary(name, data, size);
+    return Note(impl->WriteBinary(name, data, size));
 }
 bool VProfileKey::WriteMultiString(const char16_t* name, const VStringArray& strings) {
-    return impl->WriteMultiString(name, strings);
+    return Note(impl->WriteMultiString(name, strings));
 }
 bool VProfileKey::DeleteKey(const char16_t* name) { return impl->DeleteKey(name); }
 bool VProfileKey::KeyExists(const char16_t* name) { return impl->KeyExists(name); }

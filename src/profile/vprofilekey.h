@@ -74,12 +74,22 @@ class VProfileKey {
     bool DeleteKey(const char16_t* name);
     bool KeyExists(const char16_t* name);
 
+    /// False once a write through this handle was refused: settings drop the outcome of their writes, so whoever saved
+    /// them through the handle asks it.
+    bool AllWritten() const { return allWritten; }
+
     /// For what the forwarding operations do not offer: deleting a value, the last report. Owned by the key.
     IProfileKeyImpl* GetImpl() { return impl.get(); }
 
   private:
     friend class VProfileKeyIterator;
+    bool Note(bool written) {
+        allWritten = allWritten && written;
+        return written;
+    }
+
     std::unique_ptr<IProfileKeyImpl> impl;
+    bool allWritten = true;
 };
 
 /// Runs over the children of a key. A loop reuses one name from call to call.

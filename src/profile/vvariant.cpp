@@ -107,7 +107,8 @@ bool VVariant::Convert(const VVariant& source, VVariantType type, VVariant& resu
     const std::optional<std::int64_t> number = NumberOf(source, type);
     if (!number) return false;
     const NumberRange* range = FindRange(type);
-    if (range != nullptr && (*number < range->lowest || *number > range->highest)) return false;
+    const bool keepsBits = source.type == VVariantType::kBool;  // true is all ones in any width
+    if (!keepsBits && range != nullptr && (*number < range->lowest || *number > range->highest)) return false;
     result = VVariant(type, *number);
     return true;
 }
@@ -121,15 +122,13 @@ VVariant VariantFromStrings(const VStringArray& strings) {
 bool StringsFromVariant(const VVariant& source, VStringArray& strings) {
     const VVariant::Array* array = source.GetArray();
     if (array == nullptr) return false;
-    bool cleared = false;
+    VStringArray converted;
     for (const VVariant& element : *array) {
         VVariant text;
         if (!VVariant::Convert(element, VVariantType::kText, text)) return false;
-        if (!cleared) strings.Clear();
-        cleared = true;
-        strings.Add(text.GetText());
+        converted.Add(text.GetText());
     }
-    if (!cleared) strings.Clear();
+    strings = std::move(converted);
     return true;
 }
 

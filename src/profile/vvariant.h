@@ -46,8 +46,8 @@ class VVariant {
     const Array* GetArray() const;
 
     /// Converts a value to a number type, kBool or kText: an empty value is 0 or the empty text; a text is a decimal
-    /// number with white space around it, or for kBool also "True" or "False" in any case; a bool becomes -1 or 0, as a
-    /// text "-1" or "0"; a number becomes true when it is not 0.
+    /// number with white space around it, or for kBool also "True" or "False" in any case; a bool becomes -1 or 0, in an
+    /// unsigned type all ones or 0, as a text "-1" or "0"; a number becomes true when it is not 0.
     /// On failure: false, and `result` stays: an array, a text that is no number, a value outside the type's range.
     static bool Convert(const VVariant& source, VVariantType type, VVariant& result);
 
@@ -58,8 +58,7 @@ class VVariant {
 
 /// An array of texts as a variant, and back. An element with an empty value gives an empty text.
 VVariant VariantFromStrings(const VStringArray& strings);
-/// On failure: false, and `strings` stays, when `source` is no array or its first element cannot be made a text; a later
-/// element that cannot be made a text ends the call with false and leaves those before it.
+/// On failure: false, and `strings` stays, when `source` is no array or an element cannot be made a text.
 bool StringsFromVariant(const VVariant& source, VStringArray& strings);
 
 }  // namespace connectdialog

@@ -100,11 +100,13 @@ bool ProfileFolderData::SaveToStore() {
     folderList.Set(MakeList(orderedFolders));
     sessionList.Set(MakeList(orderedSessions));
     VProfileStore store(false);
+    bool written = false;
     {
         VProfileKey data(store.GetRootKey(), dataKeyPath.GetData(), 0);
         Save(data, false);
+        written = data.AllWritten();
     }
-    return store.Close();
+    return store.Close() && written;
 }
 
 bool IsManuallyArranged() { return CurrentArrangement() == SessionArrangement::kManual; }

@@ -6,6 +6,7 @@
 
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
+#include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
@@ -39,21 +40,33 @@ template <class Steps>
 bool AsOneUnit(Steps steps) {
     VProfileStore unit(false);
     if (!unit.JoinUnitOfWork()) return false;
-    if (!steps()) {
-        // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
-        if (unit.JoinUnitOfWork()) unit.Abandon();
-        return false;
+    try {
+        if (steps()) return unit.Close();
+    } catch (...) {
+        unit.Abandon();  // before the store closes, which would commit what was done so far
+        throw;
     }
-    return unit.Close();
+    // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
+    if (unit.JoinUnitOfWork()) unit.Abandon();
+    return false;
 }
 
 bool WriteSession(ISessionConfig& config, bool force) {
     VProfileStore store(false);
+    bool written = false;
     {
         VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(config.GetPath()).GetData(), 0);
         config.Save(key, force);
+        written = key.AllWritten();
     }
-    return store.Close();
+    return store.Close() && written;
+}
+
+/// A save that the store refused has told the settings that they are stored: the next one writes them all.
+bool NoteOutcome(ISessionConfig& config, bool saved) {
+    auto* session = dynamic_cast<SessionConfig*>(&config);
+    if (!saved && session != nullptr) session->SetMustWriteAll();
+    return saved;
 }
 
 /// Brings the lists of a folder up to date, makes the change in the tree, and then the change in the lists: a name that
@@ -161,26 +174,30 @@ void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor
 bool SaveSession(ISessionConfig& config) {
     const VUnicodeString path = config.GetPath();
     if (path == kDefaultSession) return true;
-    return AsOneUnit([&] {
-        if (!SessionKeyExists(path) &&
-            !StoreSessionEntry(GetEntryParent(path), GetEntryLeaf(path), config, VUnicodeString(), true))
-            return false;
-        return WriteSession(config, false);
+    if (path.IsEmpty()) return false;  // the root is a folder
+    const bool saved = AsOneUnit([&] {
+        if (!SessionKeyExists(path))
+            return StoreSessionEntry(GetEntryParent(path), GetEntryLeaf(path), config, VUnicodeString(), true);
+        return !IsFolderPath(path) && WriteSession(config, false);
     });
+    return NoteOutcome(config, saved);
 }
 
 bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
                     bool after) {
+    if (name.IsEmpty()) return false;
     return AsOneUnit([&] {
         return ChangeFolder(
             parent,
             [&] {
                 VProfileStore store(false);
+                bool made = false;
                 {
                     VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
-                    const VProfileKey created(&folder, name.GetData(), 1);
+                    VProfileKey created(&folder, name.GetData(), 1);
+                    made = created.GetImpl()->GetLastReport()->GetCode() == 0;
                 }
-                return store.Close();
+                return store.Close() && made;
             },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
     });
@@ -188,15 +205,19 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
 
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after) {
+    if (name.IsEmpty()) return false;
     config.SetPath(JoinEntryPath(parent, name));
-    return AsOneUnit([&] {
+    const bool saved = AsOneUnit([&] {
         return ChangeFolder(
             parent, [&] { return WriteSession(config, true); },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedSessions(), name, reference, after); });
     });
+    return NoteOutcome(config, saved);
 }
 
 bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs) {
+    const auto isNamed = [](const ISessionConfig* config) { return !config->GetPath().IsEmpty(); };
+    if (!std::ranges::all_of(configs, isNamed)) return false;
     const auto writeAll = [&] {
         return std::ranges::all_of(configs, [](ISessionConfig* config) { return WriteSession(*config, true); });
     };
@@ -209,7 +230,9 @@ bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig*
             if (listed.emplace(leaf.View()).second) ordered.Add(leaf);
         }
     };
-    return AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
+    const bool saved = AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
+    for (ISessionConfig* config : configs) NoteOutcome(*config, saved);
+    return saved;
 }
 
 }  // namespace connectdialog

@@ -37,7 +37,7 @@ struct StoreChild {
 /// A part of the children of a node, in order, and where the next part begins.
 struct ChildPage {
     std::vector<StoreChild> children;
-    std::u16string lastFolded;  ///< of the last child; empty before the first page
+    std::u16string lastFolded;  ///< of the last child of a full page; empty before the first
     bool isLast = false;
 };
 

@@ -1,6 +1,7 @@
 #include "stores/sqlite/sqlitedatabase.h"
 
 #include <array>
+#include <cerrno>
 #include <sqlite3.h>
 
 #include "foundation/vreportmessageparams.h"
@@ -38,7 +39,6 @@ std::uint32_t ErrorFromSqlite(int result) {
             return platform::kDiskFull;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return platform::kStoreCorrupt;
         // The statements are always the same: one that is refused has not found its tables as they should be.
         case SQLITE_ERROR:
             return platform::kStoreCorrupt;
@@ -77,6 +77,7 @@ bool ReadFileHeader(sqlite3* handle, FileHeader& header, VReportMessageParams& r
     sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
     std::array<unsigned char, kHeaderSize> bytes{};
     sqlite3_int64 size = 0;
+    if (file == nullptr || file->pMethods == nullptr) return report.Fail(platform::kInvalidParameter);
     int result = file->pMethods->xFileSize(file, &size);
     if (result == SQLITE_OK && size > 0) result = file->pMethods->xRead(file, bytes.data(), kHeaderSize, 0);
     if (result != SQLITE_OK && result != SQLITE_IOERR_SHORT_READ) {
@@ -157,7 +158,9 @@ bool SqliteDatabase::HasMoved() const {
 }
 
 bool SqliteDatabase::Fail(int result, VReportMessageParams& report) const {
-    report.Fail(ErrorFromSqlite(result));
+    // A file that is there and cannot be opened is not absent.
+    const int cause = (result & 0xFF) == SQLITE_CANTOPEN ? sqlite3_system_errno(handle.get()) : 0;
+    report.Fail(cause != 0 && cause != ENOENT ? platform::ErrorFromErrno(cause) : ErrorFromSqlite(result));
     report.AddInsert(sqlite3_db_filename(handle.get(), "main"));
     report.AddInsert(sqlite3_errmsg(handle.get()));
     return false;

@@ -58,7 +58,7 @@ std::unique_ptr<VProfileStoreFactory> OpenSqliteStore(const std::string& path, c
 
 SqliteTree::~SqliteTree() {
     lastChecked.reset();
-    RollbackUnit();
+    SqliteTree::RollbackUnit();
 }
 
 NodePtr SqliteTree::GetRoot() {
@@ -308,7 +308,6 @@ bool SqliteTree::ListChildren(std::int64_t parent, std::size_t limit, ChildPage&
     if (!Connect(report) || !Flush(report)) return false;
     if (database == nullptr) return true;
     const std::string after = EncodeBigEndian(page.lastFolded);
-    std::string last;
     std::u16string name;
     page.children.reserve(limit);
     Query query(*database, Sql::kListChildren, report);
@@ -317,10 +316,9 @@ bool SqliteTree::ListChildren(std::int64_t parent, std::size_t limit, ChildPage&
         DecodeWtf8(query.GetBytes(1), name);
         const bool isSession = query.GetInteger(2) == static_cast<std::int64_t>(ProfileKind::kSession);
         page.children.push_back({VUnicodeString(name), isSession ? ProfileKind::kSession : ProfileKind::kFolder});
-        last = query.GetBytes(0);
+        if (page.children.size() == limit) page.lastFolded = DecodeBigEndian(query.GetBytes(0));
     }
     page.isLast = page.children.size() < limit;
-    page.lastFolded = DecodeBigEndian(last);
     return !query.HasFailed();
 }
 

@@ -40,7 +40,12 @@ class SqliteTree : public StoreTree {
     bool Connect(VReportMessageParams& report) {
         return database != nullptr || Open(false, report) <= OpenResult::kAbsent;
     }
-    OpenResult Open(bool create, VReportMessageParams& report) { return file.Open(create, database, report); }
+    /// Opens once more when another process set the store aside at this moment.
+    OpenResult Open(bool create, VReportMessageParams& report) {
+        const OpenResult result = file.Open(create, database, report);
+        if (result != OpenResult::kSetAside || report.GetCode() != 0) return result;
+        return file.Open(create, database, report);
+    }
 
     // For the nodes.
 

@@ -9,7 +9,8 @@
 //   tree.folded   folded name, UTF-16 big-endian, so that bytes compare as code units do
 //   tree.name     name as it was spelled, in the UTF-8 of wtf8.h
 //   tree.kind     6 when the key has the value "Is Session", else 5
-//   tree.id       id in rows
+//   tree.id       id in rows; larger than its parent's, since a child is made after its parent and ids are never used
+//                 twice: a listing asks for that, so that no file can lead round in a circle
 //   names.id      1, 2, 3, ... without gaps; folded and spelled as in tree
 #pragma once
 
@@ -44,14 +45,14 @@ inline constexpr std::array<const char*, static_cast<std::size_t>(Sql::kCount)> 
     "BEGIN IMMEDIATE",
     "COMMIT",
     "ROLLBACK",
-    "SELECT id FROM tree WHERE parent = ?1 AND folded = ?2",
+    "SELECT id FROM tree WHERE parent = ?1 AND folded = ?2 AND id > ?1",
     "SELECT data FROM rows WHERE id = ?1",
     "SELECT seq FROM sqlite_sequence WHERE name = 'rows'",
     "INSERT INTO rows (id, data) VALUES (?1, ?2)",
     "UPDATE rows SET data = ?2 WHERE id = ?1",
     "INSERT INTO tree (parent, folded, name, kind, id) VALUES (?1, ?2, ?3, ?4, ?5)",
     "UPDATE tree SET kind = ?3 WHERE parent = ?1 AND folded = ?2",
-    "SELECT folded, name, kind FROM tree WHERE parent = ?1 AND folded > ?2 ORDER BY folded LIMIT ?3",
+    "SELECT folded, name, kind FROM tree WHERE parent = ?1 AND folded > ?2 AND id > ?1 ORDER BY folded LIMIT ?3",
     "WITH RECURSIVE doomed (id) AS (SELECT ?1 UNION SELECT tree.id FROM tree JOIN doomed ON tree.parent = doomed.id) "
     "DELETE FROM rows WHERE id IN doomed",
     "WITH RECURSIVE doomed (id) AS (SELECT ?1 UNION SELECT tree.id FROM tree JOIN doomed ON tree.parent = doomed.id) "

@@ -3,6 +3,9 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "foundation/vreportmessageparams.h"
 #include "platform/clock.h"
 #include "platform/lasterror.h"
@@ -41,14 +44,22 @@ std::int64_t Now() {
     return now / static_cast<std::int64_t>(platform::kFileTimePerSecond);
 }
 
+/// A path that SQLite takes for nothing but a file (":memory:" and "file:…" are names of its own) and that a change of the
+/// current folder does not move.
+std::string AbsolutePath(const std::string& path) {
+    std::error_code failure;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, failure);
+    return failure ? "./" + path : absolute.string();
+}
+
 }  // namespace
 
 StoreFile::Condition StoreFile::ConditionAfter(const VReportMessageParams& failure) {
     return failure.GetCode() == platform::kStoreCorrupt ? Condition::kDamaged : Condition::kFailed;
 }
 
-StoreFile::StoreFile(std::string storePath, const SqliteStoreOptions& options)
-    : path(std::move(storePath)), options(options), backups(path) {}
+StoreFile::StoreFile(const std::string& storePath, const SqliteStoreOptions& options)
+    : path(AbsolutePath(storePath)), options(options), backups(path) {}
 
 bool StoreFile::Refuse(std::uint32_t code, const char* cause, VReportMessageParams& report) const {
     report.Fail(code);

@@ -24,7 +24,7 @@ enum class OpenResult {
 
 class StoreFile {
   public:
-    StoreFile(std::string path, const SqliteStoreOptions& options);
+    StoreFile(const std::string& path, const SqliteStoreOptions& options);
 
     OpenResult Open(bool create, std::unique_ptr<SqliteDatabase>& database, VReportMessageParams& report);
     /// Whether a store is, or could be created, where this user may write. Does not open it.

@@ -1,5 +1,6 @@
 #include "stores/sqlite/wtf8.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -66,11 +67,10 @@ std::string EncodeWtf8(std::u16string_view text) {
 }
 
 void DecodeWtf8(std::string_view bytes, std::u16string& text) {
-    text.clear();
-    text.reserve(bytes.size());
-    for (; !bytes.empty() && static_cast<signed char>(bytes.front()) >= 0; bytes.remove_prefix(1)) {
-        text.push_back(static_cast<char16_t>(bytes.front()));
-    }
+    const auto isAscii = [](char byte) { return static_cast<signed char>(byte) >= 0; };
+    const auto asciiEnd = std::find_if_not(bytes.begin(), bytes.end(), isAscii);
+    text.assign(bytes.begin(), asciiEnd);
+    bytes.remove_prefix(text.size());
     while (!bytes.empty()) {
         const char32_t point = TakeCodePoint(bytes);
         if (point < 0x10000) {

@@ -36,21 +36,21 @@ using Client = LaunchClient;
 using Settings = ProtocolSettings;
 
 constexpr ProtocolTraits kProtocols[] = {
-    {u"SSH2", Target::kHost, Client::kSsh, &Settings::sshPort, kSshPort, kSshMembers},
-    {u"SSH1", Target::kHost, Client::kSsh1, &Settings::sshPort, kSshPort, kSshMembers},
-    {u"Telnet", Target::kHost, Client::kTelnet, &Settings::telnetPort, kTelnetPort, kTelnetMembers},
-    {u"Telnet/SSL", Target::kHost, Client::kTelnetSsl, &Settings::telnetSslPort, kTelnetSslPort, kTelnetSslMembers},
-    {u"RLogin", Target::kHost, Client::kRLogin, &Settings::rloginPort, kRLoginPort, kRLoginMembers},
-    {u"Serial", Target::kSerialDevice, Client::kSerial, nullptr, kNoPort, kSerialMembers},
-    {u"Local Shell", Target::kNothing, Client::kShell, nullptr, kNoPort, kShellMembers},
-    {u"TAPI", Target::kPhoneNumber, Client::kNone, nullptr, kNoPort, kTapiMembers},
-    {u"Marks", Target::kNothing, Client::kNone, nullptr, kNoPort, {}},
-    {u"Raw", Target::kHost, Client::kRaw, &Settings::rawPort, kNoPort, kRawMembers},
-    {u"SFTP", Target::kHost, Client::kSftp, &Settings::sshPort, kSshPort, kSftpMembers},
-    {u"FTP", Target::kHost, Client::kFtp, &Settings::ftpPort, kFtpPort, kFtpMembers},
-    {u"FTP/SSL (implicit)", Target::kHost, Client::kFtpSslImplicit, &Settings::ftpSslPort, kFtpSslPort, kFtpSslMembers},
-    {u"FTP/SSL (explicit)", Target::kHost, Client::kFtpSslExplicit, &Settings::ftpPort, kFtpPort, kFtpMembers},
-    {u"SCP", Target::kHost, Client::kScp, &Settings::sshPort, kSshPort, kSftpMembers},
+    {u"SSH2", kSshMembers, &Settings::sshPort, kSshPort, Target::kHost, Client::kSsh},
+    {u"SSH1", kSshMembers, &Settings::sshPort, kSshPort, Target::kHost, Client::kSsh1},
+    {u"Telnet", kTelnetMembers, &Settings::telnetPort, kTelnetPort, Target::kHost, Client::kTelnet},
+    {u"Telnet/SSL", kTelnetSslMembers, &Settings::telnetSslPort, kTelnetSslPort, Target::kHost, Client::kTelnetSsl},
+    {u"RLogin", kRLoginMembers, &Settings::rloginPort, kRLoginPort, Target::kHost, Client::kRLogin},
+    {u"Serial", kSerialMembers, nullptr, kNoPort, Target::kSerialDevice, Client::kSerial},
+    {u"Local Shell", kShellMembers, nullptr, kNoPort, Target::kNothing, Client::kShell},
+    {u"TAPI", kTapiMembers, nullptr, kNoPort, Target::kPhoneNumber, Client::kNone},
+    {u"Marks", {}, nullptr, kNoPort, Target::kNothing, Client::kNone},
+    {u"Raw", kRawMembers, &Settings::rawPort, kNoPort, Target::kHost, Client::kRaw},
+    {u"SFTP", kSftpMembers, &Settings::sshPort, kSshPort, Target::kHost, Client::kSftp},
+    {u"FTP", kFtpMembers, &Settings::ftpPort, kFtpPort, Target::kHost, Client::kFtp},
+    {u"FTP/SSL (implicit)", kFtpSslMembers, &Settings::ftpSslPort, kFtpSslPort, Target::kHost, Client::kFtpSslImplicit},
+    {u"FTP/SSL (explicit)", kFtpMembers, &Settings::ftpPort, kFtpPort, Target::kHost, Client::kFtpSslExplicit},
+    {u"SCP", kSftpMembers, &Settings::sshPort, kSshPort, Target::kHost, Client::kScp},
 };
 
 struct CatalogueRow {

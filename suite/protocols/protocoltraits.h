@@ -45,13 +45,13 @@ using ProtocolMember = MemberAccess<ProtocolSettings>;
 
 struct ProtocolTraits {
     std::u16string_view name;
-    ProtocolTarget target;
-    LaunchClient client;
+    /// What the protocol saves besides host, firewall and user, in storage order.
+    std::span<const ProtocolMember> members;
     /// The port's member, or null; and the value it has when nobody set it.
     ProtocolSettings::Port ProtocolSettings::*port;
     unsigned short defaultPort;
-    /// What the protocol saves besides host, firewall and user, in storage order.
-    std::span<const ProtocolMember> members;
+    ProtocolTarget target;
+    LaunchClient client;
 };
 
 /// The protocol of exactly that name, or null.

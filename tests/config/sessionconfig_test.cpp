@@ -214,6 +214,21 @@ TEST_F(SessionConfigTest, AnyOtherPathMakesATemporarySessionAStoredOne) {
     EXPECT_FALSE(session->IsStored());
     EXPECT_FALSE(session->SetPath(u"x"));
     EXPECT_TRUE(session->IsStored());
+    config.SetPath(u"Default");
+    config.SetStored(false);
+    config.SetName(u"x");
+    EXPECT_TRUE(session->IsStored()) << "a name of its own does it too";
+}
+
+TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
+    const auto session = OpenSession(u"Default");
+    session->SetPath(u"new");
+    session->SetName(u"new");
+    session->GetConnectConfig()->SetHostName(u"h");
+    ASSERT_TRUE(SaveSession(*session));
+    VUnicodeString host;
+    OpenSession(u"new")->GetConnectConfig()->GetHostName(host);
+    EXPECT_EQ(host, u"h");
 }
 
 TEST_F(SessionConfigTest, AValueOfTheWrongTypeCountsAsAbsent) {

@@ -6,8 +6,9 @@ namespace connectdialog::test {
 
 namespace {
 
-const std::vector<std::vector<std::string>> kCommandWords = {{},      {"tree"}, {"ls"},      {"show"},
-                                                             {"get"}, {"set"},  {"connect"}, {"completion"}};
+const std::vector<std::vector<std::string>> kCommandWords = {
+    {},      {"import"}, {"import", "openssh"}, {"tree"}, {"ls"},          {"show"},
+    {"get"}, {"set"},    {"connect"},           {"hive"}, {"hive", "set"}, {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
@@ -44,6 +45,8 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
     } rows[] = {
         {{"co"}, "connect\ncompletion\n"},
         {{"--st"}, "--store\n"},
+        {{"import", "o"}, "openssh\n"},
+        {{"import", "openssh", "--d"}, "--dry-run\n"},
         {{"connect", "--d"}, "--dry-run\n"},
         {{"--store", "show", "tr"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
@@ -57,7 +60,7 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
 TEST_F(ToolTest, EveryShellHasItsScript) {
     for (const char* shell : {"bash", "zsh", "fish"}) {
         const std::string script = RunWell({"completion", shell});
-        for (const char* word : {"connect", "dry-run", "completion", "recursive"})
+        for (const char* word : {"import", "openssh", "dry-run", "completion", "recursive"})
             EXPECT_NE(script.find(word), std::string::npos) << shell << ": " << word;
     }
 }

@@ -18,6 +18,8 @@ TEST_F(ToolTest, WrongUsageIsTold) {
         {"get", "x"},
         {"set", "x", "y"},
         {"connect"},
+        {"import"},
+        {"import", "openssh"},
         {"completion"},
         {"completion", "csh"},
         {"connect", "x", "--json"},

@@ -1,7 +1,9 @@
 #include "foundation/texttools.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 #include "foundation/numericcompare.h"
 
@@ -132,7 +134,7 @@ TEST(NumericCompare, OrdersByNumbersAndTheFirstCharacter) {
 
 /// Reads the number at an offset afresh, as the rule says it.
 bool ReadNumber(std::u16string_view text, std::int64_t& value) {
-    std::size_t at = text.find_first_not_of(u" ");
+    std::size_t at = text.find_first_not_of(u' ');
     if (at != text.npos && text[at] == u'+') ++at;
     const std::size_t start = at;
     for (value = 0; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at) {

@@ -68,18 +68,6 @@ TEST(File, ANewFileIsTheUsersAlone) {
     EXPECT_EQ(info.st_mode & 0777U, 0600U);
 }
 
-TEST(File, OwnOnlyRefusesLinks) {
-    const TemporaryFolder folder;
-    folder.Write("victim", "text");
-    std::filesystem::create_symlink("victim", folder.Path() / "link");
-    VFile file;
-    file.SetAttributes(platform::kFileAttributeNormal | platform::kFileFlagOwnOnly);
-    EXPECT_FALSE(file.Open(folder.Name("link"), kReadWrite, platform::kCreateAlways));
-    EXPECT_EQ(platform::GetLastErrorCode(), platform::kCannotResolveName);
-    EXPECT_EQ(folder.Read("victim"), "text");
-    EXPECT_TRUE(file.Open(folder.Name("victim"), kReadWrite, platform::kCreateAlways));
-}
-
 TEST(File, ReadsWritesAndEnds) {
     const TemporaryFolder folder;
     VFile file;

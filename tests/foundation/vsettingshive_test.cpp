@@ -122,7 +122,7 @@ TEST_F(SettingsHive, ADamagedFileIsReadAsFarAsItIsGoodAndNeverWritten) {
     }
     EXPECT_EQ(ReadFile(hives.UserFile()), before);
     EXPECT_NE(User().Tree().Find(u"HKEY_LOCAL_MACHINE\\A"), nullptr);
-    EXPECT_EQ(User().Faults().size(), 1U);
+    EXPECT_EQ(User().Health().code, 1015U);
 }
 
 TEST_F(SettingsHive, WhatIsNoPlainFileOrTooLargeIsRefusedAtOnce) {
@@ -227,7 +227,7 @@ TEST_F(SettingsHive, AKilledWriterLeavesAWholeFileWithAllThatWasAcknowledged) {
         stored = ReadNumber(u"First", u"n");
         ASSERT_EQ(ReadNumber(u"Second", u"n"), stored);
         ASSERT_TRUE(stored == last || stored == last + 1) << stored << " after " << last;
-        ASSERT_TRUE(User().Faults().empty());
+        ASSERT_TRUE(User().Health());
         last = stored;
     }
     EXPECT_GT(last, 0U) << "no writer got as far as to a write";

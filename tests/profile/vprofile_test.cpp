@@ -172,7 +172,7 @@ TEST_F(ProfileValueTest, VariantsConvertOnlyWhatFits) {
         {VVariant(VUnicodeString(u"7")), VVariantType::kBool, u"-1"},
         {VVariant(VVariantType::kUInt32, 4294967295), VVariantType::kInt, nullptr},
         {VVariant(), VVariantType::kUInt, u"0"},
-        {VVariant(VVariantType::kBool, 1), VVariantType::kUInt, nullptr},
+        {VVariant(VVariantType::kBool, 1), VVariantType::kUInt, u"4294967295"},
         {VVariant(VVariant::Array()), VVariantType::kText, nullptr},
     };
     for (const Row& row : rows) {

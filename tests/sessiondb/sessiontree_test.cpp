@@ -10,6 +10,7 @@
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
 #include "support/fakesuite.h"
+#include "support/faultystore.h"
 
 namespace connectdialog::test {
 namespace {
@@ -131,6 +132,39 @@ TEST_F(SessionTreeTest, ManySessionsAreStoredInTheGivenOrder) {
     EXPECT_TRUE(StoreSessionEntries(u"f", configs));
     EXPECT_EQ(ListOf(u"f", u"Session List"), u"m:z:a:");
     EXPECT_EQ(Walk().size(), 3U);
+}
+
+TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {
+    static FaultyStoreFactory* faulty = nullptr;
+    FaultyStoreFactory wrapper(*factory);
+    faulty = &wrapper;
+    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
+    const auto session = Make(u"f\\s");
+    for (const int failing : {1, 5, 40}) {
+        wrapper.plan.failWrite = failing;
+        EXPECT_FALSE(SaveSession(*session)) << failing;
+        EXPECT_FALSE(SessionKeyExists(u"f\\s")) << failing;
+    }
+    wrapper.plan.failWrite = 0;
+    wrapper.plan.failCommit = true;
+    EXPECT_FALSE(SaveSession(*session));
+    EXPECT_FALSE(AddFolderEntry(u"", u"g", VUnicodeString(), true));
+    wrapper.plan.failCommit = false;
+    EXPECT_FALSE(SessionKeyExists(u"g"));
+    EXPECT_TRUE(SaveSession(*session));
+    EXPECT_TRUE(OpenSession(u"f\\s"));
+    EXPECT_FALSE(OpenSession(u"f\\s")->IsChanged());
+}
+
+TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
+    MakeFolder(u"f");
+    EXPECT_FALSE(SaveSession(*Make(u""))) << "the root";
+    EXPECT_FALSE(SaveSession(*Make(u"f"))) << "a folder";
+    EXPECT_FALSE(StoreSessionEntry(u"", u"", *Make(u"x"), VUnicodeString(), true));
+    EXPECT_FALSE(AddFolderEntry(u"f", u"", VUnicodeString(), true));
+    EXPECT_FALSE(AddFolderEntry(u"f", VUnicodeString(std::u16string(20000, u'x')), VUnicodeString(), true));
+    EXPECT_TRUE(Walk().empty());
+    EXPECT_TRUE(IsFolderPath(u"f"));
 }
 
 TEST_F(SessionTreeTest, AProtocolCountsWhenTheTableHasIt) {

@@ -28,12 +28,14 @@ struct Command {
     CommandBody (*declare)(CLI::App& parser);
 };
 
+CommandBody DeclareImport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
+CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);
 
 }  // namespace connectdialog::connectctl

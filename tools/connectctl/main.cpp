@@ -18,15 +18,17 @@ namespace {
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-constexpr std::array<Command, 7> kCommands = {{
+constexpr auto kCommands = std::to_array<Command>({
+    {"import", "Make sessions from another program's configuration", true, DeclareImport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},
     {"get", "Print one setting of a session", true, DeclareGet},
     {"set", "Change one setting of a session", true, DeclareSet},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
+    {"hive", "Settings of the machine and the user beside the store", false, DeclareHive},
     {"completion", "Print a completion script for a shell", false, DeclareCompletion},
-}};
+});
 
 constexpr char kFooter[] =
     "Names in a path are joined by \\ and folders are listed with a \\ at their end. Characters that would drive\n"

@@ -177,17 +177,19 @@ bool ReadFromFileAt(FileHandle file, std::uint64_t offset, void* data, std::size
 
 bool WriteToFile(FileHandle file, const void* data, std::size_t size) {
     std::size_t done = 0;
-    return TransferAll(file, size, done, [&](std::size_t at) {
+    const bool through = TransferAll(file, size, done, [&](std::size_t at) {
         return write(Descriptor(file), static_cast<const char*>(data) + at, size - at);
     });
+    return through && (done == size || FailWith(kDiskFull));
 }
 
 bool WriteToFileAt(FileHandle file, std::uint64_t offset, const void* data, std::size_t size) {
     std::size_t done = 0;
-    return IsRangeValid(offset, size) && TransferAll(file, size, done, [&](std::size_t at) {
-               return pwrite(Descriptor(file), static_cast<const char*>(data) + at, size - at,
-                             static_cast<off_t>(offset + at));
-           });
+    const bool through = IsRangeValid(offset, size) && TransferAll(file, size, done, [&](std::size_t at) {
+                             return pwrite(Descriptor(file), static_cast<const char*>(data) + at, size - at,
+                                           static_cast<off_t>(offset + at));
+                         });
+    return through && (done == size || FailWith(kDiskFull));
 }
 
 bool SeekInFile(FileHandle file, std::int64_t offset, SeekOrigin origin, std::uint64_t& position) {

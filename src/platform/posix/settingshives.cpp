@@ -11,6 +11,7 @@
 #include <thread>
 #include <unistd.h>
 
+#include "platform/files.h"
 #include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
@@ -74,33 +75,12 @@ HiveStamp StampOf(const struct stat& info) {
             number(info.st_ctim.tv_nsec), number(info.st_ctim.tv_sec)};
 }
 
-/// Reads to the end, or until there is more than `limit`.
-bool ReadAll(int descriptor, std::size_t limit, std::string& bytes) {
-    char block[65536];
-    while (bytes.size() <= limit) {
-        const ssize_t count = read(descriptor, block, sizeof block);
-        if (count == 0) return true;
-        if (count < 0 && errno != EINTR) return FailFromErrno();
-        if (count > 0) bytes.append(block, static_cast<std::size_t>(count));
-    }
-    return FailWith(kFileTooLarge);
-}
-
-bool WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) return FailFromErrno();
-        if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
 /// A new file with these bytes, durable before it gets its name. What a killed writer left there goes first.
 bool WriteNewFile(const std::string& path, std::string_view bytes, mode_t mode) {
     if (unlink(path.c_str()) != 0 && errno != ENOENT) return FailFromErrno();
     const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (file.number < 0) return FailFromErrno();
-    if (!WriteAll(file.number, bytes)) return false;
+    if (!WriteToFile(file.number, bytes.data(), bytes.size())) return false;
     return (fchmod(file.number, mode) == 0 && fsync(file.number) == 0) || FailFromErrno();
 }
 
@@ -135,8 +115,12 @@ bool ReadHiveFile(std::u16string_view path, std::size_t limit, std::string& byte
     struct stat info = {};
     if (file.number < 0 || fstat(file.number, &info) != 0) return FailFromErrno();
     if (!S_ISREG(info.st_mode)) return FailWith(kInvalidData);
-    std::string content;
-    if (!ReadAll(file.number, limit, content)) return false;
+    const auto size = static_cast<std::size_t>(info.st_size);
+    if (size > limit) return FailWith(kFileTooLarge);
+    std::string content(size, '\0');
+    std::size_t done = 0;
+    if (!ReadFromFile(file.number, content.data(), size, done)) return false;
+    content.resize(done);
     bytes = std::move(content);
     stamp = StampOf(info);
     return true;

@@ -42,6 +42,7 @@ bool MakeContent(int descriptor, std::uint64_t size) {
 
 bool MapWhole(SharedMemory& memory, std::uint64_t size) {
     if (!GetFileSize(memory.mapping, memory.size)) return false;
+    if (memory.size > kLargestSharedMemory) return FailWith(kInvalidParameter);
     if (size != kExistingSize && memory.size < size) return FailWith(kInsufficientBuffer);
     memory.view = MapFile(memory.mapping, memory.size, true);
     return memory.view != nullptr;

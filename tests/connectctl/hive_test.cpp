@@ -1,0 +1,89 @@
+// hive, with the user's hive in the scratch folder.
+#include <filesystem>
+#include <fstream>
+
+#include "tests/connectctl/toolfixture.h"
+
+namespace connectdialog::test {
+namespace {
+
+class HiveCommand : public ToolTest {
+  protected:
+    ProcessResult RunHive(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "hive");
+        return Run(std::move(arguments), {"XDG_CONFIG_HOME=" + (scratch / "config")});
+    }
+    std::string Well(const std::vector<std::string>& arguments) const {
+        const ProcessResult result = RunHive(arguments);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.exitCode, 0);
+        return result.output;
+    }
+    std::string Badly(const std::vector<std::string>& arguments) const {
+        const ProcessResult result = RunHive(arguments);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+        return result.errors;
+    }
+    std::string HiveFile() const { return scratch / "config/brennmark/user.reg"; }
+};
+
+TEST_F(HiveCommand, ValuesOfEachTypeAreSetPrintedAndDeleted) {
+    const struct {
+        const char* name;
+        const char* type;
+        const char* value;
+        const char* printed;
+    } kRows[] = {
+        {"d", "dword", "0xff", "255\n"},          {"s", "string", "caf\xC3\xA9 \\ \"x\"", "caf\xC3\xA9 \\ \"x\"\n"},
+        {"b", "binary", "00fF7f", "00ff7f\n"},    {"l", "list", R"(["a","","b"])", "[\"a\",\"\",\"b\"]\n"},
+        {"", "string", "nameless", "nameless\n"},
+    };
+    for (const auto& row : kRows) {
+        Well({"set", "Soft\\Brennmark", row.name, row.value, "--type", row.type});
+        EXPECT_EQ(Well({"--user", "get", "soft\\brennmark", row.name}), row.printed);
+    }
+    EXPECT_EQ(Well({"tree"}),
+              "Soft\\\n  Brennmark\\\n    @\tstring\tnameless\n    b\tbinary\t00ff7f\n    d\tdword\t255\n"
+              "    l\tlist\t[\"a\",\"\",\"b\"]\n    s\tstring\tcaf\xC3\xA9 \\ \"x\"\n");
+    Well({"delete", "Soft\\Brennmark", "d"});
+    EXPECT_NE(Badly({"get", "Soft\\Brennmark", "d"}).find("\"d\""), std::string::npos);
+    Well({"delete", "Soft"});
+    EXPECT_EQ(Well({"tree"}), "");
+    Badly({"delete", "Soft"});
+    for (const char* value : {"4294967296", "-1", "x", "", "0x"}) {
+        EXPECT_NE(Badly({"set", "K", "v", "--type", "dword", "--", value}).find("4294967295"), std::string::npos);
+    }
+}
+
+TEST_F(HiveCommand, AnExportIsTheUsersOwnAndImportsWhole) {
+    Well({"set", "A\\B", "v", "1", "--type", "dword"});
+    const std::string exported = scratch / "out.reg";
+    Well({"export", exported});
+    EXPECT_EQ(std::filesystem::status(exported).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    Well({"delete", "A"});
+    Well({"import", exported});
+    EXPECT_EQ(Well({"get", "A\\B", "v"}), "1\n");
+    const std::string broken =
+        scratch.Write("broken.reg", "REGEDIT4\n[-HKEY_CURRENT_USER\\A]\n[HKEY_CURRENT_USER\\C\n");
+    EXPECT_NE(Badly({"import", broken}).find("line 3"), std::string::npos);
+    Badly({"import", scratch / "absent.reg"});
+    EXPECT_EQ(Well({"tree", "A"}), "B\\\n  v\tdword\t1\n");
+}
+
+TEST_F(HiveCommand, ADamagedHiveIsShownAsFarAsItIsGoodAndKept) {
+    Well({"set", "A", "v", "x"});
+    std::ofstream(HiveFile(), std::ios::app) << "\"w\"=yes\n\"e\"=\"\x1B[31m\"\n";
+    const auto size = std::filesystem::file_size(HiveFile());
+    const ProcessResult tree = RunHive({"tree"});
+    EXPECT_EQ(tree.output, "A\\\n  e\tstring\t<U+001B>[31m\n  v\tstring\tx\n");
+    EXPECT_EQ(tree.exitCode, 1);
+    EXPECT_NE(tree.errors.find("line 5"), std::string::npos) << tree.errors;
+    EXPECT_NE(Badly({"set", "A", "v", "y"}).find("line 5"), std::string::npos);
+    EXPECT_NE(Badly({"export", scratch / "out.reg"}).find("line 5"), std::string::npos);
+    EXPECT_EQ(std::filesystem::file_size(HiveFile()), size);
+}
+
+}  // namespace
+}  // namespace connectdialog::test

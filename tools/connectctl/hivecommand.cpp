@@ -1,0 +1,304 @@
+// hive: the settings of the machine and of the user that stand beside the store.
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "foundation/vfile.h"
+#include "foundation/vhivewriter.h"
+#include "foundation/vstringarray.h"
+#include "platform/codepage.h"
+#include "platform/files.h"
+#include "platform/lasterror.h"
+#include "profile/vregistrykey.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/toolstore.h"
+
+namespace connectdialog::connectctl {
+
+namespace {
+
+constexpr std::uint32_t kReadWrite = kRegistryRead | kRegistrySetValue | kRegistryCreateSubkey;
+
+struct HiveArguments {
+    bool isMachine = false;
+    bool isUser = false;
+    std::string key;
+    std::string name;
+    std::string value;
+    std::string type = "string";
+    std::string file;
+    bool hasName = false;
+
+    HiveScope Scope() const { return isMachine ? HiveScope::kMachine : HiveScope::kUser; }
+};
+
+Failure FailureOf(VRegistryKey& key, std::u16string_view name) {
+    VReportMessageParams& report = *key.GetLastReport();
+    std::string text = Quoted(name) + ": " + ReportText(report);
+    if (report.GetInsertCount() > 0) text += " (" + platform::ToNarrow(report.GetInserts()[0]) + ')';
+    return text;
+}
+
+Failure FailureOf(const VHiveStatus& status, std::u16string_view name) {
+    VReportMessageParams report(status.code);
+    const std::string detail = status.detail.empty() ? "" : " (" + platform::ToNarrow(status.detail) + ')';
+    return Quoted(name) + ": " + ReportText(report) + detail;
+}
+
+nlohmann::json ListJson(const VStringArray& list) {
+    nlohmann::json texts = nlohmann::json::array();
+    for (const VUnicodeString& text : list) texts.push_back(JsonText(text));
+    return texts;
+}
+
+std::string HexText(const std::vector<std::uint8_t>& bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes) {
+        text += "0123456789abcdef"[byte >> 4];
+        text += "0123456789abcdef"[byte & 0xF];
+    }
+    return text;
+}
+
+/// Reads a value of whatever type in the form in which set takes it. False with the key's report.
+bool ReadAsText(VRegistryKey& key, const char16_t* name, std::string& type, std::string& text) {
+    std::uint32_t number = 0;
+    VUnicodeString string;
+    VStringArray list;
+    if (key.ReadDword(name, number)) {
+        type = "dword";
+        text = std::to_string(number);
+    } else if (key.ReadString(name, string)) {
+        type = "string";
+        text = Printable(string);
+    } else if (key.ReadMultiString(name, list)) {
+        type = "list";
+        text = PrintableJson(ListJson(list));
+    } else {
+        if (!key.ReadBinary(name, nullptr, number)) return false;
+        std::vector<std::uint8_t> bytes(number);
+        if (!key.ReadBinary(name, bytes.data(), number)) return false;
+        type = "binary";
+        text = HexText(bytes);
+    }
+    return true;
+}
+
+Failure Get(const HiveArguments& arguments) {
+    VUnicodeString path;
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
+    if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    VRegistryKey key(arguments.Scope(), path.GetData(), kRegistryRead);
+    if (!key.IsOpen()) return FailureOf(key, path);
+    std::string type;
+    std::string text;
+    if (!ReadAsText(key, name.GetData(), type, text)) return FailureOf(key, name);
+    PrintLine(text);
+    return kDone;
+}
+
+bool ParseDword(std::string_view text, std::uint32_t& number) {
+    const bool isHex = text.starts_with("0x");
+    if (isHex) text.remove_prefix(2);
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, isHex ? 16 : 10);
+    return error == std::errc() && rest == end;
+}
+
+bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
+    for (; text.size() >= 2; text.remove_prefix(2)) {
+        std::uint8_t byte = 0;
+        const auto [rest, error] = std::from_chars(text.data(), text.data() + 2, byte, 16);
+        if (error != std::errc() || rest != text.data() + 2) return false;
+        bytes.push_back(byte);
+    }
+    return text.empty();
+}
+
+bool ParseList(const std::string& text, VStringArray& list) {
+    const nlohmann::json texts = nlohmann::json::parse(text, nullptr, false);
+    if (!texts.is_array()) return false;
+    for (const nlohmann::json& element : texts) {
+        if (!element.is_string()) return false;
+        list.Add(VUnicodeString(element.get<std::string>().c_str()));
+    }
+    return true;
+}
+
+/// Calls `write` with a function that writes the value; fails when the text is no value of the type.
+Failure ParseValue(const HiveArguments& arguments, std::function<bool(VRegistryKey&, const char16_t*)>& write) {
+    std::uint32_t number = 0;
+    std::vector<std::uint8_t> bytes;
+    VStringArray list;
+    VUnicodeString text;
+    if (arguments.type == "dword") {
+        if (!ParseDword(arguments.value, number))
+            return "a dword is a number from 0 to 4294967295, or 0x and hex digits";
+        write = [number](VRegistryKey& key, const char16_t* name) { return key.WriteDword(name, number); };
+    } else if (arguments.type == "binary") {
+        if (!ParseBytes(arguments.value, bytes)) return "bytes are pairs of hex digits";
+        write = [bytes](VRegistryKey& key, const char16_t* name) {
+            return key.WriteBinary(name, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+        };
+    } else if (arguments.type == "list") {
+        if (!ParseList(arguments.value, list)) return "a list is a JSON array of texts";
+        write = [list](VRegistryKey& key, const char16_t* name) { return key.WriteMultiString(name, list); };
+    } else {
+        if (Failure failure = DecodeArgument(arguments.value, text)) return failure;
+        write = [text](VRegistryKey& key, const char16_t* name) { return key.WriteString(name, text.GetData()); };
+    }
+    return kDone;
+}
+
+Failure Set(const HiveArguments& arguments) {
+    VUnicodeString path;
+    VUnicodeString name;
+    std::function<bool(VRegistryKey&, const char16_t*)> write;
+    if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
+    if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    if (Failure failure = ParseValue(arguments, write)) return failure;
+    const VHiveStatus made = VSettingsHive::Of(arguments.Scope()).CreateKey(path);
+    if (!made) return FailureOf(made, path);
+    VRegistryKey key(arguments.Scope(), path.GetData(), kReadWrite);
+    if (!key.IsOpen()) return FailureOf(key, path);
+    return write(key, name.GetData()) ? kDone : FailureOf(key, name);
+}
+
+Failure Delete(const HiveArguments& arguments) {
+    VUnicodeString path;
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
+    if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    VRegistryKey key(arguments.Scope(), arguments.hasName ? path.GetData() : u"", kReadWrite);
+    if (!key.IsOpen()) return FailureOf(key, path);
+    if (arguments.hasName) return key.DeleteValue(name.GetData()) ? kDone : FailureOf(key, name);
+    return key.DeleteKey(path.GetData()) ? kDone : FailureOf(key, path);
+}
+
+/// The values and then the keys below, each level two blanks further in. Keys end with `\`.
+void PrintKey(HiveScope scope, const VHiveKey& key, const std::u16string& path, const std::string& indent) {
+    VRegistryKey handle(scope, path.c_str(), kRegistryRead);
+    for (const auto& [name, entry] : key.values) {
+        std::string type = "hex(" + std::to_string(entry.value.type) + ')';
+        std::string text = HexText(entry.value.data);
+        ReadAsText(handle, name.c_str(), type, text);
+        PrintLine(indent + (name.empty() ? "@" : Printable(name)) + '\t' + type + '\t' + text);
+    }
+    for (const auto& [name, child] : key.children) {
+        PrintLine(indent + Printable(name) + '\\');
+        PrintKey(scope, *child, path.empty() ? name : path + u'\\' + name, indent + "  ");
+    }
+}
+
+Failure Tree(const HiveArguments& arguments) {
+    VUnicodeString path;
+    if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
+    // An object of its own: reading values through handles must not renew the keys that are being walked.
+    VSettingsHive hive(arguments.Scope(), VSettingsHive::Of(arguments.Scope()).Path());
+    const VHiveStatus health = hive.Health();
+    const VHiveStatus status = hive.FindKey(path);
+    if (!status) return FailureOf(status, path);
+    if (const VHiveKey* key = hive.Tree().Find(hive.FullPath(path))) {
+        PrintKey(arguments.Scope(), *key, std::u16string(path.View()), "");
+    }
+    return health ? kDone : FailureOf(health, path);
+}
+
+Failure FileFailure(const VUnicodeString& name) {
+    return FailureOf(VHiveStatus{platform::GetLastErrorCode(), {}}, name);
+}
+
+Failure Import(const HiveArguments& arguments) {
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
+    VFile file;
+    file.SetShareMode(platform::kShareRead);
+    if (!file.Open(name, platform::kGenericRead, platform::kOpenExisting)) return FileFailure(name);
+    std::string bytes(VSettingsHive::kMaxBytes + 1, '\0');
+    std::size_t done = 0;
+    if (!file.Read(bytes.data(), bytes.size(), done)) return FileFailure(name);
+    const VHiveStatus status = VSettingsHive::Of(arguments.Scope()).Import(std::string_view(bytes).substr(0, done));
+    return status ? kDone : FailureOf(status, name);
+}
+
+Failure Export(const HiveArguments& arguments) {
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
+    VSettingsHive& hive = VSettingsHive::Of(arguments.Scope());
+    const std::string bytes = WriteHive(hive.Tree());
+    if (const VHiveStatus health = hive.Health(); !health) return FailureOf(health, name);
+    VFile file;
+    const bool isWritten = file.Open(name, platform::kGenericWrite, platform::kCreateAlways) &&
+                           file.Write(bytes.data(), bytes.size()) && file.Close();
+    return isWritten ? kDone : FileFailure(name);
+}
+
+using Arguments = std::shared_ptr<HiveArguments>;
+using Run = Failure (*)(const HiveArguments&);
+
+void AddKey(CLI::App& parser, HiveArguments& arguments, bool isRequired = true) {
+    parser.add_option("KEY", arguments.key, "Names below the hive's root joined by \\")->required(isRequired);
+}
+CLI::Option* AddName(CLI::App& parser, HiveArguments& arguments) {
+    return parser.add_option("NAME", arguments.name, "The value; an empty name is the nameless one");
+}
+void AddFile(CLI::App& parser, HiveArguments& arguments) {
+    parser.add_option("FILE", arguments.file, "A file in the form of a registry export")->required();
+}
+
+void DeclareGetValue(CLI::App& parser, HiveArguments& arguments) {
+    AddKey(parser, arguments);
+    AddName(parser, arguments);
+}
+void DeclareSetValue(CLI::App& parser, HiveArguments& arguments) {
+    AddKey(parser, arguments);
+    AddName(parser, arguments)->required();
+    parser.add_option("VALUE", arguments.value, "The new value; one that begins with - goes behind --")->required();
+    parser.add_option("--type", arguments.type, "string, dword, binary (hex digits) or list (a JSON array of texts)")
+        ->check(CLI::IsMember({"string", "dword", "binary", "list"}));
+}
+void DeclareDelete(CLI::App& parser, HiveArguments& arguments) {
+    AddKey(parser, arguments);
+    AddName(parser, arguments)->each([&arguments](const std::string&) { arguments.hasName = true; });
+}
+void DeclareSubtree(CLI::App& parser, HiveArguments& arguments) {
+    AddKey(parser, arguments, false);
+}
+
+struct HiveCommand {
+    const char* name;
+    const char* summary;
+    void (*declare)(CLI::App& parser, HiveArguments& arguments);
+    Run run;
+};
+constexpr HiveCommand kHiveCommands[] = {
+    {"get", "Print one value", DeclareGetValue, Get},
+    {"set", "Change one value; its key is made when it is missing", DeclareSetValue, Set},
+    {"delete", "Delete a value, or without a name the key with all below it", DeclareDelete, Delete},
+    {"tree", "Print keys and values", DeclareSubtree, Tree},
+    {"import", "Put what a file holds for this hive on top of it, all or nothing", AddFile, Import},
+    {"export", "Write the hive as a file", AddFile, Export},
+};
+
+}  // namespace
+
+CommandBody DeclareHive(CLI::App& parser) {
+    auto arguments = std::make_shared<HiveArguments>();
+    CLI::Option* machine = parser.add_flag("--machine", arguments->isMachine, "The settings of the machine");
+    parser.add_flag("--user", arguments->isUser, "The settings of the user; the usual choice")->excludes(machine);
+    parser.require_subcommand(1);
+    for (const HiveCommand& command : kHiveCommands) {
+        command.declare(*parser.add_subcommand(command.name, command.summary), *arguments);
+    }
+    return [&parser, arguments]() -> Failure {
+        for (const HiveCommand& command : kHiveCommands)
+            if (parser.got_subcommand(command.name)) return command.run(*arguments);
+        return kDone;
+    };
+}
+
+}  // namespace connectdialog::connectctl
