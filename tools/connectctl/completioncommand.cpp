@@ -1,7 +1,9 @@
 // completion: scripts for shells, made from the parser itself, so that they know every command and option.
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,6 +22,11 @@ struct Completion {
     bool takesPath = false;  ///< a path of the session tree
 };
 
+/// The words that lead to a subcommand.
+std::string Extend(const std::string& command, const std::string& name) {
+    return command.empty() ? name : command + ' ' + name;
+}
+
 void Collect(const CLI::App& parser, const std::string& command, std::vector<Completion>& completions) {
     Completion completion{command, {}, {}, false};
     for (const CLI::Option* option : parser.get_options()) {
@@ -30,14 +37,17 @@ void Collect(const CLI::App& parser, const std::string& command, std::vector<Com
     for (const CLI::App* child : children)
         completion.subcommands.emplace_back(child->get_name(), child->get_description());
     completions.push_back(std::move(completion));
-    for (const CLI::App* child : children)
-        Collect(*child, command.empty() ? child->get_name() : command + ' ' + child->get_name(), completions);
+    for (const CLI::App* child : children) Collect(*child, Extend(command, child->get_name()), completions);
+}
+
+void PrintParts(std::initializer_list<std::string_view> parts) {
+    for (const std::string_view part : parts) Print(part);
 }
 
 std::string JoinWords(const Completion& completion) {
     std::string words;
-    for (const auto& [name, summary] : completion.subcommands) words += name + ' ';
-    for (const std::string& option : completion.options) words += option + ' ';
+    for (const auto& [name, summary] : completion.subcommands) words.append(name) += ' ';
+    for (const std::string& option : completion.options) words.append(option) += ' ';
     if (!words.empty()) words.pop_back();
     return words;
 }
@@ -73,12 +83,12 @@ void PrintBash(const std::vector<Completion>& completions) {
     Print(kBashHead);
     for (const Completion& completion : completions)
         for (const auto& [name, summary] : completion.subcommands)
-            PrintLine("            '" + completion.command + '/' + name + "') command='" +
-                      (completion.command.empty() ? "" : completion.command + ' ') + name + "' ;;");
+            PrintParts({"            '", completion.command, "/", name, "') command='",
+                        Extend(completion.command, name), "' ;;\n"});
     Print(kBashMiddle);
     for (const Completion& completion : completions)
-        PrintLine("        '" + completion.command + "') words='" + JoinWords(completion) + '\'' +
-                  (completion.takesPath ? " paths=yes" : "") + " ;;");
+        PrintParts({"        '", completion.command, "') words='", JoinWords(completion), "'",
+                    completion.takesPath ? " paths=yes" : "", " ;;\n"});
     PrintLine(kBashTail);
 }
 
@@ -102,9 +112,9 @@ void PrintFish(const std::vector<Completion>& completions) {
             completion.command.empty() ? "__fish_use_subcommand" : "__fish_seen_subcommand_from " + completion.command;
         const std::string start = "complete -c connectctl -n " + QuoteForFish(condition);
         for (const auto& [name, summary] : completion.subcommands)
-            PrintLine(start + " -f -a " + name + " -d " + QuoteForFish(summary));
-        for (const std::string& option : completion.options) PrintLine(start + " -l " + option.substr(2));
-        if (completion.takesPath) PrintLine(start + " -f -a '(connectctl ls -R 2>/dev/null)'");
+            PrintParts({start, " -f -a ", name, " -d ", QuoteForFish(summary), "\n"});
+        for (const std::string& option : completion.options) PrintParts({start, " -l ", option.substr(2), "\n"});
+        if (completion.takesPath) PrintParts({start, " -f -a '(connectctl ls -R 2>/dev/null)'\n"});
     }
 }
 

@@ -50,7 +50,7 @@ Failure FindKind(const VUnicodeString& path, EntryKind& kind) {
 }
 
 /// The Default session is known by its exact name, the store's names by any case.
-VUnicodeString WithDefaultSpelled(VUnicodeString path) {
+VUnicodeString WithDefaultSpelled(const VUnicodeString& path) {
     return path.EqualsNoCase(kDefaultSession) ? VUnicodeString(kDefaultSession) : path;
 }
 

@@ -34,13 +34,17 @@ class IListing {
     virtual void End() {}
 };
 
+std::string Indentation(unsigned depth) {
+    return std::string(std::size_t{2} * depth, ' ');
+}
+
 class TreeText : public IListing {
   public:
     void BeginFolder(const VUnicodeString&, const VUnicodeString& name, unsigned depth) override {
-        PrintLine(std::string(2 * depth, ' ') + Printable(name) + '\\');
+        PrintLine(Indentation(depth) + Printable(name) + '\\');
     }
     void AddSession(const VUnicodeString&, const VUnicodeString& name, unsigned depth) override {
-        PrintLine(std::string(2 * depth, ' ') + Printable(name));
+        PrintLine(Indentation(depth) + Printable(name));
     }
 };
 
