@@ -21,11 +21,21 @@ inline void* CountedAllocation(std::size_t size, std::size_t alignment) {
 
 }  // namespace connectdialog::bench
 
-void* operator new(std::size_t size) { return connectdialog::bench::CountedAllocation(size, 1); }
+void* operator new(std::size_t size) {
+    return connectdialog::bench::CountedAllocation(size, 1);
+}
 void* operator new(std::size_t size, std::align_val_t alignment) {
     return connectdialog::bench::CountedAllocation(size, static_cast<std::size_t>(alignment));
 }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete(void* block, std::align_val_t) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t, std::align_val_t) noexcept { std::free(block); }
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    std::free(block);
+}

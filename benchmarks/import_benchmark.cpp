@@ -1,6 +1,5 @@
 // Importing an OpenSSH configuration of many hosts, beside reading the file and building the same rows in plain SQLite.
 #include <benchmark/benchmark.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -79,9 +78,9 @@ std::vector<StoredKey> ReadKeys(const std::string& storePath) {
     sqlite3_stmt* select =
         store.Prepare("SELECT parent, tree.id, kind, folded, name, data FROM tree JOIN rows ON rows.id = tree.id");
     while (sqlite3_step(select) == SQLITE_ROW)
-        keys.push_back({sqlite3_column_int64(select, 0), sqlite3_column_int64(select, 1), sqlite3_column_int64(select, 2),
-                        std::string(ColumnBytes(select, 3)), std::string(ColumnBytes(select, 4)),
-                        std::string(ColumnBytes(select, 5))});
+        keys.push_back({sqlite3_column_int64(select, 0), sqlite3_column_int64(select, 1),
+                        sqlite3_column_int64(select, 2), std::string(ColumnBytes(select, 3)),
+                        std::string(ColumnBytes(select, 4)), std::string(ColumnBytes(select, 5))});
     return keys;
 }
 
@@ -93,7 +92,8 @@ void BuildRows(const std::string& storePath, const std::vector<StoredKey>& keys)
         "CREATE TABLE tree (parent INTEGER NOT NULL, folded BLOB NOT NULL, name TEXT NOT NULL, kind INTEGER NOT NULL,"
         " id INTEGER NOT NULL, PRIMARY KEY (parent, folded)) STRICT, WITHOUT ROWID;");
     sqlite3_stmt* insertRow = store.Prepare("INSERT INTO rows (id, data) VALUES (?1, ?2)");
-    sqlite3_stmt* insertChild = store.Prepare("INSERT INTO tree (parent, folded, name, kind, id) VALUES (?1, ?2, ?3, ?4, ?5)");
+    sqlite3_stmt* insertChild =
+        store.Prepare("INSERT INTO tree (parent, folded, name, kind, id) VALUES (?1, ?2, ?3, ?4, ?5)");
     store.Execute("BEGIN IMMEDIATE");
     for (const StoredKey& key : keys) {
         sqlite3_bind_int64(insertRow, 1, key.id);

@@ -1,10 +1,9 @@
 // The same work as the library's, in plain SQLite code: what the figures are held against.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <cstdint>
 #include <cstdlib>
+#include <sqlite3.h>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,7 +67,8 @@ inline std::uint64_t ReadVarint(std::string_view& row) {
     return value;
 }
 
-/// Decodes a packed row: a version byte, then for each value the distance of its name's id, its size and tag, its bytes.
+/// Decodes a packed row: a version byte, then for each value the distance of its name's id, its size and tag, its
+/// bytes.
 inline void DecodeRow(std::string_view row, std::vector<RawValue>& values) {
     values.clear();
     row.remove_prefix(1);
@@ -79,7 +79,8 @@ inline void DecodeRow(std::string_view row, std::vector<RawValue>& values) {
         const std::uint64_t head = ReadVarint(row);
         const std::size_t size = head >> 3;
         if (size <= 4)
-            for (std::size_t i = 0; i < size; ++i) value.number |= std::uint64_t{static_cast<std::uint8_t>(row[i])} << (8 * i);
+            for (std::size_t i = 0; i < size; ++i)
+                value.number |= std::uint64_t{static_cast<std::uint8_t>(row[i])} << (8 * i);
         else
             value.bytes.assign(row.substr(0, size));
         row.remove_prefix(size);

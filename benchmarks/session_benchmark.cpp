@@ -1,6 +1,5 @@
 // Sessions and folders over the SQLite store, each beside the same work in plain SQLite code.
 #include <benchmark/benchmark.h>
-
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -35,7 +34,8 @@ VUnicodeString SessionPath(const char16_t* folder, int number) {
 class World {
   public:
     World() {
-        folder = std::filesystem::temp_directory_path() / ("session-benchmark-" + std::to_string(std::random_device()()));
+        folder =
+            std::filesystem::temp_directory_path() / ("session-benchmark-" + std::to_string(std::random_device()()));
         std::filesystem::create_directory(folder);
         path = (folder / "bench.db").string();
         VReportMessageParams report;
@@ -133,7 +133,9 @@ void CloneSession(benchmark::State& state) {
 }
 BENCHMARK(CloneSession);
 
-const char* FolderOf(benchmark::State& state) { return state.range(0) == kSmallFolder ? "small" : "large"; }
+const char* FolderOf(benchmark::State& state) {
+    return state.range(0) == kSmallFolder ? "small" : "large";
+}
 
 void RawListFolder(benchmark::State& state) {
     RawStore raw(GetWorld().path);
@@ -170,7 +172,8 @@ void RawCommitSession(benchmark::State& state) {
     sqlite3_reset(select);
     std::int64_t id = raw.QueryNumber("SELECT max(id) FROM rows");
     sqlite3_stmt* insertRow = raw.Prepare("INSERT INTO rows (id, data) VALUES (?1, ?2)");
-    sqlite3_stmt* insertChild = raw.Prepare("INSERT INTO tree (parent, folded, name, kind, id) VALUES (-1, ?1, 'raw', 6, ?2)");
+    sqlite3_stmt* insertChild =
+        raw.Prepare("INSERT INTO tree (parent, folded, name, kind, id) VALUES (-1, ?1, 'raw', 6, ?2)");
     for (auto _ : state) {
         const std::string folded = std::to_string(++id);
         raw.Execute("BEGIN IMMEDIATE");

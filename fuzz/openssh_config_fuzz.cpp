@@ -9,10 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshconfigeval.h"
 #include "suite/importers/openssh/sshconfigfile.h"
 #include "suite/importers/openssh/sshdiagnostics.h"
-#include "suite/importers/openssh/memorysshfiles.h"
 
 namespace {
 

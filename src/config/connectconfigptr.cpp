@@ -13,7 +13,8 @@ constexpr std::u16string_view kTapi = u"TAPI";
 constexpr std::u16string_view kNoProtocol = u"None";
 }  // namespace
 
-ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common) : configs(GetConnectProtocolTable().GetCount()), side(side) {
+ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common)
+    : configs(GetConnectProtocolTable().GetCount()), side(side) {
     const ConnectProtocolTable& table = GetConnectProtocolTable();
     LoadName(key);
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
@@ -31,8 +32,13 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
 }
 
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
-    : VProfileData(other), name(other.name), selected(other.selected), storedSelected(other.storedSelected),
-      configs(other.configs.GetCount()), side(other.side), nameWasEmpty(other.nameWasEmpty) {
+    : VProfileData(other),
+      name(other.name),
+      selected(other.selected),
+      storedSelected(other.storedSelected),
+      configs(other.configs.GetCount()),
+      side(other.side),
+      nameWasEmpty(other.nameWasEmpty) {
     for (const VRef<ConnectConfig>& config : other.configs) {
         VRef<ConnectConfig> copy;
         if (config) copy = VRef<ConnectConfig>::Adopt(config->Clone(common));
@@ -54,8 +60,7 @@ std::int32_t ConnectConfigPtr::FindFirstRow() const {
 }
 
 void ConnectConfigPtr::LoadName(VProfileKey* key) {
-    const VUnicodeString valueName =
-        side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
+    const VUnicodeString valueName = side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
     SetName(valueName);
     name.Load(key, valueName, VUnicodeString());
     SetMissing(name.IsMissing());

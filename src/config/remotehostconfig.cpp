@@ -22,8 +22,8 @@ namespace {
 VUnicodeString DefaultFirewallName(VProfileKey* key) {
     VUnicodeString present;
     std::uint32_t useFirewall = 0;
-    const bool hadSwitch = key != nullptr && !key->ReadString(u"Firewall Name", present) &&
-                           key->ReadDword(u"Use Firewall", useFirewall);
+    const bool hadSwitch =
+        key != nullptr && !key->ReadString(u"Firewall Name", present) && key->ReadDword(u"Use Firewall", useFirewall);
     return hadSwitch && useFirewall != 0 ? u"DefaultTerminalFirewall"_v : u"None"_v;
 }
 }  // namespace
@@ -39,12 +39,17 @@ RemoteHostConfig::RemoteHostConfig(VProfileKey* key) {
 }
 
 RemoteHostConfig::RemoteHostConfig(const RemoteHostConfig& other)
-    : VUnknown(other), VProfileComposite(other), hostname(other.hostname), firewallName(other.firewallName),
+    : VUnknown(other),
+      VProfileComposite(other),
+      hostname(other.hostname),
+      firewallName(other.firewallName),
       username(other.username) {
     ReloadFirewall();
 }
 
-IRemoteHostConfig* RemoteHostConfig::Clone() const { return new RemoteHostConfig(*this); }
+IRemoteHostConfig* RemoteHostConfig::Clone() const {
+    return new RemoteHostConfig(*this);
+}
 
 VProfileData* RemoteHostConfig::FindSetting(std::u16string_view name) {
     VProfileData* own = FindValue(name);

@@ -27,12 +27,23 @@ bool CanConnect(const ConnectConfigPtr& protocol) {
 
 }  // namespace
 
-ISessionConfig* CreateSessionConfig(const char16_t* name, VProfileKey* key) { return new SessionConfig(name, key); }
+ISessionConfig* CreateSessionConfig(const char16_t* name, VProfileKey* key) {
+    return new SessionConfig(name, key);
+}
 
 SessionConfig::SessionConfig(const SessionConfig& other)
-    : VUnknown(other), VProfileComposite(other), SessionSettings(other), notStored(other.notStored), mustWriteAll(other.mustWriteAll),
-      firstSpare(other.firstSpare), secondSpare(other.secondSpare), name(other.name), path(other.path),
-      common(other.common), protocol(other.protocol, &common), transferProtocol(other.transferProtocol, &common) {}
+    : VUnknown(other),
+      VProfileComposite(other),
+      SessionSettings(other),
+      notStored(other.notStored),
+      mustWriteAll(other.mustWriteAll),
+      firstSpare(other.firstSpare),
+      secondSpare(other.secondSpare),
+      name(other.name),
+      path(other.path),
+      common(other.common),
+      protocol(other.protocol, &common),
+      transferProtocol(other.transferProtocol, &common) {}
 
 ISessionConfig* SessionConfig::Clone() const {
     try {
@@ -78,8 +89,12 @@ void SessionConfig::LeaveTemplate() {
         if (config != nullptr) config->notToBeSaved = 0;
 }
 
-void SessionConfig::Lock(VProfileKey&, bool) { saving->Lock(); }
-void SessionConfig::Unlock(VProfileKey&, bool) { saving->Unlock(); }
+void SessionConfig::Lock(VProfileKey&, bool) {
+    saving->Lock();
+}
+void SessionConfig::Unlock(VProfileKey&, bool) {
+    saving->Unlock();
+}
 
 void SessionConfig::CopyChangesFrom(const ISessionConfig* other) {
     if (const auto* session = dynamic_cast<const SessionConfig*>(other)) Assign(*session);
@@ -96,12 +111,22 @@ void SessionConfig::SetName(const VUnicodeString& newName) {
     LeaveTemplate();
 }
 
-bool SessionConfig::IsDefaultSession() const { return path.View() == kDefaultName && name.View() == kDefaultName; }
+bool SessionConfig::IsDefaultSession() const {
+    return path.View() == kDefaultName && name.View() == kDefaultName;
+}
 
-bool SessionConfig::IsConnectable() const { return CanConnect(protocol); }
-bool SessionConfig::IsTransferConnectable() const { return CanConnect(transferProtocol); }
-bool SessionConfig::HasProtocol() const { return IsSelected(protocol); }
-bool SessionConfig::HasTransferProtocol() const { return IsSelected(transferProtocol); }
+bool SessionConfig::IsConnectable() const {
+    return CanConnect(protocol);
+}
+bool SessionConfig::IsTransferConnectable() const {
+    return CanConnect(transferProtocol);
+}
+bool SessionConfig::HasProtocol() const {
+    return IsSelected(protocol);
+}
+bool SessionConfig::HasTransferProtocol() const {
+    return IsSelected(transferProtocol);
+}
 
 bool SessionConfig::HasActiveProtocol() const {
     return GetAppKind() == AppKind::kTessaly ? HasTransferProtocol() : HasProtocol();
@@ -135,7 +160,9 @@ void SessionConfig::ForwardToTransferConfig(void* argument) {
     if (ConnectConfig* config = transferProtocol.GetSelected()) config->TransferForward(argument);
 }
 
-void SessionConfig::GetFirewallNames(VBasicBuffer& buffer) const { GetSessionDbHooks()->EnumerateFirewalls(buffer); }
+void SessionConfig::GetFirewallNames(VBasicBuffer& buffer) const {
+    GetSessionDbHooks()->EnumerateFirewalls(buffer);
+}
 
 void SessionConfig::GetDisplayText(VUnicodeString& text) const {
     text.Empty();
@@ -147,7 +174,9 @@ void SessionConfig::GetDisplayText(VUnicodeString& text) const {
     if (terminal != nullptr) terminal->GetHostName(host);
     if (host.IsEmpty() && transfer != nullptr) transfer->GetHostName(host);
     const std::u16string_view protocolName = protocol.GetProtocolName();
-    const char16_t* label = protocolName == u"TAPI" ? u"Phone number:" : protocolName == u"Serial" ? u"Port:" : u"主机名:";
+    const char16_t* label = protocolName == u"TAPI"     ? u"Phone number:"
+                            : protocolName == u"Serial" ? u"Port:"
+                                                        : u"主机名:";
     text.Format(u"%1 %2", label, host);
 
     VUnicodeString lines;

@@ -19,9 +19,7 @@ class GlobalConfig;
 /// Built from one key of the store, or from none (then every member has its default), edited in memory and written
 /// back to a key that the caller opens. Stored values that are wrong are corrected in the value and not in the stored
 /// copy, so that the session shows as changed and its next save repairs them.
-class SessionConfig : public VUnknown<ISessionConfig>,
-                      public VProfileComposite<SessionConfig>,
-                      public SessionSettings {
+class SessionConfig : public VUnknown<ISessionConfig>, public VProfileComposite<SessionConfig>, public SessionSettings {
   public:
     /// `name` is the leaf name, `key` may be null; it is not kept. The session named "Default" made without a key
     /// writes itself to the store when the store has none.

@@ -31,7 +31,9 @@ bool HasDword(VProfileKey* key, const char16_t* name) {
 }  // namespace
 
 SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
-    : name(name), path(name), protocol(key, ProtocolSide::kTerminal, &common),
+    : name(name),
+      path(name),
+      protocol(key, ProtocolSide::kTerminal, &common),
       transferProtocol(key, ProtocolSide::kTransfer, &common) {
     isSession.Load(key, u"Is Session"_v, false);
     isSession.Set(true);

@@ -24,7 +24,11 @@ ISessionDbHooks* installed = &none;
 
 }  // namespace
 
-void InstallSessionDbHooks(ISessionDbHooks* hooks) { installed = hooks != nullptr ? hooks : &none; }
-ISessionDbHooks* GetSessionDbHooks() { return installed; }
+void InstallSessionDbHooks(ISessionDbHooks* hooks) {
+    installed = hooks != nullptr ? hooks : &none;
+}
+ISessionDbHooks* GetSessionDbHooks() {
+    return installed;
+}
 
 }  // namespace connectdialog

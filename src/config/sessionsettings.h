@@ -1,5 +1,5 @@
-// The plain settings of a session, as they are declared. Their key names and defaults stand in sessionconfigload.cpp, their
-// order in the store in sessionconfigmembers.cpp.
+// The plain settings of a session, as they are declared. Their key names and defaults stand in sessionconfigload.cpp,
+// their order in the store in sessionconfigmembers.cpp.
 #pragma once
 
 #include "profile/vprofile.h"

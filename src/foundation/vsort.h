@@ -8,8 +8,9 @@
 
 namespace connectdialog {
 
-/// Sorts by merging, bottom up: stable, n log n comparisons. Unlike std::sort it asks nothing of `before(a, b)`: with an
-/// order that is not transitive, as that of names with numbers in them, it ends with some arrangement of the elements.
+/// Sorts by merging, bottom up: stable, n log n comparisons. Unlike std::sort it asks nothing of `before(a, b)`: with
+/// an order that is not transitive, as that of names with numbers in them, it ends with some arrangement of the
+/// elements.
 template <class T, class Before>
 void VMergeSort(std::vector<T>& elements, Before before) {
     std::vector<T> merged;

@@ -1,8 +1,8 @@
 // The entry points of the library.
 //
 // The host calls, once and before it shows anything: ConnectDialogDllInitProfileFactory and ConnectDialogDllInit (in
-// either order), ConnectDialogInitApplicationCommandLine, ConnectDialogInitGUI, and optionally GetSpecialFunctions. From
-// then on any dialog, from its user-interface thread. There is no stop call: the host drains the results of
+// either order), ConnectDialogInitApplicationCommandLine, ConnectDialogInitGUI, and optionally GetSpecialFunctions.
+// From then on any dialog, from its user-interface thread. There is no stop call: the host drains the results of
 // ShowConnectDialog with CleanupConnectDialogSessionConfigs.
 //
 // None of these reports a failure but through a dialog's result: 1 accepted, 2 cancelled or closed.

@@ -24,18 +24,26 @@ ISessionConfig* GetConnectDialogSessionConfig(unsigned index) {
     if (index >= results.GetCount()) return nullptr;
     return VRef(results[index]).Detach();
 }
-void CleanupConnectDialogSessionConfigs() { GetModuleState().connectResultConfigs.Clear(); }
+void CleanupConnectDialogSessionConfigs() {
+    GetModuleState().connectResultConfigs.Clear();
+}
 
 std::int64_t ShowQuickConnectDialog(ISessionConfig**, const VUnicodeString&, unsigned, VWindow*) {
     return kDialogCancelled;
 }
-void GetQuickConnectConfig(ISessionConfig** config, unsigned) { *config = nullptr; }
+void GetQuickConnectConfig(ISessionConfig** config, unsigned) {
+    *config = nullptr;
+}
 void CleanupQuickConnectDialog() {}
-std::int64_t LaunchHostnamePromptDialog(const char16_t*, IString*, VWindow*) { return kDialogCancelled; }
+std::int64_t LaunchHostnamePromptDialog(const char16_t*, IString*, VWindow*) {
+    return kDialogCancelled;
+}
 bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t*) {
     std::uint32_t state = 0;
     return config->IsComplete(state) || state != ConnectConfig::kHostNameMissing;
 }
-bool CheckPeriodicUpdate(VWindow*) { return false; }
+bool CheckPeriodicUpdate(VWindow*) {
+    return false;
+}
 
 }  // namespace connectdialog

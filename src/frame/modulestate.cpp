@@ -5,7 +5,8 @@
 namespace connectdialog {
 
 ModuleState::ModuleState()
-    : moduleInstance(platform::GetLibraryModule()), connectAccelerators(LoadAcceleratorTable(kConnectAcceleratorsId)),
+    : moduleInstance(platform::GetLibraryModule()),
+      connectAccelerators(LoadAcceleratorTable(kConnectAcceleratorsId)),
       globalConfigChangeMessage(platform::GetRegisteredMessage(u"Brennmark_Software_Global_Config_Change")),
       createNewTabMessage(platform::GetRegisteredMessage(u"Brennmark_Software_Create_New_Tab")),
       wakestoneShowSelectionMessage(platform::GetRegisteredMessage(u"Brennmark_Software_Wakestone_Show_Selection")),

@@ -38,7 +38,9 @@ void ConnectDialogDllInit(VReportMessageRouter* (*routerGetter)(), ISynchObject*
     GetModuleState().toolbarLock = VRef<ISynchObject>::Share(toolbarLock);
 }
 
-void ConnectDialogDllInitProfileFactory(ProfileFactoryGetter factoryGetter) { SetProfileFactoryGetter(factoryGetter); }
+void ConnectDialogDllInitProfileFactory(ProfileFactoryGetter factoryGetter) {
+    SetProfileFactoryGetter(factoryGetter);
+}
 
 void ConnectDialogInitApplicationCommandLine(const char16_t* commandLine) {
     GetModuleState().applicationCommandLine = commandLine;
@@ -67,9 +69,17 @@ void GetSpecialFunctions(const char16_t* folder, const char16_t* file) {
     LoadModuleFunctions(VJoinPath(folder, file), functions);
 }
 
-unsigned GetGlobalConfigChangeMessage() { return GetModuleState().globalConfigChangeMessage; }
-unsigned GetCreateNewTabMessage() { return GetModuleState().createNewTabMessage; }
-unsigned GetWakestoneShowSelectionMessage() { return GetModuleState().wakestoneShowSelectionMessage; }
-unsigned GetWakestoneCanExitApplicationMessage() { return GetModuleState().wakestoneCanExitApplicationMessage; }
+unsigned GetGlobalConfigChangeMessage() {
+    return GetModuleState().globalConfigChangeMessage;
+}
+unsigned GetCreateNewTabMessage() {
+    return GetModuleState().createNewTabMessage;
+}
+unsigned GetWakestoneShowSelectionMessage() {
+    return GetModuleState().wakestoneShowSelectionMessage;
+}
+unsigned GetWakestoneCanExitApplicationMessage() {
+    return GetModuleState().wakestoneCanExitApplicationMessage;
+}
 
 }  // namespace connectdialog

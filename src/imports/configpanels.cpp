@@ -6,19 +6,37 @@ namespace {
 IConfigPanels* installed = nullptr;
 }  // namespace
 
-void InstallConfigPanels(IConfigPanels* panels) { installed = panels; }
+void InstallConfigPanels(IConfigPanels* panels) {
+    installed = panels;
+}
 
-bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) { return installed->GetGlobalConfig(config, kind); }
+bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) {
+    return installed->GetGlobalConfig(config, kind);
+}
 void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) {
     installed->ConfigPanelsInitGUI(pick, images);
 }
-const ConnectProtocolTable& GetConnectProtocolTable() { return installed->GetConnectProtocolTable(); }
-AppKind GetCurrentAppProductID() { return installed->GetCurrentAppProductID(); }
-bool IsIntegrated() { return installed->IsIntegrated(); }
-bool IsNorHaldenInstalled() { return installed->IsNorHaldenInstalled(); }
-bool IsNorHaldenOrHaldenInstalled() { return installed->IsNorHaldenOrHaldenInstalled(); }
-bool IsTessalyInstalled() { return installed->IsTessalyInstalled(); }
-bool HasKeldaEmulation() { return installed->HasKeldaEmulation(); }
+const ConnectProtocolTable& GetConnectProtocolTable() {
+    return installed->GetConnectProtocolTable();
+}
+AppKind GetCurrentAppProductID() {
+    return installed->GetCurrentAppProductID();
+}
+bool IsIntegrated() {
+    return installed->IsIntegrated();
+}
+bool IsNorHaldenInstalled() {
+    return installed->IsNorHaldenInstalled();
+}
+bool IsNorHaldenOrHaldenInstalled() {
+    return installed->IsNorHaldenOrHaldenInstalled();
+}
+bool IsTessalyInstalled() {
+    return installed->IsTessalyInstalled();
+}
+bool HasKeldaEmulation() {
+    return installed->HasKeldaEmulation();
+}
 bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                          bool isNew, VWindow* parent) {
     return installed->ValidateSessionName(path, oldName, newName, isNew, parent);

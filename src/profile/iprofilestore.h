@@ -19,9 +19,9 @@
 //  - Several processes may use one store. A writer waits a bounded time for another, then its write fails.
 //  - A write that cannot be done is false with a report; nothing stored is lost by it.
 //
-// Reports: each operation of a key leaves its outcome in the key's report (GetLastReport): code 0 after success, 2 for an
-// absent key or value, 5 for a read-only store, 87 for a bad argument, 1018 for a deleted key, 1629 for a value of another
-// type; others as the provider's medium gives them, with the original cause as insert.
+// Reports: each operation of a key leaves its outcome in the key's report (GetLastReport): code 0 after success, 2 for
+// an absent key or value, 5 for a read-only store, 87 for a bad argument, 1018 for a deleted key, 1629 for a value of
+// another type; others as the provider's medium gives them, with the original cause as insert.
 #pragma once
 
 #include <cstdint>

@@ -27,7 +27,9 @@ struct ProfileNumber {
     static T FromStored(std::uint32_t stored) { return static_cast<T>(stored); }
 };
 template <>
-inline bool ProfileNumber<bool>::FromStored(std::uint32_t stored) { return stored != 0; }
+inline bool ProfileNumber<bool>::FromStored(std::uint32_t stored) {
+    return stored != 0;
+}
 /// A number that is no state follows the general setting.
 template <>
 inline VTriState ProfileNumber<VTriState>::FromStored(std::uint32_t stored) {

@@ -23,7 +23,8 @@ class VProfileDword : public VProfileData {
 /// Kept as a string.
 class VProfileSz : public VProfileData {
   public:
-    bool GetVariantFrom(VVariant& out, const void* value, std::size_t size, VReportMessageParams& report) const override;
+    bool GetVariantFrom(VVariant& out, const void* value, std::size_t size,
+                        VReportMessageParams& report) const override;
     bool PutValueFrom(IProfileValueExchange& exchange, const void* value, std::size_t size,
                       const char16_t* name) const override;
     bool SetVariantInto(const VVariant& in, void* value, std::size_t size, VReportMessageParams& report) const override;

@@ -34,13 +34,19 @@ const NumberRange* FindRange(VVariantType type) {
 
 std::int64_t Truncate(VVariantType type, std::int64_t number) {
     switch (type) {
-        case VVariantType::kInt16: return static_cast<std::int16_t>(number);
-        case VVariantType::kUInt16: return static_cast<std::uint16_t>(number);
+        case VVariantType::kInt16:
+            return static_cast<std::int16_t>(number);
+        case VVariantType::kUInt16:
+            return static_cast<std::uint16_t>(number);
         case VVariantType::kUInt32:
-        case VVariantType::kUInt: return static_cast<std::uint32_t>(number);
-        case VVariantType::kInt: return static_cast<std::int32_t>(number);
-        case VVariantType::kBool: return number != 0 ? -1 : 0;
-        default: return 0;
+        case VVariantType::kUInt:
+            return static_cast<std::uint32_t>(number);
+        case VVariantType::kInt:
+            return static_cast<std::int32_t>(number);
+        case VVariantType::kBool:
+            return number != 0 ? -1 : 0;
+        default:
+            return 0;
     }
 }
 

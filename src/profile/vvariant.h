@@ -46,9 +46,9 @@ class VVariant {
     const Array* GetArray() const;
 
     /// Converts a value to a number type, kBool or kText: an empty value is 0 or the empty text; a text is a decimal
-    /// number with white space around it, or for kBool also "True" or "False" in any case; a bool becomes -1 or 0, in an
-    /// unsigned type all ones or 0, as a text "-1" or "0"; a number becomes true when it is not 0.
-    /// On failure: false, and `result` stays: an array, a text that is no number, a value outside the type's range.
+    /// number with white space around it, or for kBool also "True" or "False" in any case; a bool becomes -1 or 0, in
+    /// an unsigned type all ones or 0, as a text "-1" or "0"; a number becomes true when it is not 0. On failure:
+    /// false, and `result` stays: an array, a text that is no number, a value outside the type's range.
     static bool Convert(const VVariant& source, VVariantType type, VVariant& result);
 
   private:

@@ -27,12 +27,14 @@ bool HidesDotEntries() {
 bool IsSessionChild(VProfileKey& folder, const VUnicodeString& name, std::uint32_t kind) {
     switch (static_cast<ProfileKind>(kind)) {
         case ProfileKind::kSession:
-        case ProfileKind::kSessionLink: return true;
+        case ProfileKind::kSessionLink:
+            return true;
         case ProfileKind::kUnknown: {
             std::uint32_t isSession = 0;
             return VProfileKey(&folder, name.GetData(), 0).ReadDword(kIsSessionValue, isSession);
         }
-        default: return false;
+        default:
+            return false;
     }
 }
 
@@ -109,12 +111,14 @@ bool ProfileFolderData::SaveToStore() {
     return store.Close() && written;
 }
 
-bool IsManuallyArranged() { return CurrentArrangement() == SessionArrangement::kManual; }
+bool IsManuallyArranged() {
+    return CurrentArrangement() == SessionArrangement::kManual;
+}
 
 void InsertEntryName(VStringArray& ordered, const VUnicodeString& name, const VUnicodeString& reference, bool after) {
     if (ordered.FindExact(name) != VStringArray::kNotFound) return;
-    const std::uint32_t place = IsManuallyArranged() && !reference.IsEmpty() ? ordered.FindExact(reference)
-                                                                             : VStringArray::kNotFound;
+    const std::uint32_t place =
+        IsManuallyArranged() && !reference.IsEmpty() ? ordered.FindExact(reference) : VStringArray::kNotFound;
     if (place == VStringArray::kNotFound)
         ordered.Add(name);
     else

@@ -81,7 +81,9 @@ bool ChangeFolder(const VUnicodeString& path, ChangeTree changeTree, ChangeLists
 
 }  // namespace
 
-bool SessionKeyExists(const VUnicodeString& path) { return RootHasKey(BuildSessionKeyPath(path)); }
+bool SessionKeyExists(const VUnicodeString& path) {
+    return RootHasKey(BuildSessionKeyPath(path));
+}
 
 bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf) {
     return RootHasKey(JoinEntryPath(BuildSessionKeyPath(folder), leaf));

@@ -98,7 +98,8 @@ class StoreTree {
     /// Puts the tree back to the state before the unit. Nodes of keys that the unit created become undone.
     virtual void RollbackUnit() = 0;
 
-    /// Changes whenever a name that was absent may have come to exist through this factory.
+    /// Changes whenever a name that was absent may have come to exist through this factory, or the key above it may
+    /// have been deleted, which is another answer.
     std::uint64_t GetGeneration() const { return generation; }
 
     std::size_t participants = 0;  ///< store handles that take part in the unit

@@ -99,7 +99,7 @@ std::shared_ptr<MemoryNode> MemoryNode::AddChild(std::u16string_view spelled, co
     std::shared_ptr<MemoryNode>& child = children[folded];
     if (child != nullptr) return child;
     child = std::make_shared<MemoryNode>(tree, spelled);
-    tree.NoteCreation();
+    tree.NoteChange();
     tree.Log([this, folded, created = child] {
         created->undone = true;
         children.erase(folded);
@@ -117,6 +117,7 @@ bool MemoryNode::Remove(const KeyName& key, VReportMessageParams& report) {
     const std::shared_ptr<MemoryNode> removed = parent->children[level];
     parent->children.erase(level);
     removed->SetDeleted(true);
+    tree.NoteChange();
     tree.Log([parent, level, removed] {
         parent->children[level] = removed;
         removed->SetDeleted(false);

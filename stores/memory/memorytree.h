@@ -58,7 +58,7 @@ class MemoryTree : public StoreTree {
 
     /// The steps run in the reverse order, so each finds the tree as it left it.
     void Log(std::function<void()> undo) { undoLog.push_back(std::move(undo)); }
-    void NoteCreation() { ++generation; }
+    void NoteChange() { ++generation; }
 
   private:
     std::shared_ptr<MemoryNode> root;

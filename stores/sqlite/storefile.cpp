@@ -1,10 +1,9 @@
 #include "stores/sqlite/storefile.h"
 
-#include <sqlite3.h>
-#include <unistd.h>
-
 #include <filesystem>
+#include <sqlite3.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/clock.h"
@@ -44,8 +43,8 @@ std::int64_t Now() {
     return now / static_cast<std::int64_t>(platform::kFileTimePerSecond);
 }
 
-/// A path that SQLite takes for nothing but a file (":memory:" and "file:…" are names of its own) and that a change of the
-/// current folder does not move.
+/// A path that SQLite takes for nothing but a file (":memory:" and "file:…" are names of its own) and that a change of
+/// the current folder does not move.
 std::string AbsolutePath(const std::string& path) {
     std::error_code failure;
     const std::filesystem::path absolute = std::filesystem::absolute(path, failure);

@@ -36,9 +36,9 @@ TEST_F(ConnectConfigPtrTest, StoredNamesFindTheirRow) {
         bool changed;
     };
     constexpr Row kRows[] = {
-        {u"ssh2", u"ssh2", u"SSH2 Host", false},      {u"Telnet", u"Telnet", u"Telnet Host", false},
-        {u"Gopher", u"SSH2", u"SSH2 Host", true},     {nullptr, u"SSH2", u"SSH2 Host", true},
-        {u"SFTP", u"SSH2", u"SSH2 Host", true},       {u"NONE", u"NONE", nullptr, false},
+        {u"ssh2", u"ssh2", u"SSH2 Host", false},  {u"Telnet", u"Telnet", u"Telnet Host", false},
+        {u"Gopher", u"SSH2", u"SSH2 Host", true}, {nullptr, u"SSH2", u"SSH2 Host", true},
+        {u"SFTP", u"SSH2", u"SSH2 Host", true},   {u"NONE", u"NONE", nullptr, false},
     };
     for (const Row& row : kRows) {
         WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });

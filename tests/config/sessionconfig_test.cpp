@@ -5,9 +5,9 @@
 #include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
-#include "sessiongolden.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
+#include "sessiongolden.h"
 #include "support/fakesuite.h"
 
 namespace connectdialog::test {
@@ -45,7 +45,8 @@ TEST_F(SessionConfigTest, NamesTypesAndDefaultsAreTheFrozenOnes) {
     const auto session = Make(u"");
     std::size_t row = 0;
     VisitSettings(*session, [&](VProfileData& setting) {
-        if (setting.GetName().EqualsNoCase(u"Protocol Name") || setting.GetName().EqualsNoCase(u"Transfer Protocol Name") ||
+        if (setting.GetName().EqualsNoCase(u"Protocol Name") ||
+            setting.GetName().EqualsNoCase(u"Transfer Protocol Name") ||
             setting.GetName().Find(u" Host") != VUnicodeString::kNotFound)
             return;
         ASSERT_LT(row, std::size(kGoldenSession));
@@ -71,12 +72,18 @@ TEST_F(SessionConfigTest, WrongStoredValuesAreCorrectedInMemoryOnly) {
         int loaded;
     };
     constexpr Row kRows[] = {
-        {u"Idle Timeout", 0, 300},        {u"Idle Timeout", 5, 10},
-        {u"Idle Timeout", 10000000, 9999999}, {u"Idle Timeout", -1, 10},
-        {u"Idle Timeout", 10, 10},        {u"Idle NO-OP Timeout", 0, 10},
-        {u"Max Transfer Buffers", 0, 4},  {u"Max Transfer Buffers", 9, 4},
-        {u"Max Transfer Buffers", 1, 1},  {u"Max Transfer Buffers", 8, 8},
-        {u"XModem Send Packet Size", 128, 0}, {u"XModem Send Packet Size", 1024, 1024},
+        {u"Idle Timeout", 0, 300},
+        {u"Idle Timeout", 5, 10},
+        {u"Idle Timeout", 10000000, 9999999},
+        {u"Idle Timeout", -1, 10},
+        {u"Idle Timeout", 10, 10},
+        {u"Idle NO-OP Timeout", 0, 10},
+        {u"Max Transfer Buffers", 0, 4},
+        {u"Max Transfer Buffers", 9, 4},
+        {u"Max Transfer Buffers", 1, 1},
+        {u"Max Transfer Buffers", 8, 8},
+        {u"XModem Send Packet Size", 128, 0},
+        {u"XModem Send Packet Size", 1024, 1024},
     };
     for (const Row& row : kRows) {
         const auto session =

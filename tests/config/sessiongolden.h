@@ -1,5 +1,5 @@
-// What a session keeps, written down once by hand: names, types and defaults in storage order. Users' data depends on it:
-// a name here changes only together with a migration.
+// What a session keeps, written down once by hand: names, types and defaults in storage order. Users' data depends on
+// it: a name here changes only together with a migration.
 #pragma once
 
 #include "profile/vvariant.h"

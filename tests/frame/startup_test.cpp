@@ -33,8 +33,10 @@ TEST_F(StartupTest, TheUpgradeRunsOnceAndOnlyForOldData) {
         VUnicodeString marker;
         bool runs;
     };
-    const Row rows[] = {{u"", false}, {VUnicodeString(kOldMarker) + u"x", false},
-                        {u"0311abc6-1cdd-46fc-a08a-0d7c00242fca", false}, {kOldMarker, true}};
+    const Row rows[] = {{u"", false},
+                        {VUnicodeString(kOldMarker) + u"x", false},
+                        {u"0311abc6-1cdd-46fc-a08a-0d7c00242fca", false},
+                        {kOldMarker, true}};
     for (const Row& row : rows) {
         panels.global->configUpgradeMarker.Set(row.marker);
         panels.global->saves = 0;

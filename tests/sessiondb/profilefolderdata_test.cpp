@@ -15,7 +15,9 @@ VStringArray Names(const char16_t* commaSeparated) {
     return names;
 }
 
-VUnicodeString Joined(const VStringArray& names) { return VJoin(names, u","_v, VUnicodeString(), VUnicodeString()); }
+VUnicodeString Joined(const VStringArray& names) {
+    return VJoin(names, u","_v, VUnicodeString(), VUnicodeString());
+}
 
 class ProfileFolderDataTest : public LibraryTest {
   protected:
@@ -43,10 +45,10 @@ TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {
         bool differs;
     };
     constexpr Row kRows[] = {
-        {u"", u"", u"", false},           {u"b:a:", u"a,b", u"b,a", false},
-        {u"b:a", u"a,b", u"b,a", true},   {u"b:b:a:", u"a,b", u"b,a", true},
-        {u"gone:a:", u"a", u"a", true},   {u"c:", u"a,B,c", u"c,B,a", true},
-        {u"x:y:", u"x:y", u"x:y", true},  {u":::", u"a", u"a", true},
+        {u"", u"", u"", false},          {u"b:a:", u"a,b", u"b,a", false},
+        {u"b:a", u"a,b", u"b,a", true},  {u"b:b:a:", u"a,b", u"b,a", true},
+        {u"gone:a:", u"a", u"a", true},  {u"c:", u"a,B,c", u"c,B,a", true},
+        {u"x:y:", u"x:y", u"x:y", true}, {u":::", u"a", u"a", true},
         {u"A:", u"a", u"a", true},
     };
     for (const Row& row : kRows) {

@@ -172,8 +172,8 @@ TEST_F(SessionTreeTest, AProtocolCountsWhenTheTableHasIt) {
         const char16_t* name;
         bool has;
     };
-    for (const Row& row : {Row{u"SSH2", true}, Row{u"telnet", true}, Row{u"None", false}, Row{u"", false},
-                           Row{u"Gopher", false}}) {
+    for (const Row& row :
+         {Row{u"SSH2", true}, Row{u"telnet", true}, Row{u"None", false}, Row{u"", false}, Row{u"Gopher", false}}) {
         WithKey(u"Sessions\\s", [&](VProfileKey& key) { key.WriteString(u"Protocol Name", row.name); });
         EXPECT_EQ(SessionHasProtocol(AppKind::kNorHalden, u"s"), row.has);
         EXPECT_FALSE(SessionHasProtocol(AppKind::kTessaly, u"s"));

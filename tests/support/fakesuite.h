@@ -1,9 +1,8 @@
 // Stand-ins for the neighbours of the library, and a world of its own for each test.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 
 #include "imports/configpanels.h"

@@ -13,6 +13,14 @@ namespace connectdialog::connectctl {
 
 namespace {
 std::unique_ptr<VProfileStoreFactory> openStore;
+/// What the store adds to a refusal: what it is about, and the cause.
+std::string InsertsText(const VReportMessageParams& report) {
+    std::string text;
+    for (std::size_t i = 0; i < report.GetInsertCount(); ++i)
+        text += (i == 0 ? " (" : ": ") + platform::ToNarrow(report.GetInserts()[i]);
+    return text.empty() ? text : text + ')';
+}
+
 }  // namespace
 
 Failure OpenToolStore(const std::string& url) {
@@ -21,7 +29,7 @@ Failure OpenToolStore(const std::string& url) {
         if (Failure failure = DecodeArgument(url, text)) return failure;
     VReportMessageParams report;
     openStore = stores::OpenProfileStoreFactory(text, report);
-    if (!openStore) return ReportText(report);
+    if (!openStore) return "the store cannot be opened: " + ReportText(report) + InsertsText(report);
     InstallReferenceSuite(u"connectctl"_v, *openStore);
     return kDone;
 }

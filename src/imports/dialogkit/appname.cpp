@@ -9,7 +9,11 @@ VUnicodeString& AppName() {
 }
 }  // namespace
 
-VUnicodeString VGetAppName() { return AppName(); }
-void SetAppName(const VUnicodeString& name) { AppName() = name; }
+VUnicodeString VGetAppName() {
+    return AppName();
+}
+void SetAppName(const VUnicodeString& name) {
+    AppName() = name;
+}
 
 }  // namespace connectdialog
