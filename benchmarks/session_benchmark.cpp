@@ -51,16 +51,14 @@ class World {
 
   private:
     void FillSmall() {
-        std::vector<VRef<ISessionConfig>> made;
-        std::vector<ISessionConfig*> configs;
-        for (int i = 0; i < kSmallFolder; ++i) {
-            const VUnicodeString session = SessionPath(u"small", i);
-            made.push_back(VRef<ISessionConfig>::Adopt(CreateSessionConfig(GetEntryLeaf(session).GetData(), nullptr)));
-            made.back()->SetPath(session);
-            made.back()->GetConnectConfig()->SetHostName(GetEntryLeaf(session) + u".example.net");
-            configs.push_back(made.back().Get());
-        }
-        Require(StoreSessionEntries(u"small", configs));
+        Require(StoreSessionEntries(u"small", kSmallFolder, [](std::size_t index) {
+            const VUnicodeString path = SessionPath(u"small", static_cast<int>(index));
+            const VUnicodeString leaf = GetEntryLeaf(path);
+            auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), nullptr));
+            session->SetPath(path);
+            session->GetConnectConfig()->SetHostName(leaf + u".example.net");
+            return session;
+        }));
     }
     void FillLarge() {
         VProfileStore store(nullptr);

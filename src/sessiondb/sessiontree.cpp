@@ -1,8 +1,8 @@
 #include "sessiondb/sessiontree.h"
 
-#include <algorithm>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
@@ -217,24 +217,24 @@ bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name,
     return NoteOutcome(config, saved);
 }
 
-bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs) {
-    const auto isNamed = [](const ISessionConfig* config) { return !config->GetPath().IsEmpty(); };
-    if (!std::ranges::all_of(configs, isNamed)) return false;
+bool StoreSessionEntries(const VUnicodeString& parent, std::size_t count, const SessionMaker& make) {
+    std::vector<VUnicodeString> written;
     const auto writeAll = [&] {
-        return std::ranges::all_of(configs, [](ISessionConfig* config) { return WriteSession(*config, true); });
+        while (written.size() < count) {
+            const VRef<ISessionConfig> config = make(written.size());
+            if (!config || config->GetPath().IsEmpty() || !WriteSession(*config, true)) return false;
+            written.push_back(GetEntryLeaf(config->GetPath()));
+        }
+        return true;
     };
     const auto appendNew = [&](ProfileFolderData& folder) {
         VStringArray& ordered = folder.GetOrderedSessions();
         std::unordered_set<std::u16string> listed;
         for (const VUnicodeString& name : ordered) listed.emplace(name.View());
-        for (const ISessionConfig* config : configs) {
-            const VUnicodeString leaf = GetEntryLeaf(config->GetPath());
-            if (listed.emplace(leaf.View()).second) ordered.Add(leaf);
-        }
+        for (const VUnicodeString& name : written)
+            if (listed.emplace(name.View()).second) ordered.Add(name);
     };
-    const bool saved = AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
-    for (ISessionConfig* config : configs) NoteOutcome(*config, saved);
-    return saved;
+    return AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
 }
 
 }  // namespace connectdialog

@@ -6,8 +6,9 @@
 // VProfileStore::JoinUnitOfWork) a false has dropped what was written before in that unit too: the caller gives up.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <span>
+#include <functional>
 
 #include "foundation/vunicodestring.h"
 #include "foundation/vunknown.h"
@@ -61,8 +62,11 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
 /// Writes the session whole under that name, gives it that path, and places it by InsertEntryName.
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after);
-/// Writes sessions whole, each at its own path, which must lie in `parent`, and places the new ones at the end in the
-/// given order: one unit of work and one pass over the folder, however many they are.
-bool StoreSessionEntries(const VUnicodeString& parent, std::span<ISessionConfig* const> configs);
+/// Makes the session of an index; asked once for each, in order. Null gives up.
+using SessionMaker = std::function<VRef<ISessionConfig>(std::size_t index)>;
+/// Writes `count` sessions whole, each at its own path, which must lie in `parent`, and places the new ones at the end
+/// in the given order: one unit of work and one pass over the folder, however many they are. Each is released as soon
+/// as it is written.
+bool StoreSessionEntries(const VUnicodeString& parent, std::size_t count, const SessionMaker& make);
 
 }  // namespace connectdialog

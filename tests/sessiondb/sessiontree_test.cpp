@@ -128,10 +128,13 @@ TEST_F(SessionTreeTest, ManySessionsAreStoredInTheGivenOrder) {
     const auto z = Make(u"f\\z");
     const auto m = Make(u"f\\m");
     const auto a = Make(u"f\\a");
-    ISessionConfig* const configs[] = {z.Get(), m.Get(), a.Get()};
-    EXPECT_TRUE(StoreSessionEntries(u"f", configs));
+    const VRef<ISessionConfig> configs[] = {z, m, a};
+    EXPECT_TRUE(StoreSessionEntries(u"f", 3, [&](std::size_t index) { return configs[index]; }));
     EXPECT_EQ(ListOf(u"f", u"Session List"), u"m:z:a:");
     EXPECT_EQ(Walk().size(), 3U);
+    EXPECT_FALSE(StoreSessionEntries(
+        u"f", 2, [&](std::size_t index) { return index == 0 ? Make(u"f\\half") : VRef<ISessionConfig>(); }));
+    EXPECT_EQ(Walk().size(), 3U) << "given up in the middle";
 }
 
 TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {

@@ -28,8 +28,6 @@ namespace connectdialog {
 namespace {
 
 constexpr char16_t kProtocol[] = u"SSH2";
-/// So many new sessions are in memory at a time.
-constexpr std::size_t kBatch = 4096;
 
 void RegisterMessages() {
     static const bool registered = [] {
@@ -118,7 +116,7 @@ class Import {
     std::vector<Candidate> candidates;
     std::unordered_set<std::u16string> takenNames;  ///< Folded.
     bool hasSeveralIdentityFiles = false;
-    std::vector<VRef<ISessionConfig>> batch;
+    std::vector<const Candidate*> newSessions;
 
     void Add(SshSeverity severity, const SshHost& host, const std::string& text) {
         result.diagnostics.Add(severity, host.file, host.line, QuoteForMessage(host.alias) + ": " + text);
@@ -127,9 +125,8 @@ class Import {
     void TakeHost(const SshHost& host);
     void NoteLosses(const SshHost& host, const std::string& problem);
     VUnicodeString PathFor(const SshHost& host);
-    bool Make(const Candidate& candidate);
     bool Update(const Candidate& candidate, bool isWriting);
-    bool StoreBatch();
+    bool StoreNewSessions();
 };
 
 void Import::TakeHost(const SshHost& host) {
@@ -182,21 +179,11 @@ bool Import::Go(bool isWriting) {
         entry.text.clear();
         if (present.contains(Folded(GetEntryLeaf(entry.path)))) {
             if (!Update(candidate, isWriting)) return false;
-        } else if (isWriting && !Make(candidate)) {
-            return false;
+        } else if (isWriting) {
+            newSessions.push_back(&candidate);
         }
     }
-    return StoreBatch();
-}
-
-bool Import::Make(const Candidate& candidate) {
-    const VUnicodeString& path = result.entries[candidate.entry].path;
-    auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(GetEntryLeaf(path).GetData(), nullptr));
-    session->SetPath(path);
-    session->SetProtocolName(kProtocol);
-    ApplySshSession(candidate.session, dynamic_cast<ProtocolConfig&>(*session->GetConnectConfig()));
-    batch.push_back(std::move(session));
-    return batch.size() < kBatch || StoreBatch();
+    return StoreNewSessions();
 }
 
 bool Import::Update(const Candidate& candidate, bool isWriting) {
@@ -217,13 +204,21 @@ bool Import::Update(const Candidate& candidate, bool isWriting) {
     return !isWriting || entry.text.empty() || SaveSession(*session);
 }
 
-bool Import::StoreBatch() {
-    if (batch.empty()) return true;
-    std::vector<ISessionConfig*> sessions;
-    for (const VRef<ISessionConfig>& session : batch) sessions.push_back(session.Get());
-    const bool isStored = MakeFolder(request.folder) && StoreSessionEntries(request.folder, sessions);
-    batch.clear();
-    return isStored;
+/// All are copies of one session: they differ in what the configuration tells and in nothing else.
+bool Import::StoreNewSessions() {
+    if (newSessions.empty()) return true;
+    const auto pattern = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
+    pattern->SetProtocolName(kProtocol);
+    const auto make = [&](std::size_t index) {
+        const Candidate& candidate = *newSessions[index];
+        const VUnicodeString& path = result.entries[candidate.entry].path;
+        auto session = VRef<ISessionConfig>::Adopt(pattern->Clone());
+        session->SetName(GetEntryLeaf(path));
+        session->SetPath(path);
+        ApplySshSession(candidate.session, dynamic_cast<ProtocolConfig&>(*session->GetConnectConfig()));
+        return session;
+    };
+    return MakeFolder(request.folder) && StoreSessionEntries(request.folder, newSessions.size(), make);
 }
 
 /// Does what Go told before, inside one unit of work. What another process changed meanwhile is told anew.
