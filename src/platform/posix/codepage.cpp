@@ -38,7 +38,9 @@ Lead ReadLead(std::uint8_t byte) {
 
 /// The code point at `at`, which moves behind it.
 char32_t ReadCodePoint(std::string_view narrow, std::size_t& at) {
-    Lead lead = ReadLead(static_cast<std::uint8_t>(narrow[at++]));
+    const auto first = static_cast<std::uint8_t>(narrow[at++]);
+    if (first < 0x80) return first;  // nearly all text
+    Lead lead = ReadLead(first);
     for (int i = 0; i < lead.following; ++i) {
         const std::uint8_t byte = at < narrow.size() ? static_cast<std::uint8_t>(narrow[at]) : std::uint8_t{0};
         if (byte < lead.secondFrom || byte > lead.secondTo) return kReplacement;
