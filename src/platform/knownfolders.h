@@ -1,7 +1,7 @@
 // Where things lie for this user.
 //
-// On POSIX the folders are those of the XDG Base Directory Specification and, for what the user sees, of the user's
-// user-dirs.dirs. Variables that hold no absolute path are passed over, as the specification asks. A path that is given
+// On POSIX the folders are those of the XDG Base Directory standard and, for what the user sees, of the user's
+// user-dirs.dirs. Variables that hold no absolute path are passed over, as that standard asks. A path that is given
 // need not exist: who writes there makes it first (platform/userfiles.h).
 #pragma once
 
