@@ -80,20 +80,13 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
 }
 
-bool ReferenceGlobalConfig::WriteMembers(VProfileKey& key, bool force) {
-    for (const auto member : Members()) {
-        member(*this).Save(key, force);
-        if (key.GetImpl()->GetLastReport()->GetCode() != 0) return false;
-    }
-    return true;
-}
-
 bool ReferenceGlobalConfig::Save() {
     VProfileStore store;
     bool isWritten = store.JoinUnitOfWork();
     if (isWritten) {
         VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
-        isWritten = WriteMembers(key, mustWriteAll);
+        VProfileComposite::Save(key, mustWriteAll);
+        isWritten = key.AllWritten();
     }
     if (!isWritten) store.Abandon();
     // A value counts as stored once it was handed to the key, whatever becomes of the unit.

@@ -11,7 +11,7 @@ namespace connectdialog {
 inline constexpr char16_t kGlobalKey[] = u"Global";
 
 /// Read from the default store's key "Global" when it is made, and written back there by Save. The names and defaults
-/// stand in the constructor.
+/// stand where the members are loaded.
 class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<ReferenceGlobalConfig> {
   public:
     ReferenceGlobalConfig();
@@ -25,7 +25,6 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
   private:
     ~ReferenceGlobalConfig() override = default;
 
-    bool WriteMembers(VProfileKey& key, bool force);
     void LoadMembers(VProfileKey& key);
 
     bool mustWriteAll = false;

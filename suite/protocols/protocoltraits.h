@@ -57,7 +57,7 @@ struct ProtocolTraits {
 /// The protocol of exactly that name, or null.
 const ProtocolTraits* FindProtocolTraits(std::u16string_view name);
 
-/// All protocols on all sides, with a factory each. The pages of the new session wizard join with the wizard.
+/// All protocols on all sides, with a factory each.
 const ConnectProtocolTable& GetReferenceProtocolTable();
 
 }  // namespace connectdialog

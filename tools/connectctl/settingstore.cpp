@@ -21,8 +21,9 @@ namespace {
 Failure WriteSession(VProfileStore& store, ISessionConfig& session) {
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(session.GetPath()).GetData(), 0);
     session.Save(key, false);
+    if (key.AllWritten()) return kDone;
     VReportMessageParams& report = *key.GetImpl()->GetLastReport();
-    return report.GetCode() == 0 ? Failure(kDone) : ReportText(report);
+    return report.GetCode() != 0 ? ReportText(report) : "the store refused a value";
 }
 
 Failure CheckStored(ISessionConfig& session, VProfileData& setting) {
