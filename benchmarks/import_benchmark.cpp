@@ -72,11 +72,12 @@ struct StoredKey {
     std::string row;
 };
 
+/// In the order in which they were made, which is that of the file.
 std::vector<StoredKey> ReadKeys(const std::string& storePath) {
     RawStore store(storePath);
     std::vector<StoredKey> keys;
-    sqlite3_stmt* select =
-        store.Prepare("SELECT parent, tree.id, kind, folded, name, data FROM tree JOIN rows ON rows.id = tree.id");
+    sqlite3_stmt* select = store.Prepare(
+        "SELECT parent, tree.id, kind, folded, name, data FROM tree JOIN rows ON rows.id = tree.id ORDER BY tree.id");
     while (sqlite3_step(select) == SQLITE_ROW)
         keys.push_back({sqlite3_column_int64(select, 0), sqlite3_column_int64(select, 1),
                         sqlite3_column_int64(select, 2), std::string(ColumnBytes(select, 3)),

@@ -51,13 +51,12 @@ class World {
 
   private:
     void FillSmall() {
-        Require(StoreSessionEntries(u"small", kSmallFolder, [](std::size_t index) {
+        const auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
+        Require(StoreSessionEntries(u"small", *session, kSmallFolder, [&](std::size_t index) {
             const VUnicodeString path = SessionPath(u"small", static_cast<int>(index));
-            const VUnicodeString leaf = GetEntryLeaf(path);
-            auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), nullptr));
             session->SetPath(path);
-            session->GetConnectConfig()->SetHostName(leaf + u".example.net");
-            return session;
+            session->GetConnectConfig()->SetHostName(GetEntryLeaf(path) + u".example.net");
+            return true;
         }));
     }
     void FillLarge() {

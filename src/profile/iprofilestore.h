@@ -80,6 +80,10 @@ class IProfileKeyImpl {
     virtual bool WriteString(const char16_t* name, const char16_t* text) = 0;
     virtual bool WriteDword(const char16_t* name, std::uint32_t value) = 0;
 
+    /// Gives the key the values of another key of the same factory in place of its own; its children stay. Creates the
+    /// key. False with code 87 for a key of another factory; an absent `source` fails as its reads do.
+    virtual bool CopyValues(IProfileKeyImpl& source) = 0;
+
     /// False with code 2 when there is no such value.
     virtual bool DeleteValue(const char16_t* name) = 0;
     /// Removes the subkey with everything under it. False with code 2 when there is none.

@@ -49,6 +49,9 @@ bool VProfileKey::WriteBinary(const char16_t* name, const void* data, std::uint3
 bool VProfileKey::WriteMultiString(const char16_t* name, const VStringArray& strings) {
     return Note(impl->WriteMultiString(name, strings));
 }
+bool VProfileKey::CopyValues(VProfileKey& source) {
+    return Note(impl->CopyValues(*source.impl));
+}
 bool VProfileKey::DeleteKey(const char16_t* name) {
     return impl->DeleteKey(name);
 }

@@ -71,6 +71,7 @@ class VProfileKey {
     bool WriteString(const char16_t* name, const char16_t* text);
     bool WriteBinary(const char16_t* name, const void* data, std::uint32_t size);
     bool WriteMultiString(const char16_t* name, const VStringArray& strings);
+    bool CopyValues(VProfileKey& source);
     bool DeleteKey(const char16_t* name);
     bool KeyExists(const char16_t* name);
 

@@ -1,6 +1,7 @@
 #include "sessiondb/sessiontree.h"
 
-#include <string>
+#include <memory>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -60,6 +61,25 @@ bool WriteSession(ISessionConfig& config, bool force) {
         written = key.AllWritten();
     }
     return store.Close() && written;
+}
+
+/// What the session becomes, written whole the first time and afterwards as what differs from the key before.
+bool WriteCopies(ISessionConfig& session, std::size_t count, const SessionFiller& fill,
+                 std::vector<VUnicodeString>& written) {
+    VProfileStore store(false);
+    std::unique_ptr<VProfileKey> previous;
+    while (written.size() < count) {
+        if (!fill(written.size()) || session.GetPath().IsEmpty()) return false;
+        auto key =
+            std::make_unique<VProfileKey>(store.GetRootKey(), BuildSessionKeyPath(session.GetPath()).GetData(), 0);
+        if (previous != nullptr) key->CopyValues(*previous);
+        session.Save(*key, previous == nullptr);
+        if (!key->AllWritten()) return false;
+        previous = std::move(key);
+        written.push_back(GetEntryLeaf(session.GetPath()));
+    }
+    previous.reset();  // before the store that it came from
+    return store.Close();
 }
 
 /// A save that the store refused has told the settings that they are stored: the next one writes them all.
@@ -217,24 +237,20 @@ bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name,
     return NoteOutcome(config, saved);
 }
 
-bool StoreSessionEntries(const VUnicodeString& parent, std::size_t count, const SessionMaker& make) {
+bool StoreSessionEntries(const VUnicodeString& parent, ISessionConfig& session, std::size_t count,
+                         const SessionFiller& fill) {
     std::vector<VUnicodeString> written;
-    const auto writeAll = [&] {
-        while (written.size() < count) {
-            const VRef<ISessionConfig> config = make(written.size());
-            if (!config || config->GetPath().IsEmpty() || !WriteSession(*config, true)) return false;
-            written.push_back(GetEntryLeaf(config->GetPath()));
-        }
-        return true;
-    };
     const auto appendNew = [&](ProfileFolderData& folder) {
         VStringArray& ordered = folder.GetOrderedSessions();
-        std::unordered_set<std::u16string> listed;
-        for (const VUnicodeString& name : ordered) listed.emplace(name.View());
+        std::unordered_set<std::u16string_view> listed(ordered.begin(), ordered.end());
         for (const VUnicodeString& name : written)
-            if (listed.emplace(name.View()).second) ordered.Add(name);
+            if (listed.insert(name).second) ordered.Add(name);
     };
-    return AsOneUnit([&] { return ChangeFolder(parent, writeAll, appendNew); });
+    const bool saved = AsOneUnit([&] {
+        return ChangeFolder(
+            parent, [&] { return WriteCopies(session, count, fill, written); }, appendNew);
+    });
+    return NoteOutcome(session, saved);
 }
 
 }  // namespace connectdialog

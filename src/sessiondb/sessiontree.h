@@ -62,11 +62,12 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
 /// Writes the session whole under that name, gives it that path, and places it by InsertEntryName.
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after);
-/// Makes the session of an index; asked once for each, in order. Null gives up.
-using SessionMaker = std::function<VRef<ISessionConfig>(std::size_t index)>;
-/// Writes `count` sessions whole, each at its own path, which must lie in `parent`, and places the new ones at the end
-/// in the given order: one unit of work and one pass over the folder, however many they are. Each is released as soon
-/// as it is written.
-bool StoreSessionEntries(const VUnicodeString& parent, std::size_t count, const SessionMaker& make);
+/// Turns the session into that of an index, with its path; asked once for each, in order. False gives up.
+using SessionFiller = std::function<bool(std::size_t index)>;
+/// Writes `count` sessions, which one session becomes one after the other, each at its own path, which must lie in
+/// `parent`; one that is there is replaced. Places the new ones at the end in the given order. One unit of work and one
+/// pass over the folder, however many they are; a session is stored as a copy of the one before with what differs.
+bool StoreSessionEntries(const VUnicodeString& parent, ISessionConfig& session, std::size_t count,
+                         const SessionFiller& fill);
 
 }  // namespace connectdialog

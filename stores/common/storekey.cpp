@@ -139,6 +139,22 @@ bool StoreKey::WriteDword(const char16_t* name, std::uint32_t value) {
     return Write(name, EncodeDword(value, part->GetTree().scratch));
 }
 
+bool StoreKey::CopyValues(IProfileKeyImpl& source) {
+    auto* const other = dynamic_cast<StoreKey*>(&source);
+    Begin();
+    if (other == nullptr || &other->part->GetTree() != &part->GetTree())
+        return report.Fail(platform::kInvalidParameter);
+    other->Begin();
+    StoreNode* const from = other->Find(*other->place);
+    if (from == nullptr) {
+        report = other->report;
+        return false;
+    }
+    if (!JoinForWriting()) return false;
+    StoreNode* const node = FindOrCreate(*place);
+    return node != nullptr && node->CopyValues(*from, report);
+}
+
 // Both deletions look first: one that finds nothing needs no lock and creates no store.
 
 bool StoreKey::DeleteValue(const char16_t* name) {

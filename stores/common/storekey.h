@@ -45,6 +45,7 @@ class StoreKey : public IProfileKeyImpl {
     bool WriteBinary(const char16_t* name, const void* data, std::uint32_t size) override;
     bool WriteString(const char16_t* name, const char16_t* text) override;
     bool WriteDword(const char16_t* name, std::uint32_t value) override;
+    bool CopyValues(IProfileKeyImpl& source) override;
     bool DeleteValue(const char16_t* name) override;
     bool DeleteKey(const char16_t* name) override;
     bool KeyExists(const char16_t* name) override;

@@ -59,6 +59,8 @@ class StoreNode {
     virtual bool Read(const char16_t* name, ValueView& value, VReportMessageParams& report) = 0;
     /// Requires: a unit has begun. Never overwrites damaged data (1015). 87 for a name that is too long.
     virtual bool Write(const char16_t* name, const ValueView& value, VReportMessageParams& report) = 0;
+    /// Replaces all values with those of a node of the same tree. Requires: a unit has begun. Fails as Read or Write.
+    virtual bool CopyValues(StoreNode& source, VReportMessageParams& report) = 0;
     /// Requires: a unit has begun. On failure: 2 when there is no such value.
     virtual bool Erase(const char16_t* name, VReportMessageParams& report) = 0;
 

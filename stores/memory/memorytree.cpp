@@ -59,6 +59,14 @@ bool MemoryNode::Write(const char16_t* valueName, const ValueView& value, VRepor
     return true;
 }
 
+bool MemoryNode::CopyValues(StoreNode& source, VReportMessageParams& report) {
+    const auto& other = static_cast<const MemoryNode&>(source);
+    if (!other.CheckAlive(report) || !CheckAlive(report)) return false;
+    tree.Log([this, old = values] { values = old; });
+    values = other.values;
+    return true;
+}
+
 bool MemoryNode::Erase(const char16_t* valueName, VReportMessageParams& report) {
     if (!CheckAlive(report)) return false;
     const std::u16string folded = FoldName(valueName);

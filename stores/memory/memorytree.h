@@ -20,6 +20,7 @@ class MemoryNode : public StoreNode {
 
     bool Read(const char16_t* name, ValueView& value, VReportMessageParams& report) override;
     bool Write(const char16_t* name, const ValueView& value, VReportMessageParams& report) override;
+    bool CopyValues(StoreNode& source, VReportMessageParams& report) override;
     bool Erase(const char16_t* name, VReportMessageParams& report) override;
     NodePtr Find(const KeyName& name, bool forCheck, VReportMessageParams& report) override;
     NodePtr Create(const KeyName& name, VReportMessageParams& report) override;

@@ -113,6 +113,17 @@ bool SqliteNode::Write(const char16_t* name, const ValueView& value, VReportMess
     return true;
 }
 
+bool SqliteNode::CopyValues(StoreNode& source, VReportMessageParams& report) {
+    auto& other = static_cast<SqliteNode&>(source);
+    if (!other.EnsureCurrent(report) || !other.CheckReadable(report)) return false;
+    if (!EnsureCurrent(report) || !CheckReadable(report)) return false;
+    if (this == &other) return true;
+    values = other.values;
+    expected = 0;
+    MarkChanged();
+    return true;
+}
+
 bool SqliteNode::Erase(const char16_t* name, VReportMessageParams& report) {
     if (!EnsureCurrent(report) || !CheckReadable(report)) return false;
     const std::size_t index = FindValue(name);

@@ -213,10 +213,24 @@ NodePtr SqliteTree::FindNode(std::int64_t base, const KeyName& name, bool forChe
     return nullptr;
 }
 
-/// Follows a name as far as there are keys. Tries the folder above first: a child found under a known id is right, and
-/// only a child that is not found may be so because the folder is another one by now.
+/// Follows a name as far as there are keys.
 bool SqliteTree::Walk(std::int64_t base, const KeyName& name, Reached& reached, VReportMessageParams& report) {
     if (!Flush(report)) return false;
+    const bool isKnownMiss = inUnit && latestMiss.unit == unit && latestMiss.generation == generation &&
+                             latestMiss.base == base && latestMiss.folded == name.folded;
+    if (isKnownMiss) {
+        reached = latestMiss.reached;
+        return true;
+    }
+    if (!WalkFromFolder(base, name, reached, report)) return false;
+    if (inUnit && reached.position < name.folded.size()) latestMiss = {unit, generation, base, name.folded, reached};
+    return true;
+}
+
+/// Tries the folder above first: a child found under a known id is right, and only a child that is not found may be so
+/// because the folder is another one by now.
+bool SqliteTree::WalkFromFolder(std::int64_t base, const KeyName& name, Reached& reached,
+                                VReportMessageParams& report) {
     const std::size_t cut = name.folded.rfind(u'\\');
     if (cut != std::u16string::npos) {
         const PathCache::Entry* folder = paths.Find(base, std::u16string_view(name.folded).substr(0, cut));

@@ -77,7 +77,17 @@ class SqliteTree : public StoreTree {
         std::int64_t parent = 0;
         std::size_t position = 0;
     };
+    /// The walk that led nowhere last. Inside one unit it leads there again, until the generation changes: whoever
+    /// asks for a key and then makes it looks once.
+    struct Miss {
+        std::uint64_t unit = 0;  ///< 0: none
+        std::uint64_t generation = 0;
+        std::int64_t base = 0;
+        std::u16string folded;
+        Reached reached;
+    };
     bool Walk(std::int64_t base, const KeyName& name, Reached& reached, VReportMessageParams& report);
+    bool WalkFromFolder(std::int64_t base, const KeyName& name, Reached& reached, VReportMessageParams& report);
     bool Descend(std::int64_t base, const KeyName& name, Reached& reached, VReportMessageParams& report);
     std::shared_ptr<SqliteNode> OpenNode(TreeEntry entry, bool forCheck, VReportMessageParams& report);
     std::shared_ptr<SqliteNode> AddNode(std::int64_t base, const KeyName& name, Reached& reached,
@@ -92,6 +102,7 @@ class SqliteTree : public StoreTree {
     std::unique_ptr<SqliteDatabase> database;
     NameTable names;
     PathCache paths;
+    Miss latestMiss;
     std::unordered_map<std::int64_t, std::weak_ptr<SqliteNode>> nodes;  ///< the keys in use, by id
     std::vector<SqliteNode*> changedNodes;
     std::shared_ptr<SqliteNode> lastChecked;  ///< its values are those of the latest check for existence

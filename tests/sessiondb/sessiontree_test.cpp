@@ -125,15 +125,25 @@ TEST_F(SessionTreeTest, FoldersArePlacedByTheirReference) {
 TEST_F(SessionTreeTest, ManySessionsAreStoredInTheGivenOrder) {
     ArrangeManually();
     SaveSession(*Make(u"f\\m"));
-    const auto z = Make(u"f\\z");
-    const auto m = Make(u"f\\m");
-    const auto a = Make(u"f\\a");
-    const VRef<ISessionConfig> configs[] = {z, m, a};
-    EXPECT_TRUE(StoreSessionEntries(u"f", 3, [&](std::size_t index) { return configs[index]; }));
+    const auto session = Make(u"f\\z");
+    const char16_t* const names[] = {u"z", u"m", u"a"};
+    const auto become = [&](std::size_t index) {
+        session->SetPath(u"f\\"_v + names[index]);
+        session->GetConnectConfig()->SetHostName(names[index] + u".example.net"_v);
+        return true;
+    };
+    EXPECT_TRUE(StoreSessionEntries(u"f", *session, 3, become));
     EXPECT_EQ(ListOf(u"f", u"Session List"), u"m:z:a:");
     EXPECT_EQ(Walk().size(), 3U);
-    EXPECT_FALSE(StoreSessionEntries(
-        u"f", 2, [&](std::size_t index) { return index == 0 ? Make(u"f\\half") : VRef<ISessionConfig>(); }));
+    for (const char16_t* name : names) {
+        VUnicodeString host;
+        OpenSession(u"f\\"_v + name)->GetConnectConfig()->GetHostName(host);
+        EXPECT_EQ(host, name + u".example.net"_v);
+    }
+    EXPECT_FALSE(StoreSessionEntries(u"f", *session, 2, [&](std::size_t index) {
+        session->SetPath(u"f\\half"_v);
+        return index == 0;
+    }));
     EXPECT_EQ(Walk().size(), 3U) << "given up in the middle";
 }
 

@@ -88,10 +88,11 @@ class Walker {
     void Step() {
         if (pair.sides[0].stores.empty()) OpenStore();
         static constexpr std::array kSteps = {
-            &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey,   &Walker::OpenKey,   &Walker::OpenKey,
-            &Walker::CloseKey,  &Walker::Write,      &Walker::Write,     &Walker::Write,     &Walker::Write,
-            &Walker::Write,     &Walker::Erase,      &Walker::DeleteKey, &Walker::KeyExists, &Walker::Read,
-            &Walker::Read,      &Walker::List,       &Walker::Commit,    &Walker::Abandon,   &Walker::Join};
+            &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey, &Walker::OpenKey,   &Walker::OpenKey,
+            &Walker::CloseKey,  &Walker::Write,      &Walker::Write,   &Walker::Write,     &Walker::Write,
+            &Walker::Write,     &Walker::CopyValues, &Walker::Erase,   &Walker::DeleteKey, &Walker::KeyExists,
+            &Walker::Read,      &Walker::Read,       &Walker::List,    &Walker::Commit,    &Walker::Abandon,
+            &Walker::Join};
         (this->*kSteps[Pick(kSteps.size())])();
     }
 
@@ -167,6 +168,12 @@ class Walker {
                 return OutcomeOf(at, written);
             },
             "write " + Escape(name));
+    }
+    void CopyValues() {
+        const auto key = PickKey();
+        const auto source = PickKey();
+        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).CopyValues(source(side))); },
+                     "copy");
     }
     void Erase() {
         const auto key = PickKey();

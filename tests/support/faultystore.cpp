@@ -37,6 +37,9 @@ class FaultyKey : public IProfileKeyImpl {
     bool WriteDword(const char16_t* name, std::uint32_t value) override {
         return MayWrite() && inner->WriteDword(name, value);
     }
+    bool CopyValues(IProfileKeyImpl& source) override {
+        return MayWrite() && inner->CopyValues(*static_cast<FaultyKey&>(source).inner);
+    }
     bool DeleteValue(const char16_t* name) override { return MayWrite() && inner->DeleteValue(name); }
     bool DeleteKey(const char16_t* name) override { return MayWrite() && inner->DeleteKey(name); }
     bool KeyExists(const char16_t* name) override { return inner->KeyExists(name); }

@@ -204,21 +204,20 @@ bool Import::Update(const Candidate& candidate, bool isWriting) {
     return !isWriting || entry.text.empty() || SaveSession(*session);
 }
 
-/// All are copies of one session: they differ in what the configuration tells and in nothing else.
+/// All are one session: they differ in what the configuration tells and in nothing else.
 bool Import::StoreNewSessions() {
     if (newSessions.empty()) return true;
-    const auto pattern = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
-    pattern->SetProtocolName(kProtocol);
-    const auto make = [&](std::size_t index) {
+    const auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
+    session->SetProtocolName(kProtocol);
+    const auto fill = [&](std::size_t index) {
         const Candidate& candidate = *newSessions[index];
         const VUnicodeString& path = result.entries[candidate.entry].path;
-        auto session = VRef<ISessionConfig>::Adopt(pattern->Clone());
         session->SetName(GetEntryLeaf(path));
         session->SetPath(path);
         ApplySshSession(candidate.session, dynamic_cast<ProtocolConfig&>(*session->GetConnectConfig()));
-        return session;
+        return true;
     };
-    return MakeFolder(request.folder) && StoreSessionEntries(request.folder, newSessions.size(), make);
+    return MakeFolder(request.folder) && StoreSessionEntries(request.folder, *session, newSessions.size(), fill);
 }
 
 /// Does what Go told before, inside one unit of work. What another process changed meanwhile is told anew.
