@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "config/isessionconfig.h"
+#include "foundation/textchecks.h"
 #include "foundation/vreportmessageparams.h"
 #include "hosts/norhalden/hostoptions.h"
 #include "platform/codepage.h"
+#include "profile/iprofilestore.h"
 #include "sessiondb/sessiontree.h"
-#include "stores/openstore.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/launchcommand.h"
-#include "suite/protocols/textchecks.h"
 
 namespace connectdialog::hosts {
 
@@ -42,7 +42,7 @@ int Fail(std::u16string_view text, int exitCode = kFailed) {
 }
 
 int Fail(VReportMessageParams& report) {
-    return Fail(report.GetTextOneLine());
+    return Fail(DescribeReport(report));
 }
 
 /// Finds the session and what opens it. False when the reason was told.
@@ -63,11 +63,10 @@ int OpenInTerminal(const HostOptions& options) {
     VReportMessageParams report;
     LaunchCommand command;
     {
-        const VUnicodeString url =
-            options.store.empty() ? stores::GetDefaultStoreUrl() : VUnicodeString(options.store.c_str());
-        const auto factory = stores::OpenProfileStoreFactory(url, report);
-        if (!factory) return Fail(report);
-        InstallReferenceSuite(u"NorHalden"_v, *factory);
+        VUnicodeString notice;
+        const auto factory = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(options.store.c_str()), notice);
+        if (!factory) return Fail(notice);
+        if (!notice.IsEmpty()) Tell(notice);
         if (!FindCommand(VUnicodeString(options.path.c_str()), command)) return kFailed;
     }
     if (!command.note.empty()) Tell(command.note);

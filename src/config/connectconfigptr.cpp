@@ -10,8 +10,16 @@ namespace connectdialog {
 namespace {
 /// Dials as soon as it is made ready: made only when it is selected.
 constexpr std::u16string_view kTapi = u"TAPI";
-constexpr std::u16string_view kNoProtocol = u"None";
 }  // namespace
+
+VUnicodeString GetProtocolNameValue(ProtocolSide side) {
+    return side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
+}
+
+bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side) {
+    if (side == ProtocolSide::kTransfer) return row.kind == AppKind::kTessaly;
+    return row.kind == AppKind::kNorHalden || row.kind == AppKind::kHalden;
+}
 
 ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common)
     : configs(GetConnectProtocolTable().GetCount()), side(side) {
@@ -23,12 +31,13 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
     if (name.Get().IsEmpty()) name.Set(table[static_cast<std::uint64_t>(first)].name);
 
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) {
-        if (!RowMatches(table[i]) || !table[i].name.EqualsNoCase(name.Get())) continue;
+        if (!IsRowOfSide(table[i], side) || !table[i].name.EqualsNoCase(name.Get())) continue;
         CreateConfig(i, key, common);
         selected = static_cast<std::int32_t>(i);
     }
     for (std::uint64_t i = 0; i < table.GetCount(); ++i)
-        if (RowMatches(table[i]) && !configs[i] && !table[i].name.EqualsNoCase(kTapi)) CreateConfig(i, key, common);
+        if (IsRowOfSide(table[i], side) && !configs[i] && !table[i].name.EqualsNoCase(kTapi))
+            CreateConfig(i, key, common);
 }
 
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
@@ -47,20 +56,15 @@ ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig*
     }
 }
 
-bool ConnectConfigPtr::RowMatches(const ConnectProtocolTableElement& row) const {
-    if (side == ProtocolSide::kTransfer) return row.kind == AppKind::kTessaly;
-    return row.kind == AppKind::kNorHalden || row.kind == AppKind::kHalden;
-}
-
 std::int32_t ConnectConfigPtr::FindFirstRow() const {
     const ConnectProtocolTable& table = GetConnectProtocolTable();
     for (std::uint64_t i = 0; i < table.GetCount(); ++i)
-        if (RowMatches(table[i])) return static_cast<std::int32_t>(i);
+        if (IsRowOfSide(table[i], side)) return static_cast<std::int32_t>(i);
     return kNone;
 }
 
 void ConnectConfigPtr::LoadName(VProfileKey* key) {
-    const VUnicodeString valueName = side == ProtocolSide::kTerminal ? u"Protocol Name"_v : u"Transfer Protocol Name"_v;
+    const VUnicodeString valueName = GetProtocolNameValue(side);
     SetName(valueName);
     name.Load(key, valueName, VUnicodeString());
     SetMissing(name.IsMissing());
@@ -68,7 +72,7 @@ void ConnectConfigPtr::LoadName(VProfileKey* key) {
 
     bool known = name.Get().EqualsNoCase(kNoProtocol);
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
-        known = known || (RowMatches(row) && row.name.EqualsNoCase(name.Get()));
+        known = known || (IsRowOfSide(row, side) && row.name.EqualsNoCase(name.Get()));
     if (!known) name.Edit().Empty();
 }
 

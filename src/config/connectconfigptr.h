@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "imports/connectconfig.h"
 #include "imports/connectprotocoltable.h"
@@ -11,6 +12,13 @@ namespace connectdialog {
 
 /// The two sides of a session.
 enum class ProtocolSide : std::int32_t { kTerminal = 0, kTransfer = 1 };
+
+/// The name of the protocol that connects nothing, of either side.
+inline constexpr std::u16string_view kNoProtocol = u"None";
+/// The value of a session's key that holds the name of the side's protocol.
+VUnicodeString GetProtocolNameValue(ProtocolSide side);
+/// Whether the row is a protocol of the side.
+bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side);
 
 /// One side's protocol: a name and the settings of every protocol of that side, kept while the user switches between
 /// them. Only the selected one is saved.
@@ -48,7 +56,6 @@ class ConnectConfigPtr : public VProfileData {
   private:
     static constexpr std::int32_t kNone = -1;
 
-    bool RowMatches(const ConnectProtocolTableElement& row) const;
     std::int32_t FindFirstRow() const;
     void LoadName(VProfileKey* key);
     void CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* common);

@@ -6,13 +6,11 @@
 #include "config/sessiondbhooks.h"
 #include "foundation/vbasicbuffer.h"
 #include "profile/vprofilekey.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
 namespace {
-
-constexpr std::u16string_view kDefaultName = u"Default";
-constexpr std::u16string_view kNoProtocol = u"None";
 
 bool IsSelected(const ConnectConfigPtr& protocol) {
     return protocol.GetSelected() != nullptr && protocol.GetProtocolName().View() != kNoProtocol;
@@ -54,7 +52,7 @@ ISessionConfig* SessionConfig::Clone() const {
 }
 
 void SessionConfig::SettleDefaultSession(VProfileKey* key) {
-    if (name.View() != kDefaultName) {
+    if (name != kDefaultSession) {
         // An empty stored name means no protocol at all; an absent one meant the first of its side.
         if (protocol.NameWasEmpty()) protocol.SetProtocol(kNoProtocol, &common, true);
         if (transferProtocol.NameWasEmpty()) transferProtocol.SetProtocol(kNoProtocol, &common, true);
@@ -70,15 +68,9 @@ void SessionConfig::SettleDefaultSession(VProfileKey* key) {
 
 /// The template is made in the store on its first use. True when it is there.
 bool SessionConfig::StoreDefaultSession() {
-    VProfileStore store;
-    if (store.GetRootKey()->KeyExists(u"Sessions\\Default")) return true;
-    bool written = false;
-    {
-        VProfileKey stored(store.GetRootKey(), u"Sessions\\Default", 0);
-        Save(stored, true);
-        written = stored.AllWritten();
-    }
-    return store.Close() && written;
+    const VUnicodeString keyPath = kSessionsKey + u"\\"_v + kDefaultSession;
+    if (VProfileStore store; store.GetRootKey()->KeyExists(keyPath.GetData())) return true;
+    return WriteToKey(keyPath.GetData(), [this](VProfileKey& key) { Save(key, true); });
 }
 
 /// What was made from the Default session and has a name or a path of its own is a session like any other.
@@ -112,7 +104,7 @@ void SessionConfig::SetName(const VUnicodeString& newName) {
 }
 
 bool SessionConfig::IsDefaultSession() const {
-    return path.View() == kDefaultName && name.View() == kDefaultName;
+    return path == kDefaultSession && name == kDefaultSession;
 }
 
 bool SessionConfig::IsConnectable() const {

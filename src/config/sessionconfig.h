@@ -74,8 +74,6 @@ class SessionConfig : public VUnknown<ISessionConfig>, public VProfileComposite<
     void GetActiveProtocolName(VUnicodeString& text) const;
     /// Marks a temporary session made from the Default one.
     void SetStored(bool isStored) { notStored = !isStored; }
-    /// What the protocols share.
-    ICommonConfig& GetCommonConfig() { return common; }
 
     void Lock(VProfileKey& key, bool force) override;
     void Unlock(VProfileKey& key, bool force) override;

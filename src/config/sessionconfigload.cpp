@@ -6,6 +6,7 @@
 #include "foundation/venvironment.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
@@ -35,7 +36,7 @@ SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
       path(name),
       protocol(key, ProtocolSide::kTerminal, &common),
       transferProtocol(key, ProtocolSide::kTransfer, &common) {
-    isSession.Load(key, u"Is Session"_v, false);
+    isSession.Load(key, VUnicodeString(kIsSessionValue), false);
     isSession.Set(true);
     VRef<GlobalConfig> global;
     GetGlobalConfig(global, -1);

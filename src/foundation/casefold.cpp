@@ -27,6 +27,12 @@ char16_t detail::UpperBeyondAscii(char16_t character) {
     return MapBy(kUpperRanges, character);
 }
 
+std::u16string FoldText(std::u16string_view text) {
+    std::u16string folded(text);
+    for (char16_t& character : folded) character = FoldCase(character);
+    return folded;
+}
+
 bool IsSpace(char16_t character) {
     return std::any_of(std::begin(kWhiteSpace), std::end(kWhiteSpace),
                        [character](const CharacterRange& r) { return character >= r.first && character <= r.last; });

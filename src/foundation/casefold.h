@@ -5,6 +5,7 @@
 // themselves.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace connectdialog {
@@ -26,6 +27,9 @@ inline char16_t ToUpper(char16_t character) {
 inline char16_t FoldCase(char16_t character) {
     return ToLower(character);
 }
+
+/// FoldCase of each character.
+std::u16string FoldText(std::u16string_view text);
 
 /// Unicode's White_Space: tab to carriage return, blank, no-break space, the spaces of typography.
 bool IsSpace(char16_t character);

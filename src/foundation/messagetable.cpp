@@ -50,7 +50,10 @@ ModuleHandle GetFallbackMessageModule() {
 void RegisterMessageTable(ModuleHandle module, MessageTable table) {
     Registry& registry = GetRegistry();
     const std::lock_guard lock(registry.mutex);
-    registry.tables.push_back({module, table});
+    const auto isSame = [&](const RegisteredTable& registered) {
+        return registered.module == module && registered.table.data() == table.data();
+    };
+    if (std::ranges::none_of(registry.tables, isSame)) registry.tables.push_back({module, table});
 }
 
 void RemoveMessageTables(ModuleHandle module) {

@@ -19,8 +19,9 @@ using MessageTable = std::span<const MessageRow>;
 /// Names the fallback module. It has no file: only message tables belong to it.
 ModuleHandle GetFallbackMessageModule();
 
-/// Adds a table to a module. Where several tables of a module have a code, the one that came last counts.
-/// Requires: the rows are sorted by code, and they and their texts stay until the table is removed.
+/// Adds a table to a module; one that it has already is not added again. Where several tables of a module have a code,
+/// the one that came last counts. Requires: the rows are sorted by code, and they and their texts stay until the table
+/// is removed.
 void RegisterMessageTable(ModuleHandle module, MessageTable table);
 /// Removes what was registered for the module: to be called before the module is freed.
 void RemoveMessageTables(ModuleHandle module);

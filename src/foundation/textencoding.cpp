@@ -5,6 +5,7 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/stringerrors.h"
+#include "foundation/textchecks.h"
 #include "foundation/utf8.h"
 #include "platform/codepage.h"
 
@@ -71,8 +72,8 @@ std::u32string CodePoints(std::u16string_view text) {
     std::u32string codePoints;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char32_t unit = text[at];
-        const bool isPair = (unit & 0xFC00) == 0xD800 && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
-        const bool isLone = !isPair && (unit & 0xF800) == 0xD800;
+        const bool isLone = IsHalfCharacter(text, at);
+        const bool isPair = !isLone && platform::IsHighSurrogate(unit);
         codePoints += isPair ? 0x10000 + ((unit & 0x3FF) << 10) + (text[++at] & 0x3FFu) : isLone ? U'\xFFFD' : unit;
     }
     return codePoints;

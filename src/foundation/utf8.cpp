@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "foundation/stringerrors.h"
+#include "platform/utf16.h"
 
 namespace connectdialog {
 
@@ -31,19 +32,12 @@ char32_t ReadSequence(std::string_view input, std::size_t length) {
     return codePoint;
 }
 
-bool IsHighSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-bool IsLowSurrogate(char16_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
 /// The code point at `at`; `length` becomes the number of its units.
 char32_t ReadUnits(std::u16string_view input, std::size_t at, std::size_t& length) {
     const char16_t unit = input[at];
     length = 1;
-    if (!IsHighSurrogate(unit)) return unit;
-    if (at + 1 == input.size() || !IsLowSurrogate(input[at + 1])) throw IllegalSequence();
+    if (!platform::IsHighSurrogate(unit)) return unit;
+    if (at + 1 == input.size() || !platform::IsLowSurrogate(input[at + 1])) throw IllegalSequence();
     length = 2;
     return 0x10000 + ((unit & 0x3FFu) << 10) + (input[at + 1] & 0x3FFu);
 }

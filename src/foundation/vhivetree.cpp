@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
+#include "foundation/textchecks.h"
+
 namespace connectdialog {
 
 namespace {
-
-bool IsHighSurrogate(char16_t character) {
-    return character >= 0xD800 && character < 0xDC00;
-}
-bool IsLowSurrogate(char16_t character) {
-    return character >= 0xDC00 && character < 0xE000;
-}
 
 std::size_t CountKeys(const VHiveKey& key) {
     std::size_t count = 1;
@@ -84,11 +79,7 @@ bool VHiveTree::Remove(std::u16string_view path) {
 }
 
 bool IsFitForHive(std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] < 0x20 || IsLowSurrogate(text[i])) return false;
-        if (IsHighSurrogate(text[i]) && (++i == text.size() || !IsLowSurrogate(text[i]))) return false;
-    }
-    return true;
+    return !HasHalfCharacter(text) && std::ranges::none_of(text, [](char16_t character) { return character < 0x20; });
 }
 
 std::u16string_view TakeFirstName(std::u16string_view& path) {

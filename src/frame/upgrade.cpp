@@ -1,7 +1,5 @@
 #include "frame/upgrade.h"
 
-#include <string_view>
-
 #include "config/ifirewallui.h"
 #include "config/isessionconfig.h"
 #include "config/sessiondbhooks.h"
@@ -16,8 +14,6 @@ namespace connectdialog {
 
 namespace {
 
-constexpr std::u16string_view kOldDataMarker = u"0311ABC6-1CDD-46fc-A08A-0D7C00242FCA";
-constexpr char16_t kUpgradedMarker[] = u"7B2F2717-85C8-4729-8394-3B7697039CEB";
 constexpr std::uint64_t kNameBufferBytes = 256;
 
 void UpgradeSessions() {
@@ -44,7 +40,7 @@ void UpgradeStoredData() {
     if (!GetGlobalConfig(global, -1) || global->configUpgradeMarker.Get().View() != kOldDataMarker) return;
     UpgradeSessions();
     UpgradeFirewalls();
-    global->configUpgradeMarker.Set(kUpgradedMarker);
+    global->configUpgradeMarker.Set(VUnicodeString(kUpgradedMarker));
     global->Save();
 }
 

@@ -1,6 +1,8 @@
 // The global settings record, as far as the library looks into it.
 #pragma once
 
+#include <string_view>
+
 #include "foundation/vunknown.h"
 #include "profile/vprofile.h"
 #include "profile/vprofile2.h"
@@ -10,13 +12,17 @@ namespace connectdialog {
 /// How the children of a folder are ordered.
 enum class SessionArrangement : int { kAlphabetical = 0, kLogical = 1, kManual = 2 };
 
+/// What GlobalConfig::configUpgradeMarker holds while data of older versions waits for its one-time upgrade, and after.
+inline constexpr std::u16string_view kOldDataMarker = u"0311ABC6-1CDD-46fc-A08A-0D7C00242FCA";
+inline constexpr std::u16string_view kUpgradedMarker = u"7B2F2717-85C8-4729-8394-3B7697039CEB";
+
 /// Typed values that its provider loads and saves under the key "Global". The names in the store are the provider's.
 class GlobalConfig : public VUnknown<IUnknownBase> {
   public:
     /// Writes what must be written. On failure: false; the values stay as they are in memory.
     virtual bool Save() = 0;
 
-    /// Tells whether old data still waits for its one-time upgrade.
+    /// One of the markers above; any other text counts as upgraded.
     VProfileText configUpgradeMarker;
 
     // The session tree.

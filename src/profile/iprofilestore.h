@@ -116,7 +116,9 @@ class IProfileStoreImpl {
     /// Makes durable what all stores wrote so far; their units go on. On failure: false, and what was written is gone:
     /// the store is as it was after the last commit.
     virtual bool Commit() = 0;
-    /// Drops what all stores wrote since the last commit. Open keys stay usable and read the state before.
+    /// Drops what all stores wrote since the last commit. Open keys stay usable and read the state before. Another store
+    /// that takes part has lost its writes with it: it refuses more (code 1223), and its Close is false, until it
+    /// abandons too. So half of what it did can never become durable. The same goes for a Commit that fails.
     virtual void Abandon() = 0;
     /// Ends this handle's part; the last one commits. Keys opened from it must be closed before. A second call does
     /// nothing and gives true. On failure as Commit.

@@ -86,8 +86,6 @@ class VProfile2 : public S {
     }
 
   protected:
-    T& EditStored() { return stored; }
-
   private:
     /// Text and lists of text have a textual form and a variant; records have neither.
     static constexpr bool kHasTextForm = std::is_same_v<T, VUnicodeString> || std::is_same_v<T, VStringArray>;

@@ -93,6 +93,20 @@ class VProfileKey {
     bool allWritten = true;
 };
 
+/// Opens the key at `path` in a store of its own, lets `write` write to it, and closes both. False when a write or the
+/// commit was refused.
+template <class Write>
+bool WriteToKey(const char16_t* path, Write write) {
+    VProfileStore store(false);
+    bool written = false;
+    {
+        VProfileKey key(store.GetRootKey(), path, 0);
+        write(key);
+        written = key.AllWritten();
+    }
+    return store.Close() && written;
+}
+
 /// Runs over the children of a key. A loop reuses one name from call to call.
 class VProfileKeyIterator : public IProfileIteratorImpl {
   public:

@@ -88,7 +88,7 @@ void ProfileFolderData::LoadMembers(VProfileStore& store) {
     VProfileKey data(root, dataKeyPath.GetData(), 0);
     sessionList.Load(&data, u"Session List"_v, VUnicodeString());
     folderList.Load(&data, u"Folder List"_v, VUnicodeString());
-    isExpanded.Load(&data, u"Is Expanded"_v, false);
+    isExpanded.Load(&data, VUnicodeString(kIsExpandedValue), false);
 }
 
 const VStringArray& ProfileFolderData::GetShownFolders() const {
@@ -101,14 +101,7 @@ const VStringArray& ProfileFolderData::GetShownSessions() const {
 bool ProfileFolderData::SaveToStore() {
     folderList.Set(MakeList(orderedFolders));
     sessionList.Set(MakeList(orderedSessions));
-    VProfileStore store(false);
-    bool written = false;
-    {
-        VProfileKey data(store.GetRootKey(), dataKeyPath.GetData(), 0);
-        Save(data, false);
-        written = data.AllWritten();
-    }
-    return store.Close() && written;
+    return WriteToKey(dataKeyPath.GetData(), [this](VProfileKey& data) { Save(data, false); });
 }
 
 bool IsManuallyArranged() {

@@ -5,15 +5,9 @@
 #pragma once
 
 #include "foundation/vunicodestring.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
-
-/// The names of the session tree in the store.
-inline constexpr char16_t kSessionsKey[] = u"Sessions";
-inline constexpr char16_t kFolderDataKey[] = u"__FolderData__";
-inline constexpr char16_t kDefaultSession[] = u"Default";
-/// A key that holds it, whatever its number, is a session.
-inline constexpr char16_t kIsSessionValue[] = u"Is Session";
 
 /// The key of the entry at `path`.
 VUnicodeString BuildSessionKeyPath(const VUnicodeString& path);

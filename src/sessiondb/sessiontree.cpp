@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "config/connectconfigptr.h"
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
 #include "foundation/vreportmessageparams.h"
@@ -17,8 +18,6 @@
 namespace connectdialog {
 
 namespace {
-
-constexpr char16_t kIsExpandedValue[] = u"Is Expanded";
 
 bool HasSessionMark(VProfileKey& key) {
     std::uint32_t isSession = 0;
@@ -53,14 +52,21 @@ bool AsOneUnit(Steps steps) {
 }
 
 bool WriteSession(ISessionConfig& config, bool force) {
+    return WriteToKey(BuildSessionKeyPath(config.GetPath()).GetData(), [&](VProfileKey& key) { config.Save(key, force); });
+}
+
+bool CreateFolderKey(const VUnicodeString& path) {
     VProfileStore store(false);
-    bool written = false;
-    {
-        VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(config.GetPath()).GetData(), 0);
-        config.Save(key, force);
-        written = key.AllWritten();
-    }
-    return store.Close() && written;
+    const bool made =
+        VProfileKey(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 1).GetImpl()->GetLastReport()->GetCode() ==
+        0;
+    return store.Close() && made;
+}
+
+VRef<ISessionConfig> LoadFrom(VProfileKey& key, const VUnicodeString& path, const VUnicodeString& leaf) {
+    auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), &key));
+    config->SetPath(path);
+    return config;
 }
 
 /// What the session becomes, written whole the first time and afterwards as what differs from the key before.
@@ -141,40 +147,29 @@ bool ReadIsExpanded(const VUnicodeString& path) {
 
 bool WriteIsExpanded(const VUnicodeString& path, bool isExpanded) {
     if (ReadIsExpanded(path) == isExpanded) return true;
-    VProfileStore store(false);
-    bool written = false;
-    {
-        VProfileKey data(store.GetRootKey(), BuildFolderDataKeyPath(path).GetData(), 0);
-        written = data.WriteDword(kIsExpandedValue, isExpanded ? 1 : 0);
-    }
-    return store.Close() && written;
+    return WriteToKey(BuildFolderDataKeyPath(path).GetData(),
+                      [&](VProfileKey& data) { data.WriteDword(kIsExpandedValue, isExpanded ? 1 : 0); });
 }
 
 bool SessionHasProtocol(AppKind kind, const VUnicodeString& path) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
     VUnicodeString name;
-    const char16_t* valueName = kind == AppKind::kNorHalden ? u"Protocol Name" : u"Transfer Protocol Name";
-    return key.ReadString(valueName, name) && IsKnownProtocol(name) && name != u"None";
+    const ProtocolSide side = kind == AppKind::kNorHalden ? ProtocolSide::kTerminal : ProtocolSide::kTransfer;
+    return key.ReadString(GetProtocolNameValue(side).GetData(), name) && IsKnownProtocol(name) && name != kNoProtocol;
 }
 
 VRef<ISessionConfig> LoadSessionEntry(const VUnicodeString& path, const VUnicodeString& leaf) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
-    auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), &key));
-    config->SetPath(path);
-    return config;
+    return LoadFrom(key, path, leaf);
 }
 
 VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
     VProfileStore store(true);
     const VUnicodeString keyPath = BuildSessionKeyPath(path);
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
-    if (HasSessionMark(key)) {
-        auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(GetEntryLeaf(path).GetData(), &key));
-        config->SetPath(path);
-        return config;
-    }
+    if (HasSessionMark(key)) return LoadFrom(key, path, GetEntryLeaf(path));
     if (path != kDefaultSession || store.GetRootKey()->KeyExists(keyPath.GetData())) return nullptr;
     return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
 }
@@ -210,17 +205,7 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
     if (name.IsEmpty()) return false;
     return AsOneUnit([&] {
         return ChangeFolder(
-            parent,
-            [&] {
-                VProfileStore store(false);
-                bool made = false;
-                {
-                    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
-                    VProfileKey created(&folder, name.GetData(), 1);
-                    made = created.GetImpl()->GetLastReport()->GetCode() == 0;
-                }
-                return store.Close() && made;
-            },
+            parent, [&] { return CreateFolderKey(JoinEntryPath(parent, name)); },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
     });
 }

@@ -3,7 +3,8 @@
 // Free operations over session paths. Each opens its own store and closes it before it returns; none shows a message.
 // Missing keys are answered by null, false or nothing. An operation that writes is one unit of work: it stands in the
 // store whole or not at all, and its false means that the store refused. Inside a unit of the caller's (see
-// VProfileStore::JoinUnitOfWork) a false has dropped what was written before in that unit too: the caller gives up.
+// VProfileStore::JoinUnitOfWork) a false has dropped what was written before in that unit too: the caller's store then
+// refuses more writes, and its Close is false.
 #pragma once
 
 #include <cstddef>

@@ -6,12 +6,6 @@
 
 namespace connectdialog::stores {
 
-std::u16string FoldName(std::u16string_view name) {
-    std::u16string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), FoldCase);
-    return folded;
-}
-
 bool IsValueName(const char16_t* name) {
     return std::u16string_view(name).size() <= kMaxNameLength;
 }
@@ -31,7 +25,7 @@ bool KeyName::Parse(std::u16string_view name, std::size_t depth) {
         if (level.empty() || level.size() > kMaxNameLength || depth + count >= kMaxKeyDepth) return false;
     }
     spelled = name;
-    folded = FoldName(name);
+    folded = FoldText(name);
     levels = count;
     return true;
 }

@@ -12,9 +12,6 @@ constexpr std::size_t kMaxKeyDepth = 128;
 /// Code units of one level of a key name, and of a value name.
 constexpr std::size_t kMaxNameLength = 16383;
 
-/// `name` as names are compared and ordered: FoldCase of each code unit.
-std::u16string FoldName(std::u16string_view name);
-
 /// Whether a new value may have the name: any text that is not too long.
 bool IsValueName(const char16_t* name);
 

@@ -11,17 +11,40 @@ StorePart::StorePart(std::shared_ptr<StoreTree> storeTree) : tree(std::move(stor
 
 bool StorePart::Join(VReportMessageParams& report) {
     if (closed) return report.Fail(platform::kInvalidHandle);
+    if (WasDropped()) return report.Fail(platform::kCancelled);
     if (!tree->BeginUnit(report)) return false;
     if (!joined) ++tree->participants;
     joined = true;
+    joinedAfter = tree->droppedUnits;
     return true;
+}
+
+bool StorePart::Commit(VReportMessageParams& report) {
+    if (WasDropped()) return report.Fail(platform::kCancelled);
+    if (tree->CommitUnit(report)) return true;
+    NoteDrop();
+    return false;
+}
+
+void StorePart::Abandon() {
+    tree->RollbackUnit();
+    NoteDrop();
+}
+
+/// This part knows of it; the others are told when they next write or close.
+void StorePart::NoteDrop() {
+    joinedAfter = ++tree->droppedUnits;
 }
 
 bool StorePart::Leave(VReportMessageParams& report) {
     if (closed) return true;
     closed = true;
     tree->StoreClosed();
-    return !joined || --tree->participants > 0 || tree->CommitUnit(report);
+    if (!joined) return true;
+    const bool isKept = !WasDropped();
+    const bool isLast = --tree->participants == 0;
+    if (isLast && !tree->CommitUnit(report)) return false;
+    return isKept || report.Fail(platform::kCancelled);
 }
 
 ProfileStore::ProfileStore(std::shared_ptr<StoreTree> tree) : part(std::make_shared<StorePart>(std::move(tree))) {}
@@ -41,12 +64,12 @@ bool ProfileStore::JoinUnitOfWork() {
 
 bool ProfileStore::Commit() {
     report.Clear();
-    return part->GetTree().CommitUnit(report);
+    return part->Commit(report);
 }
 
 void ProfileStore::Abandon() {
     report.Clear();
-    part->GetTree().RollbackUnit();
+    part->Abandon();
 }
 
 bool ProfileStore::Close() {

@@ -1,6 +1,7 @@
 // Store handles and their part in the unit of work, the same for every provider.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "foundation/vreportmessageparams.h"
@@ -17,13 +18,20 @@ class StorePart {
 
     StoreTree& GetTree() const { return *tree; }
     /// Takes part, and begins the unit when this is its first write. On failure: false; a store that did not take part
-    /// still does not. 6 when the store was closed.
+    /// still does not. 6 when the store was closed, 1223 when another part dropped what this one wrote.
     bool Join(VReportMessageParams& report);
+    bool Commit(VReportMessageParams& report);
+    void Abandon();
     /// Ends the part; the last one commits. A second call gives true.
     bool Leave(VReportMessageParams& report);
 
   private:
+    /// Another part dropped what this one wrote: half of its work would be missing, so the rest must not be kept.
+    bool WasDropped() const { return joined && joinedAfter != tree->droppedUnits; }
+    void NoteDrop();
+
     std::shared_ptr<StoreTree> tree;
+    std::uint64_t joinedAfter = 0;  ///< the tree's droppedUnits when this part last joined or dropped one itself
     bool joined = false;
     bool closed = false;
 };

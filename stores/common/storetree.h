@@ -16,15 +16,13 @@
 
 #include "foundation/vunicodestring.h"
 #include "profile/iprofilestore.h"
+#include "resources/storenames.h"
 #include "stores/common/storedvalue.h"
 
 namespace connectdialog::stores {
 
 struct KeyName;
 class StoreNode;
-
-/// A key that has a value of this name is a session, any other a folder.
-inline constexpr char16_t kSessionMark[] = u"Is Session";
 
 using NodePtr = std::shared_ptr<StoreNode>;
 
@@ -104,8 +102,9 @@ class StoreTree {
     /// have been deleted, which is another answer.
     std::uint64_t GetGeneration() const { return generation; }
 
-    std::size_t participants = 0;  ///< store handles that take part in the unit
-    std::string scratch;           ///< where handles encode a value on its way to a node
+    std::size_t participants = 0;    ///< store handles that take part in the unit
+    std::uint64_t droppedUnits = 0;  ///< units that were abandoned, or whose commit failed
+    std::string scratch;             ///< where handles encode a value on its way to a node
 
   protected:
     std::uint64_t generation = 1;

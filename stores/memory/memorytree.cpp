@@ -1,5 +1,6 @@
 #include "stores/memory/memorytree.h"
 
+#include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/lasterror.h"
 #include "stores/common/keyname.h"
@@ -30,12 +31,12 @@ bool MemoryNode::CheckAlive(VReportMessageParams& report) const {
 }
 
 ProfileKind MemoryNode::GetKind() const {
-    return values.contains(FoldName(kSessionMark)) ? ProfileKind::kSession : ProfileKind::kFolder;
+    return values.contains(FoldText(kIsSessionValue)) ? ProfileKind::kSession : ProfileKind::kFolder;
 }
 
 bool MemoryNode::Read(const char16_t* valueName, ValueView& value, VReportMessageParams& report) {
     if (!CheckAlive(report)) return false;
-    const auto found = values.find(FoldName(valueName));
+    const auto found = values.find(FoldText(valueName));
     if (found == values.end()) return report.Fail(platform::kFileNotFound);
     value = {found->second.tag, found->second.bytes};
     return true;
@@ -53,7 +54,7 @@ void MemoryNode::LogValue(const std::u16string& folded) {
 bool MemoryNode::Write(const char16_t* valueName, const ValueView& value, VReportMessageParams& report) {
     if (!CheckAlive(report)) return false;
     if (!IsValueName(valueName)) return report.Fail(platform::kInvalidParameter);
-    const std::u16string folded = FoldName(valueName);
+    const std::u16string folded = FoldText(valueName);
     LogValue(folded);
     values[folded] = {value.tag, std::string(value.bytes)};
     return true;
@@ -69,7 +70,7 @@ bool MemoryNode::CopyValues(StoreNode& source, VReportMessageParams& report) {
 
 bool MemoryNode::Erase(const char16_t* valueName, VReportMessageParams& report) {
     if (!CheckAlive(report)) return false;
-    const std::u16string folded = FoldName(valueName);
+    const std::u16string folded = FoldText(valueName);
     if (!values.contains(folded)) return report.Fail(platform::kFileNotFound);
     LogValue(folded);
     values.erase(folded);

@@ -34,7 +34,7 @@ std::uint32_t NameTable::Search(std::u16string_view name) const {
         std::transform(name.begin(), name.end(), shortName.begin(), FoldCase);
         folded = {shortName.data(), name.size()};
     } else {
-        longName = FoldName(name);
+        longName = FoldText(name);
         folded = longName;
     }
     const auto found = idsByFolded.find(folded);
@@ -72,7 +72,7 @@ bool NameTable::LoadNew(SqliteDatabase& database, VReportMessageParams& report) 
 std::uint32_t NameTable::Intern(SqliteDatabase& database, const char16_t* name, VReportMessageParams& report) {
     if (!LoadNew(database, report)) return 0;
     if (const std::uint32_t added = Find(name); added != 0) return added;
-    const std::u16string folded = FoldName(name);
+    const std::u16string folded = FoldText(name);
     const std::string foldedBytes = EncodeBigEndian(folded);
     const std::string spelledBytes = EncodeWtf8(name);
     const auto id = static_cast<std::uint32_t>(names.size() + 1);

@@ -153,7 +153,7 @@ bool SqliteNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& 
 }
 
 bool SqliteNode::IsSession() {
-    const std::uint32_t id = tree.GetNames().Find(kSessionMark);
+    const std::uint32_t id = tree.GetNames().Find(kIsSessionValue);
     return id != 0 && values.Find(id) != PackedValues::kNone;
 }
 

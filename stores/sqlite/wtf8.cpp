@@ -4,16 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/utf16.h"
+
 namespace connectdialog::stores {
 
 namespace {
-
-bool IsHigh(char32_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLow(char32_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
 
 void AppendCodePoint(char32_t point, std::string& bytes) {
     const auto tail = [&](int shift) { bytes.push_back(static_cast<char>(0x80 | (point >> shift & 0x3F))); };
@@ -58,7 +53,7 @@ std::string EncodeWtf8(std::u16string_view text) {
     bytes.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t point = text[i];
-        if (IsHigh(point) && i + 1 < text.size() && IsLow(text[i + 1])) {
+        if (platform::IsHighSurrogate(point) && i + 1 < text.size() && platform::IsLowSurrogate(text[i + 1])) {
             point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00U);
         }
         AppendCodePoint(point, bytes);

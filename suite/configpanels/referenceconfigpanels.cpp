@@ -25,11 +25,6 @@ bool ReferenceConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int
     return true;
 }
 
-void ReferenceConfigPanels::ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) {
-    pickSessions = pick;
-    sessionImages = images;
-}
-
 const ConnectProtocolTable& ReferenceConfigPanels::GetConnectProtocolTable() {
     return GetReferenceProtocolTable();
 }

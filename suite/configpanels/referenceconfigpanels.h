@@ -15,7 +15,8 @@ class ReferenceConfigPanels : public IConfigPanels {
     /// Whoever holds the old record keeps it.
     void ReloadGlobalConfig() { global = nullptr; }
 
-    void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) override;
+    /// The suite has no dialogs that would call back.
+    void ConfigPanelsInitGUI(PickSessionsFunction, SessionImageListFunction) override {}
     const ConnectProtocolTable& GetConnectProtocolTable() override;
     AppKind GetCurrentAppProductID() override;
     bool IsIntegrated() override;
@@ -29,13 +30,8 @@ class ReferenceConfigPanels : public IConfigPanels {
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
 
-    PickSessionsFunction GetPickSessions() const { return pickSessions; }
-    SessionImageListFunction GetSessionImages() const { return sessionImages; }
-
   private:
     VRef<GlobalConfig> global;
-    PickSessionsFunction pickSessions = nullptr;
-    SessionImageListFunction sessionImages = nullptr;
 };
 
 /// Whether a program of the suite is installed. `name` is the file's name.

@@ -12,7 +12,6 @@ template <auto member>
 constexpr MemberAccess<ReferenceGlobalConfig> kMember = Member<ReferenceGlobalConfig, member>;
 
 /// What the marker says where there is nothing to upgrade: in a store that begins with this version.
-constexpr char16_t kUpToDate[] = u"7B2F2717-85C8-4729-8394-3B7697039CEB";
 constexpr int kLineSendDelay = 5;
 }  // namespace
 
@@ -54,7 +53,7 @@ ReferenceGlobalConfig::ReferenceGlobalConfig() {
 }
 
 void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
-    configUpgradeMarker.Load(&key, u"Config Upgrade Marker"_v, kUpToDate);
+    configUpgradeMarker.Load(&key, u"Config Upgrade Marker"_v, VUnicodeString(kUpgradedMarker));
     sessionArrangementMode.Load(&key, u"Session Arrangement Mode"_v, 0);
     hideDotEntries.Load(&key, u"Hide Dot Entries"_v, false);
     lineSendDelay.Load(&key, u"Line Send Delay"_v, kLineSendDelay);

@@ -1,9 +1,9 @@
 #include "suite/configpanels/sessionname.h"
 
 #include "foundation/casefold.h"
+#include "foundation/textchecks.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
-#include "suite/protocols/textchecks.h"
 
 namespace connectdialog {
 

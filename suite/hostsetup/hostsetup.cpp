@@ -1,9 +1,13 @@
 #include "suite/hostsetup/hostsetup.h"
 
+#include <string>
+
 #include "foundation/texttools.h"
+#include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "imports/dialogkit/appname.h"
 #include "platform/modules.h"
+#include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 
 namespace connectdialog {
@@ -30,6 +34,28 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
     ConnectDialogDllInit(nullptr, nullptr);
     ConnectDialogInitApplicationCommandLine(program.GetData());
     ConnectDialogInitGUI(nullptr, nullptr, nullptr);
+}
+
+std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
+                                                         VUnicodeString& notice) {
+    VReportMessageParams report;
+    auto factory = stores::OpenProfileStoreFactory(url.IsEmpty() ? stores::GetDefaultStoreUrl() : url, report);
+    const char16_t* const what = factory ? u"a damaged store was set aside: " : u"the store cannot be opened: ";
+    if (report.GetCode() != 0) notice = what + DescribeReport(report);
+    if (factory) InstallReferenceSuite(appName, *factory);
+    return factory;
+}
+
+VUnicodeString DescribeReport(VReportMessageParams& report) {
+    std::u16string text(report.GetTextOneLine());
+    while (!text.empty() && (text.back() == u' ' || text.back() == u'.')) text.pop_back();
+    std::u16string details;
+    for (std::size_t i = 0; i < report.GetInsertCount(); ++i) {
+        const std::u16string_view insert = report.GetInserts()[i];
+        if (insert.empty() || text.find(insert) != text.npos) continue;
+        details.append(details.empty() ? u" (" : u": ").append(insert);
+    }
+    return VUnicodeString(details.empty() ? text : text + details + u')');
 }
 
 }  // namespace connectdialog

@@ -1,12 +1,15 @@
 // What every program of the suite does once at its start.
 #pragma once
 
+#include <memory>
+
 #include "foundation/vunicodestring.h"
 
 namespace connectdialog {
 
 class ReferenceConfigPanels;
 class VProfileStoreFactory;
+class VReportMessageParams;
 
 /// Makes the library ready for a host or a tool: the application's name, the reference global settings and protocols,
 /// the store, and the library's start-up calls in their order (so stored data of older versions is brought up to date).
@@ -16,6 +19,16 @@ class VProfileStoreFactory;
 /// do): nothing that was read from the former one is kept.
 /// Requires: `factory` stays the caller's and outlives every use of the library.
 void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& factory);
+
+/// Opens the store that `url` names, or the user's own when it is empty, and installs the suite over it. `notice` is
+/// what the user should know, on one line: why it failed, or that a damaged store was set aside; else empty.
+/// On failure: null, and nothing is installed.
+std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
+                                                         VUnicodeString& notice);
+
+/// A report for the user, on one line without a full stop: its text and, in brackets, what it is about and the cause,
+/// where the text does not name them itself.
+VUnicodeString DescribeReport(VReportMessageParams& report);
 
 /// The panels that InstallReferenceSuite installs. Live as long as the process.
 ReferenceConfigPanels& GetReferenceConfigPanels();

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "suite/protocols/textchecks.h"
+#include "foundation/textchecks.h"
 
 namespace connectdialog {
 

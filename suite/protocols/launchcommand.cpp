@@ -14,14 +14,6 @@ namespace connectdialog {
 
 namespace {
 
-void RegisterMessages() {
-    static const bool registered = [] {
-        RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
-        return true;
-    }();
-    static_cast<void>(registered);
-}
-
 /// The protocol of the side that the running application opens; `fault` tells why there is none.
 const ConnectConfig* PickSide(const ISessionConfig& session, LaunchFault& fault) {
     const ConnectConfig* terminal = session.HasProtocol() ? session.GetConnectConfig() : nullptr;
@@ -43,7 +35,7 @@ const ConnectConfig* PickSide(const ISessionConfig& session, LaunchFault& fault)
 }  // namespace
 
 bool BuildLaunchCommand(const ConnectConfig& config, LaunchCommand& command, VReportMessageParams& report) {
-    RegisterMessages();
+    RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
     command = LaunchCommand();
     const auto* protocol = dynamic_cast<const ProtocolConfig*>(&config);
     if (protocol == nullptr) return report.Fail(kLaunchForeignSettings);
@@ -53,7 +45,7 @@ bool BuildLaunchCommand(const ConnectConfig& config, LaunchCommand& command, VRe
 }
 
 bool BuildLaunchCommand(const ISessionConfig& session, LaunchCommand& command, VReportMessageParams& report) {
-    RegisterMessages();
+    RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
     command = LaunchCommand();
     LaunchFault fault = kLaunchFine;
     const ConnectConfig* config = PickSide(session, fault);
@@ -62,7 +54,7 @@ bool BuildLaunchCommand(const ISessionConfig& session, LaunchCommand& command, V
 }
 
 bool BecomeClient(const LaunchCommand& command, VReportMessageParams& report) {
-    RegisterMessages();
+    RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
     const std::string program = command.arguments.empty() ? std::string() : command.arguments.front();
     if (platform::ReplaceProcess(command.arguments)) return true;
     const std::uint32_t cause = platform::GetLastErrorCode();

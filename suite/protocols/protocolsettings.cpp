@@ -13,7 +13,8 @@ namespace {
 void LoadPort(VProfileKey* key, ProtocolSettings::Port& port, const VUnicodeString& name, unsigned short usual) {
     std::uint32_t number = 0;
     const bool found = key != nullptr && key->ReadDword(name.GetData(), number);
-    if (!found || (number != 0 && number <= std::numeric_limits<unsigned short>::max())) {
+    const bool isPort = number <= std::numeric_limits<unsigned short>::max() && (number != 0 || usual == kNoPort);
+    if (!found || isPort) {
         port.Load(key, name, usual);
         return;
     }

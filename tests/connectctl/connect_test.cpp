@@ -49,7 +49,8 @@ TEST_F(ToolTest, ConnectBecomesTheClient) {
 
     const ProcessResult missing = Run({"connect", "zeta"}, {"PATH=/nonexistent"});
     EXPECT_EQ(missing.exitCode, 1);
-    EXPECT_EQ(missing.errors, "connectctl: cannot run ssh: it is not installed; the package openssh-client has it\n");
+    EXPECT_EQ(missing.errors,
+              "connectctl: The program \"ssh\" is not installed; the Debian package openssh-client has it\n");
 }
 
 }  // namespace

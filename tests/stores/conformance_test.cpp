@@ -348,6 +348,41 @@ TEST_P(StoreConformance, TheLastStoreThatTakesPartCommits) {
     EXPECT_EQ(Dump(), "y 5\n  .a=1\nz 5\n  .a=1\n");
 }
 
+TEST_P(StoreConformance, HalfOfAUnitNeverBecomesDurable) {
+    VProfileStore outer(factory.get());
+    EXPECT_TRUE(VProfileKey(outer.GetRootKey(), u"half", 1).WriteDword(u"a", 1));
+    {
+        VProfileStore inner(factory.get());
+        EXPECT_TRUE(inner.GetRootKey()->WriteDword(u"inner", 1));
+        inner.Abandon();
+        EXPECT_TRUE(VProfileKey(inner.GetRootKey(), u"kept", 0).WriteDword(u"a", 1)) << "who abandons may begin anew";
+    }
+    EXPECT_FALSE(outer.GetRootKey()->WriteDword(u"second half", 1));
+    EXPECT_EQ(CodeOf(*outer.GetRootKey()), 1223U);
+    EXPECT_FALSE(outer.Commit());
+    EXPECT_FALSE(outer.Close());
+    EXPECT_EQ(Dump(), "kept 5\n  .a=1\n");
+}
+
+TEST_P(StoreConformance, CopiedValuesTakeThePlaceOfAll) {
+    ASSERT_TRUE(WriteDwords(*factory, u"from", {u"Is Session", u"a"}, 1) && WriteDwords(*factory, u"to", {u"b"}, 2) &&
+                Set(u"to\\child"));
+    {
+        VProfileStore store(factory.get());
+        VProfileKey from(store.GetRootKey(), u"from", 0);
+        VProfileKey absent(store.GetRootKey(), u"absent", 0);
+        VProfileKey to(store.GetRootKey(), u"to", 0);
+        EXPECT_FALSE(to.CopyValues(absent));
+        EXPECT_EQ(CodeOf(to), 2U);
+        EXPECT_TRUE(to.CopyValues(from) && to.CopyValues(to) && to.WriteDword(u"a", 3));
+        EXPECT_TRUE(VProfileKey(store.GetRootKey(), u"new", 0).CopyValues(to));
+    }
+    Reopen();
+    EXPECT_EQ(Dump(),
+              "from 6\n  .a=1\n  .Is{20}Session=1\nnew 6\n  .a=3\n  .Is{20}Session=1\n"
+              "to 6\n  .a=3\n  .Is{20}Session=1\n  child 5\n    .a=1\n");
+}
+
 TEST_P(StoreConformance, AnIterationEndsWhateverHappensMeanwhile) {
     VProfileStore unit(factory.get());
     ASSERT_TRUE(unit.JoinUnitOfWork());

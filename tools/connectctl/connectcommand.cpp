@@ -6,8 +6,6 @@
 #include "config/isessionconfig.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
-#include "platform/lasterror.h"
-#include "platform/processlaunch.h"
 #include "suite/protocols/launchcommand.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
@@ -34,12 +32,9 @@ Failure RunClient(const LaunchCommand& command) {
     if (!command.note.empty()) PrintNotice(platform::ToNarrow(command.note));
     FlushOutput();
     CloseToolStore();
-    platform::ReplaceProcess(command.arguments);
-    std::string text = "cannot run " + command.arguments.front();
-    if (platform::GetLastErrorCode() == platform::kFileNotFound && !command.package.empty())
-        return text + ": it is not installed; the package " + std::string(command.package) + " has it";
-    VReportMessageParams report(platform::GetLastErrorCode());
-    return text + ": " + ReportText(report);
+    VReportMessageParams report;
+    BecomeClient(command, report);
+    return ReportText(report);
 }
 
 Failure Connect(const ConnectArguments& arguments) {

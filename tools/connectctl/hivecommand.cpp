@@ -1,18 +1,16 @@
 // hive: the settings of the machine and of the user that stand beside the store.
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "foundation/vfile.h"
 #include "foundation/vhivewriter.h"
-#include "foundation/vstringarray.h"
 #include "platform/codepage.h"
 #include "platform/files.h"
 #include "platform/lasterror.h"
 #include "profile/vregistrykey.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/hivevalue.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/toolstore.h"
 
@@ -36,55 +34,13 @@ struct HiveArguments {
 };
 
 Failure FailureOf(VRegistryKey& key, std::u16string_view name) {
-    VReportMessageParams& report = *key.GetLastReport();
-    std::string text = Quoted(name) + ": " + ReportText(report);
-    if (report.GetInsertCount() > 0) text += " (" + platform::ToNarrow(report.GetInserts()[0]) + ')';
-    return text;
+    return Quoted(name) + ": " + ReportText(*key.GetLastReport());
 }
 
 Failure FailureOf(const VHiveStatus& status, std::u16string_view name) {
     VReportMessageParams report(status.code);
     const std::string detail = status.detail.empty() ? "" : " (" + platform::ToNarrow(status.detail) + ')';
     return Quoted(name) + ": " + ReportText(report) + detail;
-}
-
-nlohmann::json ListJson(const VStringArray& list) {
-    nlohmann::json texts = nlohmann::json::array();
-    for (const VUnicodeString& text : list) texts.push_back(JsonText(text));
-    return texts;
-}
-
-std::string HexText(const std::vector<std::uint8_t>& bytes) {
-    std::string text;
-    for (const std::uint8_t byte : bytes) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 0xF];
-    }
-    return text;
-}
-
-/// Reads a value of whatever type in the form in which set takes it. False with the key's report.
-bool ReadAsText(VRegistryKey& key, const char16_t* name, std::string& type, std::string& text) {
-    std::uint32_t number = 0;
-    VUnicodeString string;
-    VStringArray list;
-    if (key.ReadDword(name, number)) {
-        type = "dword";
-        text = std::to_string(number);
-    } else if (key.ReadString(name, string)) {
-        type = "string";
-        text = Printable(string);
-    } else if (key.ReadMultiString(name, list)) {
-        type = "list";
-        text = PrintableJson(ListJson(list));
-    } else {
-        if (!key.ReadBinary(name, nullptr, number)) return false;
-        std::vector<std::uint8_t> bytes(number);
-        if (!key.ReadBinary(name, bytes.data(), number)) return false;
-        type = "binary";
-        text = HexText(bytes);
-    }
-    return true;
 }
 
 Failure Get(const HiveArguments& arguments) {
@@ -96,71 +52,18 @@ Failure Get(const HiveArguments& arguments) {
     if (!key.IsOpen()) return FailureOf(key, path);
     std::string type;
     std::string text;
-    if (!ReadAsText(key, name.GetData(), type, text)) return FailureOf(key, name);
+    if (!ReadHiveValue(key, name.GetData(), type, text)) return FailureOf(key, name);
     PrintLine(text);
-    return kDone;
-}
-
-bool ParseDword(std::string_view text, std::uint32_t& number) {
-    const bool isHex = text.starts_with("0x");
-    if (isHex) text.remove_prefix(2);
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, isHex ? 16 : 10);
-    return error == std::errc() && rest == end;
-}
-
-bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
-    for (; text.size() >= 2; text.remove_prefix(2)) {
-        std::uint8_t byte = 0;
-        const auto [rest, error] = std::from_chars(text.data(), text.data() + 2, byte, 16);
-        if (error != std::errc() || rest != text.data() + 2) return false;
-        bytes.push_back(byte);
-    }
-    return text.empty();
-}
-
-bool ParseList(const std::string& text, VStringArray& list) {
-    const nlohmann::json texts = nlohmann::json::parse(text, nullptr, false);
-    if (!texts.is_array()) return false;
-    for (const nlohmann::json& element : texts) {
-        if (!element.is_string()) return false;
-        list.Add(VUnicodeString(element.get<std::string>().c_str()));
-    }
-    return true;
-}
-
-/// Calls `write` with a function that writes the value; fails when the text is no value of the type.
-Failure ParseValue(const HiveArguments& arguments, std::function<bool(VRegistryKey&, const char16_t*)>& write) {
-    std::uint32_t number = 0;
-    std::vector<std::uint8_t> bytes;
-    VStringArray list;
-    VUnicodeString text;
-    if (arguments.type == "dword") {
-        if (!ParseDword(arguments.value, number))
-            return "a dword is a number from 0 to 4294967295, or 0x and hex digits";
-        write = [number](VRegistryKey& key, const char16_t* name) { return key.WriteDword(name, number); };
-    } else if (arguments.type == "binary") {
-        if (!ParseBytes(arguments.value, bytes)) return "bytes are pairs of hex digits";
-        write = [bytes](VRegistryKey& key, const char16_t* name) {
-            return key.WriteBinary(name, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
-        };
-    } else if (arguments.type == "list") {
-        if (!ParseList(arguments.value, list)) return "a list is a JSON array of texts";
-        write = [list](VRegistryKey& key, const char16_t* name) { return key.WriteMultiString(name, list); };
-    } else {
-        if (Failure failure = DecodeArgument(arguments.value, text)) return failure;
-        write = [text](VRegistryKey& key, const char16_t* name) { return key.WriteString(name, text.GetData()); };
-    }
     return kDone;
 }
 
 Failure Set(const HiveArguments& arguments) {
     VUnicodeString path;
     VUnicodeString name;
-    std::function<bool(VRegistryKey&, const char16_t*)> write;
+    HiveWriter write;
     if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
     if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
-    if (Failure failure = ParseValue(arguments, write)) return failure;
+    if (Failure failure = ParseHiveValue(arguments.type, arguments.value, write)) return failure;
     const VHiveStatus made = VSettingsHive::Of(arguments.Scope()).CreateKey(path);
     if (!made) return FailureOf(made, path);
     VRegistryKey key(arguments.Scope(), path.GetData(), kReadWrite);
@@ -185,7 +88,7 @@ void PrintKey(HiveScope scope, const VHiveKey& key, const std::u16string& path, 
     for (const auto& [name, entry] : key.values) {
         std::string type = "hex(" + std::to_string(entry.value.type) + ')';
         std::string text = HexText(entry.value.data);
-        ReadAsText(handle, name.c_str(), type, text);
+        ReadHiveValue(handle, name.c_str(), type, text);
         PrintLine(indent + (name.empty() ? "@" : Printable(name)) + '\t' + type + '\t' + text);
     }
     for (const auto& [name, child] : key.children) {

@@ -3,7 +3,10 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "foundation/textchecks.h"
+#include "foundation/vstringarray.h"
 #include "platform/codepage.h"
+#include "platform/utf16.h"
 
 namespace connectdialog::connectctl {
 
@@ -13,25 +16,6 @@ constexpr std::size_t kLongestQuote = 120;
 constexpr std::u16string_view kEscapeStart = u"<U+";
 constexpr std::size_t kEscapeLength = 8;  // <U+XXXX>
 constexpr char16_t kHexDigits[] = u"0123456789ABCDEF";
-
-bool IsHighSurrogate(char16_t character) {
-    return character >= 0xD800 && character <= 0xDBFF;
-}
-bool IsLowSurrogate(char16_t character) {
-    return character >= 0xDC00 && character <= 0xDFFF;
-}
-
-/// Characters of the basic plane that must not reach a terminal; surrogates are judged in pairs.
-bool IsUnsafe(char16_t character) {
-    if (character >= 0x20 && character < 0x7F) return false;
-    return character < 0xA0 || character == 0x061C || (character >= 0x200E && character <= 0x200F) ||
-           (character >= 0x2028 && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
-}
-
-bool IsLoneSurrogate(std::u16string_view text, std::size_t i) {
-    if (IsHighSurrogate(text[i])) return i + 1 == text.size() || !IsLowSurrogate(text[i + 1]);
-    return IsLowSurrogate(text[i]) && (i == 0 || !IsHighSurrogate(text[i - 1]));
-}
 
 std::u16string HexOf(char16_t character) {
     std::u16string hex;
@@ -69,7 +53,7 @@ bool ParseHex(std::u16string_view digits, char16_t& value) {
 
 std::string Printable(std::u16string_view text) {
     const auto mustEscape = [](std::u16string_view all, std::size_t i) {
-        return IsUnsafe(all[i]) || IsLoneSurrogate(all, i);
+        return IsControl(all[i]) || IsHalfCharacter(all, i);
     };
     return Escape(text, mustEscape, kEscapeStart, u">");
 }
@@ -89,7 +73,7 @@ std::u16string FromPrintable(std::u16string_view text) {
 
 std::string Quoted(std::u16string_view text) {
     if (text.size() <= kLongestQuote) return '"' + Printable(text) + '"';
-    const std::size_t length = IsHighSurrogate(text[kLongestQuote - 1]) ? kLongestQuote - 1 : kLongestQuote;
+    const std::size_t length = platform::IsHighSurrogate(text[kLongestQuote - 1]) ? kLongestQuote - 1 : kLongestQuote;
     return '"' + Printable(text.substr(0, length)) + "…\"";
 }
 
@@ -97,8 +81,24 @@ nlohmann::json JsonText(std::u16string_view text) {
     return platform::ToNarrow(text);
 }
 
+nlohmann::json ListToJson(const VStringArray& list) {
+    nlohmann::json texts = nlohmann::json::array();
+    for (const VUnicodeString& text : list) texts.push_back(JsonText(text));
+    return texts;
+}
+
+bool ListFromJson(const std::string& text, VStringArray& list) {
+    const nlohmann::json texts = nlohmann::json::parse(text, nullptr, false);
+    if (!texts.is_array()) return false;
+    for (const nlohmann::json& element : texts) {
+        if (!element.is_string()) return false;
+        list.Add(VUnicodeString(platform::ToWide(element.get_ref<const std::string&>())));
+    }
+    return true;
+}
+
 std::string PrintableJson(const nlohmann::json& value) {
-    const auto mustEscape = [](std::u16string_view all, std::size_t i) { return IsUnsafe(all[i]); };
+    const auto mustEscape = [](std::u16string_view all, std::size_t i) { return IsControl(all[i]); };
     return Escape(platform::ToWide(value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace)), mustEscape,
                   u"\\u", u"");
 }

@@ -10,6 +10,10 @@
 #include <string>
 #include <string_view>
 
+namespace connectdialog {
+class VStringArray;
+}
+
 namespace connectdialog::connectctl {
 
 /// The text as UTF-8 with its unsafe characters escaped.
@@ -21,6 +25,10 @@ std::string Quoted(std::u16string_view text);
 
 /// A JSON text; lone surrogates become U+FFFD, which JSON has no other way to say.
 nlohmann::json JsonText(std::u16string_view text);
+/// An array of texts.
+nlohmann::json ListToJson(const VStringArray& list);
+/// Appends the texts of a JSON array. False when `text` is none, or an element is no text.
+bool ListFromJson(const std::string& text, VStringArray& list);
 /// JSON on one line. What Printable would escape is escaped as JSON does it.
 std::string PrintableJson(const nlohmann::json& value);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "config/connectconfigptr.h"
 #include "config/sessionconfig.h"
 #include "imports/configpanels.h"
 #include "tools/connectctl/output.h"
@@ -11,20 +12,14 @@ namespace connectdialog::connectctl {
 
 namespace {
 
-constexpr std::u16string_view kTerminalChoice = u"Protocol Name";
-constexpr std::u16string_view kTransferChoice = u"Transfer Protocol Name";
-
-bool IsTransferChoice(const VProfileData& setting) {
-    return setting.GetName().EqualsNoCase(kTransferChoice);
+bool IsChoiceOf(const VProfileData& setting, ProtocolSide side) {
+    return setting.GetName().EqualsNoCase(GetProtocolNameValue(side));
 }
 
-std::vector<VUnicodeString> ListProtocols(bool isTransfer) {
-    std::vector<VUnicodeString> names = {u"None"_v};
-    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        const bool isTerminalRow = row.kind == AppKind::kNorHalden || row.kind == AppKind::kHalden;
-        const bool fits = isTransfer ? row.kind == AppKind::kTessaly : isTerminalRow;
-        if (fits && std::ranges::find(names, row.name) == names.end()) names.push_back(row.name);
-    }
+std::vector<VUnicodeString> ListProtocols(ProtocolSide side) {
+    std::vector<VUnicodeString> names = {VUnicodeString(kNoProtocol)};
+    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
+        if (IsRowOfSide(row, side) && std::ranges::find(names, row.name) == names.end()) names.push_back(row.name);
     return names;
 }
 
@@ -37,12 +32,13 @@ std::string JoinQuoted(const std::vector<VUnicodeString>& names) {
 }  // namespace
 
 bool IsProtocolChoice(const VProfileData& setting) {
-    return setting.GetName().EqualsNoCase(kTerminalChoice) || IsTransferChoice(setting);
+    return IsChoiceOf(setting, ProtocolSide::kTerminal) || IsChoiceOf(setting, ProtocolSide::kTransfer);
 }
 
 Failure SelectProtocol(ISessionConfig& session, const VProfileData& choice, std::u16string_view name) {
-    const bool isTransfer = IsTransferChoice(choice);
-    const std::vector<VUnicodeString> names = ListProtocols(isTransfer);
+    const bool isTransfer = IsChoiceOf(choice, ProtocolSide::kTransfer);
+    const std::vector<VUnicodeString> names =
+        ListProtocols(isTransfer ? ProtocolSide::kTransfer : ProtocolSide::kTerminal);
     const auto found =
         std::ranges::find_if(names, [&](const VUnicodeString& known) { return known.EqualsNoCase(name); });
     if (found == names.end())

@@ -89,21 +89,11 @@ bool Parse(VProfile<T>& setting, std::u16string_view text) {
     return true;
 }
 
-bool ParseJsonList(std::u16string_view text, VStringArray& list) {
-    const auto array = nlohmann::json::parse(platform::ToNarrow(text), nullptr, false);
-    if (!array.is_array()) return false;
-    for (const nlohmann::json& element : array) {
-        if (!element.is_string()) return false;
-        list.Add(VUnicodeString(platform::ToWide(element.get_ref<const std::string&>())));
-    }
-    return true;
-}
-
 bool SetList(VProfileTextList& setting, std::u16string_view text) {
     VProfileMultiLineString lines;
     VStringArray list;
     if (text.starts_with(u'[')) {
-        if (!ParseJsonList(text, list)) return false;
+        if (!ListFromJson(platform::ToNarrow(text), list)) return false;
         setting.Set(list);
         return true;
     }
@@ -177,10 +167,8 @@ nlohmann::json GetSettingJson(VProfileData& setting) {
     if (variant.GetType() == VVariantType::kText) return JsonText(variant.GetText());
     VStringArray list;
     if (variant.GetType() != VVariantType::kArray) return value;
-    value = nlohmann::json::array();
     StringsFromVariant(variant, list);
-    for (const VUnicodeString& text : list) value.push_back(JsonText(text));
-    return value;
+    return ListToJson(list);
 }
 
 std::string GetSettingText(VProfileData& setting) {

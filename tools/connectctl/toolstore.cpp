@@ -5,32 +5,23 @@
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
 #include "profile/iprofilestore.h"
-#include "stores/openstore.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/output.h"
 
 namespace connectdialog::connectctl {
 
 namespace {
 std::unique_ptr<VProfileStoreFactory> openStore;
-/// What the store adds to a refusal: what it is about, and the cause.
-std::string InsertsText(const VReportMessageParams& report) {
-    std::string text;
-    for (std::size_t i = 0; i < report.GetInsertCount(); ++i)
-        text += (i == 0 ? " (" : ": ") + platform::ToNarrow(report.GetInserts()[i]);
-    return text.empty() ? text : text + ')';
-}
-
 }  // namespace
 
 Failure OpenToolStore(const std::string& url) {
-    VUnicodeString text = stores::GetDefaultStoreUrl();
-    if (!url.empty())
-        if (Failure failure = DecodeArgument(url, text)) return failure;
-    VReportMessageParams report;
-    openStore = stores::OpenProfileStoreFactory(text, report);
-    if (!openStore) return "the store cannot be opened: " + ReportText(report) + InsertsText(report);
-    InstallReferenceSuite(u"connectctl"_v, *openStore);
+    VUnicodeString text;
+    if (Failure failure = DecodeArgument(url, text)) return failure;
+    VUnicodeString notice;
+    openStore = OpenReferenceStore(u"connectctl"_v, text, notice);
+    if (!openStore) return platform::ToNarrow(notice);
+    if (!notice.IsEmpty()) PrintNotice(platform::ToNarrow(notice));
     return kDone;
 }
 
@@ -38,10 +29,8 @@ void CloseToolStore() {
     openStore.reset();
 }
 
-std::string ReportText(IReportMessageParams& report) {
-    std::string text = platform::ToNarrow(report.GetTextOneLine());
-    while (!text.empty() && (text.back() == ' ' || text.back() == '.')) text.pop_back();
-    return text;
+std::string ReportText(VReportMessageParams& report) {
+    return platform::ToNarrow(DescribeReport(report));
 }
 
 }  // namespace connectdialog::connectctl

@@ -6,7 +6,7 @@
 #include "tools/connectctl/command.h"
 
 namespace connectdialog {
-class IReportMessageParams;
+class VReportMessageParams;
 }
 
 namespace connectdialog::connectctl {
@@ -16,7 +16,7 @@ Failure OpenToolStore(const std::string& url);
 /// Closes it. Before another program takes this one's place, and at the end.
 void CloseToolStore();
 
-/// A report's text as UTF-8, without line breaks.
-std::string ReportText(IReportMessageParams& report);
+/// DescribeReport of suite/hostsetup, as UTF-8.
+std::string ReportText(VReportMessageParams& report);
 
 }  // namespace connectdialog::connectctl

@@ -2,18 +2,13 @@
 
 #include <cstdint>
 
+#include "platform/utf16.h"
+
 namespace connectdialog::platform {
 
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-
-bool IsHighSurrogate(char32_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-bool IsLowSurrogate(char32_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
 
 /// What a lead byte promises: the bytes that follow, its own bits, and the range of the second byte, which keeps out
 /// overlong forms, surrogates and what lies above U+10FFFF (Unicode Standard, table 3-7).

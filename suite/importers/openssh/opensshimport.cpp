@@ -29,20 +29,6 @@ namespace {
 
 constexpr char16_t kProtocol[] = u"SSH2";
 
-void RegisterMessages() {
-    static const bool registered = [] {
-        RegisterMessageTable(GetFallbackMessageModule(), kImportMessages);
-        return true;
-    }();
-    static_cast<void>(registered);
-}
-
-std::u16string Folded(std::u16string_view text) {
-    std::u16string folded(text);
-    std::ranges::transform(folded, folded.begin(), FoldCase);
-    return folded;
-}
-
 /// The names of a folder's entries, folded.
 std::unordered_set<std::u16string> ReadNames(const VUnicodeString& folder) {
     std::unordered_set<std::u16string> names;
@@ -52,7 +38,7 @@ std::unordered_set<std::u16string> ReadNames(const VUnicodeString& folder) {
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
     VProfileKeyIterator children(key, false);
     VUnicodeString name;
-    while (children.Next(name)) names.insert(Folded(name));
+    while (children.Next(name)) names.insert(FoldText(name));
     return names;
 }
 
@@ -165,7 +151,7 @@ void Import::NoteLosses(const SshHost& host, const std::string& problem) {
 VUnicodeString Import::PathFor(const SshHost& host) {
     const std::u16string name = MakeSshSessionName(platform::ToWide(host.alias), request.folder.IsEmpty());
     std::u16string unique = name;
-    for (int number = 2; !takenNames.insert(Folded(unique)).second; ++number) {
+    for (int number = 2; !takenNames.insert(FoldText(unique)).second; ++number) {
         unique = name + u" (" + platform::ToWide(std::to_string(number)) + u")";
     }
     return JoinEntryPath(request.folder, VUnicodeString(unique));
@@ -177,7 +163,7 @@ bool Import::Go(bool isWriting) {
         SshImportEntry& entry = result.entries[candidate.entry];
         entry.outcome = SshImportOutcome::kMade;
         entry.text.clear();
-        if (present.contains(Folded(GetEntryLeaf(entry.path)))) {
+        if (present.contains(FoldText(GetEntryLeaf(entry.path)))) {
             if (!Update(candidate, isWriting)) return false;
         } else if (isWriting) {
             newSessions.push_back(&candidate);
@@ -243,7 +229,7 @@ std::size_t SshImportResult::Count(SshImportOutcome outcome) const {
 
 bool ImportOpenSshConfig(ISshFiles& files, const SshImportRequest& request, SshImportResult& result,
                          VReportMessageParams& report) {
-    RegisterMessages();
+    RegisterMessageTable(GetFallbackMessageModule(), kImportMessages);
     result = {};
     if (!CheckFolder(request.folder, report)) return false;
     const SshConfig config = ReadSshConfig(files, request.file, request.user.home, result.diagnostics);

@@ -1,0 +1,17 @@
+// The names of the session tree in a profile store. Stored data depends on them: they never change.
+#pragma once
+
+namespace connectdialog {
+
+/// The key above all sessions and folders.
+inline constexpr char16_t kSessionsKey[] = u"Sessions";
+/// The key in a folder that holds how the folder is shown; no entry of the folder.
+inline constexpr char16_t kFolderDataKey[] = u"__FolderData__";
+/// The template of new sessions, in the root folder.
+inline constexpr char16_t kDefaultSession[] = u"Default";
+/// A key that has a value of this name, whatever its number, is a session, any other a folder.
+inline constexpr char16_t kIsSessionValue[] = u"Is Session";
+/// A value of kFolderDataKey: the folder is shown open.
+inline constexpr char16_t kIsExpandedValue[] = u"Is Expanded";
+
+}  // namespace connectdialog
