@@ -15,7 +15,11 @@ build  nlohmann-json3-dev   JSON output of connectctl
 build  libgtest-dev         tests
 build  libgmock-dev         tests
 build  libbenchmark-dev     benchmarks
-build  libsodium-dev        peer for the tests of enciphered values
+build  libsodium-dev        protection of secrets for their user
+build  libsecret-1-0        keys in the Secret Service, peer for the tests
+build  dbus                 session bus for the tests
+build  python3-dbus         Secret Service that the tests play
+build  python3-gi           the same
 build  openssh-client       client of SSH sessions, peer for the tests
 build  desktop-file-utils   checks desktop files in the tests
 lint   clang                second compiler

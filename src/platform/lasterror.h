@@ -58,7 +58,8 @@ enum ErrorCode : std::uint32_t {
     kTimeout = 1460,
     kDatatypeMismatch = 1629,
     kResourceTypeNotFound = 1813,
-    kCannotResolveName = 1921
+    kCannotResolveName = 1921,
+    kKeyNotThere = 0x8009000B
 };
 
 /// Kept per thread; 0 at the thread's start.

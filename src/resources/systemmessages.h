@@ -55,6 +55,7 @@ inline constexpr MessageRow kSystemMessages[] = {
     {1629, u"The data has another type than was expected."},
     {1813, u"The module has no resource of this type."},
     {1921, u"The name cannot be resolved."},
+    {0x8009000B, u"The key is not there: it is another user's, another machine's, or it was changed."},
 };
 
 }  // namespace connectdialog

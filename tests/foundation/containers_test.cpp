@@ -4,7 +4,7 @@
 #include <string>
 
 #include "foundation/byteorder.h"
-#include "foundation/freewatch.h"
+#include "support/freewatch.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vmap.h"
 #include "foundation/vstringarray.h"

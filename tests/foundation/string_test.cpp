@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "foundation/casefold.h"
-#include "foundation/freewatch.h"
+#include "support/freewatch.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunicodestringi.h"

@@ -10,6 +10,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <stdexcept>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -57,11 +58,25 @@ std::vector<std::string> MergeEnvironment(const std::vector<std::string>& change
     return merged;
 }
 
-pid_t Spawn(std::vector<std::string> arguments, const std::vector<std::string>& changes, int output, int errors) {
+/// A file without a name that holds the text, at its start.
+class InputFile {
+  public:
+    explicit InputFile(const std::string& text) : descriptor(memfd_create("input", MFD_CLOEXEC)) {
+        const auto size = static_cast<ssize_t>(text.size());
+        if (pwrite(descriptor, text.data(), text.size(), 0) != size) throw std::runtime_error("memfd_create");
+    }
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile() { close(descriptor); }
+    const int descriptor;
+};
+
+pid_t Spawn(std::vector<std::string> arguments, const std::vector<std::string>& changes, int input, int output,
+            int errors) {
     std::vector<std::string> environment = MergeEnvironment(changes);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, input, 0);
     posix_spawn_file_actions_adddup2(&actions, output, 1);
     posix_spawn_file_actions_adddup2(&actions, errors, 2);
     pid_t process = 0;
@@ -95,10 +110,12 @@ bool Collect(Pipe& output, Pipe& errors, ProcessResult& result) {
 
 }  // namespace
 
-ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                         const std::string& input) {
+    const InputFile inputFile(input);
     Pipe output;
     Pipe errors;
-    const pid_t process = Spawn(arguments, environment, output.ends[1], errors.ends[1]);
+    const pid_t process = Spawn(arguments, environment, inputFile.descriptor, output.ends[1], errors.ends[1]);
     output.CloseWriteEnd();
     errors.CloseWriteEnd();
     ProcessResult result;

@@ -3,13 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
-#include <vector>
 
 namespace connectdialog {
 
-/// While it lives, looks in all freed blocks for pieces of a secret, and at one block for what is left in it. One at a
-/// time, for the frees of its own thread.
+/// While it lives, looks in all freed blocks for pieces of a secret, as wide and as narrow text, and at one block for
+/// what is left in it. One at a time, for the frees of its own thread.
 class FreeWatch {
   public:
     explicit FreeWatch(std::u16string_view secret);
@@ -26,7 +26,11 @@ class FreeWatch {
     void OnFree(const std::uint8_t* block, std::size_t size);
 
   private:
+    template <class Char>
+    static bool HasPiece(const std::uint8_t* block, std::size_t size, std::basic_string_view<Char> text);
+
     std::u16string_view secret;
+    std::string narrowSecret;
     const void* expected = nullptr;
     std::size_t expectedSize = 0;
     int residues = 0;

@@ -1,4 +1,4 @@
-#include "foundation/freewatch.h"
+#include "support/freewatch.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -6,13 +6,15 @@
 #include <malloc.h>
 #include <new>
 
+#include "platform/codepage.h"
+
 namespace connectdialog {
 
 namespace {
 thread_local FreeWatch* currentWatch = nullptr;
 }  // namespace
 
-FreeWatch::FreeWatch(std::u16string_view secret) : secret(secret) {
+FreeWatch::FreeWatch(std::u16string_view secret) : secret(secret), narrowSecret(platform::ToNarrow(secret)) {
     currentWatch = this;
 }
 FreeWatch::~FreeWatch() {
@@ -28,13 +30,15 @@ void FreeWatch::OnFree(const std::uint8_t* block, std::size_t size) {
     if (block == expected) {
         freedZeroed = std::all_of(block, block + expectedSize, [](std::uint8_t byte) { return byte == 0; });
     }
-    constexpr std::size_t kWindow = 4;
-    for (std::size_t i = 0; i + kWindow <= secret.size(); ++i) {
-        if (memmem(block, size, secret.data() + i, kWindow * sizeof(char16_t)) != nullptr) {
-            ++residues;
-            return;
-        }
-    }
+    if (HasPiece(block, size, secret) || HasPiece<char>(block, size, narrowSecret)) ++residues;
+}
+
+template <class Char>
+bool FreeWatch::HasPiece(const std::uint8_t* block, std::size_t size, std::basic_string_view<Char> text) {
+    constexpr std::size_t kWindow = 8 / sizeof(Char);
+    for (std::size_t i = 0; i + kWindow <= text.size(); ++i)
+        if (memmem(block, size, text.data() + i, 8) != nullptr) return true;
+    return false;
 }
 
 void ReportFree(void* block) noexcept {

@@ -1,0 +1,45 @@
+#include "foundation/hextext.h"
+
+#include <algorithm>
+
+namespace connectdialog {
+
+namespace {
+
+constexpr int kNoDigit = -1;
+
+int DigitValue(char16_t character) {
+    if (character >= u'0' && character <= u'9') return character - u'0';
+    if (character >= u'a' && character <= u'f') return character - u'a' + 10;
+    if (character >= u'A' && character <= u'F') return character - u'A' + 10;
+    return kNoDigit;
+}
+
+}  // namespace
+
+VUnicodeString EncodeHex(std::u16string_view prefix, std::span<const std::uint8_t> bytes, HexCase digits,
+                         Str::SensitiveState state) {
+    const char16_t* alphabet = digits == HexCase::kLower ? u"0123456789abcdef" : u"0123456789ABCDEF";
+    VUnicodeString text;
+    text.SetState(state);
+    text.Resize(prefix.size() + 2 * bytes.size());
+    char16_t* end = std::ranges::copy(prefix, &text.MutableAt(0)).out;
+    for (const std::uint8_t byte : bytes) {
+        *end++ = alphabet[byte >> 4];
+        *end++ = alphabet[byte & 0xF];
+    }
+    return text;
+}
+
+std::size_t DecodeHex(std::u16string_view digits, std::uint8_t* bytes) {
+    std::size_t count = 0;
+    for (; digits.size() >= 2; digits.remove_prefix(2)) {
+        const int high = DigitValue(digits[0]);
+        const int low = DigitValue(digits[1]);
+        if (high == kNoDigit || low == kNoDigit) break;
+        bytes[count++] = static_cast<std::uint8_t>(high << 4 | low);
+    }
+    return count;
+}
+
+}  // namespace connectdialog
