@@ -61,7 +61,8 @@ VRef<IInternetAddress> VMakeAddressFromText(const VUnicodeString& text) {
     } else {
         address = VRef<IInternetAddress>::Adopt(new VAddressIPv6());
     }
-    return address->SetFromText(text, 0) ? address : nullptr;
+    if (!address->SetFromText(text, 0)) return nullptr;
+    return address;
 }
 
 VUnicodeString VSafeHostName(const VUnicodeString& text) {
