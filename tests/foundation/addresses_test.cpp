@@ -145,24 +145,24 @@ TEST(InternetAddress, ComparesWithinItsFamily) {
     const struct {
         const char16_t* a;
         const char16_t* b;
+        unsigned bits;
         bool areEqual;
         bool isLess;
-        unsigned bits;
         bool isInSubnet;
     } rows[] = {
-        {u"192.0.2.1", u"192.0.2.1", true, false, 32, true},
-        {u"192.0.2.1:22", u"192.0.2.1", true, false, 99, true},
-        {u"192.0.2.1:22", u"192.0.2.1:23", false, false, 24, false},
-        {u"192.0.2.1", u"192.0.2.255", false, true, 24, true},
-        {u"192.0.2.127", u"192.0.2.128", false, true, 24, true},
-        {u"192.0.2.127", u"192.0.2.128", false, true, 25, false},
-        {u"9.0.0.0", u"10.0.0.0", false, true, 0, true},
-        {u"9.0.0.0", u"10.0.0.0", false, true, 6, true},
-        {u"9.0.0.0", u"10.0.0.0", false, true, 7, false},
-        {u"0.0.0.1", u"::1", false, false, 0, false},
-        {u"2001:db8::1", u"2001:db8::2", false, true, 64, true},
-        {u"2001:db8::1", u"2001:db8::2", false, true, 128, false},
-        {u"2001:db8::1", u"2001:db8:0:0:8000::", false, true, 65, false},
+        {u"192.0.2.1", u"192.0.2.1", 32, true, false, true},
+        {u"192.0.2.1:22", u"192.0.2.1", 99, true, false, true},
+        {u"192.0.2.1:22", u"192.0.2.1:23", 24, false, false, false},
+        {u"192.0.2.1", u"192.0.2.255", 24, false, true, true},
+        {u"192.0.2.127", u"192.0.2.128", 24, false, true, true},
+        {u"192.0.2.127", u"192.0.2.128", 25, false, true, false},
+        {u"9.0.0.0", u"10.0.0.0", 0, false, true, true},
+        {u"9.0.0.0", u"10.0.0.0", 6, false, true, true},
+        {u"9.0.0.0", u"10.0.0.0", 7, false, true, false},
+        {u"0.0.0.1", u"::1", 0, false, false, false},
+        {u"2001:db8::1", u"2001:db8::2", 64, false, true, true},
+        {u"2001:db8::1", u"2001:db8::2", 128, false, true, false},
+        {u"2001:db8::1", u"2001:db8:0:0:8000::", 65, false, true, false},
     };
     for (const auto& row : rows) {
         const VRef<IInternetAddress> a = Of(row.a);
