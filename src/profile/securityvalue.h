@@ -9,10 +9,10 @@
 
 namespace connectdialog {
 
-/// Reads a value that is a list of rules or, failing that, a binary self-relative descriptor. `Key` has ReadMultiString,
-/// ReadBinary and GetLastReport as IProfileKeyImpl has them.
-/// On failure: false, and the key's report has the reading's own code, 1338 for bytes that are no descriptor, or 13 with
-/// the insert that VSecurityDescriptor::LoadRules gives. Only with 13 the descriptor changes: it has the other rules.
+/// Reads a value that is a list of rules or, failing that, a binary self-relative descriptor. `Key` has
+/// ReadMultiString, ReadBinary and GetLastReport as IProfileKeyImpl has them. On failure: false, and the key's report
+/// has the reading's own code, 1338 for bytes that are no descriptor, or 13 with the insert that
+/// VSecurityDescriptor::LoadRules gives. Only with 13 the descriptor changes: it has the other rules.
 template <class Key>
 bool ReadSecurityValue(Key& key, const char16_t* name, VSecurityDescriptor& descriptor) {
     VStringArray rules;
