@@ -8,7 +8,7 @@
 
 namespace connectdialog::platform {
 
-/// Error numbers. resources/systemmessages.cpp has a text for each.
+/// Error numbers. resources/systemmessages.h has a text for each.
 enum ErrorCode : std::uint32_t {
     kSuccess = 0,
     kFileNotFound = 2,
@@ -54,6 +54,11 @@ enum ErrorCode : std::uint32_t {
     kCancelled = 1223,
     kConnectionRefused = 1225,
     kHostUnreachable = 1232,
+    kAccountNotFound = 1332,
+    kInvalidAcl = 1336,
+    kInvalidSid = 1337,
+    kInvalidSecurityDescriptor = 1338,
+    kAllottedSpaceExceeded = 1344,
     kClassAlreadyExists = 1410,
     kTimeout = 1460,
     kDatatypeMismatch = 1629,

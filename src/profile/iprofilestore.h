@@ -60,7 +60,9 @@ class IProfileKeyImpl {
 
     // Reads. On failure: false, and the output stays as it was.
 
-    /// A security descriptor: stored as a list of strings or, failing that, as a binary self-relative descriptor.
+    /// A security descriptor: stored as a list of rules or, failing that, as a binary self-relative descriptor. Bytes
+    /// that are none: false with code 1338. Rules that cannot be read: false with code 13 and the rules as insert; then
+    /// alone the output changes, and has the other rules (see VSecurityDescriptor::LoadRules).
     virtual bool ReadSecurity(const char16_t* name, VSecurityDescriptor& descriptor) = 0;
     /// On success the array is cleared first.
     virtual bool ReadMultiString(const char16_t* name, VStringArray& strings) = 0;
@@ -72,6 +74,7 @@ class IProfileKeyImpl {
 
     // Writes. Each replaces a value of the name, whatever its type was.
 
+    /// In binary, self-relative.
     virtual bool WriteSecurity(const char16_t* name, const VSecurityDescriptor& descriptor) = 0;
     virtual bool WriteMultiString(const char16_t* name, const VStringArray& strings) = 0;
     /// `size` counts bytes; `data` may be null when it is 0.

@@ -8,6 +8,7 @@
 #include "foundation/venvironment.h"
 #include "foundation/vstringarray.h"
 #include "platform/lasterror.h"
+#include "profile/securityvalue.h"
 
 namespace connectdialog {
 
@@ -66,8 +67,8 @@ void VRegistryKey::Open(const char16_t* subkey) {
     if (!Conclude(hive->FindKey(path))) hive = nullptr;
 }
 
-bool VRegistryKey::ReadSecurity(const char16_t* /*name*/, VSecurityDescriptor& /*descriptor*/) {
-    return hive != nullptr && report.Fail(platform::kNotSupported);
+bool VRegistryKey::ReadSecurity(const char16_t* name, VSecurityDescriptor& descriptor) {
+    return ReadSecurityValue(*this, name, descriptor);
 }
 
 bool VRegistryKey::ReadMultiString(const char16_t* name, VStringArray& strings) {
@@ -106,8 +107,8 @@ bool VRegistryKey::ReadDword(const char16_t* name, std::uint32_t& value) {
     return true;
 }
 
-bool VRegistryKey::WriteSecurity(const char16_t* /*name*/, const VSecurityDescriptor& /*descriptor*/) {
-    return hive != nullptr && report.Fail(platform::kNotSupported);
+bool VRegistryKey::WriteSecurity(const char16_t* name, const VSecurityDescriptor& descriptor) {
+    return WriteSecurityValue(*this, name, descriptor);
 }
 
 bool VRegistryKey::WriteMultiString(const char16_t* name, const VStringArray& strings) {

@@ -42,7 +42,7 @@ class VRegistryKey {
 
     bool IsOpen() const { return hive != nullptr; }
 
-    /// Hives hold no descriptors: false with code 50.
+    /// A security descriptor: see ReadSecurityValue.
     bool ReadSecurity(const char16_t* name, VSecurityDescriptor& descriptor);
     /// Empty strings in the list are kept; the array is cleared once the data was read.
     bool ReadMultiString(const char16_t* name, VStringArray& strings);
@@ -55,7 +55,7 @@ class VRegistryKey {
     /// A dword that is not stored as four bytes: code 13.
     bool ReadDword(const char16_t* name, std::uint32_t& value);
 
-    /// Hives hold no descriptors: false with code 50.
+    /// In binary, self-relative.
     bool WriteSecurity(const char16_t* name, const VSecurityDescriptor& descriptor);
     bool WriteMultiString(const char16_t* name, const VStringArray& strings);
     /// `data` may be null when `size`, in bytes, is 0.

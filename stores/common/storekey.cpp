@@ -6,6 +6,7 @@
 
 #include "foundation/vstringarray.h"
 #include "platform/lasterror.h"
+#include "profile/securityvalue.h"
 #include "stores/common/profilestore.h"
 
 namespace connectdialog::stores {
@@ -84,9 +85,8 @@ bool StoreKey::Write(const char16_t* name, const ValueView& value) {
     return node != nullptr && node->Write(OrEmpty(name), value, report);
 }
 
-bool StoreKey::ReadSecurity(const char16_t* /*name*/, VSecurityDescriptor& /*descriptor*/) {
-    Begin();
-    return report.Fail(platform::kNotSupported);
+bool StoreKey::ReadSecurity(const char16_t* name, VSecurityDescriptor& descriptor) {
+    return ReadSecurityValue(*this, name, descriptor);
 }
 
 bool StoreKey::ReadMultiString(const char16_t* name, VStringArray& strings) {
@@ -116,9 +116,8 @@ bool StoreKey::ReadDword(const char16_t* name, std::uint32_t& value) {
     return Read(name, stored) && Succeed(DecodeDword(stored, value));
 }
 
-bool StoreKey::WriteSecurity(const char16_t* /*name*/, const VSecurityDescriptor& /*descriptor*/) {
-    Begin();
-    return report.Fail(platform::kNotSupported);
+bool StoreKey::WriteSecurity(const char16_t* name, const VSecurityDescriptor& descriptor) {
+    return WriteSecurityValue(*this, name, descriptor);
 }
 
 bool StoreKey::WriteMultiString(const char16_t* name, const VStringArray& strings) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/vsecuritydescriptor.h"
 #include "foundation/vstringarray.h"
 #include "support/temporaryhives.h"
 
@@ -62,6 +63,32 @@ TEST_F(RegistryKey, WhatIsWrittenIsReadAndOtherTypesAreRefused) {
         EXPECT_EQ(key.GetLastReport()->GetCode(), expected);
     }
     EXPECT_EQ(text, u"tab\t\\\"") << "a failed read leaves the output";
+}
+
+TEST_F(RegistryKey, SecurityIsKeptInBinaryAndReadFromRulesToo) {
+    VRegistryKey key(HiveScope::kUser, u"a", kReadWrite);
+    VSecurityDescriptor descriptor;
+    VStringArray rules;
+    rules.Add(u"S-1-1-0,deny,");
+    ASSERT_TRUE(key.WriteMultiString(u"rules", rules) && key.ReadSecurity(u"rules", descriptor));
+    const std::vector<std::uint8_t> bytes = descriptor.MakeSelfRelative();
+    ASSERT_TRUE(key.WriteSecurity(u"binary", descriptor));
+    VSecurityDescriptor read;
+    EXPECT_TRUE(key.ReadSecurity(u"binary", read) && read.IsSelfRelative());
+    EXPECT_EQ(read.MakeSelfRelative(), bytes);
+    ASSERT_TRUE(key.WriteBinary(u"damaged", bytes.data(), 20) && key.WriteDword(u"dword", 1));
+    const struct {
+        const char16_t* name;
+        std::uint32_t code;
+    } kRows[] = {{u"absent", 2}, {u"dword", 1629}, {u"damaged", 1338}};
+    for (const auto& row : kRows) {
+        EXPECT_FALSE(key.ReadSecurity(row.name, read));
+        EXPECT_EQ(key.GetLastReport()->GetCode(), row.code);
+    }
+    EXPECT_EQ(read.MakeSelfRelative(), bytes) << "a failed read leaves the output";
+    VRegistryKey closed(HiveScope::kUser, u"absent", kReadWrite);
+    EXPECT_FALSE(closed.ReadSecurity(u"binary", read) || closed.WriteSecurity(u"binary", read));
+    EXPECT_EQ(closed.GetLastReport()->GetCode(), 2U);
 }
 
 TEST_F(RegistryKey, ListsEndWhereTheDataOrTheClosingZeroDoes) {

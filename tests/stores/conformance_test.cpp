@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "foundation/vreportmessageparams.h"
+#include "foundation/vsecuritydescriptor.h"
 #include "foundation/vstringarray.h"
 #include "profile/vprofilekey.h"
 #include "stores/openstore.h"
@@ -131,6 +133,41 @@ TEST_P(StoreConformance, NumbersAndBytesComeBack) {
     EXPECT_EQ(std::string(buffer, 5), bytes + "z");
     EXPECT_TRUE(key.ReadBinary(u"empty", nullptr, size));
     EXPECT_EQ(size, 0U);
+}
+
+TEST_P(StoreConformance, SecurityIsKeptInBinaryAndReadFromRulesToo) {
+    std::vector<std::uint8_t> bytes;
+    {
+        VProfileStore store(factory.get());
+        VProfileKey key(store.GetRootKey(), u"k", 0);
+        VStringArray rules;
+        rules.Add(u"S-1-1-0,deny,");
+        rules.Add(u"S-1-1-0,nonsense,");
+        VSecurityDescriptor descriptor;
+        ASSERT_TRUE(key.WriteMultiString(u"rules", rules));
+        EXPECT_FALSE(key.GetImpl()->ReadSecurity(u"rules", descriptor));
+        EXPECT_EQ(CodeOf(key), 13U);
+        EXPECT_EQ(std::u16string(key.GetImpl()->GetLastReport()->GetInserts()[0]), u"\"S-1-1-0,nonsense,\"");
+        bytes = descriptor.MakeSelfRelative();
+        ASSERT_TRUE(descriptor.GetDacl() != nullptr && descriptor.GetDacl()->GetCount() == 1);
+        ASSERT_TRUE(key.GetImpl()->WriteSecurity(u"binary", descriptor));
+        ASSERT_TRUE(key.WriteBinary(u"damaged", bytes.data(), 20) && key.WriteDword(u"dword", 1));
+    }
+    Reopen();
+    VProfileStore store(factory.get());
+    VProfileKey key(store.GetRootKey(), u"k", 0);
+    VSecurityDescriptor read;
+    EXPECT_TRUE(key.GetImpl()->ReadSecurity(u"BINARY", read));
+    const std::pair<const char16_t*, std::uint32_t> failures[] = {{u"no", 2}, {u"dword", 1629}, {u"damaged", 1338}};
+    for (const auto& [name, code] : failures) {
+        EXPECT_FALSE(key.GetImpl()->ReadSecurity(name, read));
+        EXPECT_EQ(CodeOf(key), code);
+    }
+    EXPECT_EQ(read.MakeSelfRelative(), bytes) << "a failed read leaves the output";
+    const std::unique_ptr<IProfileStoreImpl> reader(factory->CreateStore());
+    const std::unique_ptr<IProfileKeyImpl> root(reader->CreateRootKey(true));
+    EXPECT_FALSE(root->WriteSecurity(u"binary", read));
+    EXPECT_EQ(root->GetLastReport()->GetCode(), 5U);
 }
 
 TEST_P(StoreConformance, AFailedReadLeavesTheOutputAndTellsWhy) {

@@ -1,0 +1,285 @@
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "foundation/hostnames.h"
+#include "foundation/vaddressipv4.h"
+#include "foundation/vaddressipv6.h"
+#include "foundation/vnarrowstring.h"
+
+namespace connectdialog {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// The address of a text; it may have a port.
+VRef<IInternetAddress> Of(const char16_t* text) {
+    VUnicodeString host;
+    std::uint16_t port = 0;
+    EXPECT_TRUE(VSplitHostPort(text, host, port));
+    VRef<IInternetAddress> address = VMakeAddressFromText(host);
+    EXPECT_TRUE(address && address->SetPort(port)) << VNarrowString(text).GetData();
+    return address;
+}
+
+std::u16string TextOf(const IInternetAddress& address, bool withPort) {
+    VUnicodeString text(u"before");
+    const bool isWritten = address.ToText(text, withPort);
+    EXPECT_EQ(isWritten, !text.IsEmpty());
+    return std::u16string(text.View());
+}
+
+Bytes RecordOf(const IInternetAddress& address) {
+    const std::uint8_t* record = nullptr;
+    std::size_t length = 7;
+    const bool isThere = address.GetSockaddr(record, length);
+    EXPECT_EQ(isThere, record != nullptr);
+    return {record, record + length};
+}
+
+TEST(HostNames, SplitIntoHostAndPort) {
+    const struct {
+        const char16_t* text;
+        const char16_t* host;  ///< null: refused
+        std::uint16_t port;
+    } rows[] = {
+        {u"", u"", 0},
+        {u"host", u"host", 0},
+        {u"host:22", u"host", 22},
+        {u"host: 22 ", u"host", 22},
+        {u":22", u"", 22},
+        {u"host:65535", u"host", 65535},
+        {u"::1", u"::1", 0},
+        {u"2001:db8::1:22", u"2001:db8::1:22", 0},
+        {u"[::1]", u"::1", 0},
+        {u"[::1]:22", u"::1", 22},
+        {u"host:", nullptr, 0},
+        {u"host:65536", nullptr, 0},
+        {u"host:-1", nullptr, 0},
+        {u"host:ssh", nullptr, 0},
+        {u"host:22x", nullptr, 0},
+        {u"host:\u0661", nullptr, 0},
+        {u"[::1", nullptr, 0},
+        {u"::1]:22", nullptr, 0},
+        {u"x[::1]:22", nullptr, 0},
+        {u"]::1[:22", nullptr, 0},
+        {u"[::1]:", nullptr, 0},
+        {u"[::1]:65536", nullptr, 0},
+    };
+    for (const auto& row : rows) {
+        VUnicodeString host(u"kept");
+        std::uint16_t port = 7;
+        EXPECT_EQ(VSplitHostPort(row.text, host, port), row.host != nullptr) << VNarrowString(row.text).GetData();
+        EXPECT_EQ(host, row.host != nullptr ? row.host : u"kept") << VNarrowString(row.text).GetData();
+        EXPECT_EQ(port, row.host != nullptr ? row.port : 7) << VNarrowString(row.text).GetData();
+    }
+    VUnicodeString host;
+    std::uint16_t port = 0;
+    EXPECT_FALSE(VSplitHostPort(VUnicodeString(u"host:22\0x", 9), host, port));
+}
+
+TEST(HostNames, AddressesAreToldFromNames) {
+    const struct {
+        const char16_t* text;
+        bool isDotted;
+        platform::AddressFamily family;  ///< kAnyFamily: a name
+        const char16_t* safeName;
+    } rows[] = {
+        {u"192.0.2.1", true, platform::kFamilyIpv4, u"192.0.2.1"},
+        {u"0.0.0.0", true, platform::kFamilyIpv4, u"0.0.0.0"},
+        {u"255.255.255.255", true, platform::kFamilyIpv4, u"255.255.255.255"},
+        {u"127.1", false, platform::kAnyFamily, u"127.1"},
+        {u"2130706433", false, platform::kAnyFamily, u"2130706433"},
+        {u"1.2.3.4.5", false, platform::kAnyFamily, u"1.2.3.4.5"},
+        {u"1.2.3.", false, platform::kAnyFamily, u"1.2.3."},
+        {u"1.2.3.4x", false, platform::kAnyFamily, u"1.2.3.4x"},
+        {u"1x.2.3.4", true, platform::kAnyFamily, u"1x.2.3.4"},
+        {u".1.2.3", false, platform::kAnyFamily, u".1.2.3"},
+        {u"1.2.3.256", true, platform::kAnyFamily, u"1.2.3.256"},
+        {u"1.2.3.4 x", false, platform::kAnyFamily, u"1.2.3.4 x"},
+        {u"::1", false, platform::kFamilyIpv6, u"__1"},
+        {u"2001:DB8:0:0:0:0:0:1", false, platform::kFamilyIpv6, u"2001_db8__1"},
+        {u"[::1]", false, platform::kAnyFamily, u"[__1]"},
+        {u"Host.Example", false, platform::kAnyFamily, u"host.example"},
+        {u"DOM\\Host:a/b", false, platform::kAnyFamily, u"dom_host_a_b"},
+        {u"", false, platform::kAnyFamily, u""},
+        {nullptr, false, platform::kAnyFamily, u""},
+    };
+    for (const auto& row : rows) {
+        const VNarrowString told(row.text);
+        EXPECT_EQ(VIsDottedNumeric(row.text), row.isDotted) << told.GetData();
+        auto family = platform::kAnyFamily;
+        EXPECT_EQ(VIsNumericHost(row.text, &family), row.family != platform::kAnyFamily) << told.GetData();
+        EXPECT_EQ(family, row.family) << told.GetData();
+        EXPECT_EQ(VSafeHostName(row.text), row.safeName) << told.GetData();
+    }
+    EXPECT_FALSE(VIsNumericHost(VUnicodeString(u"1.2.3.4\0x", 9)));
+    EXPECT_FALSE(VMakeAddressFromText(u"255.255.255.255"));
+}
+
+TEST(InternetAddress, IsWrittenInItsShortForm) {
+    const struct {
+        const char16_t* address;
+        const char16_t* text;
+        const char16_t* textWithPort;
+    } rows[] = {
+        {u"192.0.2.1", u"192.0.2.1", u"192.0.2.1:0"},
+        {u"192.0.2.1:65535", u"192.0.2.1", u"192.0.2.1:65535"},
+        {u"::", u"::", u"[::]:0"},
+        {u"[::1]:22", u"::1", u"[::1]:22"},
+        {u"1::", u"1::", u"[1::]:0"},
+        {u"2001:db8:0:1:1:1:1:1", u"2001:db8:0:1:1:1:1:1", u"[2001:db8:0:1:1:1:1:1]:0"},
+        {u"2001:0:0:1:0:0:0:1", u"2001:0:0:1::1", u"[2001:0:0:1::1]:0"},
+        {u"2001:db8:0:0:1:0:0:1", u"2001:db8::1:0:0:1", u"[2001:db8::1:0:0:1]:0"},
+        {u"1:2:3:4:5:6:7:8", u"1:2:3:4:5:6:7:8", u"[1:2:3:4:5:6:7:8]:0"},
+        {u"::ffff:192.0.2.1", u"::ffff:c000:201", u"[::ffff:c000:201]:0"},
+    };
+    for (const auto& row : rows) {
+        const VRef<IInternetAddress> address = Of(row.address);
+        EXPECT_EQ(TextOf(*address, false), row.text);
+        EXPECT_EQ(TextOf(*address, true), row.textWithPort);
+    }
+}
+
+TEST(InternetAddress, ComparesWithinItsFamily) {
+    const struct {
+        const char16_t* a;
+        const char16_t* b;
+        unsigned bits;
+        bool areEqual;
+        bool isLess;
+        bool isInSubnet;
+    } rows[] = {
+        {u"192.0.2.1", u"192.0.2.1", 32, true, false, true},
+        {u"192.0.2.1:22", u"192.0.2.1", 99, true, false, true},
+        {u"192.0.2.1:22", u"192.0.2.1:23", 24, false, false, false},
+        {u"192.0.2.1", u"192.0.2.255", 24, false, true, true},
+        {u"192.0.2.127", u"192.0.2.128", 24, false, true, true},
+        {u"192.0.2.127", u"192.0.2.128", 25, false, true, false},
+        {u"9.0.0.0", u"10.0.0.0", 0, false, true, true},
+        {u"9.0.0.0", u"10.0.0.0", 6, false, true, true},
+        {u"9.0.0.0", u"10.0.0.0", 7, false, true, false},
+        {u"0.0.0.1", u"::1", 0, false, false, false},
+        {u"2001:db8::1", u"2001:db8::2", 64, false, true, true},
+        {u"2001:db8::1", u"2001:db8::2", 128, false, true, false},
+        {u"2001:db8::1", u"2001:db8:0:0:8000::", 65, false, true, false},
+    };
+    for (const auto& row : rows) {
+        const VRef<IInternetAddress> a = Of(row.a);
+        const VRef<IInternetAddress> b = Of(row.b);
+        const auto told = TextOf(*a, true) + u" " + TextOf(*b, true);
+        EXPECT_EQ(a->Equals(*b), row.areEqual) << VNarrowString(told.c_str()).GetData();
+        EXPECT_EQ(b->Equals(*a), row.areEqual) << VNarrowString(told.c_str()).GetData();
+        EXPECT_EQ(a->IsLess(*b), row.isLess) << VNarrowString(told.c_str()).GetData();
+        EXPECT_FALSE(b->IsLess(*a)) << VNarrowString(told.c_str()).GetData();
+        EXPECT_EQ(a->IsInSubnet(*b, row.bits), row.isInSubnet) << VNarrowString(told.c_str()).GetData();
+        EXPECT_EQ(b->IsInSubnet(*a, row.bits), row.isInSubnet) << VNarrowString(told.c_str()).GetData();
+    }
+}
+
+TEST(InternetAddress, KnowsItsKindAndItsSuccessor) {
+    const struct {
+        const char16_t* address;
+        const char16_t* next;  ///< null: it is the last one
+        bool isAny;
+        bool isLoopback;
+    } rows[] = {
+        {u"0.0.0.0", u"0.0.0.1", true, false},
+        {u"127.255.0.255", u"127.255.1.0", false, true},
+        {u"::", u"::1", true, false},
+        {u"::1", u"::2", false, true},
+        {u"1::1", u"1::2", false, false},
+        {u"0:ffff:ffff:ffff:ffff:ffff:ffff:ffff", u"1::", false, false},
+        {u"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff", nullptr, false, false},
+    };
+    for (const auto& row : rows) {
+        const VRef<IInternetAddress> address = Of(row.address);
+        const std::u16string before = TextOf(*address, false);
+        EXPECT_EQ(address->IsAny(), row.isAny);
+        EXPECT_EQ(address->IsLoopback(), row.isLoopback);
+        EXPECT_EQ(address->Increment(), row.next != nullptr);
+        EXPECT_EQ(TextOf(*address, false), row.next != nullptr ? row.next : before);
+    }
+    VAddressIPv4 last;
+    const std::uint8_t ones[] = {255, 255, 255, 255};
+    EXPECT_TRUE(last.SetRawAddress(ones, sizeof ones) && !last.Increment());
+    EXPECT_EQ(TextOf(last, false), u"255.255.255.255");
+}
+
+TEST(InternetAddress, TravelsAsARecord) {
+    const struct {
+        const char16_t* address;
+        Bytes record;
+    } rows[] = {
+        {u"192.0.2.1:258", {2, 0, 1, 2, 192, 0, 2, 1, 0, 0, 0, 0, 0, 0, 0, 0}},
+        {u"[2001:db8::1]:22",
+         {23, 0, 0, 22, 0, 0, 0, 0, 0x20, 1, 0xD, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        const VRef<IInternetAddress> address = Of(row.address);
+        EXPECT_EQ(RecordOf(*address), row.record);
+        VAddressIPv4 v4;
+        VAddressIPv6 v6;
+        IInternetAddress& fitting = row.record[0] == 2 ? static_cast<IInternetAddress&>(v4) : v6;
+        IInternetAddress& other = row.record[0] == 2 ? static_cast<IInternetAddress&>(v6) : v4;
+        EXPECT_TRUE(fitting.SetFromSockaddr(row.record.data(), row.record.size()));
+        EXPECT_EQ(RecordOf(fitting), row.record);
+        EXPECT_FALSE(other.SetFromSockaddr(row.record.data(), row.record.size()));
+        EXPECT_FALSE(fitting.SetFromSockaddr(row.record.data(), row.record.size() - 1));
+        EXPECT_EQ(RecordOf(fitting), Bytes()) << "what fails leaves no address behind";
+    }
+    VAddressIPv6 local;
+    EXPECT_TRUE(local.SetFromText(u"fe80::1%1", 0));
+    EXPECT_EQ(RecordOf(local)[24], 1);
+    EXPECT_EQ(TextOf(local, false), u"fe80::1");
+}
+
+TEST(InternetAddress, AHostsListIsWalkedUpToItsEnd) {
+    const std::uint8_t first[] = {192, 0, 2, 1};
+    const std::uint8_t second[] = {192, 0, 2, 2};
+    const std::uint8_t* const addresses[] = {first, second, nullptr};
+    const VHostEntry entry{platform::kFamilyIpv4, 4, addresses};
+    VAddressIPv4 address;
+    EXPECT_TRUE(address.SetFromHostentPort(entry, 1, 22));
+    EXPECT_EQ(TextOf(address, true), u"192.0.2.2:22");
+    EXPECT_TRUE(address.SetFromHostent(entry, 0));
+    EXPECT_EQ(TextOf(address, true), u"192.0.2.1:0");
+    EXPECT_FALSE(address.SetFromHostent(entry, 2) || address.SetFromHostent(entry, 1000));
+    EXPECT_FALSE(VAddressIPv6().SetFromHostent(entry, 0));
+}
+
+TEST(InternetAddress, WhatIsNotValidGivesNothing) {
+    VAddressIPv4 v4;
+    VAddressIPv6 v6;
+    for (IInternetAddress* address : {static_cast<IInternetAddress*>(&v4), static_cast<IInternetAddress*>(&v6)}) {
+        const std::uint8_t bytes[17] = {};
+        for (const std::size_t length : {0U, 3U, 5U, 15U, 17U}) EXPECT_FALSE(address->SetRawAddress(bytes, length));
+        for (const char16_t* text : {u"", u"localhost", u"255.255.255.255", u"1.2.3.4 x", u"[::1]"}) {
+            EXPECT_FALSE(address->SetFromText(text, 22));
+        }
+        EXPECT_FALSE(address->SetFromHostPortText(u"1.2.3.4:65536"));
+        EXPECT_FALSE(address->SetPort(22) || address->IsAny() || address->IsLoopback() || address->Increment());
+        EXPECT_FALSE(address->Equals(*address) || address->IsInSubnet(*address, 0) || address->IsLess(*address));
+        EXPECT_EQ(address->GetPort(), 0);
+        EXPECT_EQ(TextOf(*address, true), u"");
+        EXPECT_EQ(RecordOf(*address), Bytes());
+    }
+    EXPECT_EQ(v4.GetFamily(), 2);
+    EXPECT_EQ(v6.GetFamily(), 23);
+    EXPECT_EQ(v4.GetSocketType(), 1);
+}
+
+TEST(InternetAddress, ACloneIsAnObjectOfItsOwn) {
+    const VRef<IInternetAddress> address = Of(u"[::1]:22");
+    address->SetSocketKind(2, 17);
+    const auto clone = VRef<IInternetAddress>::Adopt(address->Clone());
+    EXPECT_TRUE(address->Increment() && address->SetPort(1));
+    EXPECT_EQ(TextOf(*clone, true), u"[::1]:22");
+    int type = 0;
+    int protocol = 0;
+    clone->GetSocketKind(type, protocol);
+    EXPECT_EQ(type * 100 + protocol, 217);
+}
+
+}  // namespace
+}  // namespace connectdialog

@@ -1,0 +1,359 @@
+#include "foundation/vsecuritydescriptor.h"
+
+#include <grp.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <pwd.h>
+#include <string>
+#include <vector>
+
+#include "foundation/vaccountlookup.h"
+#include "foundation/vnarrowstring.h"
+#include "foundation/vstringarray.h"
+#include "platform/accounts.h"
+#include "platform/lasterror.h"
+
+namespace connectdialog {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr AccessRight kRights[] = {{u"read", 1}, {u"write", 2}, {u"delete", 0x10000}, {nullptr, 0}};
+
+/// Knows the accounts that it is given and counts who asks.
+struct FakeResolver : IAccountResolver {
+    bool Resolve(const VUnicodeString& name, VSid& sid) override {
+        ++asked;
+        const auto found = accounts.find(std::u16string(name.View()));
+        if (found == accounts.end()) return platform::FailWith(platform::kAccountNotFound);
+        const std::uint32_t subAuthorities[] = {21, found->second};
+        sid = VSid(5, subAuthorities);
+        return true;
+    }
+    std::map<std::u16string, std::uint32_t> accounts{{u"alice", 1}, {u"DOM\\bob", 2}, {u"bob@dom", 2}};
+    int asked = 0;
+};
+
+std::string Told(const VUnicodeString& text) {
+    return VNarrowString(text).GetData();
+}
+
+VSid SidOf(const char16_t* text) {
+    VSid sid;
+    EXPECT_TRUE(sid.LoadText(text)) << Told(text);
+    return sid;
+}
+
+VStringArray ListOf(const std::vector<const char16_t*>& texts) {
+    VStringArray list;
+    for (const char16_t* text : texts) list.Add(text);
+    return list;
+}
+
+/// "allow 3 S-1-5-21-1; " for each entry.
+std::string Told(const VAcl& list) {
+    std::string told;
+    VAclEntry entry;
+    for (std::size_t i = 0; list.GetEntry(i, entry); ++i) {
+        told += entry.type == 0 ? "allow " : entry.type == 1 ? "deny " : "type " + std::to_string(entry.type) + ' ';
+        told += std::to_string(entry.mask) + ' ' + Told(entry.sid.ToText()) + "; ";
+    }
+    return told;
+}
+
+TEST(Sid, HasABinaryAndATextForm) {
+    const struct {
+        const char16_t* text;
+        const char16_t* written;
+        Bytes bytes;
+    } rows[] = {
+        {u"S-1-1-0", u"S-1-1-0", {1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}},
+        {u"s-1-5-32-544", u"S-1-5-32-544", {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2, 0, 0}},
+        {u"S-1-0x0000000F-4294967295", u"S-1-15-4294967295", {1, 1, 0, 0, 0, 0, 0, 15, 255, 255, 255, 255}},
+        {u"S-1-0x123456789ABC-1", u"S-1-0x123456789ABC-1", {1, 1, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 1, 0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        const VSid sid = SidOf(row.text);
+        EXPECT_EQ(Bytes(sid.GetBytes().begin(), sid.GetBytes().end()), row.bytes) << Told(row.text);
+        EXPECT_EQ(sid.ToText(), row.written);
+        VSid loaded;
+        EXPECT_TRUE(loaded.Load(row.bytes) && loaded == sid);
+        for (std::size_t length = 0; length < row.bytes.size(); ++length) {
+            EXPECT_FALSE(loaded.Load(std::span(row.bytes).first(length)));
+        }
+        EXPECT_EQ(loaded, sid) << "what fails leaves the identifier";
+    }
+    const char16_t* const refused[] = {
+        u"",
+        u"S-1-",
+        u"S-1-5",
+        u"S-1-5-",
+        u"S-1-5--1",
+        u"S-1-5-1-",
+        u"S-1-5-4294967296",
+        u"S-1-0x1000000000000-1",
+        u"S-2-5-1",
+        u"S-1-5-1-2-3-4-5-6-7-8-9-10-11-12-13-14-15-16",
+        u"S-1-5-1x",
+        u"S-1-5-+1",
+        u"S-1-5-0x",
+        u"S-1 -5-1",
+    };
+    for (const char16_t* text : refused) {
+        VSid sid;
+        EXPECT_FALSE(sid.LoadText(text) || sid.IsValid()) << Told(text);
+        EXPECT_EQ(platform::GetLastErrorCode(), 1337U);
+    }
+    EXPECT_FALSE(VSid() == VSid());
+    EXPECT_FALSE(VSid(VSid::kMaxAuthority + 1, {}).IsValid());
+    const std::uint32_t tooMany[16] = {};
+    EXPECT_FALSE(VSid(1, tooMany).IsValid());
+    EXPECT_FALSE(VSid().Load(Bytes{2, 0, 0, 0, 0, 0, 0, 1}));
+    Bytes tooLong(VSid::kMaxLength + 4);
+    tooLong[0] = 1;
+    tooLong[1] = 16;
+    EXPECT_FALSE(VSid().Load(tooLong));
+}
+
+TEST(Acl, EntriesAreAddedExtendedAndRemoved) {
+    const VSid alice = SidOf(u"S-1-5-21-1");
+    const VSid bob = SidOf(u"S-1-5-21-2");
+    VAcl list;
+    EXPECT_EQ(Bytes(list.GetBytes().begin(), list.GetBytes().end()), (Bytes{2, 0, 8, 0, 0, 0, 0, 0}));
+    EXPECT_TRUE(list.AddEntry(AccessKind::kAllow, 1, alice) && list.AddEntry(AccessKind::kDeny, 2, bob));
+    EXPECT_TRUE(list.AddEntry(AccessKind::kAllow, 8, bob) && list.ExtendEntry(0, 4) && list.ExtendEntry(1, 16));
+    EXPECT_EQ(Told(list), "allow 5 S-1-5-21-1; deny 18 S-1-5-21-2; allow 8 S-1-5-21-2; ");
+    EXPECT_TRUE(list.RemoveEntry(1));
+    EXPECT_EQ(Told(list), "allow 5 S-1-5-21-1; allow 8 S-1-5-21-2; ");
+    const Bytes expected = {2, 0, 56, 0, 2, 0, 0, 0,                                                   //
+                            0, 0, 24, 0, 5, 0, 0, 0, 1, 2, 0, 0, 0, 0, 0, 5, 21, 0, 0, 0, 1, 0, 0, 0,  //
+                            0, 0, 24, 0, 8, 0, 0, 0, 1, 2, 0, 0, 0, 0, 0, 5, 21, 0, 0, 0, 2, 0, 0, 0};
+    EXPECT_EQ(Bytes(list.GetBytes().begin(), list.GetBytes().end()), expected);
+    EXPECT_FALSE(list.RemoveEntry(2) || list.ExtendEntry(2, 1));
+    EXPECT_EQ(platform::GetLastErrorCode(), 87U);
+    EXPECT_FALSE(list.AddEntry(AccessKind::kAllow, 1, VSid()));
+    EXPECT_EQ(platform::GetLastErrorCode(), 1337U);
+    while (list.AddEntry(AccessKind::kAllow, 1, alice)) continue;
+    EXPECT_EQ(platform::GetLastErrorCode(), 1344U);
+    EXPECT_EQ(list.GetCount(), (65535U - 8) / 24);
+    EXPECT_TRUE(VAcl().Load(list.GetBytes()));
+}
+
+TEST(Acl, WhatItDoesNotKnowIsCarriedAlongAndWhatIsDamagedRefused) {
+    const Bytes good = {4, 0, 44, 0, 2, 0, 0, 0,                                      //
+                        5, 3, 8,  0, 1, 2, 3, 4,                                      // an entry of another kind
+                        1, 0, 20, 0, 7, 0, 0, 0, 1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0,  //
+                        9, 9, 9,  9, 9, 9, 9, 9};                                     // unused room
+    VAcl list;
+    ASSERT_TRUE(list.Load(good));
+    EXPECT_EQ(Bytes(list.GetBytes().begin(), list.GetBytes().end()), good);
+    EXPECT_EQ(Told(list), "type 5 0 ; deny 7 S-1-1-0; ");
+    EXPECT_TRUE(!list.ExtendEntry(0, 8) && list.ExtendEntry(1, 8));
+    EXPECT_TRUE(list.AddEntry(AccessKind::kAllow, 1, SidOf(u"S-1-1-0")));
+    EXPECT_EQ(Told(list), "type 5 0 ; deny 15 S-1-1-0; allow 1 S-1-1-0; ");
+    EXPECT_EQ(list.GetBytes().size(), 56U);
+    const struct {
+        std::size_t offset;
+        std::uint8_t value;
+    } faults[] = {{0, 1},  {0, 5},  {2, 7},  {2, 45},  {2, 20},  {3, 1},  {4, 3},  {5, 1},
+                  {10, 3}, {10, 0}, {18, 7}, {18, 19}, {18, 29}, {24, 2}, {25, 2}, {25, 16}};
+    for (const auto& fault : faults) {
+        Bytes bytes = good;
+        bytes[fault.offset] = fault.value;
+        EXPECT_FALSE(VAcl().Load(bytes)) << fault.offset << ' ' << int{fault.value};
+        EXPECT_EQ(platform::GetLastErrorCode(), 1336U);
+    }
+    for (std::size_t length = 0; length < good.size(); ++length)
+        EXPECT_FALSE(VAcl().Load(std::span(good).first(length)));
+}
+
+/// Everybody's number is 12 bytes, an empty list 8; they lie behind the header in another order than ours.
+const Bytes kForeign = {1, 7, 0x17, 0xC0, 40, 0, 0, 0, 0, 0, 0, 0, 20, 0, 0, 0, 28, 0, 0, 0,  //
+                        2, 0, 8,    0,    0,  0, 0, 0,                                        // SACL
+                        2, 0, 8,    0,    0,  0, 0, 0,                                        // DACL
+                        9, 9, 9,    9,                                                        // nobody's
+                        1, 1, 0,    0,    0,  0, 0, 1, 0, 0, 0, 0};                           // owner
+
+TEST(SecurityDescriptor, WhatIsLoadedComesBackByteForByteUntilItIsChanged) {
+    VSecurityDescriptor descriptor;
+    ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
+    EXPECT_TRUE(descriptor.IsSelfRelative());
+    EXPECT_EQ(descriptor.MakeSelfRelative(), kForeign);
+    EXPECT_EQ(descriptor.GetOwner(), SidOf(u"S-1-1-0"));
+    EXPECT_FALSE(descriptor.GetGroup().IsValid());
+    ASSERT_NE(descriptor.GetDacl(), nullptr);
+    EXPECT_EQ(descriptor.GetDacl()->GetCount(), 0U);
+
+    EXPECT_TRUE(descriptor.SetGroup(SidOf(u"S-1-2-3")));
+    EXPECT_FALSE(descriptor.IsSelfRelative());
+    const Bytes rebuilt = {1, 7, 0x15, 0xC0, 20, 0, 0, 0, 32, 0, 0, 0, 44, 0, 0, 0, 52, 0, 0, 0,  //
+                           1, 1, 0,    0,    0,  0, 0, 1, 0,  0, 0, 0,                            //
+                           1, 1, 0,    0,    0,  0, 0, 2, 3,  0, 0, 0,                            //
+                           2, 0, 8,    0,    0,  0, 0, 0, 2,  0, 8, 0, 0,  0, 0, 0};
+    EXPECT_EQ(descriptor.MakeSelfRelative(), rebuilt);
+    EXPECT_FALSE(descriptor.SetOwner(VSid()));
+    EXPECT_EQ(descriptor.GetLastReport()->GetCode(), 1337U);
+    VSecurityDescriptor again;
+    ASSERT_TRUE(again.LoadSelfRelative(rebuilt));
+    again.MakeAbsolute();
+    EXPECT_EQ(again.MakeSelfRelative(), rebuilt);
+}
+
+TEST(SecurityDescriptor, NoListANullListAndAnEmptyListAreThreeThings) {
+    VSecurityDescriptor descriptor;
+    const VAcl empty;
+    const struct {
+        const VAcl* list;
+        bool isPresent;
+        std::uint8_t control;
+        std::size_t length;
+    } rows[] = {{nullptr, false, 0, 20}, {nullptr, true, 4, 20}, {&empty, true, 4, 28}};
+    for (const auto& row : rows) {
+        descriptor.SetDacl(row.list);
+        if (!row.isPresent) descriptor.RemoveDacl();
+        const Bytes bytes = descriptor.MakeSelfRelative();
+        EXPECT_EQ(bytes.size(), row.length);
+        EXPECT_EQ(bytes[2], row.control);
+        VSecurityDescriptor loaded;
+        ASSERT_TRUE(loaded.LoadSelfRelative(bytes));
+        EXPECT_EQ(loaded.HasDacl(), row.isPresent);
+        EXPECT_EQ(loaded.GetDacl() != nullptr, row.list != nullptr);
+    }
+}
+
+TEST(SecurityDescriptor, DamagedBytesAreRefusedAndNothingChanges) {
+    VSecurityDescriptor descriptor;
+    ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
+    const struct {
+        std::size_t offset;
+        std::uint8_t value;
+    } faults[] = {{0, 0},    {0, 2},  {3, 0x40}, {4, 19},  {4, 1},   {4, 52},  {4, 255},
+                  {7, 1},    {8, 20}, {11, 255}, {12, 19}, {12, 36}, {16, 51}, {16, 1},
+                  {19, 128}, {20, 9}, {22, 255}, {28, 0},  {32, 1},  {40, 0},  {41, 2}};
+    for (const auto& fault : faults) {
+        Bytes bytes = kForeign;
+        bytes[fault.offset] = fault.value;
+        EXPECT_FALSE(descriptor.LoadSelfRelative(bytes)) << fault.offset << ' ' << int{fault.value};
+        EXPECT_EQ(descriptor.GetLastReport()->GetCode(), 1338U);
+    }
+    for (std::size_t length = 0; length < kForeign.size(); ++length) {
+        EXPECT_FALSE(descriptor.LoadSelfRelative(std::span(kForeign).first(length))) << length;
+    }
+    EXPECT_EQ(descriptor.MakeSelfRelative(), kForeign);
+}
+
+TEST(SecurityRules, MakeEntriesInTheirOrder) {
+    const struct {
+        std::vector<const char16_t*> rules;
+        std::string entries;
+        std::u16string refused;
+    } rows[] = {
+        {{}, "", u""},
+        {{u"alice,allow,read"}, "allow 1 S-1-5-21-1; ", u""},
+        {{u"alice,ALLOW,Read WRITE"}, "allow 3 S-1-5-21-1; ", u""},
+        {{u"alice,deny, read  write "}, "deny 3 S-1-5-21-1; ", u""},
+        {{u"alice,allow,"}, "allow 0 S-1-5-21-1; ", u""},
+        {{u"alice,allow,read", u"alice,allow,write", u"alice,deny,delete", u"alice,deny,read"},
+         "allow 3 S-1-5-21-1; deny 65537 S-1-5-21-1; ",
+         u""},
+        {{u"DOM\\bob,allow,read", u"bob@dom,allow,write"}, "allow 3 S-1-5-21-2; ", u""},
+        {{u"S-1-1-0,allow,read", u"s-1-1-0,allow,write"}, "allow 3 S-1-1-0; ", u""},
+        {{u"alice,allow,read fly", u"alice,allow,write"}, "allow 2 S-1-5-21-1; ", u"\"alice,allow,read fly\""},
+        {{u"alice,permit,read", u"nobody,allow,read", u"Alice,allow,read", u",allow,read"},
+         "",
+         u"\"alice,permit,read\", \"nobody,allow,read\", \"Alice,allow,read\", \",allow,read\""},
+        {{u"", u"alice", u"alice,allow", u"alice,allow,read,", u"alice, allow,read"},
+         "",
+         u"\"\", \"alice\", \"alice,allow\", \"alice,allow,read,\", \"alice, allow,read\""},
+    };
+    for (const auto& row : rows) {
+        FakeResolver resolver;
+        VSecurityDescriptor descriptor(kRights, &resolver);
+        ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
+        const VStringArray rules = ListOf(row.rules);
+        EXPECT_EQ(descriptor.LoadRules(rules), row.refused.empty());
+        ASSERT_NE(descriptor.GetDacl(), nullptr) << "an empty list, not the null one";
+        EXPECT_EQ(Told(*descriptor.GetDacl()), row.entries);
+        EXPECT_FALSE(descriptor.GetOwner().IsValid()) << "rules tell of nothing else";
+        const VReportMessageParams& report = *descriptor.GetLastReport();
+        EXPECT_EQ(report.GetCode(), row.refused.empty() ? 0U : 13U);
+        const std::u16string told = report.GetInsertCount() > 0 ? report.GetInserts()[0] : u"";
+        EXPECT_EQ(told, row.refused);
+    }
+}
+
+TEST(SecurityRules, AskForEachAccountOnceAndStopWhereTheListIsFull) {
+    FakeResolver resolver;
+    VStringArray rules;
+    for (int i = 0; i < 100; ++i) rules.Add(i % 2 == 0 ? u"alice,allow,read" : u"alice,deny,write");
+    VSecurityDescriptor descriptor(kRights, &resolver);
+    EXPECT_TRUE(descriptor.LoadRules(rules));
+    EXPECT_EQ(resolver.asked, 1);
+    for (int i = 0; i < 4000; ++i) {
+        VUnicodeString rule;
+        rule.Format(u"S-1-7-%1!d!,allow,read", i);
+        rules.Add(rule);
+    }
+    EXPECT_FALSE(descriptor.LoadRules(rules));
+    EXPECT_EQ(descriptor.GetDacl()->GetBytes().size(), 8U + 2 * 24 + 3273 * 20);
+    VSecurityDescriptor withoutHelp;
+    EXPECT_FALSE(withoutHelp.LoadRules(ListOf({u"alice,allow,"})) ||
+                 withoutHelp.LoadRules(ListOf({u"S-1-1-0,deny,read"})));
+    EXPECT_TRUE(withoutHelp.LoadRules(ListOf({u"S-1-1-0,deny,"})));
+}
+
+TEST(Accounts, NamesAreSplitAndThisComputerIsKnown) {
+    const VUnicodeString here(platform::GetHostName());
+    const struct {
+        const char16_t* name;
+        const char16_t* domain;
+        const char16_t* user;
+        VUnicodeString normal;
+    } rows[] = {
+        {u"u", u"", u"u", u"u"},
+        {u"d\\u", u"d", u"u", u"d\\u"},
+        {u"d\\u@x\\y", u"d", u"u@x\\y", u"d\\u@x\\y"},
+        {u"u@d", u"d", u"u", u"u@d"},
+        {u"LocalHost\\u", u"LocalHost", u"u", here + u"\\u"},
+        {u"u@localhost", u"localhost", u"u", here + u"\\u"},
+        {u"localhost2\\u", u"localhost2", u"u", u"localhost2\\u"},
+        {u"\\u", u"", u"u", u"\\u"},
+        {u"", u"", u"", u""},
+    };
+    for (const auto& row : rows) {
+        VUnicodeString domain(u"before");
+        VUnicodeString user;
+        VSplitAccount(row.name, domain, user);
+        EXPECT_EQ(domain, row.domain);
+        EXPECT_EQ(user, row.user);
+        EXPECT_EQ(VNormalizeAccount(row.name), row.normal) << Told(row.name);
+    }
+}
+
+TEST(Accounts, AreLookedUpAmongTheUsersAndGroupsOfTheSystem) {
+    const VUnicodeString here(platform::GetHostName());
+    VAccountLookup lookup;
+    VSid sid;
+    for (const VUnicodeString& name : {VUnicodeString(u"root"), here + u"\\root", u"root@" + here}) {
+        sid = VSid();
+        EXPECT_TRUE(lookup.Resolve(name, sid)) << Told(name);
+        EXPECT_EQ(sid.ToText(), u"S-1-22-1-0");
+    }
+    const group* const tty = getgrnam("tty");
+    ASSERT_TRUE(tty != nullptr && getpwnam("tty") == nullptr) << "a group that no user shares its name with";
+    const std::uint32_t ttyNumbers[] = {2, tty->gr_gid};
+    EXPECT_TRUE(lookup.Resolve(u"tty", sid));
+    EXPECT_EQ(sid, VSid(22, ttyNumbers));
+    for (const char16_t* name : {u"", u"no such account", u"elsewhere\\root", u"\\", u"ro\xD800ot"}) {
+        EXPECT_FALSE(lookup.Resolve(name, sid)) << Told(name);
+        EXPECT_EQ(platform::GetLastErrorCode(), 1332U);
+    }
+    EXPECT_FALSE(lookup.Resolve(VUnicodeString(u"root\0x", 6), sid));
+    EXPECT_EQ(sid, VSid(22, ttyNumbers)) << "what fails leaves the identifier";
+    VSecurityDescriptor descriptor(kRights, &lookup);
+    EXPECT_TRUE(descriptor.LoadRules(ListOf({u"localhost\\root,allow,read", u"root@LOCALHOST,allow,write"})));
+    EXPECT_EQ(Told(*descriptor.GetDacl()), "allow 3 S-1-22-1-0; ");
+}
+
+}  // namespace
+}  // namespace connectdialog
