@@ -17,21 +17,4 @@ struct ProcessResult {
 /// after a minute is killed: exit code 137.
 ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
 
-/// A new folder for one test, removed with its content.
-class ScratchFolder {
-  public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    /// The path of a file in it.
-    std::string operator/(const std::string& name) const { return path + '/' + name; }
-    /// Creates a file; gives its path.
-    std::string Write(const std::string& name, const std::string& content) const;
-
-  private:
-    std::string path;
-};
-
 }  // namespace connectdialog::test
