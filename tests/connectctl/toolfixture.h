@@ -8,6 +8,7 @@
 
 #include "foundation/vunicodestring.h"
 #include "tests/support/processrunner.h"
+#include "tests/support/temporaryfolder.h"
 
 namespace connectdialog::test {
 
@@ -28,7 +29,7 @@ class ToolTest : public ::testing::Test {
 
     std::string StoreFile() const { return scratch / "sessions.db"; }
 
-    ScratchFolder scratch;
+    TemporaryFolder scratch;
 };
 
 /// Makes an SSH2 session. Requires: runs within WithStore.

@@ -6,12 +6,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "childprocess.h"
 #include "platform/lasterror.h"
-#include "temporaryfolder.h"
+#include "support/childprocess.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
+
+using test::TemporaryFolder;
 
 constexpr std::uint32_t kReadWrite = platform::kGenericRead | platform::kGenericWrite;
 
@@ -46,7 +48,7 @@ TEST(File, DispositionsAndTheirLastErrors) {
         SCOPED_TRACE(std::string(row.leaf) + " " + std::to_string(row.disposition));
         const TemporaryFolder folder;
         folder.Write("old", "text");
-        std::filesystem::create_symlink("old", folder.Path() / "link");
+        std::filesystem::create_symlink("old", folder.GetPath() / "link");
         VFile file;
         EXPECT_EQ(file.Open(folder.Name(row.leaf), row.access, row.disposition), row.opens);
         EXPECT_EQ(platform::GetLastErrorCode(), row.lastError);
@@ -63,9 +65,7 @@ TEST(File, ANewFileIsTheUsersAlone) {
     VFile file;
     EXPECT_TRUE(file.Open(folder.Name("new"), kReadWrite, platform::kCreateNew));
     umask(mask);
-    struct stat info {};
-    ASSERT_EQ(stat((folder.Path() / "new").c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777U, 0600U);
+    EXPECT_EQ(test::ModeOf(folder / "new"), 0600U);
 }
 
 TEST(File, ReadsWritesAndEnds) {
@@ -131,51 +131,42 @@ TEST(File, ShareModeKeepsOthersOut) {
     }
 }
 
-/// What another process finds that tries to lock a range.
-class RangeProbe {
-  public:
-    explicit RangeProbe(VUnicodeString fileName) : name(std::move(fileName)) {}
-    bool CanLock(std::uint64_t offset, std::uint64_t length, platform::LockMode mode) const {
-        ChildProcess child([&](ChildProcess&) {
-            const auto file = platform::OpenFile(name, {kReadWrite, platform::kOpenExisting, platform::kShareRead});
+TEST(File, RangeLocksAreSeenByAnotherProcess) {
+    using platform::LockMode;
+    const TemporaryFolder folder;
+    folder.Write("data", "text");
+    const auto othersCanLock = [&](std::uint64_t offset, std::uint64_t length, LockMode mode) {
+        test::ChildProcess child([&](test::ChildProcess&) {
+            const auto file =
+                platform::OpenFile(folder.Name("data"), {kReadWrite, platform::kOpenExisting, platform::kShareRead});
             if (platform::LockFileRange(file, offset, length, mode, false)) return 0;
             return platform::GetLastErrorCode() == platform::kLockViolation ? 1 : 2;
         });
         const int code = child.Wait();
         EXPECT_TRUE(code == 0 || code == 1) << code;
         return code == 0;
-    }
-
-  private:
-    VUnicodeString name;
-};
-
-TEST(File, RangeLocksAreSeenByAnotherProcess) {
-    using platform::LockMode;
-    const TemporaryFolder folder;
-    folder.Write("data", "text");
-    const RangeProbe probe(folder.Name("data"));
+    };
     VFile file;
     file.SetShareMode(platform::kShareRead | platform::kShareWrite);
     ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
     ASSERT_TRUE(file.LockRange(10, 10, true));
     ASSERT_TRUE(file.LockRange(30, 10, false));
-    EXPECT_FALSE(probe.CanLock(19, 1, LockMode::kShared));
-    EXPECT_TRUE(probe.CanLock(20, 10, LockMode::kExclusive));
-    EXPECT_TRUE(probe.CanLock(30, 10, LockMode::kShared));
-    EXPECT_FALSE(probe.CanLock(0, ~std::uint64_t{0}, LockMode::kExclusive));
+    EXPECT_FALSE(othersCanLock(19, 1, LockMode::kShared));
+    EXPECT_TRUE(othersCanLock(20, 10, LockMode::kExclusive));
+    EXPECT_TRUE(othersCanLock(30, 10, LockMode::kShared));
+    EXPECT_FALSE(othersCanLock(0, ~std::uint64_t{0}, LockMode::kExclusive));
     {
         // Another handle of this process that comes and goes takes no lock away.
         VFile other;
         other.SetShareMode(platform::kShareRead);
         ASSERT_TRUE(other.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
     }
-    EXPECT_FALSE(probe.CanLock(10, 1, LockMode::kShared));
+    EXPECT_FALSE(othersCanLock(10, 1, LockMode::kShared));
     EXPECT_TRUE(file.UnlockRange(10, 10));
-    EXPECT_TRUE(probe.CanLock(10, 1, LockMode::kExclusive));
+    EXPECT_TRUE(othersCanLock(10, 1, LockMode::kExclusive));
     file.Close();
-    EXPECT_TRUE(probe.CanLock(0, 0, LockMode::kExclusive));
-    EXPECT_TRUE(probe.CanLock(30, 10, LockMode::kExclusive));
+    EXPECT_TRUE(othersCanLock(0, 0, LockMode::kExclusive));
+    EXPECT_TRUE(othersCanLock(30, 10, LockMode::kExclusive));
 }
 
 TEST(File, MapsAViewUntilItIsClosed) {

@@ -8,14 +8,14 @@
 #include "foundation/vhivereader.h"
 #include "foundation/vhivewriter.h"
 #include "platform/codepage.h"
-#include "support/temporaryhives.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
 
 using platform::ToNarrow;
 using platform::ToWide;
-using testsupport::ReadFile;
+using test::ReadFile;
 
 using Bytes = std::vector<std::uint8_t>;
 constexpr char kFirst[] = "Windows Registry Editor Version 5.00\r\n";

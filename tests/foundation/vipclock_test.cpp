@@ -6,20 +6,21 @@
 #include <sys/stat.h>
 #include <thread>
 
-#include "childprocess.h"
 #include "foundation/vmemorymappedbuffer.h"
 #include "platform/lasterror.h"
-#include "temporaryfolder.h"
+#include "support/childprocess.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
 
 namespace fs = std::filesystem;
+using test::ChildProcess;
 
 /// Gives each test a folder for run time of its own.
 class RuntimeFolderTest : public testing::Test {
   protected:
-    RuntimeFolderTest() { setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1); }
+    RuntimeFolderTest() { setenv("XDG_RUNTIME_DIR", folder.GetPath().c_str(), 1); }
     ~RuntimeFolderTest() override { unsetenv("XDG_RUNTIME_DIR"); }
 
     static bool CanAcquire(std::u16string_view name) {
@@ -30,8 +31,8 @@ class RuntimeFolderTest : public testing::Test {
     }
     static std::uint32_t LockError(std::u16string_view name) { return VIpcLock(name).GetStatus().GetCode(); }
 
-    TemporaryFolder folder;
-    const fs::path own = folder.Path() / "brennmark";
+    test::TemporaryFolder folder;
+    const fs::path own = folder.GetPath() / "brennmark";
 };
 
 using IpcLockTest = RuntimeFolderTest;
@@ -45,20 +46,20 @@ TEST_F(IpcLockTest, ExcludesAnotherProcessUntilTheLastUnlock) {
     ChildProcess child([&](ChildProcess& parent) {
         if (CanAcquire(u"name") || platform::GetLastErrorCode() != platform::kLockViolation) return 1;
         VIpcLock same(u"name");
-        parent.Signal();
+        parent.Report();
         same.Lock();  // waits here for the parent
-        parent.Signal();
-        parent.Await();
+        parent.Report();
+        parent.WaitForGo();
         return 0;
     });
-    EXPECT_TRUE(child.Await());
+    EXPECT_TRUE(child.WaitForReport());
     lock.Unlock();
     EXPECT_FALSE(CanAcquire(u"name"));
     EXPECT_TRUE(CanAcquire(u"other"));
     lock.Unlock();
-    EXPECT_TRUE(child.Await());
+    EXPECT_TRUE(child.WaitForReport());
     EXPECT_FALSE(CanAcquire(u"name"));
-    child.Signal();
+    child.LetGo();
     EXPECT_EQ(child.Wait(), 0);
     EXPECT_TRUE(CanAcquire(u"name"));
 }
@@ -67,11 +68,11 @@ TEST_F(IpcLockTest, SurvivesTheDeathOfItsHolder) {
     ChildProcess child([](ChildProcess& parent) {
         VIpcLock lock(u"name");
         lock.Lock();
-        parent.Signal();
-        parent.Await();
+        parent.Report();
+        parent.WaitForGo();
         return 0;
     });
-    ASSERT_TRUE(child.Await());
+    ASSERT_TRUE(child.WaitForReport());
     EXPECT_FALSE(CanAcquire(u"name"));
     child.Kill();
     VIpcLock lock(u"name");
@@ -109,16 +110,16 @@ TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     ASSERT_EQ(LockError(u"name"), 0U);
     fs::permissions(own / "name", fs::perms::others_read, fs::perm_options::add);
     EXPECT_EQ(LockError(u"name"), platform::kAccessDenied);
-    fs::create_symlink(folder.Path() / "victim", own / "link");
+    fs::create_symlink(folder.GetPath() / "victim", own / "link");
     EXPECT_EQ(LockError(u"link"), platform::kCannotResolveName);
-    EXPECT_FALSE(fs::exists(folder.Path() / "victim"));
+    EXPECT_FALSE(fs::exists(folder.GetPath() / "victim"));
     ASSERT_EQ(mkfifo((own / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(LockError(u"pipe"), platform::kAccessDenied);
 
     fs::permissions(own, fs::perms::group_exec, fs::perm_options::add);
     EXPECT_EQ(LockError(u"other"), platform::kAccessDenied);
-    fs::rename(own, folder.Path() / "moved");
-    fs::permissions(folder.Path() / "moved", fs::perms::group_exec, fs::perm_options::remove);
+    fs::rename(own, folder.GetPath() / "moved");
+    fs::permissions(folder.GetPath() / "moved", fs::perms::group_exec, fs::perm_options::remove);
     fs::create_symlink("moved", own);
     EXPECT_NE(LockError(u"other"), 0U) << "the folder is a link";
     fs::remove(own);
@@ -197,11 +198,11 @@ TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {
     ChildProcess child([](ChildProcess& parent) {
         VMemoryMappedBuffer buffer;
         const bool written = buffer.Create(64) && buffer.AppendString("stale") != nullptr;
-        parent.Signal();
-        parent.Await();
+        parent.Report();
+        parent.WaitForGo();
         return written ? 0 : 1;
     });
-    ASSERT_TRUE(child.Await());
+    ASSERT_TRUE(child.WaitForReport());
     child.Kill();
     ASSERT_TRUE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0"));
     VMemoryMappedBuffer buffer;

@@ -4,24 +4,26 @@
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <random>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 #include "foundation/byteorder.h"
 #include "platform/codepage.h"
+#include "support/childprocess.h"
 #include "support/temporaryhives.h"
 
 namespace connectdialog {
 namespace {
 
 namespace fs = std::filesystem;
-using testsupport::ReadFile;
-using testsupport::WriteFile;
+using test::ChildProcess;
+using test::ModeOf;
+using test::ReadFile;
+using test::WriteFile;
 
 VHiveValue Dword(std::uint32_t number) {
     VHiveValue value{kHiveDword, std::vector<std::uint8_t>(4)};
@@ -46,24 +48,6 @@ class SettingsHive : public testing::Test {
 
     testsupport::TemporaryHives hives;
 };
-
-/// Runs `work` in a process of its own, which ends with its result.
-template <class Work>
-pid_t Spawn(Work work) {
-    const pid_t child = fork();
-    if (child == 0) _exit(work() ? 0 : 1);
-    return child;
-}
-
-bool EndedWell(pid_t child) {
-    int status = 0;
-    return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
-mode_t ModeOf(const fs::path& path) {
-    struct stat info = {};
-    return stat(path.c_str(), &info) == 0 ? info.st_mode & 07777 : 0;
-}
 
 TEST_F(SettingsHive, AnAbsentFileIsAnEmptyHiveAndIsMadeByTheFirstWrite) {
     VHiveValue value;
@@ -145,12 +129,13 @@ TEST_F(SettingsHive, WhatIsNoPlainFileOrTooLargeIsRefusedAtOnce) {
 TEST_F(SettingsHive, AWriteThatRunsOutOfRoomLeavesTheOldFile) {
     ASSERT_EQ(User().CreateKey(u"A").code, 0U);
     const std::string before = ReadFile(hives.UserFile());
-    EXPECT_TRUE(EndedWell(Spawn([this] {
+    ChildProcess writer([this](ChildProcess&) {
         const rlimit limit{4096, 4096};
         std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &limit);
-        return User().WriteValue(u"A", u"v", {kHiveBinary, std::vector<std::uint8_t>(5000)}).code == 223;
-    })));
+        return static_cast<int>(User().WriteValue(u"A", u"v", {kHiveBinary, std::vector<std::uint8_t>(5000)}).code);
+    });
+    EXPECT_EQ(writer.Wait(), 223);
     EXPECT_EQ(ReadFile(hives.UserFile()), before);
     EXPECT_FALSE(fs::exists(hives.UserFile().string() + ".new"));
 }
@@ -173,29 +158,29 @@ TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {
     constexpr int kWriters = 3;
     constexpr int kValues = 40;
     ASSERT_EQ(User().CreateKey(u"A").code, 0U);
-    pid_t writers[kWriters];
+    std::vector<std::unique_ptr<ChildProcess>> writers;
     for (int i = 0; i < kWriters; ++i) {
-        writers[i] = Spawn([this, i] {
-            bool isWell = true;
+        writers.push_back(std::make_unique<ChildProcess>([this, i](ChildProcess&) {
             for (int n = 0; n < kValues; ++n) {
-                isWell = isWell && User().WriteValue(u"A", Numbered("v", i * kValues + n), Dword(1));
+                if (!User().WriteValue(u"A", Numbered("v", i * kValues + n), Dword(1))) return 1;
             }
-            return isWell;
-        });
+            return 0;
+        }));
     }
-    for (const pid_t writer : writers) EXPECT_TRUE(EndedWell(writer));
+    for (const auto& writer : writers) EXPECT_EQ(writer->Wait(), 0);
     for (int n = 0; n < kWriters * kValues; ++n) EXPECT_EQ(ReadNumber(u"A", Numbered("v", n)), 1U) << n;
 }
 
-/// Counts up in two keys in one step, without end, and tells each number through the pipe when it is stored.
-bool CountWithoutEnd(VSettingsHive& hive, std::uint32_t start, int pipe) {
+/// Counts up in two keys in one step, without end, and tells each number when it is stored.
+int CountWithoutEnd(VSettingsHive& hive, std::uint32_t start, ChildProcess& parent) {
     for (std::uint32_t number = start;; ++number) {
         const VHiveStatus status = hive.Update([&](VHiveTree& tree) -> VHiveStatus {
             tree.Create(hive.FullPath(u"First"))->values[u"n"].value = Dword(number);
             tree.Create(hive.FullPath(u"Second"))->values[u"n"].value = Dword(number);
             return {};
         });
-        if (!status || write(pipe, &number, sizeof number) != sizeof number) return false;
+        if (!status) return 1;
+        parent.Report(number);
     }
 }
 
@@ -208,18 +193,13 @@ TEST_F(SettingsHive, AKilledWriterLeavesAWholeFileWithAllThatWasAcknowledged) {
     std::uint32_t last = 0;
     std::uint32_t stored = 0;
     for (int round = 0; round < 200; ++round) {
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        const pid_t writer = Spawn([&] { return CountWithoutEnd(User(), stored + 1, ends[1]); });
-        close(ends[1]);
+        ChildProcess writer([&](ChildProcess& parent) { return CountWithoutEnd(User(), stored + 1, parent); });
         // The kill comes anywhere within the first write or, in every other round, the second.
-        std::uint32_t number = 0;
-        if (round % 2 != 0 && read(ends[0], &number, sizeof number) == sizeof number) last = number;
+        if (round % 2 != 0) writer.ReadReport(last);
         std::this_thread::sleep_for(oneWrite * 1.5 * static_cast<double>(random() % 1000) / 1000.0);
-        kill(writer, SIGKILL);
-        waitpid(writer, nullptr, 0);
-        while (read(ends[0], &number, sizeof number) == sizeof number) last = number;
-        close(ends[0]);
+        writer.Kill();
+        while (writer.ReadReport(last)) {
+        }
         if (!User().FindKey(u"First")) {
             ASSERT_EQ(last, 0U);
             continue;

@@ -7,7 +7,7 @@
 
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
-#include "temporaryfolder.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
@@ -34,7 +34,7 @@ class TextFileTest : public testing::Test {
         return ReadAll(file);
     }
 
-    TemporaryFolder folder;
+    test::TemporaryFolder folder;
     VTextFile file;
 };
 
@@ -163,7 +163,7 @@ TEST_F(TextFileTest, WritesBehindWhatWasReadAndForgetsTheRest) {
 
 TEST_F(TextFileTest, EndsALineThatIsTooLong) {
     folder.Write("text", "");
-    std::filesystem::resize_file(folder.Path() / "text", 40 << 20);
+    std::filesystem::resize_file(folder.GetPath() / "text", 40 << 20);
     ASSERT_TRUE(Open(platform::kOpenExisting));
     VUnicodeString line(u"old");
     EXPECT_FALSE(file.ReadLine(line));
@@ -174,7 +174,7 @@ TEST_F(TextFileTest, EndsALineThatIsTooLong) {
 TEST_F(TextFileTest, FailsClearlyWhereThereIsNoTextFile) {
     EXPECT_FALSE(Open(platform::kOpenExisting));
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kFileNotFound);
-    ASSERT_EQ(mkfifo((folder.Path() / "text").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((folder.GetPath() / "text").c_str(), 0600), 0);
     EXPECT_FALSE(Open(platform::kOpenExisting, platform::kGenericRead));
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
     VUnicodeString line;

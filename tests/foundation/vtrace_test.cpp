@@ -6,11 +6,11 @@
 #include <sys/resource.h>
 #include <vector>
 
-#include "childprocess.h"
 #include "foundation/vtextfile.h"
 #include "platform/clock.h"
 #include "platform/lasterror.h"
-#include "temporaryfolder.h"
+#include "support/childprocess.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
@@ -23,7 +23,7 @@ class TraceTest : public testing::Test {
     /// Traces two lines in another process, after `prepare` was called there. 0 when the caller saw nothing of it.
     template <class Prepare>
     static int TraceAfter(Prepare prepare) {
-        ChildProcess child([&](ChildProcess&) {
+        test::ChildProcess child([&](test::ChildProcess&) {
             setenv("TZ", "UTC", 1);
             platform::SetClock([] { return platform::kUnixEpoch + 5 * platform::kFileTimePerSecond + 70'000; });
             prepare();
@@ -47,14 +47,14 @@ class TraceTest : public testing::Test {
 
     const std::vector<std::u16string> expected{u"1970-01-01 00:00:05.007 : ä has 3 sessions",
                                                u"1970-01-01 00:00:05.007 : %1!s! %2!s!"};
-    TemporaryFolder folder;
+    test::TemporaryFolder folder;
     const fs::path program = fs::read_symlink("/proc/self/exe").stem();
     const std::string leaf = program.string() + ".trace.log";
 };
 
 TEST_F(TraceTest, GoesToTheTemporaryFolderAnewAtEachRun) {
     for (const char* end : {"", "/"}) {
-        EXPECT_EQ(TraceAfter([&] { setenv("TEMP", (folder.Path().string() + end).c_str(), 1); }), 0);
+        EXPECT_EQ(TraceAfter([&] { setenv("TEMP", (folder.GetPath().string() + end).c_str(), 1); }), 0);
         EXPECT_EQ(ReadLines(folder.Name(leaf.c_str())), expected);
     }
 }
@@ -62,7 +62,7 @@ TEST_F(TraceTest, GoesToTheTemporaryFolderAnewAtEachRun) {
 TEST_F(TraceTest, GoesToTheStateFolderWhenNoTemporaryFolderIsNamed) {
     EXPECT_EQ(TraceAfter([&] {
                   unsetenv("TEMP");
-                  setenv("XDG_STATE_HOME", (folder.Path() / "state").c_str(), 1);
+                  setenv("XDG_STATE_HOME", (folder.GetPath() / "state").c_str(), 1);
               }),
               0);
     EXPECT_EQ(ReadLines(folder.Name(("state/brennmark/" + leaf).c_str())), expected);
@@ -70,17 +70,17 @@ TEST_F(TraceTest, GoesToTheStateFolderWhenNoTemporaryFolderIsNamed) {
 
 TEST_F(TraceTest, LeavesAloneWhatALinkPointsTo) {
     folder.Write("victim", "text");
-    fs::create_symlink("victim", folder.Path() / leaf);
-    EXPECT_EQ(TraceAfter([&] { setenv("TEMP", folder.Path().c_str(), 1); }), 0);
+    fs::create_symlink("victim", folder.GetPath() / leaf);
+    EXPECT_EQ(TraceAfter([&] { setenv("TEMP", folder.GetPath().c_str(), 1); }), 0);
     EXPECT_EQ(folder.Read("victim"), "text");
 }
 
 TEST_F(TraceTest, NeverFailsItsCaller) {
-    EXPECT_EQ(TraceAfter([&] { setenv("TEMP", (folder.Path() / "missing").c_str(), 1); }), 0);
-    EXPECT_FALSE(fs::exists(folder.Path() / "missing"));
+    EXPECT_EQ(TraceAfter([&] { setenv("TEMP", (folder.GetPath() / "missing").c_str(), 1); }), 0);
+    EXPECT_FALSE(fs::exists(folder.GetPath() / "missing"));
     // As on a full disk: the mark and the start of the first line are written, and nothing else.
     EXPECT_EQ(TraceAfter([&] {
-                  setenv("TEMP", folder.Path().c_str(), 1);
+                  setenv("TEMP", folder.GetPath().c_str(), 1);
                   const rlimit limit{10, 10};
                   setrlimit(RLIMIT_FSIZE, &limit);
                   std::signal(SIGXFSZ, SIG_IGN);

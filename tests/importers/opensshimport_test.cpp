@@ -203,7 +203,7 @@ TEST_F(OpenSshImportTest, LeavesTheStoreAsItWasWhenACommitFails) {
 /// The limit on the size of files is the process's: a disk that is full.
 TEST_F(OpenSshImportTest, TellsWhyTheStoreTookNoMoreAndLeavesItAsItWas) {
     const TemporaryFolder folder;
-    inner = stores::OpenProfileStoreFactory(VUnicodeString(("sqlite:" + folder.File("s.db")).c_str()), report);
+    inner = stores::OpenProfileStoreFactory(VUnicodeString(("sqlite:" + (folder / "s.db")).c_str()), report);
     faulty = std::make_unique<FaultyStoreFactory>(*inner);
     InstallReferenceSuite(u"connectctl", *faulty);
     ASSERT_TRUE(Run("Host web\n Port 1"));

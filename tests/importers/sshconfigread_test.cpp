@@ -1,12 +1,11 @@
 // Includes, broken lines, limits.
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 #include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshconfigeval.h"
 #include "suite/importers/openssh/sshconfigfile.h"
 #include "suite/importers/openssh/sshdiagnostics.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog {
 namespace {
@@ -201,25 +200,24 @@ TEST(BrokenFile, HasItsFindingsCountedBeyondAThousand) {
 }
 
 TEST(FilesOnDisk, AreReadWholeAndNothingElseIs) {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "connectdialog-sshfiles-test";
-    std::filesystem::create_directories(folder / "sub");
-    std::ofstream(folder / "file", std::ios::binary) << "a\r\n\n" << std::string(100'000, 'x');
+    const test::TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "sub");
+    folder.Write("file", "a\r\n\n" + std::string(100'000, 'x'));
     DiskSshFiles files;
     std::string text;
     std::string error;
-    EXPECT_EQ(files.Read((folder / "file").string(), 100'004, text, error), SshReadResult::kRead);
+    EXPECT_EQ(files.Read(folder / "file", 100'004, text, error), SshReadResult::kRead);
     EXPECT_EQ(text.size(), 100'004U);
-    EXPECT_EQ(files.Read((folder / "file").string(), 100'003, text, error), SshReadResult::kFailed);
+    EXPECT_EQ(files.Read(folder / "file", 100'003, text, error), SshReadResult::kFailed);
     EXPECT_EQ(error, "larger than 100003 bytes");
-    EXPECT_EQ(files.Read((folder / "none").string(), 10, text, error), SshReadResult::kMissing);
-    EXPECT_EQ(files.Read((folder / "sub").string(), 10, text, error), SshReadResult::kFolder);
+    EXPECT_EQ(files.Read(folder / "none", 10, text, error), SshReadResult::kMissing);
+    EXPECT_EQ(files.Read(folder / "sub", 10, text, error), SshReadResult::kFolder);
     EXPECT_EQ(files.Read("/dev/zero", 10, text, error), SshReadResult::kFailed);
     EXPECT_EQ(text, "");
     std::size_t entriesLeft = 100;
-    EXPECT_EQ(ExpandSshGlob(files, folder.string() + "/[fs]*", entriesLeft),
-              (std::vector<std::string>{(folder / "file").string(), (folder / "sub").string()}));
+    EXPECT_EQ(ExpandSshGlob(files, folder / "[fs]*", entriesLeft),
+              (std::vector<std::string>{folder / "file", folder / "sub"}));
     EXPECT_EQ(entriesLeft, 98U);
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

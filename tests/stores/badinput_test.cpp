@@ -2,11 +2,9 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <memory>
 #include <sqlite3.h>
 #include <string>
@@ -20,7 +18,6 @@
 #include "profile/vprofilekey.h"
 #include "stores/openstore.h"
 #include "stores/sqlite/sqlitestore.h"
-#include "support/faultystore.h"
 #include "support/storetools.h"
 #include "support/temporaryfolder.h"
 
@@ -30,22 +27,11 @@ namespace {
 namespace fs = std::filesystem;
 using Factory = std::unique_ptr<VProfileStoreFactory>;
 
-std::string ReadFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-void WriteFile(const fs::path& path, const std::string& content) {
-    std::ofstream(path, std::ios::binary) << content;
-}
 void RunSql(const fs::path& path, const std::string& sql) {
     sqlite3* database = nullptr;
     sqlite3_open(path.c_str(), &database);
     EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
     sqlite3_close(database);
-}
-unsigned ModeOf(const fs::path& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0U;
 }
 std::vector<std::string> Inserts(const VReportMessageParams& report) {
     std::vector<std::string> inserts;
@@ -85,17 +71,17 @@ class SqliteFile : public testing::Test {
 
     static inline std::uint64_t now = 0;
     TemporaryFolder folder;
-    std::string path = folder.File("store.db");
+    std::string path = folder / "store.db";
     VReportMessageParams report;
 };
 
 TEST_F(SqliteFile, IsPrivateAndMadeByTheFirstWriteOnly) {
-    path = folder.File("one/two/store.db");
+    path = folder / "one/two/store.db";
     const Factory factory = Open();
     ASSERT_NE(factory, nullptr);
     EXPECT_EQ(DumpStore(*factory, {u"a"}), "");
     EXPECT_FALSE(VProfileStore(factory.get()).GetRootKey()->DeleteKey(u"k"));
-    EXPECT_FALSE(fs::exists(folder.File("one")));
+    EXPECT_FALSE(fs::exists(folder / "one"));
     const mode_t before = ::umask(0);
     VProfileStore store(factory.get());
     EXPECT_TRUE(store.GetRootKey()->GetImpl()->IsWritable());
@@ -103,7 +89,7 @@ TEST_F(SqliteFile, IsPrivateAndMadeByTheFirstWriteOnly) {
     EXPECT_TRUE(store.Commit());
     ::umask(before);
     EXPECT_EQ(ModeOf(path), 0600U);
-    EXPECT_EQ(ModeOf(folder.File("one/two")), 0700U);
+    EXPECT_EQ(ModeOf(folder / "one/two"), 0700U);
     EXPECT_EQ(ModeOf(path + ".backups"), 0700U);
     for (const auto& entry : fs::directory_iterator(path + ".backups")) EXPECT_EQ(ModeOf(entry.path()), 0600U);
 }
@@ -127,7 +113,7 @@ TEST_F(SqliteFile, WhatIsNoStoreIsRefusedAndNotTouched) {
          [](const std::string& at) { RunSql(at, "PRAGMA application_id = 0x424D7364; PRAGMA user_version = 2;"); }},
     };
     for (const Row& row : rows) {
-        path = folder.File(row.what);
+        path = folder / row.what;
         row.make(path);
         const std::string before = fs::is_regular_file(path) ? ReadFile(path) : "";
         const std::size_t files = NamesInFolder().size();
@@ -236,7 +222,7 @@ TEST_F(SqliteFile, APageOfNoiseMakesNoCrash) {
             VProfileStore store(factory.get());
             store.GetRootKey()->DeleteKey(u"f");
         }
-        for (const std::string& name : NamesInFolder()) fs::remove_all(folder.File(name.c_str()));
+        for (const std::string& name : NamesInFolder()) fs::remove_all(folder / name);
     }
 }
 
@@ -257,10 +243,10 @@ TEST_F(SqliteFile, KeepsTheNewestFiveBackupsOneADay) {
 TEST_F(SqliteFile, AFileThatWasReplacedIsNoticedByTheNextStore) {
     const Factory factory = Open();
     ASSERT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
-    fs::rename(path, folder.File("kept.db"));
+    fs::rename(path, folder / "kept.db");
     EXPECT_EQ(ReadDwordOr(*factory, u"k", u"a", 0), 0U);
     EXPECT_TRUE(WriteDwords(*factory, u"k", {u"b"}, 2));
-    fs::rename(folder.File("kept.db"), path);
+    fs::rename(folder / "kept.db", path);
     EXPECT_EQ(DumpStore(*factory, {u"a", u"b"}), "k 5\n  .a=1\n");
 }
 
@@ -309,24 +295,6 @@ TEST_F(SqliteFile, AMediumThatTakesNoMoreFailsTheUnitAndKeepsTheStateBefore) {
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(DumpStore(*factory, {u"a"}), before);
     EXPECT_TRUE(WriteDwords(*factory, u"after", {u"a"}, 1));
-}
-
-TEST_F(SqliteFile, APlannedFaultSurfacesAndTheOldDataStays) {
-    const Factory real = Open();
-    ASSERT_TRUE(WriteDwords(*real, u"k", {u"a", u"b"}, 1));
-    FaultyStoreFactory faulty(*real);
-    faulty.plan.failWrite = 2;
-    {
-        VProfileStore store(&faulty);
-        VProfileKey key(store.GetRootKey(), u"k", 0);
-        EXPECT_TRUE(key.WriteDword(u"a", 2));
-        EXPECT_FALSE(key.WriteDword(u"b", 2));
-        EXPECT_EQ(CodeOf(key), 112U);
-        store.Abandon();
-    }
-    faulty.plan.failCommit = true;
-    EXPECT_FALSE(WriteDwords(faulty, u"k", {u"a"}, 3));
-    EXPECT_EQ(DumpStore(*real, {u"a", u"b"}), "k 5\n  .a=1\n  .b=1\n");
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class StoreConformance : public testing::TestWithParam<Provider> {
     void Open() {
         std::u16string url = GetParam().url;
         if (url.ends_with(u'/')) {
-            const std::string path = folder.File("sub/store.db");
+            const std::string path = folder / "sub/store.db";
             url.pop_back();
             url.append(path.begin(), path.end());
         }

@@ -249,7 +249,7 @@ TEST(StoreModelCheck, SqliteDoesWhatTheMemoryStoreDoes) {
     std::printf("seed %lu, %lu steps\n", seed, steps);
     SCOPED_TRACE("CONNECTDIALOG_SEED=" + std::to_string(seed));
     const TemporaryFolder folder;
-    Pair pair(folder.File("store.db"));
+    Pair pair(folder / "store.db");
     Walker walker(pair, seed);
     for (unsigned long step = 1; step <= steps && !testing::Test::HasFailure(); ++step) {
         SCOPED_TRACE("step " + std::to_string(step));

@@ -81,17 +81,17 @@ std::uint32_t CheckUnits(VProfileStoreFactory& factory) {
     return count;
 }
 
-const RoleRegistration kWriter("write units", [](const auto& arguments, RoleSide& side) {
-    if (const unsigned long step = std::stoul(arguments[2]); step != 0) DieAtFileStep(static_cast<unsigned>(step));
-    const Factory factory = OpenFile(arguments[0]);
-    for (auto number = static_cast<std::uint32_t>(std::stoul(arguments[1]));; ++number) {
-        if (!SaveUnit(*factory, number)) std::_Exit(2);
-        side.Report(number);
-    }
-});
+/// Saves units from `first` on until it is killed, at the latest at that step of its work on files (0: at none).
+int WriteUnits(ChildProcess& parent, const std::string& path, std::uint32_t first, unsigned step) {
+    if (step != 0) DieAtFileStep(step);
+    const Factory factory = OpenFile(path);
+    for (std::uint32_t number = first; SaveUnit(*factory, number); ++number) parent.Report(number);
+    return 1;
+}
 
-const RoleRegistration kReader("read sessions", [](const auto& arguments, RoleSide& side) {
-    const Factory factory = OpenFile(arguments[0]);
+/// Reads the sessions again and again, and reports all ones when one of them is torn.
+int ReadSessions(ChildProcess& parent, const std::string& path) {
+    const Factory factory = OpenFile(path);
     for (std::uint32_t reads = 0;; ++reads) {
         for (std::uint32_t i = 0; i < kSessions; ++i) {
             VProfileStore store(factory.get());
@@ -100,26 +100,25 @@ const RoleRegistration kReader("read sessions", [](const auto& arguments, RoleSi
             std::uint32_t last = 0;
             session.ReadDword(u"First", first);
             session.ReadDword(u"Last", last);
-            if (first != last) side.Report(UINT32_MAX);
+            if (first != last) parent.Report(UINT32_MAX);
         }
-        side.Report(reads);
+        parent.Report(reads);
         std::this_thread::sleep_for(std::chrono::milliseconds(5));  // leaves the processor to the writers
     }
-});
+}
 
 TEST(StoreProcesses, AcknowledgedSavesSurviveTwoHundredKills) {
     const TemporaryFolder folder;
-    const std::string path = folder.File("store.db");
-    const Factory factory = OpenFile(path);
+    const std::string path = folder / "store.db";
     std::mt19937 random(std::random_device{}());
-    ASSERT_TRUE(SaveUnit(*factory, 1));
+    ASSERT_TRUE(SaveUnit(*OpenFile(path), 1));
     std::uint32_t count = 1;
-    ChildProcess reader("read sessions", {path});
+    ChildProcess reader([&](ChildProcess& parent) { return ReadSessions(parent, path); });
     std::uint32_t reads = 0;
     for (int round = 0; round < 200; ++round) {
         // Half of the writers are killed at some moment of their work, the others at a step of a commit.
         const unsigned step = round % 2 == 0 ? 0 : static_cast<unsigned>(random() % 80 + 1);
-        ChildProcess writer("write units", {path, std::to_string(count + 1), std::to_string(step)});
+        ChildProcess writer([&](ChildProcess& parent) { return WriteUnits(parent, path, count + 1, step); });
         std::uint32_t acknowledged = count;
         if (step == 0) {
             ASSERT_TRUE(writer.ReadReport(acknowledged));
@@ -128,7 +127,7 @@ TEST(StoreProcesses, AcknowledgedSavesSurviveTwoHundredKills) {
         }
         while (writer.ReadReport(acknowledged)) {
         }
-        const std::uint32_t found = CheckUnits(*factory);
+        const std::uint32_t found = CheckUnits(*OpenFile(path));
         ASSERT_NE(found, UINT32_MAX) << "torn in round " << round;
         ASSERT_TRUE(found == acknowledged || found == acknowledged + 1) << found << " of " << acknowledged;
         count = found;
@@ -142,88 +141,85 @@ TEST(StoreProcesses, AcknowledgedSavesSurviveTwoHundredKills) {
     RecordProperty("reads", static_cast<int>(lastReport));
 }
 
-const RoleRegistration kCounter("count up", [](const auto& arguments, RoleSide& side) {
-    const Factory factory = OpenFile(arguments[0], 60000);
-    const std::u16string name(arguments[1].begin(), arguments[1].end());
-    for (std::uint32_t i = 1; i <= 100; ++i) {
-        if (ReadDwordOr(*factory, u"shared", name.c_str(), 0) != i - 1) std::_Exit(2);
-        if (!WriteDwords(*factory, u"shared", {name.c_str()}, i)) std::_Exit(3);
-    }
-    side.Report(0);
-});
-
 TEST(StoreProcesses, WritersOfDifferentValuesOfOneKeyBothKeepTheirs) {
     const TemporaryFolder folder;
-    const std::string path = folder.File("store.db");
-    ChildProcess first("count up", {path, "one"});
-    ChildProcess second("count up", {path, "two"});
-    EXPECT_TRUE(first.Wait() && second.Wait());
-    const Factory factory = OpenFile(path);
-    EXPECT_EQ(ReadDwordOr(*factory, u"shared", u"one", 0), 100U);
-    EXPECT_EQ(ReadDwordOr(*factory, u"shared", u"two", 0), 100U);
+    const std::string path = folder / "store.db";
+    const auto countUp = [&](const char16_t* name) {
+        const Factory factory = OpenFile(path, 60000);
+        for (std::uint32_t i = 1; i <= 100; ++i) {
+            if (ReadDwordOr(*factory, u"shared", name, 0) != i - 1) return 2;
+            if (!WriteDwords(*factory, u"shared", {name}, i)) return 3;
+        }
+        return 0;
+    };
+    ChildProcess first([&](ChildProcess&) { return countUp(u"one"); });
+    ChildProcess second([&](ChildProcess&) { return countUp(u"two"); });
+    EXPECT_EQ(first.Wait(), 0);
+    EXPECT_EQ(second.Wait(), 0);
+    EXPECT_EQ(DumpStore(*OpenFile(path), {u"one", u"two"}), "shared 5\n  .one=100\n  .two=100\n");
 }
-
-const RoleRegistration kHolder("hold the lock", [](const auto& arguments, RoleSide& side) {
-    const Factory factory = OpenFile(arguments[0]);
-    VProfileStore store(factory.get());
-    VProfileKey key(store.GetRootKey(), u"k", 0);
-    if (!key.WriteDword(u"theirs", 2)) std::_Exit(2);
-    side.Report(0);
-    side.WaitForGo();
-    if (!store.Commit()) std::_Exit(3);
-    side.Report(1);
-});
 
 TEST(StoreProcesses, AWriterThatWaitsTooLongFailsAndLosesNothing) {
     const TemporaryFolder folder;
-    const std::string path = folder.File("store.db");
+    const std::string path = folder / "store.db";
+    ASSERT_TRUE(WriteDwords(*OpenFile(path), u"k", {u"mine", u"theirs"}, 1));
+    ChildProcess holder([&](ChildProcess& parent) {
+        parent.WaitForGo();
+        const Factory factory = OpenFile(path);
+        VProfileStore store(factory.get());
+        if (!VProfileKey(store.GetRootKey(), u"k", 0).WriteDword(u"theirs", 2)) return 2;
+        parent.Report();
+        parent.WaitForGo();
+        if (!store.Commit()) return 3;
+        parent.Report();
+        return 0;
+    });
     const Factory factory = OpenFile(path, 50);
-    ASSERT_TRUE(WriteDwords(*factory, u"k", {u"mine", u"theirs"}, 1));
     VProfileStore store(factory.get());
     VProfileKey openBefore(store.GetRootKey(), u"k", 0);
-    ChildProcess holder("hold the lock", {path});
-    std::uint32_t step = 0;
-    ASSERT_TRUE(holder.ReadReport(step));
+    holder.LetGo();
+    ASSERT_TRUE(holder.WaitForReport());
     EXPECT_FALSE(store.JoinUnitOfWork());
     EXPECT_EQ(store.GetLastReport()->GetCode(), 32U);
     EXPECT_FALSE(openBefore.WriteDword(u"mine", 3));
     EXPECT_EQ(CodeOf(openBefore), 32U);
     EXPECT_EQ(ReadDwordOr(*factory, u"k", u"theirs", 0), 1U);  // reading goes on beside the writer
     holder.LetGo();
-    ASSERT_TRUE(holder.ReadReport(step));
+    ASSERT_TRUE(holder.WaitForReport());
     EXPECT_EQ(ReadDwordOr(*factory, u"k", u"theirs", 0), 2U);
     EXPECT_TRUE(openBefore.WriteDword(u"mine", 3) && store.Close());
-    EXPECT_TRUE(holder.Wait());
+    EXPECT_EQ(holder.Wait(), 0);
     EXPECT_EQ(DumpStore(*factory, {u"mine", u"theirs"}), "k 5\n  .mine=3\n  .theirs=2\n");
 }
 
-const RoleRegistration kStranger("try as a stranger", [](const auto& arguments, RoleSide& side) {
-    if (::setuid(65534) != 0) std::_Exit(2);
-    VReportMessageParams report;
-    const Factory factory = stores::OpenSqliteStore(arguments[0], {}, report);
-    if (factory == nullptr) return side.Report(report.GetCode());
-    VProfileStore store(factory.get());
-    std::uint32_t value = 0;
-    if (!VProfileKey(store.GetRootKey(), u"k", 0).ReadDword(u"a", value)) return side.Report(1);
-    if (store.GetRootKey()->GetImpl()->IsWritable()) return side.Report(1);
-    store.GetRootKey()->WriteDword(u"a", 1);
-    side.Report(CodeOf(*store.GetRootKey()));
-});
+/// What another user finds at a store: the code of what is refused.
+std::uint32_t CodeForAStranger(const std::string& path) {
+    ChildProcess child([&](ChildProcess& parent) {
+        if (::setuid(65534) != 0) return 2;
+        VReportMessageParams report;
+        const Factory factory = stores::OpenSqliteStore(path, {}, report);
+        if (factory == nullptr) return parent.Report(report.GetCode()), 0;
+        VProfileStore store(factory.get());
+        std::uint32_t value = 0;
+        if (!VProfileKey(store.GetRootKey(), u"k", 0).ReadDword(u"a", value)) return 3;
+        if (store.GetRootKey()->GetImpl()->IsWritable()) return 4;
+        store.GetRootKey()->WriteDword(u"a", 1);
+        return parent.Report(CodeOf(*store.GetRootKey())), 0;
+    });
+    std::uint32_t code = 0;
+    EXPECT_TRUE(child.ReadReport(code));
+    return code;
+}
 
 TEST(StoreProcesses, PermissionsDecideWhatAnotherUserMayDo) {
     if (::getuid() != 0) GTEST_SKIP() << "only root can become another user";
     const TemporaryFolder folder;
-    ASSERT_TRUE(WriteDwords(*OpenFile(folder.File("store.db")), u"k", {u"a"}, 1));
-    namespace fs = std::filesystem;
-    fs::permissions(folder.GetPath(), fs::perms(0755));
-    std::uint32_t code = 0;
-    ChildProcess kept("try as a stranger", {folder.File("store.db")});
-    EXPECT_TRUE(kept.ReadReport(code));
-    EXPECT_EQ(code, 5U) << "unreadable";
-    fs::permissions(folder.File("store.db"), fs::perms(0644));
-    ChildProcess reading("try as a stranger", {folder.File("store.db")});
-    EXPECT_TRUE(reading.ReadReport(code));
-    EXPECT_EQ(code, 5U) << "read-only";
+    const std::string path = folder / "store.db";
+    ASSERT_TRUE(WriteDwords(*OpenFile(path), u"k", {u"a"}, 1));
+    std::filesystem::permissions(folder.GetPath(), std::filesystem::perms(0755));
+    EXPECT_EQ(CodeForAStranger(path), 5U) << "unreadable";
+    std::filesystem::permissions(path, std::filesystem::perms(0644));
+    EXPECT_EQ(CodeForAStranger(path), 5U) << "read-only";
 }
 
 }  // namespace

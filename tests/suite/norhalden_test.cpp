@@ -1,10 +1,7 @@
 // norhalden as a user runs it, with clients of the test's own in PATH.
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 #include "sessiondb/sessiontree.h"
 #include "support/processrunner.h"
+#include "support/temporaryfolder.h"
 #include "tests/suite/suitetest.h"
 
 namespace connectdialog::test {
@@ -35,20 +32,15 @@ class NorHaldenTest : public SuiteTest {
         ASSERT_TRUE(StoreSessionEntry(u"", name, *session, u"", false));
     }
 
-    std::string StoreUrl() const { return "sqlite:" + scratch / "sessions.db"; }
+    std::string StoreUrl() const { return "sqlite:" + (scratch / "sessions.db"); }
 
     ProcessResult Run(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), NORHALDEN_PROGRAM);
-        return RunProcess(arguments, {"PATH=" + scratch / "", "BRENNMARK_STORE=" + StoreUrl()});
+        return RunProcess(arguments, {"PATH=" + scratch.GetPath().string(), "BRENNMARK_STORE=" + StoreUrl()});
     }
 
-    ScratchFolder scratch;
+    TemporaryFolder scratch;
 };
-
-std::string ReadAll(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 TEST_F(NorHaldenTest, TheClientTakesOverWithExactlyTheseArguments) {
     const std::string expected = "<-p>\n<22>\n<-->\n<host.example>\n";
@@ -80,7 +72,7 @@ TEST_F(NorHaldenTest, WhatCannotBeOpenedIsToldInOneLine) {
         {{"--store", "nothing:x", "/S", "line"}, 1, ""},
         {{"--store", "sqlite:/", "/S", "line"}, 1, ""},
     };
-    const std::string before = ReadAll(scratch / "sessions.db");
+    const std::string before = ReadFile(scratch / "sessions.db");
     for (const Row& row : rows) {
         const ProcessResult result = Run(row.arguments);
         EXPECT_EQ(result.exitCode, row.exitCode) << result.errors;
@@ -90,7 +82,7 @@ TEST_F(NorHaldenTest, WhatCannotBeOpenedIsToldInOneLine) {
         EXPECT_EQ(result.errors.find('\x1B'), std::string::npos);
         EXPECT_EQ(result.output, "");
     }
-    EXPECT_EQ(ReadAll(scratch / "sessions.db"), before) << "opening a session changed the store";
+    EXPECT_EQ(ReadFile(scratch / "sessions.db"), before) << "opening a session changed the store";
 }
 
 TEST_F(NorHaldenTest, WrongUsageIsExplained) {

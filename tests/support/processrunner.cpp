@@ -2,10 +2,7 @@
 
 #include <array>
 #include <chrono>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
-#include <fstream>
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
@@ -124,21 +121,6 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::v
     waitpid(process, &status, 0);
     result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return result;
-}
-
-ScratchFolder::ScratchFolder() : path((std::filesystem::temp_directory_path() / "connectdialog-XXXXXX").string()) {
-    if (mkdtemp(path.data()) == nullptr) throw std::runtime_error("mkdtemp");
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-}
-
-std::string ScratchFolder::Write(const std::string& name, const std::string& content) const {
-    const std::string file = *this / name;
-    std::ofstream(file, std::ios::binary) << content;
-    return file;
 }
 
 }  // namespace connectdialog::test

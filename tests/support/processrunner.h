@@ -18,21 +18,4 @@ struct ProcessResult {
 ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
                          const std::string& input = {});
 
-/// A new folder for one test, removed with its content.
-class ScratchFolder {
-  public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    /// The path of a file in it.
-    std::string operator/(const std::string& name) const { return path + '/' + name; }
-    /// Creates a file; gives its path.
-    std::string Write(const std::string& name, const std::string& content) const;
-
-  private:
-    std::string path;
-};
-
 }  // namespace connectdialog::test

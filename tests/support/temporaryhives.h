@@ -1,11 +1,11 @@
 // Settings hives in a folder of their own that goes when the test ends.
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <string_view>
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::testsupport {
+
+using test::ReadFile;
 
 /// Puts both hives of the process into a fresh folder; they do not exist yet. The destructor puts the system's back.
 class TemporaryHives {
@@ -15,20 +15,16 @@ class TemporaryHives {
     TemporaryHives& operator=(const TemporaryHives&) = delete;
     ~TemporaryHives();
 
-    const std::filesystem::path& Folder() const { return folder; }
-    std::filesystem::path MachineFile() const { return folder / "machine.reg"; }
-    std::filesystem::path UserFile() const { return folder / "user.reg"; }
+    const std::filesystem::path& Folder() const { return folder.GetPath(); }
+    std::filesystem::path MachineFile() const { return Folder() / "machine.reg"; }
+    std::filesystem::path UserFile() const { return Folder() / "user.reg"; }
 
     /// Writes a hive of the first line and these lines, in place, as an editor does.
     void WriteMachine(std::string_view lines) const;
     void WriteUser(std::string_view lines) const;
 
   private:
-    std::filesystem::path folder;
+    test::TemporaryFolder folder;
 };
-
-/// The whole file; empty when there is none.
-std::string ReadFile(const std::filesystem::path& file);
-void WriteFile(const std::filesystem::path& file, std::string_view bytes);
 
 }  // namespace connectdialog::testsupport
