@@ -86,6 +86,9 @@ class VProfile2 : public S {
     }
 
   protected:
+    /// For a class that keeps its value in another form.
+    T& EditStored() { return stored; }
+
   private:
     /// Text and lists of text have a textual form and a variant; records have neither.
     static constexpr bool kHasTextForm = std::is_same_v<T, VUnicodeString> || std::is_same_v<T, VStringArray>;
