@@ -16,7 +16,6 @@
 
 namespace {
 
-using connectdialog::MemorySshFiles;
 using connectdialog::fuzz::Require;
 
 std::map<std::string, std::string> SplitFiles(std::string_view input) {
