@@ -4,11 +4,11 @@
 // home folder's .ssh as 1, 2, 3 and so on, so that Includes of them, of themselves and by globs are found.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <string_view>
 
+#include "fuzz/require.h"
 #include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshconfigeval.h"
 #include "suite/importers/openssh/sshconfigfile.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-using connectdialog::MemorySshFiles;
+using connectdialog::fuzz::Require;
 
 std::map<std::string, std::string> SplitFiles(std::string_view input) {
     constexpr std::string_view kSeparator = "\x01\n";
@@ -31,10 +31,6 @@ std::map<std::string, std::string> SplitFiles(std::string_view input) {
     return files;
 }
 
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -44,15 +40,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const SshConfig config = ReadSshConfig(files, "/config", "/home/u", diagnostics);
     constexpr std::uint64_t kMaxSteps = 1'000'000;
     const auto hosts = EvaluateSshConfig(config, {"me", "/home/u"}, diagnostics, kMaxSteps);
-    Require(hosts.size() <= config.aliases.size());
+    Require(hosts.size() <= config.aliases.size(), "each alias gives one host at most");
     for (const SshHost& host : hosts) {
-        Require(!host.alias.empty() && host.port > 0 && host.port <= 65535);
-        Require(!host.hostName.empty() && host.hostName.size() <= kMaxSshNameBytes);
-        Require(host.alias.find('\0') == std::string::npos && host.user.find('\0') == std::string::npos);
-        for (const SshHop& hop : host.jumps) Require(!hop.host.empty() && hop.port >= 0 && hop.port <= 65535);
+        Require(!host.alias.empty() && host.port > 0 && host.port <= 65535, "a host has an alias and a port");
+        Require(!host.hostName.empty() && host.hostName.size() <= kMaxSshNameBytes,
+                "its name is neither empty nor long");
+        Require(host.alias.find('\0') == std::string::npos && host.user.find('\0') == std::string::npos,
+                "texts have no zero in them");
+        for (const SshHop& hop : host.jumps)
+            Require(!hop.host.empty() && hop.port >= 0 && hop.port <= 65535, "a hop has a host and a port");
     }
     for (const SshDiagnostic& found : diagnostics.All()) {
-        for (const char c : found.text) Require(static_cast<unsigned char>(c) >= 0x20 && c != 0x7F);
+        for (const char c : found.text)
+            Require(static_cast<unsigned char>(c) >= 0x20 && c != 0x7F, "what is told cannot drive a terminal");
     }
     return 0;
 }

@@ -4,7 +4,6 @@
 // The first byte of the input says how much of plain text is put behind the mark, so that the input comes to stand
 // where the read buffer ends.
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <sys/mman.h>
@@ -12,9 +11,11 @@
 #include <vector>
 
 #include "foundation/vtextfile.h"
+#include "fuzz/require.h"
 #include "platform/paths.h"
 
 using namespace connectdialog;
+using fuzz::Require;
 
 namespace {
 
@@ -36,12 +37,6 @@ class MemoryFile {
     int descriptor;
 };
 
-void Require(bool holds, const char* what) {
-    if (holds) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
-
 Lines Split(std::u16string_view text) {
     Lines lines;
     while (!text.empty()) {
@@ -62,20 +57,19 @@ Lines ExpectedLines(std::string_view bytes) {
 }
 
 Lines ReadLines(VTextFile& file, const VUnicodeString& name) {
-    Require(file.Open(name, platform::kGenericRead, platform::kOpenExisting), "the file does not open");
+    Require(file.Open(name, platform::kGenericRead, platform::kOpenExisting), "the file opens");
     Lines lines;
     VUnicodeString line;
     while (file.ReadLine(line)) lines.emplace_back(line.View());
-    Require(line.IsEmpty(), "a line at the end");
+    Require(line.IsEmpty(), "no line is left at the end");
     return lines;
 }
 
 void WriteLines(VTextFile& file, const VUnicodeString& name, const Lines& lines, LineEnding ending) {
     file.SetLineEnding(ending);
     const auto access = platform::kGenericRead | platform::kGenericWrite;
-    Require(file.Open(name, access, platform::kCreateAlways), "the file is not made");
-    for (const std::u16string& line : lines)
-        Require(file.WriteLine(std::u16string_view(line)), "a line is not written");
+    Require(file.Open(name, access, platform::kCreateAlways), "the file is made");
+    for (const std::u16string& line : lines) Require(file.WriteLine(std::u16string_view(line)), "a line is written");
 }
 
 std::string WithFiller(std::string_view bytes, std::uint8_t amount) {
@@ -95,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     memory.Write(bytes);
     VTextFile file;
     const Lines lines = ReadLines(file, memory.Name());
-    Require(lines == ExpectedLines(bytes), "the lines differ from those of the whole text");
+    Require(lines == ExpectedLines(bytes), "the lines are those of the whole text");
 
     // UTF-16 takes every line as it is, also one with lone surrogates.
     VTextFile copy;
@@ -103,6 +97,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     copy.SetEncoding(data[0] % 2 == 0 ? TextEncoding::kUtf16Le : TextEncoding::kUtf16Be);
     WriteLines(copy, memory.Name(), lines, static_cast<LineEnding>(data[0] % 4));
     copy.Close();
-    Require(ReadLines(copy, memory.Name()) == lines, "the lines differ after they were written");
+    Require(ReadLines(copy, memory.Name()) == lines, "the lines stay when they are written");
     return 0;
 }

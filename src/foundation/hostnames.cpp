@@ -13,6 +13,9 @@ namespace connectdialog {
 
 namespace {
 
+/// What cannot stand in a session's name, or would look like a port there.
+constexpr std::u16string_view kSeparators = u":\\/";
+
 bool ReadPort(std::u16string_view text, std::uint16_t& port) {
     const bool isWhole = text.find(u'\0') == text.npos;  // else only its beginning would be read
     return isWhole && VParseUnsigned16(VNarrowString(text.data(), text.size()).GetData(), port);
@@ -69,7 +72,9 @@ VUnicodeString VSafeHostName(const VUnicodeString& text) {
     VUnicodeString name = text;
     name.MakeLower();
     if (const VRef<IInternetAddress> address = VMakeAddressFromText(name)) address->ToText(name, false);
-    for (const char16_t* separator : {u":", u"\\", u"/"}) name.Replace(separator, u"_");
+    for (std::size_t i = 0; i < name.GetLength(); ++i) {
+        if (kSeparators.find(name[i]) != kSeparators.npos) name.MutableAt(i) = u'_';
+    }
     return name;
 }
 

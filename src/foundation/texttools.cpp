@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace connectdialog {
 
@@ -62,14 +63,19 @@ class Tokenizer {
 
     /// Moves the segment up to here to the token; the next one starts `gap` characters further on.
     void TakeSegment(std::size_t gap) {
-        token += text.substr(segmentStart, position - segmentStart);
+        token += Segment();
         segmentStart = position + gap;
     }
+    std::u16string_view Segment() const { return text.substr(segmentStart, position - segmentStart); }
 
     void FinishToken() {
-        TakeSegment(0);
-        if (!skipThisEmpty || !token.IsEmpty()) tokens.Add(token);
-        token.Empty();
+        if (token.empty()) {
+            if (!skipThisEmpty || !Segment().empty()) tokens.Add(VUnicodeString(Segment()));
+        } else {
+            TakeSegment(0);
+            tokens.Add(VUnicodeString(token));
+            token.clear();
+        }
         skipThisEmpty = skipEmpty;
     }
 
@@ -81,7 +87,7 @@ class Tokenizer {
     char16_t closingQuote = 0;
     std::size_t position = 0;
     std::size_t segmentStart = 0;
-    VUnicodeString token;
+    std::u16string token;  ///< its pieces so far; grows in steps, since there may be as many as characters
 };
 
 bool NeedsQuotes(std::u16string_view text, std::u16string_view quotePair, std::u16string_view forcing) {

@@ -7,8 +7,8 @@ namespace connectdialog::test {
 namespace {
 
 const std::vector<std::vector<std::string>> kCommandWords = {
-    {},      {"import"}, {"import", "openssh"}, {"tree"}, {"ls"},          {"show"},
-    {"get"}, {"set"},    {"connect"},           {"hive"}, {"hive", "set"}, {"completion"}};
+    {},          {"import"}, {"import", "openssh"}, {"tree"},  {"ls"},        {"show"}, {"get"}, {"set"},
+    {"connect"}, {"hive"},   {"hive", "set"},       {"trace"}, {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
@@ -48,7 +48,7 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
         {{"import", "o"}, "openssh\n"},
         {{"import", "openssh", "--d"}, "--dry-run\n"},
         {{"connect", "--d"}, "--dry-run\n"},
-        {{"--store", "show", "tr"}, "tree\n"},
+        {{"--store", "show", "tre"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
         {{"show", "z"}, "zeta\n"},
         {{"show", "$"}, "\\$\\(touch\\ x\\)\\ y\n"},

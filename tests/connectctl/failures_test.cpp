@@ -20,6 +20,7 @@ TEST_F(ToolTest, WrongUsageIsTold) {
         {"connect"},
         {"import"},
         {"import", "openssh"},
+        {"trace"},
         {"completion"},
         {"completion", "csh"},
         {"connect", "x", "--json"},

@@ -114,6 +114,7 @@ TEST(HostNames, AddressesAreToldFromNames) {
         EXPECT_EQ(VSafeHostName(row.text), row.safeName) << told.GetData();
     }
     EXPECT_FALSE(VIsNumericHost(VUnicodeString(u"1.2.3.4\0x", 9)));
+    EXPECT_EQ(VSafeHostName(VUnicodeString(u"a\0b:C", 5)), VUnicodeString(u"a\0b_c", 5));
     EXPECT_FALSE(VMakeAddressFromText(u"255.255.255.255"));
 }
 

@@ -37,6 +37,7 @@ CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
 CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareSecret(CLI::App& parser);
+CommandBody DeclareTrace(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);
 
 }  // namespace connectdialog::connectctl
