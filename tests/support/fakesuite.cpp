@@ -29,7 +29,7 @@ void FakeProtocol::ImportShared(const SharedSettings& settings) {
 }
 
 bool FakeProtocol::IsComplete(std::uint32_t& state) const {
-    if (host.Get().IsEmpty()) state = incompleteState;
+    if (host.Get().IsEmpty()) state = kHostNameMissing;
     return !host.Get().IsEmpty();
 }
 

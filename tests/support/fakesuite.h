@@ -33,10 +33,7 @@ class FakeProtocol : public ConnectConfig {
         if (notToBeSaved == 0) host.Save(key, force);
     }
     bool IsChanged() const override { return host.IsChanged(); }
-    void Commit() override {
-        ++commits;
-        host.Commit();
-    }
+    void Commit() override { host.Commit(); }
     void Revert() override { host.Revert(); }
     void Assign(const VProfileData& other) override { host.Assign(dynamic_cast<const FakeProtocol&>(other).host); }
     bool IsMissing() const override { return host.IsMissing(); }
@@ -49,13 +46,10 @@ class FakeProtocol : public ConnectConfig {
     void GetHostName(VUnicodeString& text) const override { text = host.Get(); }
     void SetHostName(const VUnicodeString& text) override { host.Set(text); }
     std::uint16_t GetPort() const override { return 22; }
-    void TransferForward(void* argument) override { forwarded = argument; }
+    void TransferForward(void*) override {}
     void ReleasePort() override {}
 
     VProfileText host;
-    int commits = 0;
-    std::uint32_t incompleteState = kHostNameMissing;
-    void* forwarded = nullptr;
 };
 
 /// One row of a protocol table; without `hasConfig` it makes no settings object.
