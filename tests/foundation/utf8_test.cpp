@@ -79,13 +79,6 @@ TEST(Utf8, TellsHowFarItCame) {
     EXPECT_EQ(progress.written, 2u);
 }
 
-TEST(Utf8, KeepsTheState) {
-    VUnicodeString wide(u"p\u00E4ss");
-    wide.MarkSensitive();
-    const VNarrowString narrow = Utf8FromWide(wide);
-    EXPECT_TRUE(narrow.IsSensitive() && WideFromUtf8(narrow).IsSensitive());
-}
-
 TEST(CodePage, ReplacesWhatIsMalformed) {
     struct Row {
         std::string_view bytes;

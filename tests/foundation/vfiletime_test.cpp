@@ -81,7 +81,6 @@ class FileTemplateTest : public ZoneTest {
     ~FileTemplateTest() override {
         platform::SetClock(nullptr);
         unsetenv("CONNECTDIALOG_TEST_NAME");
-        unsetenv("U3_APP_DATA_PATH");
     }
 };
 
@@ -113,12 +112,6 @@ TEST_F(FileTemplateTest, PutsTheTimeIn) {
             EXPECT_EQ(std::u16string_view(report.GetInserts()[0]), row.insert);
         }
     }
-}
-
-TEST_F(FileTemplateTest, KnowsThePortableFolders) {
-    setenv("U3_APP_DATA_PATH", "D:\\Data", 1);
-    VReportMessageParams report;
-    EXPECT_EQ(VExpandFileTemplate(u"%u3data%\\%Y.log", report), u"D:\\Data\\2024.log");
 }
 
 }  // namespace
