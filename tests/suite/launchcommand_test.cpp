@@ -197,16 +197,5 @@ TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
     }
 }
 
-TEST_F(LaunchCommandTest, AMissingClientIsNamedWithItsPackage) {
-    LaunchCommand command{{"no-such-client-anywhere", "h"}, "some-package", u""};
-    EXPECT_FALSE(BecomeClient(command, report));
-    const VUnicodeString text = report.GetTextOneLine();
-    EXPECT_NE(text.Find(u"no-such-client-anywhere"), VUnicodeString::kNotFound);
-    EXPECT_NE(text.Find(u"some-package"), VUnicodeString::kNotFound);
-    command = {{"/proc/self/status"}, "", u""};
-    EXPECT_FALSE(BecomeClient(command, report));
-    EXPECT_EQ(report.GetCode(), kLaunchNotInstalled);
-}
-
 }  // namespace
 }  // namespace connectdialog::test
