@@ -95,23 +95,11 @@ TEST_F(ToolTest, ShowsEverySettingOnALineOfItsOwn) {
     EXPECT_EQ(json["settings"][0], Json({{"name", "Is Session"}, {"type", "bool"}, {"value", true}}));
 }
 
-TEST_F(ToolTest, SettingAValueThatStandsWritesNothing) {
-    Seed();
-    RunWell({"set", "zeta", "Title Bar", "mine"});
-    const std::string before = RunProcess({"/usr/bin/sha256sum", StoreFile()}).output;
-    RunWell({"set", "zeta", "Title Bar", "mine"});
-    EXPECT_EQ(RunProcess({"/usr/bin/sha256sum", StoreFile()}).output, before);
-    RunWell({"set", "zeta", "Title Bar", "yours"});
-    EXPECT_NE(RunProcess({"/usr/bin/sha256sum", StoreFile()}).output, before);
-}
-
 TEST_F(ToolTest, TheHostTravelsToTheNextProtocol) {
     Seed();
     RunWell({"set", "zeta", "Protocol Name", "telnet"});
     EXPECT_EQ(RunWell({"get", "zeta", "Protocol Name"}), "Telnet\n");
     EXPECT_EQ(RunWell({"get", "zeta", "Hostname"}), "zeta.example.net\n");
-    RunWell({"set", "zeta", "Transfer Protocol Name", "SFTP"});
-    EXPECT_EQ(RunWell({"get", "zeta", "Transfer Protocol Name"}), "SFTP\n");
     RunWell({"set", "zeta", "Protocol Name", "none"});
     EXPECT_EQ(RunWell({"get", "zeta", "Protocol Name"}), "None\n");
 }
