@@ -4,7 +4,6 @@
 #include "tests/connectctl/toolfixture.h"
 
 namespace connectdialog::test {
-
 namespace {
 
 using Json = nlohmann::json;
@@ -51,5 +50,4 @@ TEST_F(ToolTest, ConnectBecomesTheClient) {
 }
 
 }  // namespace
-
 }  // namespace connectdialog::test

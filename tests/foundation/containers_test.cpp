@@ -12,21 +12,6 @@
 namespace connectdialog {
 namespace {
 
-TEST(Array, GrowsByItsTwoRules) {
-    VArray<int> array;
-    array.Add(1);
-    EXPECT_EQ(array.GetCapacity(), 2u);
-    VArray<int> sized(3);
-    EXPECT_EQ(sized.GetCapacity(), 6u);
-    for (int i = 0; i < 7; ++i) sized.Add(i);
-    EXPECT_EQ(sized.GetCapacity(), 14u);
-    const int run[10] = {};
-    sized.InsertRun(0, run, 10);
-    EXPECT_EQ(sized.GetCapacity(), 28u);
-    array.InsertRun(1, run, 10);
-    EXPECT_EQ(array.GetCapacity(), 11u);
-}
-
 TEST(Array, InsertsRemovesAndChecks) {
     VArray<std::string> array;
     array.Add("d");
