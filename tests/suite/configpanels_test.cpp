@@ -10,16 +10,11 @@ namespace {
 
 class ConfigPanelsTest : public SuiteTest {
   protected:
+    std::uint32_t StoredNumber(const char16_t* name) const { return ReadDwordOr(*factory, kGlobalKey, name, 99); }
     static VRef<GlobalConfig> Global() {
         VRef<GlobalConfig> global;
         EXPECT_TRUE(GetGlobalConfig(global, -1));
         return global;
-    }
-    static std::uint32_t StoredNumber(const char16_t* name, std::uint32_t absent) {
-        VProfileStore store(true);
-        VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
-        key.ReadDword(name, absent);
-        return absent;
     }
 };
 
@@ -28,7 +23,7 @@ TEST_F(ConfigPanelsTest, GlobalSettingsOfANewStoreAreTheDefaults) {
     EXPECT_EQ(global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB");
     EXPECT_EQ(global->lineSendDelay.Get(), 5);
     EXPECT_EQ(global->characterSendDelay.Get(), 0);
-    EXPECT_EQ(StoredNumber(u"Line Send Delay", 99), 99U) << "reading wrote something";
+    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 99U) << "reading wrote something";
 }
 
 /// Users' data: a name here changes only together with a migration.
@@ -51,11 +46,9 @@ TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
     EXPECT_EQ(Global().Get(), global.Get());
     global->sessionArrangementMode.Set(2);
     EXPECT_TRUE(global->Save());
-    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode", 99), 2U);
+    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode"), 2U);
 
-    VProfileStore other(nullptr);
-    { VProfileKey(other.GetRootKey(), kGlobalKey, 0).WriteDword(u"Session Arrangement Mode", 1); }
-    ASSERT_TRUE(other.Close());
+    ASSERT_TRUE(WriteDwords(*factory, kGlobalKey, {u"Session Arrangement Mode"}, 1));
     EXPECT_EQ(Global()->sessionArrangementMode.Get(), 2);
     GetReferenceConfigPanels().ReloadGlobalConfig();
     EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
@@ -75,7 +68,7 @@ TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
 
     InstallReferenceSuite(u"NorHalden"_v, *factory);
     EXPECT_TRUE(global->Save());
-    EXPECT_EQ(StoredNumber(u"Line Send Delay", 99), 77U);
+    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 77U);
 }
 
 TEST_F(ConfigPanelsTest, TheProductFollowsFromTheApplicationsName) {

@@ -103,13 +103,13 @@ TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
 
 TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        Clear();
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
         const auto session = Make(row.name.GetData());
         ConnectConfig& config = Protocol(*session);
         for (VProfileData* setting : SettingsOf(config))
             if (setting->GetName() != u"Firewall Name") Change(*setting);
         VRef<ConnectConfig> again;
-        WithKey([&](VProfileKey& key) {
+        WithKey(u"k", [&](VProfileKey& key) {
             config.Save(key, false);
             again = VRef<ConnectConfig>::Adopt(row.createConfig(&key, nullptr, row));
         });
@@ -143,15 +143,15 @@ TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNex
     };
     for (const Row& row : rows) {
         for (const std::uint32_t stored : row.wrong) {
-            Clear();
-            WithKey([&](VProfileKey& key) {
+            WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
+            WithKey(u"k", [&](VProfileKey& key) {
                 key.WriteString(u"Protocol Name", row.protocol);
                 key.WriteDword(row.name, stored);
             });
             const auto session = Load();
             EXPECT_EQ(Protocol(*session).IsChanged(), stored != row.corrected);
             Save(*session);
-            WithKey([&](VProfileKey& key) {
+            WithKey(u"k", [&](VProfileKey& key) {
                 std::uint32_t repaired = 0;
                 EXPECT_TRUE(key.ReadDword(row.name, repaired));
                 EXPECT_EQ(repaired, row.corrected) << stored;

@@ -1,14 +1,13 @@
 // Stand-ins for the neighbours of the library, and a world of its own for each test.
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
 #include "imports/configpanels.h"
 #include "imports/connectconfig.h"
 #include "profile/vprofile2.h"
-#include "profile/vprofilekey.h"
+#include "support/storetools.h"
 
 namespace connectdialog::test {
 
@@ -83,8 +82,6 @@ class LibraryTest : public ::testing::Test {
     LibraryTest();
     ~LibraryTest() override;
 
-    /// Runs `use` with the key at `path` of the default store, open for writing.
-    static void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use);
     /// A key that is a session, with nothing else in it.
     static void MakeSession(const char16_t* sessionPath);
     static void MakeFolder(const char16_t* sessionPath);
