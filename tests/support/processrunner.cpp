@@ -20,11 +20,13 @@ void Redirect(int stream, const std::string& file, int flags) {
 
 }  // namespace
 
-ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                         const std::string& input) {
     const TemporaryFolder folder;
+    folder.Write("input", input);
     const pid_t process = fork();
     if (process == 0) {
-        Redirect(0, "/dev/null", O_RDONLY);
+        Redirect(0, folder / "input", O_RDONLY);
         Redirect(1, folder / "output", O_WRONLY | O_CREAT);
         Redirect(2, folder / "errors", O_WRONLY | O_CREAT);
         std::vector<char*> words;

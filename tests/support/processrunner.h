@@ -12,9 +12,10 @@ struct ProcessResult {
     std::string errors;
 };
 
-/// Starts `arguments` (the program's path first) with standard input empty, waits for its end and collects both
+/// Starts `arguments` (the program's path first) with `input` on standard input, waits for its end and collects both
 /// outputs. `environment` holds NAME=VALUE pairs that replace or join those of the test. A program that has not ended
 /// after a minute is killed: exit code 142.
-ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
+ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
+                         const std::string& input = {});
 
 }  // namespace connectdialog::test
