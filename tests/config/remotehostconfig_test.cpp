@@ -71,9 +71,6 @@ TEST_F(RemoteHostConfigTest, UserNamesStaySensitive) {
     host->SetUsername(u"other"_v);
     host->GetUsername(name);
     EXPECT_TRUE(name.IsSensitive());
-    host->SetHostname(nullptr);
-    host->GetHostname(name);
-    EXPECT_TRUE(name.IsEmpty());
     EXPECT_EQ(host->FindSetting(u"hostname"), host->FindValue(u"HOSTNAME"));
     EXPECT_EQ(host->FindSetting(u"Firewall Port"), nullptr);
 }

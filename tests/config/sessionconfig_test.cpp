@@ -35,6 +35,11 @@ class SessionConfigTest : public LibraryTest {
         VVariant::Convert(value, VVariantType::kText, text);
         return text.GetText();
     }
+    static VUnicodeString HostOf(ISessionConfig& session) {
+        VUnicodeString host;
+        session.GetConnectConfig()->GetHostName(host);
+        return host;
+    }
     template <class T>
     static VProfile<T>& Number(ISessionConfig& session, std::u16string_view name) {
         return dynamic_cast<VProfile<T>&>(*session.FindValue(name));
@@ -146,9 +151,7 @@ TEST_F(SessionConfigTest, LoadingWhatWasSavedChangesNothing) {
         EXPECT_FALSE(setting.IsMissing()) << VNarrowString(setting.GetName()).GetData();
     });
     EXPECT_EQ(TextOf(*loaded, u"raw log"), u"1");
-    VUnicodeString host;
-    loaded->GetConnectConfig()->GetHostName(host);
-    EXPECT_EQ(host, u"host.example.net");
+    EXPECT_EQ(HostOf(*loaded), u"host.example.net");
 }
 
 TEST_F(SessionConfigTest, ACloneIsChangedInTheSameWayAndStandsAlone) {
@@ -166,8 +169,7 @@ TEST_F(SessionConfigTest, ACloneIsChangedInTheSameWayAndStandsAlone) {
     EXPECT_EQ(text, u"");
     clone->GetConnectConfig()->SetHostName(u"two");
     Number<bool>(*clone, u"Raw Log").Set(false);
-    original->GetConnectConfig()->GetHostName(text);
-    EXPECT_EQ(text, u"one");
+    EXPECT_EQ(HostOf(*original), u"one");
     EXPECT_TRUE(Number<bool>(*original, u"Raw Log").Get());
 }
 
@@ -233,9 +235,7 @@ TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
     session->SetName(u"new");
     session->GetConnectConfig()->SetHostName(u"h");
     ASSERT_TRUE(SaveSession(*session));
-    VUnicodeString host;
-    OpenSession(u"new")->GetConnectConfig()->GetHostName(host);
-    EXPECT_EQ(host, u"h");
+    EXPECT_EQ(HostOf(*OpenSession(u"new")), u"h");
 }
 
 TEST_F(SessionConfigTest, AValueOfTheWrongTypeCountsAsAbsent) {

@@ -9,21 +9,14 @@ namespace {
 
 class HiveCommand : public ToolTest {
   protected:
-    ProcessResult RunHive(std::vector<std::string> arguments) const {
+    HiveCommand() { environment = {"XDG_CONFIG_HOME=" + (scratch / "config")}; }
+    std::string Well(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), "hive");
-        return Run(std::move(arguments), {"XDG_CONFIG_HOME=" + (scratch / "config")});
+        return RunWell(arguments);
     }
-    std::string Well(const std::vector<std::string>& arguments) const {
-        const ProcessResult result = RunHive(arguments);
-        EXPECT_EQ(result.errors, "");
-        EXPECT_EQ(result.exitCode, 0);
-        return result.output;
-    }
-    std::string Badly(const std::vector<std::string>& arguments) const {
-        const ProcessResult result = RunHive(arguments);
-        EXPECT_EQ(result.exitCode, 1);
-        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
-        return result.errors;
+    std::string Badly(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "hive");
+        return RunBadly(arguments);
     }
     std::string HiveFile() const { return scratch / "config/brennmark/user.reg"; }
 };
@@ -76,7 +69,7 @@ TEST_F(HiveCommand, ADamagedHiveIsShownAsFarAsItIsGoodAndKept) {
     Well({"set", "A", "v", "x"});
     std::ofstream(HiveFile(), std::ios::app) << "\"w\"=yes\n\"e\"=\"\x1B[31m\"\n";
     const auto size = std::filesystem::file_size(HiveFile());
-    const ProcessResult tree = RunHive({"tree"});
+    const ProcessResult tree = Run({"hive", "tree"});
     EXPECT_EQ(tree.output, "A\\\n  e\tstring\t<U+001B>[31m\n  v\tstring\tx\n");
     EXPECT_EQ(tree.exitCode, 1);
     EXPECT_NE(tree.errors.find("line 5"), std::string::npos) << tree.errors;

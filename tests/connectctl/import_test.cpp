@@ -1,10 +1,9 @@
+#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
 
 #include "tests/connectctl/toolfixture.h"
 
 namespace connectdialog::test {
-
 namespace {
 
 using Json = nlohmann::json;
@@ -19,7 +18,6 @@ TEST_F(ToolTest, ImportsHostsOnce) {
     const std::string file = scratch.Write("config", kConfig);
     const std::string summary = Run({"import", "openssh", file, "--into", "Imported"}).output;
     EXPECT_TRUE(summary.starts_with("2 made, 0 updated, 0 left alone, 1 skipped\nskipped -oBad: ")) << summary;
-    EXPECT_EQ(RunWell({"ls", "-R"}), "Imported\\\nImported\\gate\nImported\\web\n");
     EXPECT_EQ(RunWell({"get", "Imported\\web", "Username"}), "root\n");
     const Json arguments = Json::parse(RunWell({"connect", "Imported\\web", "--dry-run"}));
     EXPECT_NE(std::ranges::find(arguments, "2222"), arguments.end()) << arguments;
@@ -29,9 +27,6 @@ TEST_F(ToolTest, ImportsHostsOnce) {
     const std::string again = Run({"import", "openssh", file, "--into", "Imported\\"}).output;
     EXPECT_TRUE(again.starts_with("0 made, 0 updated, 2 left alone, 1 skipped\n")) << again;
     EXPECT_EQ(RunProcess({"/usr/bin/sha256sum", StoreFile()}).output, before);
-
-    scratch.Write("config", "Host web\n  HostName web2.example.net\n");
-    EXPECT_TRUE(RunWell({"import", "openssh", file, "--into", "Imported"}).starts_with("0 made, 1 updated, 0 left"));
 }
 
 TEST_F(ToolTest, ADryRunOfAnImportTellsTheSameAndWritesNothing) {
@@ -39,8 +34,7 @@ TEST_F(ToolTest, ADryRunOfAnImportTellsTheSameAndWritesNothing) {
     const ProcessResult result = Run({"import", "openssh", file, "--dry-run"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(result.output.starts_with("dry run, 2 made, 0 updated, 0 left alone, 1 skipped\n")) << result.output;
-    struct stat status;
-    EXPECT_NE(stat(StoreFile().c_str(), &status), 0);
+    EXPECT_FALSE(std::filesystem::exists(StoreFile()));
     const Json json = Json::parse(Run({"import", "openssh", file, "--dry-run", "--json"}).output);
     EXPECT_EQ(json["made"], 2);
     EXPECT_EQ(json["hosts"].size(), 3U);
@@ -67,5 +61,4 @@ TEST_F(ToolTest, ImportsThatCannotBeAreExplained) {
 }
 
 }  // namespace
-
 }  // namespace connectdialog::test

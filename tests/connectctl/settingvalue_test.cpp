@@ -8,7 +8,6 @@
 #include "tools/connectctl/nearnames.h"
 
 namespace connectdialog::connectctl {
-
 namespace {
 
 TEST(SettingValue, ASecretIsNeitherShownNorTaken) {
@@ -67,5 +66,4 @@ TEST(NearNames, AreTheFewNearest) {
 }
 
 }  // namespace
-
 }  // namespace connectdialog::connectctl

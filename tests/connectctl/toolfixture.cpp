@@ -14,7 +14,7 @@
 
 namespace connectdialog::test {
 
-ProcessResult ToolTest::Run(std::vector<std::string> arguments, const std::vector<std::string>& environment) const {
+ProcessResult ToolTest::Run(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), {CONNECTCTL_PROGRAM, "--store", "sqlite:" + StoreFile()});
     return RunProcess(arguments, environment);
 }

@@ -14,8 +14,8 @@ namespace connectdialog::test {
 
 class ToolTest : public ::testing::Test {
   protected:
-    /// Runs connectctl on the scratch store.
-    ProcessResult Run(std::vector<std::string> arguments, const std::vector<std::string>& environment = {}) const;
+    /// Runs connectctl on the scratch store, with `environment`.
+    ProcessResult Run(std::vector<std::string> arguments) const;
     /// The same; fails the test unless the run ends with 0 and says nothing on standard error. Gives standard output.
     std::string RunWell(const std::vector<std::string>& arguments) const;
     /// Fails the test unless the run ends with `exitCode`, prints nothing and tells one line, which is given.
@@ -30,6 +30,7 @@ class ToolTest : public ::testing::Test {
     std::string StoreFile() const { return scratch / "sessions.db"; }
 
     TemporaryFolder scratch;
+    std::vector<std::string> environment;
 };
 
 /// Makes an SSH2 session. Requires: runs within WithStore.

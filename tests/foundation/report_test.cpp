@@ -61,13 +61,6 @@ TEST(Report, AnUnknownCodeStillHasAText) {
     EXPECT_NE(Text(VReportMessageParams(77777, &module).GetText()).find(u"<Unknown Module>:317"), Text::npos);
 }
 
-TEST(Report, OneLineDropsTheBreaksOfTheTemplate) {
-    VReportMessageParams report(0xE1090003);
-    report.AddInsert(u"a\r\nb");
-    EXPECT_EQ(Text(report.GetTextOneLine()), u"以下会话正在使用中，不能删除：a\r\nb");
-    EXPECT_EQ(report.GetText(), report.GetTextOneLine());
-}
-
 TEST(Report, TheTextStaysUntilTheMessageIsSetAnew) {
     VReportMessageParams report(0x61090001);
     const char16_t* text = report.GetText();

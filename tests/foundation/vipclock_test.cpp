@@ -96,14 +96,6 @@ TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
     EXPECT_EQ(count, 20000);
 }
 
-TEST_F(IpcLockTest, EndsWithoutTouchingTheLastError) {
-    platform::SetLastErrorCode(7);
-    { const VIpcLock lock(u""); }
-    platform::SetLastErrorCode(7);
-    { const VIpcLock lock(u"name"); }
-    EXPECT_EQ(platform::GetLastErrorCode(), 7U);
-}
-
 TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     EXPECT_EQ(LockError(u"a/../b"), platform::kInvalidParameter);
     EXPECT_EQ(LockError(u".."), platform::kInvalidParameter);

@@ -57,17 +57,8 @@ const ReadRow kReadRows[] = {
     {"UTF-16LE", "\xFF\xFE\xE4\0\r\0\n\0b\0"s, TextEncoding::kUtf16Le, {u"ä", u"b"}},
     {"UTF-16BE", "\xFE\xFF\0\xE4\0\r\0\n\0b"s, TextEncoding::kUtf16Be, {u"ä", u"b"}},
     {"UTF-16 cut in a unit", "\xFF\xFEx\0y"s, TextEncoding::kUtf16Le, {u"x"}},
-    {"malformed UTF-8 ends the text",
-     "\xEF\xBB\xBF"
-     "a\nb\xC3(c\n",
-     TextEncoding::kUtf8,
-     {u"a", u"b"},
-     platform::kNoUnicodeTranslation},
-    {"UTF-8 cut in a sequence",
-     "\xEF\xBB\xBF"
-     "a\xE2\x82",
-     TextEncoding::kUtf8,
-     {u"a"}},
+    {"malformed UTF-8", "\xEF\xBB\xBFx\nb\xC3(c\n", TextEncoding::kUtf8, {u"x", u"b"}, platform::kNoUnicodeTranslation},
+    {"UTF-8 cut in a sequence", "\xEF\xBB\xBFx\xE2\x82", TextEncoding::kUtf8, {u"x"}},
     {"local text cut in a sequence", "a\xE2\x82", TextEncoding::kLocal, {u"a\xFFFD"}},
     {"malformed local text", "\xC3\n\xA4\xC3(", TextEncoding::kLocal, {u"\xFFFD", u"\xFFFD\xFFFD("}},
 };

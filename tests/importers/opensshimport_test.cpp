@@ -48,7 +48,6 @@ constexpr char kConfig[] =
 TEST_F(OpenSshImportTest, MakesASessionOfEachHost) {
     ASSERT_TRUE(Run(kConfig));
     EXPECT_EQ(Told(), "M Im\\port\\web\nM Im\\port\\db\n");
-    EXPECT_EQ(result.Count(SshImportOutcome::kMade), 2U);
     EXPECT_TRUE(result.diagnostics.All().empty());
     EXPECT_EQ(ValuesAt(u"Im\\port\\web"), "web.example.org\t2222\tme2\tu@gw:22");
     EXPECT_EQ(ValuesAt(u"Im\\port\\db"), "db\t22\tall\t");

@@ -37,77 +37,67 @@ struct Case {
     const char* expected;
 };
 
-class ValuesOfAHost : public testing::TestWithParam<Case> {};
+constexpr Case kCases[] = {
+    // The form of a line.
+    {"Host=h\r\n\tPORT = 5\r\n USER=\"x\"\r\n \r\n", "h", "h 5 user=x"},
+    {"\"Host\" h\n Po\"rt\" 5\n HostName==q", "h", "=q 5"},
+    {"Host h # i\n User x#y #z\n Port +022", "h", "h 22 user=x#y"},
+    {"Host h\n User a\\ b\\\\c\\\"d\\n\f\n", "h", "h 22 user=a b\\c\"d\\n"},
+    {"Host h\n User 'a \"b'\n HostName \"x\"y", "h", "xy 22 user=a \"b"},
+    {"Host h\n Po\"rt 6\n User x", "h", "h 22 user=x"},
+    {"Host h\n Port http", "h", "h 80"},
+    {"Host h\n Port web\n Port 5", "h", "h 80"},
+    // Patterns.
+    {"Port 1\nHost h\n Port 2", "h", "h 1"},
+    {"Host h\n User a\nHost h*\n User b\n Port 3\nHost *\n Port 4", "h", "h 3 user=a"},
+    {"Host h1 h2 x\nHost !h1 h*\n User u", "h1", "h1 22"},
+    {"Host h1 h2 x\nHost h* !h1\n User u", "h2", "h2 22 user=u"},
+    {"Host h1\nHost !x\n User u", "h1", "h1 22"},
+    {"Host abcbcd\nHost a*b?\n User u", "abcbcd", "abcbcd 22"},
+    {"Host abcbcd\nHost **bc*?\n User u", "abcbcd", "abcbcd 22 user=u"},
+    {"Host Up\n User u\nHost up\n Port 5", "Up", "up 22 user=u"},
+    {"Host h,g\n User u", "h,g", "h,g 22 user=u"},
+    // Match.
+    {"Host h\nMatch host H,x user m* localuser !me,*\n User u", "h", "h 22"},
+    {"Host h\nMatch host H,x user m* localuser me\n User u", "h", "h 22 user=u"},
+    {"Host h\n HostName r\nMatch host h\n Port 1\nMatch host r originalhost h\n Port 2", "h", "r 2"},
+    {"Host h\nUser bob\nMatch user me\n Port 1\nMatch !user me # all\n Port 2", "h", "h 2 user=bob"},
+    {"Host h\nMatch !all\n Port 1\nMatch host=\"h\" all\n Port 2", "h", "h 2"},
+    {"Host h\nMatch exec \"touch /x\"\n Port 1\nMatch !exec true\n Port 2", "h", "h 2"},
+    {"Host h\n Tag t\nMatch tagged t*\n Port 1", "h", "h 1"},
+    {"Host h\nMatch final host h\n Port 1\nMatch canonical\n User u", "h", "h 1 user=u"},
+    {"Host h\nMatch canonical\n User u", "h", "h 22"},
+    {"Host h\n HostName R\nHost r\n Port 9\nMatch !final\n User u\nMatch final", "h", "r 9 user=u"},
+    {"CanonicalizeHostname yes\nHost h\nMatch canonical\n User u", "h", "h 22 user=u"},
+    // Values.
+    {"Host h\n HostName a%%.%h", "h", "a%.h 22"},
+    {"Host 1234\n Port 5", "1234", "0.0.4.210 5"},
+    {"Host h\n HostName 0x7f.010.3", "h", "127.8.0.3 22"},
+    {"Host h\n HostName 256.1", "h", "256.1 22"},
+    {"Host h\n HostName 1.2.3.4.5", "h", "1.2.3.4.5 22"},
+    {"Host h\n IdentityFile none\n IdentityFile ~/k\n IdentityFile b\nHost *\n IdentityFile b\n IdentityFile c", "h",
+     "h 22 id=/home/me/k id=b id=c"},
+    {"Host h\n User u\n Port 7\n IdentityFile %d/%r@%n-%h:%p\n IdentityFile ~/%C\n IdentityFile ~/a%%", "h",
+     "h 7 user=u id=/home/me/u@h-h:7 id=~/%C id=~/a%%"},
+    // Proxies.
+    {"Host h\n ProxyJump a@b:22,[::1]:5,ssh://u%40x;p@c/ # i", "h", "h 22 jump=a@b:22,[::1]:5,u@x@c"},
+    {"Host h\n ProxyJump = \"q\" more", "h", "h 22 jump=\"q\""},
+    {"Host h\n ProxyJump a\n ProxyCommand c\n ProxyJump b", "h", "h 22 jump=a"},
+    {"Host h\n ProxyCommand c %h # x\n ProxyJump a", "h", "h 22 command=c %h # x"},
+    {"Host h\n ProxyCommand none\n ProxyJump a", "h", "h 22"},
+    {"Host h\n ProxyJump None\n ProxyCommand c\n ProxyJump a", "h", "h 22 command=c"},
+    {"Host h\n User u\n ProxyJump %r@gw-%h", "h", "h 22 user=u jump=u@gw-h"},
+    {"Host h\n ProxyJump x,me@h:22", "h", "h 22"},
+    {"Host h\n ProxyJump h:23", "h", "h 22 jump=h:23"},
+};
 
-TEST_P(ValuesOfAHost, AreThoseOfSsh) {
-    SshDiagnostics diagnostics;
-    EXPECT_EQ(Evaluate(GetParam().config, GetParam().alias, diagnostics), GetParam().expected) << GetParam().config;
-    EXPECT_FALSE(diagnostics.IsRefused());
+TEST(ValuesOfAHost, AreThoseOfSsh) {
+    for (const Case& one : kCases) {
+        SshDiagnostics diagnostics;
+        EXPECT_EQ(Evaluate(one.config, one.alias, diagnostics), one.expected) << one.config;
+        EXPECT_FALSE(diagnostics.IsRefused()) << one.config;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Lines, ValuesOfAHost,
-                         testing::Values(Case{"Host=h\r\n\tPORT = 5\r\n USER=\"x\"\r\n \r\n", "h", "h 5 user=x"},
-                                         Case{"\"Host\" h\n Po\"rt\" 5\n HostName==q", "h", "=q 5"},
-                                         Case{"Host h # i\n User x#y #z\n Port +022", "h", "h 22 user=x#y"},
-                                         Case{"Host h\n User a\\ b\\\\c\\\"d\\n\f\n", "h", "h 22 user=a b\\c\"d\\n"},
-                                         Case{"Host h\n User 'a \"b'\n HostName \"x\"y", "h", "xy 22 user=a \"b"},
-
-                                         Case{"Host h\n Po\"rt 6\n User x", "h", "h 22 user=x"},
-                                         Case{"Host h\n Port http", "h", "h 80"},
-                                         Case{"Host h\n Port web\n Port 5", "h", "h 80"}));
-
-INSTANTIATE_TEST_SUITE_P(Patterns, ValuesOfAHost,
-                         testing::Values(Case{"Port 1\nHost h\n Port 2", "h", "h 1"},
-                                         Case{"Host h\n User a\nHost h*\n User b\n Port 3\nHost *\n Port 4", "h",
-                                              "h 3 user=a"},
-                                         Case{"Host h1 h2 x\nHost !h1 h*\n User u", "h1", "h1 22"},
-                                         Case{"Host h1 h2 x\nHost h* !h1\n User u", "h1", "h1 22"},
-                                         Case{"Host h1 h2 x\nHost h* !h1\n User u", "h2", "h2 22 user=u"},
-                                         Case{"Host h1\nHost !x\n User u", "h1", "h1 22"},
-                                         Case{"Host abcbcd\nHost a*b?\n User u", "abcbcd", "abcbcd 22"},
-                                         Case{"Host abcbcd\nHost **bc*?\n User u", "abcbcd", "abcbcd 22 user=u"},
-                                         Case{"Host Up\n User u\nHost up\n Port 5", "Up", "up 22 user=u"},
-                                         Case{"Host h,g\n User u", "h,g", "h,g 22 user=u"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Match, ValuesOfAHost,
-    testing::Values(
-        Case{"Host h\nMatch host H,x user m* localuser !me,*\n User u", "h", "h 22"},
-        Case{"Host h\nMatch host H,x user m* localuser me\n User u", "h", "h 22 user=u"},
-        Case{"Host h\n HostName r\nMatch host h\n Port 1\nMatch host r originalhost h\n Port 2", "h", "r 2"},
-        Case{"Host h\nUser bob\nMatch user me\n Port 1\nMatch !user me # all\n Port 2", "h", "h 2 user=bob"},
-        Case{"Host h\nMatch all\n Port 1", "h", "h 1"},
-        Case{"Host h\nMatch !all\n Port 1\nMatch host=\"h\" all\n Port 2", "h", "h 2"},
-        Case{"Host h\nMatch exec \"touch /x\"\n Port 1\nMatch !exec true\n Port 2", "h", "h 2"},
-        Case{"Host h\n Tag t\nMatch tagged t*\n Port 1", "h", "h 1"},
-        Case{"Host h\nMatch final host h\n Port 1\nMatch canonical\n User u", "h", "h 1 user=u"},
-        Case{"Host h\nMatch canonical\n User u", "h", "h 22"},
-        Case{"Host h\n HostName R\nHost r\n Port 9\nMatch !final\n User u\nMatch final", "h", "r 9 user=u"},
-        Case{"CanonicalizeHostname yes\nHost h\nMatch canonical\n User u", "h", "h 22 user=u"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Values, ValuesOfAHost,
-    testing::Values(
-        Case{"Host h\n HostName a%%.%h", "h", "a%.h 22"}, Case{"Host 1234\n Port 5", "1234", "0.0.4.210 5"},
-        Case{"Host h\n HostName 0x7f.010.3", "h", "127.8.0.3 22"}, Case{"Host h\n HostName 256.1", "h", "256.1 22"},
-        Case{"Host h\n HostName 1.2.3.4.5", "h", "1.2.3.4.5 22"},
-        Case{"Host h\n IdentityFile none\n IdentityFile ~/k\n IdentityFile b\nHost *\n IdentityFile b\n IdentityFile c",
-             "h", "h 22 id=/home/me/k id=b id=c"},
-        Case{"Host h\n User u\n Port 7\n IdentityFile %d/%r@%n-%h:%p\n IdentityFile ~/%C\n IdentityFile ~/a%%", "h",
-             "h 7 user=u id=/home/me/u@h-h:7 id=~/%C id=~/a%%"}));
-
-INSTANTIATE_TEST_SUITE_P(
-    Proxies, ValuesOfAHost,
-    testing::Values(Case{"Host h\n ProxyJump a@b:22,[::1]:5,ssh://u%40x;p@c/ # i", "h",
-                         "h 22 jump=a@b:22,[::1]:5,u@x@c"},
-                    Case{"Host h\n ProxyJump = \"q\" more", "h", "h 22 jump=\"q\""},
-                    Case{"Host h\n ProxyJump a\n ProxyCommand c\n ProxyJump b", "h", "h 22 jump=a"},
-                    Case{"Host h\n ProxyCommand c %h # x\n ProxyJump a", "h", "h 22 command=c %h # x"},
-                    Case{"Host h\n ProxyCommand none\n ProxyJump a", "h", "h 22"},
-                    Case{"Host h\n ProxyJump None\n ProxyCommand c\n ProxyJump a", "h", "h 22 command=c"},
-                    Case{"Host h\n User u\n ProxyJump %r@gw-%h", "h", "h 22 user=u jump=u@gw-h"},
-                    Case{"Host h\n ProxyJump x,me@h:22", "h", "h 22"},
-                    Case{"Host h\n ProxyJump h:23", "h", "h 22 jump=h:23"}));
 
 TEST(HostsOfAConfiguration, AreTheNamesWithoutWildcardsInFileOrderOnce) {
     MemorySshFiles files({{"/c", "Host b a* !c\nInclude /i\nHost a \"d e\" b\nMatch host z\n"}, {"/i", "Host c b\n"}});

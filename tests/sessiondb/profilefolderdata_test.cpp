@@ -125,14 +125,5 @@ TEST_F(ProfileFolderDataTest, NamesAreInsertedByTheReferenceWhereTheUserArranges
     }
 }
 
-TEST_F(ProfileFolderDataTest, MembersAreFoundByNameAndExpansionIsKept) {
-    EXPECT_TRUE(WriteIsExpanded(u"", true));
-    ProfileFolderData folder(VUnicodeString(), false);
-    EXPECT_TRUE(folder.GetIsExpanded());
-    EXPECT_NE(folder.FindValue(u"is expanded"), nullptr);
-    EXPECT_EQ(folder.GetMember(3), nullptr);
-    EXPECT_EQ(folder.GetMember(0)->GetName(), u"Folder List");
-}
-
 }  // namespace
 }  // namespace connectdialog::test

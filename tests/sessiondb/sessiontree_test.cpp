@@ -43,18 +43,6 @@ class SessionTreeTest : public LibraryTest {
     }
 };
 
-TEST_F(SessionTreeTest, PathsJoinAndSplitAtTheBackslash) {
-    EXPECT_EQ(BuildSessionKeyPath(u""), u"Sessions");
-    EXPECT_EQ(BuildSessionKeyPath(u"a\\b"), u"Sessions\\a\\b");
-    EXPECT_EQ(BuildFolderDataKeyPath(u""), u"Sessions\\__FolderData__");
-    EXPECT_EQ(BuildFolderDataKeyPath(u"a"), u"Sessions\\a\\__FolderData__");
-    EXPECT_EQ(GetEntryLeaf(u"a\\b"), u"b");
-    EXPECT_EQ(GetEntryLeaf(u"b"), u"b");
-    EXPECT_EQ(GetEntryParent(u"a\\b\\c"), u"a\\b");
-    EXPECT_EQ(GetEntryParent(u"b"), u"");
-    EXPECT_EQ(JoinEntryPath(u"", u"b"), u"b");
-}
-
 TEST_F(SessionTreeTest, QuestionsAboutWhatIsThere) {
     MakeSession(u"Servers\\alpha");
     MakeFolder(u"Empty");

@@ -148,12 +148,10 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
     };
     const Row rows[] = {
         {u"TAPI", {{u"TAPI Phone Number", u"110"}}, kLaunchNoClient},
-        {u"Marks", {}, kLaunchNoClient},
         {u"Raw", {{u"Hostname", u"h"}}, kLaunchOutOfRange},
         {u"SSH2", {{u"Hostname", u"h"}, {u"SSH Port", u"0"}}, kLaunchOutOfRange},
         {u"SSH2", {}, kLaunchMissing},
         {u"SSH2", {{u"Hostname", u"h"}, {u"Firewall Name", u"Proxy"}}, kLaunchFirewall},
-        {u"Serial", {}, kLaunchMissing},
         {u"Serial", {{u"Serial Device", u"x"}, {u"Serial Parity", u"3"}}, kLaunchOutOfRange},
         {u"Local Shell", {{u"Local Shell Command", u"a \"b"}}, kLaunchOpenQuote},
         {u"Local Shell", {{u"Local Shell Command", u"  "}}, kLaunchMissing},
@@ -195,17 +193,6 @@ TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
         EXPECT_EQ(report.GetCode(), row.fault);
         EXPECT_EQ(command.arguments.empty() ? "" : command.arguments.front(), row.program);
     }
-}
-
-TEST_F(LaunchCommandTest, AMissingClientIsNamedWithItsPackage) {
-    LaunchCommand command{{"no-such-client-anywhere", "h"}, "some-package", u""};
-    EXPECT_FALSE(BecomeClient(command, report));
-    const VUnicodeString text = report.GetTextOneLine();
-    EXPECT_NE(text.Find(u"no-such-client-anywhere"), VUnicodeString::kNotFound);
-    EXPECT_NE(text.Find(u"some-package"), VUnicodeString::kNotFound);
-    command = {{"/proc/self/status"}, "", u""};
-    EXPECT_FALSE(BecomeClient(command, report));
-    EXPECT_EQ(report.GetCode(), kLaunchNotInstalled);
 }
 
 }  // namespace

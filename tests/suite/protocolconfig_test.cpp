@@ -103,13 +103,13 @@ TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
 
 TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        Clear();
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
         const auto session = Make(row.name.GetData());
         ConnectConfig& config = Protocol(*session);
         for (VProfileData* setting : SettingsOf(config))
             if (setting->GetName() != u"Firewall Name") Change(*setting);
         VRef<ConnectConfig> again;
-        WithKey([&](VProfileKey& key) {
+        WithKey(u"k", [&](VProfileKey& key) {
             config.Save(key, false);
             again = VRef<ConnectConfig>::Adopt(row.createConfig(&key, nullptr, row));
         });
@@ -143,15 +143,15 @@ TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNex
     };
     for (const Row& row : rows) {
         for (const std::uint32_t stored : row.wrong) {
-            Clear();
-            WithKey([&](VProfileKey& key) {
+            WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
+            WithKey(u"k", [&](VProfileKey& key) {
                 key.WriteString(u"Protocol Name", row.protocol);
                 key.WriteDword(row.name, stored);
             });
             const auto session = Load();
             EXPECT_EQ(Protocol(*session).IsChanged(), stored != row.corrected);
             Save(*session);
-            WithKey([&](VProfileKey& key) {
+            WithKey(u"k", [&](VProfileKey& key) {
                 std::uint32_t repaired = 0;
                 EXPECT_TRUE(key.ReadDword(row.name, repaired));
                 EXPECT_EQ(repaired, row.corrected) << stored;
@@ -172,10 +172,18 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     Protocol(*session).SetPort(2323);
     session->SetProtocolName(u"SSH2");
     EXPECT_EQ(Protocol(*session).GetPort(), 2222);
+    Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
+    Protocol(*session).GetRemoteHost().SetUsername(u"u");
+    session->SetProtocolName(u"SFTP");
+    EXPECT_EQ(Protocol(*session).GetSettings().sshJumpHost.Get(), u"j");
+    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
     session->SetProtocolName(u"Local Shell");
     session->SetProtocolName(u"RLogin");
     EXPECT_EQ(Protocol(*session).GetPort(), 513);
     EXPECT_EQ(HostOf(Protocol(*session)), u"h");
+    VUnicodeString user;
+    Protocol(*session).GetRemoteHost().GetUsername(user);
+    EXPECT_EQ(user, u"u");
 }
 
 TEST_F(ProtocolConfigTest, AReleasedPortStaysWithItsProtocol) {
@@ -186,26 +194,6 @@ TEST_F(ProtocolConfigTest, AReleasedPortStaysWithItsProtocol) {
     EXPECT_EQ(Protocol(*session).GetPort(), 23);
     session->SetProtocolName(u"SSH2");
     EXPECT_EQ(Protocol(*session).GetPort(), 2222);
-}
-
-TEST_F(ProtocolConfigTest, SharedTextsTravelBetweenSessionsOfTheirOwn) {
-    const auto from = Make(u"SSH2");
-    const auto to = Make(u"SFTP");
-    Protocol(*from).SetHostName(u"h");
-    Protocol(*from).GetRemoteHost().SetUsername(u"u");
-    Protocol(*from).EditSettings().sshJumpHost.Set(u"j"_v);
-    Protocol(*from).EditSettings().sshIdentityFile.Set(u"/key"_v);
-    Protocol(*from).SetPort(24);
-    SharedSettings shared;
-    Protocol(*from).ExportShared(shared);
-    Protocol(*to).ImportShared(shared);
-    EXPECT_EQ(HostOf(Protocol(*to)), u"h");
-    VUnicodeString text;
-    Protocol(*to).GetRemoteHost().GetUsername(text);
-    EXPECT_EQ(text, u"u");
-    EXPECT_EQ(Protocol(*to).GetSettings().sshJumpHost.Get(), u"j");
-    EXPECT_EQ(Protocol(*to).GetSettings().sshIdentityFile.Get(), u"/key");
-    EXPECT_EQ(Protocol(*to).GetPort(), 24);
 }
 
 TEST_F(ProtocolConfigTest, AnEditSurvivesTheMakingOfAnotherProtocolAndCanStillBeDropped) {
@@ -226,18 +214,14 @@ TEST_F(ProtocolConfigTest, ACloneIsChangedInTheSameWayAndGoesItsOwnWay) {
     Protocol(*session).EditSettings().sshJumpHost.Set(u"jump"_v);
     const auto clone = VRef<SessionConfig>::Adopt(dynamic_cast<SessionConfig*>(session->Clone()));
     EXPECT_TRUE(Protocol(*clone).IsChanged());
+    const auto apart = VRef<ConnectConfig>::Adopt(Protocol(*clone).Clone(nullptr));
     Protocol(*session).SetHostName(u"second");
     Protocol(*session).EditSettings().sshJumpHost.Edit().Empty();
-    EXPECT_EQ(HostOf(Protocol(*clone)), u"first");
     EXPECT_EQ(Protocol(*clone).GetSettings().sshJumpHost.Get(), u"jump");
-
-    const auto apart = VRef<ConnectConfig>::Adopt(Protocol(*clone).Clone(nullptr));
-    Protocol(*clone).SetHostName(u"third");
-    EXPECT_EQ(HostOf(*apart), u"first");
-
     const auto target = Make(u"SSH2");
     target->CopyChangesFrom(clone.Get());
-    EXPECT_EQ(HostOf(Protocol(*target)), u"third");
+    for (ConnectConfig* config : {clone->GetConnectConfig(), target->GetConnectConfig(), apart.Get()})
+        EXPECT_EQ(HostOf(*config), u"first");
 }
 
 TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
@@ -275,19 +259,6 @@ TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
         EXPECT_EQ(Protocol(*session).IsComplete(state), row.with == 0);
         EXPECT_EQ(state, row.with);
     }
-}
-
-TEST_F(ProtocolConfigTest, TheTemplateKeepsNoHost) {
-    const auto session = Make(u"SSH2");
-    Protocol(*session).SetHostName(u"h");
-    for (ConnectConfig* config : {session->GetConnectConfig(), session->GetTransferConnectConfig()})
-        config->notToBeSaved = 1;
-    Save(*session);
-    WithKey([](VProfileKey& key) {
-        VUnicodeString host;
-        EXPECT_FALSE(key.ReadString(u"Hostname", host));
-        EXPECT_TRUE(key.ReadString(u"Protocol Name", host));
-    });
 }
 
 }  // namespace

@@ -1,17 +1,16 @@
 // The reference suite over an empty store in memory, one for each test.
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
 
 #include "config/sessionconfig.h"
 #include "foundation/vreportmessageparams.h"
-#include "profile/vprofilekey.h"
 #include "stores/openstore.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocolconfig.h"
+#include "support/storetools.h"
 
 namespace connectdialog::test {
 
@@ -36,28 +35,14 @@ class SuiteTest : public ::testing::Test {
         InstallReferenceSuite(u"NorHalden", *factory);
     }
 
-    /// Runs `use` with the key "k" of the store, open for writing.
-    static void WithKey(const std::function<void(VProfileKey&)>& use) {
-        VProfileStore store(nullptr);
-        {
-            VProfileKey key(store.GetRootKey(), u"k", 0);
-            use(key);
-        }
-        ASSERT_TRUE(store.Close());
-    }
-    static void Clear() {
-        VProfileStore store(nullptr);
-        store.GetRootKey()->DeleteKey(u"k");
-        ASSERT_TRUE(store.Close());
-    }
     /// A session read from the key "k".
     static VRef<SessionConfig> Load() {
         VRef<SessionConfig> session;
-        WithKey([&](VProfileKey& key) { session = VRef<SessionConfig>::Adopt(new SessionConfig(u"s", &key)); });
+        WithKey(u"k", [&](VProfileKey& key) { session = VRef<SessionConfig>::Adopt(new SessionConfig(u"s", &key)); });
         return session;
     }
     static void Save(SessionConfig& session) {
-        WithKey([&](VProfileKey& key) { session.Save(key, false); });
+        WithKey(u"k", [&](VProfileKey& key) { session.Save(key, false); });
     }
     /// A session in memory that has that protocol selected on its terminal side, whichever it belongs to.
     static VRef<SessionConfig> Make(const char16_t* protocol) {

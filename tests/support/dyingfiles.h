@@ -3,8 +3,8 @@
 
 namespace connectdialog::test {
 
-/// From now on files of SQLite count their steps (each write, truncation, sync and deletion of a file), and before the
-/// step of this number the process kills itself. Requires: no database is open yet; called once.
+/// From now on SQLite counts its steps on files (each write, truncation and removal), and before the step of this
+/// number the process kills itself. A sync is no step: what was written outlives a killed process without it.
 void DieAtFileStep(unsigned step);
 
 }  // namespace connectdialog::test

@@ -29,7 +29,7 @@ void FakeProtocol::ImportShared(const SharedSettings& settings) {
 }
 
 bool FakeProtocol::IsComplete(std::uint32_t& state) const {
-    if (host.Get().IsEmpty()) state = incompleteState;
+    if (host.Get().IsEmpty()) state = kHostNameMissing;
     return !host.Get().IsEmpty();
 }
 
@@ -76,23 +76,12 @@ LibraryTest::~LibraryTest() {
     SetProfileFactoryGetter(nullptr);
 }
 
-void LibraryTest::WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use) {
-    VProfileStore store(nullptr);
-    {
-        VProfileKey key(store.GetRootKey(), path, 0);
-        use(key);
-    }
-    ASSERT_TRUE(store.Close());
-}
-
 void LibraryTest::MakeSession(const char16_t* sessionPath) {
     WithKey(BuildSessionKeyPath(sessionPath).GetData(), [](VProfileKey& key) { key.WriteDword(kIsSessionValue, 1); });
 }
 
 void LibraryTest::MakeFolder(const char16_t* sessionPath) {
-    VProfileStore store(nullptr);
-    { const VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(sessionPath).GetData(), 1); }
-    ASSERT_TRUE(store.Close());
+    WithKey(u"", [&](VProfileKey& root) { VProfileKey(&root, BuildSessionKeyPath(sessionPath).GetData(), 1); });
 }
 
 }  // namespace connectdialog::test

@@ -1,14 +1,13 @@
 // Stand-ins for the neighbours of the library, and a world of its own for each test.
 #pragma once
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
 #include "imports/configpanels.h"
 #include "imports/connectconfig.h"
 #include "profile/vprofile2.h"
-#include "profile/vprofilekey.h"
+#include "support/storetools.h"
 
 namespace connectdialog::test {
 
@@ -33,10 +32,7 @@ class FakeProtocol : public ConnectConfig {
         if (notToBeSaved == 0) host.Save(key, force);
     }
     bool IsChanged() const override { return host.IsChanged(); }
-    void Commit() override {
-        ++commits;
-        host.Commit();
-    }
+    void Commit() override { host.Commit(); }
     void Revert() override { host.Revert(); }
     void Assign(const VProfileData& other) override { host.Assign(dynamic_cast<const FakeProtocol&>(other).host); }
     bool IsMissing() const override { return host.IsMissing(); }
@@ -49,13 +45,10 @@ class FakeProtocol : public ConnectConfig {
     void GetHostName(VUnicodeString& text) const override { text = host.Get(); }
     void SetHostName(const VUnicodeString& text) override { host.Set(text); }
     std::uint16_t GetPort() const override { return 22; }
-    void TransferForward(void* argument) override { forwarded = argument; }
+    void TransferForward(void*) override {}
     void ReleasePort() override {}
 
     VProfileText host;
-    int commits = 0;
-    std::uint32_t incompleteState = kHostNameMissing;
-    void* forwarded = nullptr;
 };
 
 /// One row of a protocol table; without `hasConfig` it makes no settings object.
@@ -89,8 +82,6 @@ class LibraryTest : public ::testing::Test {
     LibraryTest();
     ~LibraryTest() override;
 
-    /// Runs `use` with the key at `path` of the default store, open for writing.
-    static void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use);
     /// A key that is a session, with nothing else in it.
     static void MakeSession(const char16_t* sessionPath);
     static void MakeFolder(const char16_t* sessionPath);

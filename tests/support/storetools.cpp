@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <gtest/gtest.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
@@ -64,6 +65,15 @@ std::string DumpStore(VProfileStoreFactory& factory, const ValueNames& names) {
 
 std::uint32_t CodeOf(VProfileKey& key) {
     return key.GetImpl()->GetLastReport()->GetCode();
+}
+
+void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use) {
+    VProfileStore store(nullptr);
+    {
+        VProfileKey key(store.GetRootKey(), path, 0);
+        use(key);
+    }
+    ASSERT_TRUE(store.Close());
 }
 
 bool WriteDwords(VProfileStoreFactory& factory, const char16_t* path, std::initializer_list<const char16_t*> names,

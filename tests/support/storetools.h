@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ std::string Escape(std::u16string_view text);
 
 /// Code of the latest operation.
 std::uint32_t CodeOf(VProfileKey& key);
+
+/// Runs `use` with the key at `path` of the default store, open for writing.
+void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use);
 
 /// One unit: writes a dword to each value of a key. Gives what Close gave.
 [[nodiscard]] bool WriteDwords(VProfileStoreFactory& factory, const char16_t* path,
