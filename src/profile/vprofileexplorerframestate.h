@@ -40,6 +40,11 @@ extern template class VProfileFrameState<3>;
 
 /// An explorer frame: one flag and the sizes of its two panes; what they mean lies with the frame.
 using VProfileExplorerFrameState = VProfileFrameState<1>;
+/// The text of one that was never placed.
+inline VUnicodeString UnplacedFrameText() {
+    return u"1,-1,-1"_v;
+}
+
 /// The state of five numbers among the global settings.
 using VProfileFiveNumberState = VProfileFrameState<3>;
 

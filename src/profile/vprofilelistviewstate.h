@@ -49,4 +49,9 @@ class VProfileListViewState : public VProfileStateText {
     Fields fields;
 };
 
+/// The text of a list that nobody arranged.
+inline VUnicodeString PlainListText() {
+    return u"1,1,1,0,0"_v;
+}
+
 }  // namespace connectdialog
