@@ -26,8 +26,7 @@ void VisitFields(Placement& placement, auto visit) {
     visit(placement.normal.bottom);
 }
 
-static_assert(VWindowPlacement::kStoredSize ==
-              3 * sizeof(std::uint32_t) + 2 * 2 * sizeof(std::int32_t) + 4 * sizeof(std::int32_t));
+static_assert(VWindowPlacement::kStoredSize == 3 * sizeof(std::uint32_t) + 2 * sizeof(VPoint) + sizeof(VRectangle));
 
 }  // namespace
 
