@@ -83,13 +83,15 @@ class SessionConfig : public VUnknown<ISessionConfig>, public VProfileComposite<
     ~SessionConfig() override = default;
 
     void LoadLogin(VProfileKey* key);
+    void LoadLoginScript(VProfileKey* key);
     void LoadTransfer(VProfileKey* key);
     void LoadLogging(VProfileKey* key);
     void LoadKeyboard(VProfileKey* key);
     void LoadIdle(VProfileKey* key);
     void LoadTerminalMisc(VProfileKey* key, const GlobalConfig* global);
     void LoadPrinting(VProfileKey* key);
-    void LoadRemoteFrame(VProfileKey* key);
+    void LoadRemoteDirectories(VProfileKey* key);
+    void LoadRemoteFrame(VProfileKey* key, const GlobalConfig* global);
     void LoadFileTransfer(VProfileKey* key);
     void SettleDefaultSession(VProfileKey* key);
     bool StoreDefaultSession();

@@ -2,9 +2,11 @@
 #include <algorithm>
 
 #include "config/defaultfolders.h"
+#include "config/loginscript.h"
 #include "config/sessionconfig.h"
 #include "foundation/venvironment.h"
 #include "imports/configpanels.h"
+#include "profile/vprofilecapistring.h"
 #include "profile/vprofilekey.h"
 #include "resources/storenames.h"
 
@@ -29,6 +31,18 @@ bool HasDword(VProfileKey* key, const char16_t* name) {
     return key->ReadDword(name, value);
 }
 
+/// A text that older versions kept protected for the user, and still older ones scrambled.
+VUnicodeString ReadOldSecret(VProfileKey& key, const VUnicodeString& name) {
+    VUnicodeString stored;
+    if (!key.ReadString(name.GetData(), stored)) return {};
+    if (!stored.View().starts_with(u"CAPI:")) return DecodeScrambledText(stored);
+    VProfileCapiString protectedText;
+    protectedText.SetName(name);
+    VUnicodeString text = protectedText.Unprotect(stored);
+    text.MarkSensitive();
+    return text;
+}
+
 }  // namespace
 
 SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
@@ -48,7 +62,8 @@ SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
     LoadIdle(key);
     LoadTerminalMisc(key, global.Get());
     LoadPrinting(key);
-    LoadRemoteFrame(key);
+    LoadRemoteDirectories(key);
+    LoadRemoteFrame(key, global.Get());
     LoadFileTransfer(key);
     SettleDefaultSession(key);
 }
@@ -58,8 +73,21 @@ void SessionConfig::LoadLogin(VProfileKey* key) {
     titleBar.Load(key, u"Title Bar"_v, VUnicodeString());
     sendInitialCarriageReturn.Load(key, u"Send Initial Carriage Return"_v, true);
     useLoginScript.Load(key, u"Use Login Script"_v, false);
+    LoadLoginScript(key);
     useScriptFile.Load(key, u"Use Script File"_v, false);
     scriptFilename.Load(key, u"Script Filename"_v, VUnicodeString());
+}
+
+/// A key without the script may hold its older form, which says too whether a carriage return goes first.
+void SessionConfig::LoadLoginScript(VProfileKey* key) {
+    loginScript.Load(key, u"Login Script V2"_v);
+    loginScript.Edit().MarkSensitive();
+    if (key == nullptr || !loginScript.IsMissing()) return;
+    const VUnicodeString oldForm = ReadOldSecret(*key, u"Login Script"_v);
+    if (oldForm.IsEmpty()) return;
+    const ConvertedLoginScript script = ConvertLoginScript(oldForm);
+    loginScript.Set(script.text);
+    sendInitialCarriageReturn.Set(script.sendInitialCarriageReturn);
 }
 
 void SessionConfig::LoadTransfer(VProfileKey* key) {
@@ -123,6 +151,7 @@ void SessionConfig::LoadTerminalMisc(VProfileKey* key, const GlobalConfig* globa
     ejectPageInterval.Load(key, u"Eject Page Interval"_v, 0);
     monitorListenAddress.Load(key, u"Monitor Listen Address"_v, u"0.0.0.0:22"_v);
     monitorUsername.Load(key, u"Monitor Username"_v, VUnicodeString());
+    monitorPassword.Load(key, u"Monitor Password"_v, VUnicodeString());
     monitorAllowRemoteInput.Load(key, u"Monitor Allow Remote Input"_v, false);
     disableResize.Load(key, u"Disable Resize"_v, VTriState::kFollowGlobal);
     autoReconnect.Load(key, u"Auto Reconnect"_v, VTriState::kFollowGlobal);
@@ -135,7 +164,7 @@ void SessionConfig::LoadPrinting(VProfileKey* key) {
     description.LoadNamed(key, u"Description"_v);
 }
 
-void SessionConfig::LoadRemoteFrame(VProfileKey* key) {
+void SessionConfig::LoadRemoteDirectories(VProfileKey* key) {
     lastDirectory.Load(key, u"Last Directory"_v, VUnicodeString());
     initialLocalDirectory.Load(key, u"Initial Local Directory"_v, VUnicodeString());
     defaultDownloadDirectory.Load(key, u"Default Download Directory"_v,
@@ -145,6 +174,19 @@ void SessionConfig::LoadRemoteFrame(VProfileKey* key) {
     disableDirectoryTreeDetection.Load(key, u"Disable Directory Tree Detection"_v, VTriState::kFollowGlobal);
     verifyRetrieveFileStatus.Load(key, u"Verify Retrieve File Status"_v, VTriState::kFollowGlobal);
     resolveSymbolicLinks.Load(key, u"Resolve Symbolic Links"_v, VTriState::kFollowGlobal);
+}
+
+/// The template, and what has no key, begins with frames that were never placed.
+void SessionConfig::LoadRemoteFrame(VProfileKey* key, const GlobalConfig* global) {
+    const bool takesGlobal = key != nullptr && global != nullptr && !name.EqualsNoCase(u"Default");
+    remoteFramePlacement.Load(key, u"RemoteFrame Window Placement"_v,
+                              takesGlobal ? global->remoteFramePlacement.Get() : VWindowPlacement::Unplaced());
+    remoteExplorerFrameState.Load(key, u"Remote ExplorerFrame State"_v,
+                                  takesGlobal ? global->remoteExplorerFrameState.Get() : UnplacedFrameText());
+    remoteListViewState.Load(key, u"Remote ListView State"_v,
+                             takesGlobal ? global->remoteListViewState.Get() : PlainListText());
+    remoteTabState.Load(key, u"Tessaly Remote Tab State"_v,
+                        takesGlobal ? global->remoteTabState.Get() : UnplacedFrameText());
 }
 
 void SessionConfig::LoadFileTransfer(VProfileKey* key) {

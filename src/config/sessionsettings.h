@@ -4,7 +4,12 @@
 
 #include "profile/vprofile.h"
 #include "profile/vprofile2.h"
+#include "profile/vprofileblowfishstring.h"
+#include "profile/vprofileencodedstring.h"
+#include "profile/vprofileexplorerframestate.h"
+#include "profile/vprofilelistviewstate.h"
 #include "profile/vprofilemultilinestring.h"
+#include "profile/vwindowplacement.h"
 
 namespace connectdialog {
 
@@ -15,6 +20,7 @@ struct SessionSettings {
     VProfileText titleBar;
     VProfile<bool> sendInitialCarriageReturn;
     VProfile<bool> useLoginScript;
+    VProfileEncodedString loginScript;  ///< see config/loginscript.h
     VProfile<bool> useScriptFile;
     VProfileText scriptFilename;
     VProfileText uploadDirectory;
@@ -58,6 +64,7 @@ struct SessionSettings {
     VProfile<int> ejectPageInterval;
     VProfileText monitorListenAddress;
     VProfileText monitorUsername;
+    VProfileBlowfishString monitorPassword;
     VProfile<bool> monitorAllowRemoteInput;
     VProfile<VTriState> disableResize;
     VProfile<VTriState> autoReconnect;
@@ -73,6 +80,10 @@ struct SessionSettings {
     VProfile<VTriState> disableDirectoryTreeDetection;
     VProfile<VTriState> verifyRetrieveFileStatus;
     VProfile<VTriState> resolveSymbolicLinks;
+    VProfileWindowPlacement remoteFramePlacement;
+    VProfileExplorerFrameState remoteExplorerFrameState;
+    VProfileListViewState remoteListViewState;
+    VProfileExplorerFrameState remoteTabState;
     VProfile<int> restartDataSize;
     VProfileText restartDatafilePath;
     VProfile<int> maxTransferBuffers;

@@ -35,6 +35,7 @@ class VArray {
     }
     VArray(const VArray& other) { InsertRun(0, other.elements, other.count); }
     VArray(VArray&& other) noexcept { Swap(other); }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): what is swapped in is a copy
     VArray& operator=(const VArray& other) {
         VArray copy(other);
         Swap(copy);

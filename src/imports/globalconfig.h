@@ -6,6 +6,9 @@
 #include "foundation/vunknown.h"
 #include "profile/vprofile.h"
 #include "profile/vprofile2.h"
+#include "profile/vprofileexplorerframestate.h"
+#include "profile/vprofilelistviewstate.h"
+#include "profile/vwindowplacement.h"
 
 namespace connectdialog {
 
@@ -37,8 +40,17 @@ class GlobalConfig : public VUnknown<IUnknownBase> {
     VProfile<int> lineSendDelay;
     VProfile<int> characterSendDelay;
 
+    // How the frames of sessions begin.
+
+    VProfileWindowPlacement remoteFramePlacement;
+    VProfileExplorerFrameState remoteExplorerFrameState;
+    VProfileListViewState remoteListViewState;
+    VProfileExplorerFrameState remoteTabState;
+
     // The connect dialog.
 
+    /// An empty normal rectangle: the dialog was never placed.
+    VProfileWindowPlacement connectDialogPlacement;
     VProfile<bool> connectDialogOnStartup;
     VProfile<bool> quickConnectOnStartup;
     VProfile<bool> showDescriptions;

@@ -13,7 +13,7 @@ inline constexpr std::array<std::uint32_t, 18> kBlowfishSubkeys = {
 };
 
 /// The four S-boxes of 256 words, one behind the other.
-inline constexpr std::array<std::uint32_t, 4 * 256> kBlowfishBoxes = {
+inline constexpr std::array<std::uint32_t, 1024> kBlowfishBoxes = {
     0xD1310BA6, 0x98DFB5AC, 0x2FFD72DB, 0xD01ADFB7, 0xB8E1AFED, 0x6A267E96, 0xBA7C9045, 0xF12C7F99, 0x24A19947,
     0xB3916CF7, 0x0801F2E2, 0x858EFC16, 0x636920D8, 0x71574E69, 0xA458FEA3, 0xF4933D7E, 0x0D95748F, 0x728EB658,
     0x718BCD58, 0x82154AEE, 0x7B54A41D, 0xC25A59B5, 0x9C30D539, 0x2AF26013, 0xC5D1B023, 0x286085F0, 0xCA417918,

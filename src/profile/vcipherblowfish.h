@@ -59,7 +59,7 @@ class VCipherBlowfish {
     void StoreBlock(Block block, std::uint8_t* bytes) const;
 
     std::array<std::uint32_t, 18> subkeys{};
-    std::array<std::uint32_t, 4 * 256> boxes{};
+    std::array<std::uint32_t, 1024> boxes{};
     std::uint32_t keyLength = 16;
     Block state{};
     bool nativeByteOrder = false;

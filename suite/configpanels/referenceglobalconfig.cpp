@@ -23,6 +23,11 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
         kMember<&Self::hideDotEntries>,
         kMember<&Self::lineSendDelay>,
         kMember<&Self::characterSendDelay>,
+        kMember<&Self::remoteFramePlacement>,
+        kMember<&Self::remoteExplorerFrameState>,
+        kMember<&Self::remoteListViewState>,
+        kMember<&Self::remoteTabState>,
+        kMember<&Self::connectDialogPlacement>,
         kMember<&Self::connectDialogOnStartup>,
         kMember<&Self::quickConnectOnStartup>,
         kMember<&Self::showDescriptions>,
@@ -58,6 +63,11 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     hideDotEntries.Load(&key, u"Hide Dot Entries"_v, false);
     lineSendDelay.Load(&key, u"Line Send Delay"_v, kLineSendDelay);
     characterSendDelay.Load(&key, u"Character Send Delay"_v, 0);
+    remoteFramePlacement.Load(&key, u"RemoteFrame Window Placement"_v, VWindowPlacement::Unplaced());
+    remoteExplorerFrameState.Load(&key, u"Remote ExplorerFrame State"_v, UnplacedFrameText());
+    remoteListViewState.Load(&key, u"Remote ListView State"_v, PlainListText());
+    remoteTabState.Load(&key, u"Tessaly Remote Tab State"_v, UnplacedFrameText());
+    connectDialogPlacement.Load(&key, u"Connect Dialog Placement"_v, VWindowPlacement::Unplaced());
     connectDialogOnStartup.Load(&key, u"Connect Dialog On Startup"_v, true);
     quickConnectOnStartup.Load(&key, u"Quick Connect On Startup"_v, false);
     showDescriptions.Load(&key, u"Show Descriptions"_v, true);

@@ -6,6 +6,9 @@
 
 namespace connectdialog::test {
 
+/// A record has no variant.
+inline constexpr auto kRecord = static_cast<VVariantType>(0xFFFF);
+
 struct GoldenSetting {
     const char16_t* name;
     VVariantType type;            ///< of its variant; kEmpty is the three-state value that follows the general setting
@@ -18,6 +21,7 @@ inline constexpr GoldenSetting kGoldenSession[] = {
     {u"Title Bar", VVariantType::kText, u""},
     {u"Send Initial Carriage Return", VVariantType::kBool, u"1"},
     {u"Use Login Script", VVariantType::kBool, u"0"},
+    {u"Login Script V2", VVariantType::kText, u""},
     {u"Use Script File", VVariantType::kBool, u"0"},
     {u"Script Filename", VVariantType::kText, u""},
     {u"Upload Directory", VVariantType::kText, nullptr},
@@ -61,6 +65,7 @@ inline constexpr GoldenSetting kGoldenSession[] = {
     {u"Eject Page Interval", VVariantType::kInt, u"0"},
     {u"Monitor Listen Address", VVariantType::kText, u"0.0.0.0:22"},
     {u"Monitor Username", VVariantType::kText, u""},
+    {u"Monitor Password", VVariantType::kText, u""},
     {u"Monitor Allow Remote Input", VVariantType::kBool, u"0"},
     {u"Disable Resize", VVariantType::kEmpty, u"2"},
     {u"Auto Reconnect", VVariantType::kEmpty, u"2"},
@@ -76,6 +81,10 @@ inline constexpr GoldenSetting kGoldenSession[] = {
     {u"Disable Directory Tree Detection", VVariantType::kEmpty, u"2"},
     {u"Verify Retrieve File Status", VVariantType::kEmpty, u"2"},
     {u"Resolve Symbolic Links", VVariantType::kEmpty, u"2"},
+    {u"RemoteFrame Window Placement", kRecord, nullptr},
+    {u"Remote ExplorerFrame State", VVariantType::kText, u"1,-1,-1"},
+    {u"Remote ListView State", VVariantType::kText, u"1,1,1,0,0"},
+    {u"Tessaly Remote Tab State", VVariantType::kText, u"1,-1,-1"},
     {u"Restart Data Size", VVariantType::kInt, u"0"},
     {u"Restart Datafile Path", VVariantType::kText, u""},
     {u"Max Transfer Buffers", VVariantType::kInt, u"4"},

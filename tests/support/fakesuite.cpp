@@ -18,6 +18,12 @@ FakeGlobalConfig::FakeGlobalConfig() {
     hideDotEntries.Load(nullptr, u"Hide Dot Entries"_v, false);
     lineSendDelay.Load(nullptr, u"Line Send Delay"_v, 7);
     characterSendDelay.Load(nullptr, u"Character Send Delay"_v, 3);
+    VWindowPlacement placement;
+    placement.normal = {1, 2, 3, 4};
+    remoteFramePlacement.Load(nullptr, u"RemoteFrame Window Placement"_v, placement);
+    remoteExplorerFrameState.Load(nullptr, u"Remote ExplorerFrame State"_v, u"0,10,20");
+    remoteListViewState.Load(nullptr, u"Remote ListView State"_v, u"0,2,3,0,1,100,1,0");
+    remoteTabState.Load(nullptr, u"Tessaly Remote Tab State"_v, u"0,30,40");
 }
 
 FakeProtocol::FakeProtocol(VProfileKey* key, const ConnectProtocolTableElement& row) {

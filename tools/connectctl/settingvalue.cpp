@@ -13,6 +13,7 @@
 #include "platform/codepage.h"
 #include "profile/vprofile.h"
 #include "profile/vprofilemultilinestring.h"
+#include "profile/vprofilestatetext.h"
 #include "profile/vvariant.h"
 #include "tools/connectctl/output.h"
 
@@ -151,7 +152,8 @@ std::string GetSettingRange(VProfileData& setting) {
 }
 
 bool IsSecret(VProfileData& setting) {
-    return dynamic_cast<VProfileSz*>(&setting) != nullptr && typeid(setting) != typeid(VProfileText);
+    return dynamic_cast<VProfileSz*>(&setting) != nullptr && typeid(setting) != typeid(VProfileText) &&
+           dynamic_cast<VProfileStateText*>(&setting) == nullptr;
 }
 
 nlohmann::json GetSettingJson(VProfileData& setting) {

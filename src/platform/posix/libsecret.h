@@ -37,7 +37,7 @@ inline constexpr int kOpenSession = 1 << 1;
 inline constexpr int kSearchAll = 1 << 1;
 inline constexpr int kSearchLoadSecrets = 1 << 3;
 
-/// The functions, by the names that the libraries give them.
+// NOLINTBEGIN(readability-identifier-naming): the names are the libraries'
 struct Functions {
     Service* (*secret_service_get_sync)(int flags, Cancellable* cancellable, Error** error);
     List* (*secret_service_search_sync)(Service* service, const Schema* schema, Table* attributes, int flags,
@@ -63,6 +63,7 @@ struct Functions {
     int (*g_hash_table_insert)(Table* table, void* key, void* value);
     void (*g_hash_table_unref)(Table* table);
 };
+// NOLINTEND(readability-identifier-naming)
 
 /// Null when the library is not there or lacks a function. It stays loaded: its types cannot be unloaded.
 const Functions* Load();
