@@ -6,9 +6,20 @@ namespace connectdialog::test {
 
 namespace {
 
-const std::vector<std::vector<std::string>> kCommandWords = {
-    {},      {"import"}, {"import", "openssh"}, {"tree"}, {"ls"},          {"show"},
-    {"get"}, {"set"},    {"connect"},           {"hive"}, {"hive", "set"}, {"completion"}};
+const std::vector<std::vector<std::string>> kCommandWords = {{},
+                                                             {"import"},
+                                                             {"import", "openssh"},
+                                                             {"tree"},
+                                                             {"ls"},
+                                                             {"show"},
+                                                             {"get"},
+                                                             {"set"},
+                                                             {"connect"},
+                                                             {"hive"},
+                                                             {"hive", "set"},
+                                                             {"keymap"},
+                                                             {"keymap", "show"},
+                                                             {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
