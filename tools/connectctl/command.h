@@ -36,6 +36,7 @@ CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
 CommandBody DeclareHive(CLI::App& parser);
+CommandBody DeclareKeymap(CLI::App& parser);
 CommandBody DeclareSecret(CLI::App& parser);
 CommandBody DeclareTrace(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);

@@ -27,6 +27,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"set", "Change one setting of a session", true, DeclareSet},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
     {"hive", "Settings of the machine and the user beside the store", false, DeclareHive},
+    {"keymap", "Keymap files, and the keymaps of sessions", false, DeclareKeymap},
     {"secret", "Protect a text for this user, and read it back", false, DeclareSecret},
     {"trace", "Print what a template of a log file's name comes to now", false, DeclareTrace},
     {"completion", "Print a completion script for a shell", false, DeclareCompletion},
