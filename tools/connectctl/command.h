@@ -35,6 +35,8 @@ CommandBody DeclareShow(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
+CommandBody DeclareFirewall(CLI::App& parser);
+CommandBody DeclareButtons(CLI::App& parser);
 CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareKeymap(CLI::App& parser);
 CommandBody DeclareSecret(CLI::App& parser);

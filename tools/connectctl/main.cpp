@@ -26,6 +26,8 @@ constexpr auto kCommands = std::to_array<Command>({
     {"get", "Print one setting of a session", true, DeclareGet},
     {"set", "Change one setting of a session", true, DeclareSet},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
+    {"firewall", "The firewalls that sessions go through", true, DeclareFirewall},
+    {"buttons", "The user's button bars", true, DeclareButtons},
     {"hive", "Settings of the machine and the user beside the store", false, DeclareHive},
     {"keymap", "Keymap files, and the keymaps of sessions", false, DeclareKeymap},
     {"secret", "Protect a text for this user, and read it back", false, DeclareSecret},
