@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "foundation/casefold.h"
-#include "support/freewatch.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunicodestringi.h"
+#include "support/freewatch.h"
 
 namespace connectdialog {
 namespace {
