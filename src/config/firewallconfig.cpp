@@ -47,10 +47,10 @@ FirewallConfig::FirewallConfig(const VUnicodeString& name, VProfileKey* key) : n
     proxyPrompt.Load(key, u"Proxy Prompt"_v, VUnicodeString());
     proxyCommand.Load(key, u"Proxy Command"_v, VUnicodeString());
     user.Load(key, u"Firewall User"_v, VUnicodeString());
-    password.Edit().MarkSensitive();  // before loading: the stored copy shares the buffer
+    // Before loading: the stored copy shares the buffer. Without a key there is no password, and every session that goes
+    // through no firewall has such an object.
+    if (key != nullptr) password.Edit().MarkSensitive();
     password.Load(key, u"Firewall Password"_v);
-    password.Edit().MarkSensitive();
-    answeredPassword.MarkSensitive();
 }
 
 std::uint32_t FirewallConfig::GetTypeNumber() const {
@@ -78,7 +78,7 @@ bool FirewallConfig::Answer(VProfileText& setting, VUnicodeString& answered, Pro
         return true;
     }
     VUnicodeStringI answer;
-    if (answered.IsSensitive()) answer.MarkSensitive();
+    if (&setting == &password) answer.MarkSensitive();
     bool save = false;
     const bool isConfirmed = ask(&answer, save, parent);
     if (isConfirmed && save) {

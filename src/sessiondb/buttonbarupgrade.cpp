@@ -11,12 +11,21 @@ namespace {
 constexpr char16_t kFormerKey[] = u"ButtonBarV2";
 constexpr char16_t kFirstKey[] = u"ButtonBar";
 constexpr char16_t kDefaultBar[] = u"Default";
+
+/// The key is never taken away again, and each session that is loaded asks.
+bool isKnownToBeDone = false;
 }  // namespace
 
+void ForgetButtonBarUpgrade() {
+    isKnownToBeDone = false;
+}
+
 void UpgradeButtonBars() {
+    if (isKnownToBeDone) return;
     VProfileStore store;
     VProfileKey* root = store.GetRootKey();
-    if (root->KeyExists(kButtonBarsKey)) return;
+    isKnownToBeDone = root->KeyExists(kButtonBarsKey);
+    if (isKnownToBeDone) return;
     const char16_t* const source = root->KeyExists(kFormerKey) ? kFormerKey : kFirstKey;
     VStringArray names;
     EnumerateButtonBars(source, names);

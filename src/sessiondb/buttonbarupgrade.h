@@ -11,8 +11,10 @@ class VStringArray;
 inline constexpr char16_t kButtonBarsKey[] = u"ButtonBarV3";
 
 /// Fills the present key from the newest older one, unless the present one is there. The older keys stay. Called before
-/// anything that may read a session, and cheap once it is done.
+/// anything that may read a session: once it was found done, this process does not look again.
 void UpgradeButtonBars();
+/// The next call looks into the store again: another one may stand in its place.
+void ForgetButtonBarUpgrade();
 /// Appends the names of the bars that the key holds, and "Default" at the end where it was not among them.
 void EnumerateButtonBars(const char16_t* source, VStringArray& names);
 

@@ -22,6 +22,7 @@ class SessionDatabase : public ISessionDbHooks {
 void InstallSessionDatabase() {
     static SessionDatabase database;
     InstallSessionDbHooks(&database);
+    ForgetButtonBarUpgrade();
 }
 
 }  // namespace connectdialog

@@ -10,6 +10,8 @@ namespace {
 
 class ButtonBarsTest : public LibraryTest {
   protected:
+    ButtonBarsTest() { ForgetButtonBarUpgrade(); }
+
     static VStringArray Lines(std::initializer_list<const char16_t*> lines) {
         VStringArray array;
         for (const char16_t* line : lines) array.Add(VUnicodeString(line));
@@ -79,6 +81,7 @@ TEST_F(ButtonBarsTest, TheNewestOlderFormIsMovedOnce) {
     EXPECT_EQ(names[1], u"Mine");
     EXPECT_EQ(Load(u"ButtonBarV3", u"Mine")->GetLines(), Lines({u"SEND,2,,,"}));
     WithKey(u"ButtonBarV2", [](VProfileKey& key) { key.WriteMultiString(u"Mine", Lines({u"SEND,9,,,"})); });
+    ForgetButtonBarUpgrade();
     UpgradeButtonBars();
     EXPECT_EQ(Load(u"ButtonBarV3", u"Mine")->GetLines(), Lines({u"SEND,2,,,"}));
     EXPECT_EQ(Load(u"ButtonBarV2", u"Mine")->GetLines(), Lines({u"SEND,9,,,"})) << "the older keys stay";
