@@ -12,6 +12,7 @@
 
 #include "platform/lasterror.h"
 #include "platform/paths.h"
+#include "platform/posix/nativefile.h"
 
 namespace connectdialog::platform {
 
@@ -190,6 +191,17 @@ bool WriteToFileAt(FileHandle file, std::uint64_t offset, const void* data, std:
                                            static_cast<off_t>(offset + at));
                          });
     return through && (done == size || FailWith(kDiskFull));
+}
+
+bool ReplaceFileWith(std::u16string_view path, std::string_view bytes) {
+    const std::string file = ToNativePath(path);
+    if (file.empty()) return FailWith(kFileNotFound);
+    const std::string target = ResolveLink(file);
+    if (target.empty()) return false;
+    struct stat info {};
+    const bool isThere = stat(target.c_str(), &info) == 0;
+    if (isThere && !S_ISREG(info.st_mode)) return FailWith(kAccessDenied);
+    return ReplaceContent(target, bytes, kOwnerOnly);
 }
 
 bool SeekInFile(FileHandle file, std::int64_t offset, SeekOrigin origin, std::uint64_t& position) {
