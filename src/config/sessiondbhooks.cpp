@@ -11,6 +11,7 @@ namespace {
 class NoSessionDbHooks : public ISessionDbHooks {
   public:
     IFirewallUI* LoadFirewall(const VUnicodeString&) override { return nullptr; }
+    bool SaveFirewall(FirewallConfig&) override { return false; }
     void EnumerateFirewalls(IBuffer& buffer) override {
         VStringArray names;
         names.Add(u"None"_v);

@@ -5,6 +5,7 @@
 
 namespace connectdialog {
 
+class FirewallConfig;
 class IBuffer;
 class IFirewallUI;
 
@@ -15,6 +16,8 @@ class ISessionDbHooks {
     virtual ~ISessionDbHooks() = default;
     /// One reference for the caller; null when the name does not open.
     virtual IFirewallUI* LoadFirewall(const VUnicodeString& name) = 0;
+    /// Stores a firewall whose settings changed under its name. False when the store refused.
+    virtual bool SaveFirewall(FirewallConfig& config) = 0;
     /// Writes the names in the array's binary form, "None" first.
     virtual void EnumerateFirewalls(IBuffer& buffer) = 0;
     /// Moves button bars of older versions to the present form; does nothing when there are none.

@@ -7,6 +7,7 @@
 #include "frame/upgrade.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/windowclass.h"
+#include "sessiondb/sessiondb.h"
 
 namespace connectdialog {
 
@@ -35,6 +36,7 @@ void (*g_pfnManageAgentKeys)(VProfileListViewState& state, VWindow* parent) = nu
 
 void ConnectDialogDllInit(VReportMessageRouter* (*routerGetter)(), ISynchObject* toolbarLock) {
     SetReportRouterGetter(routerGetter);
+    InstallSessionDatabase();
     GetModuleState().toolbarLock = VRef<ISynchObject>::Share(toolbarLock);
 }
 

@@ -41,5 +41,11 @@ bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldNa
                          bool isNew, VWindow* parent) {
     return installed->ValidateSessionName(path, oldName, newName, isNew, parent);
 }
+bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) {
+    return installed->LaunchFirewallUsernameDialog(answer, save, parent);
+}
+bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent) {
+    return installed->LaunchFirewallPasswordDialog(answer, save, parent);
+}
 
 }  // namespace connectdialog

@@ -11,6 +11,8 @@
 
 namespace connectdialog {
 
+class IParentable;
+class IString;
 class VImageList;
 class VWindow;
 
@@ -44,6 +46,10 @@ class IConfigPanels {
     /// cannot hold and names that exist beside it, with a message of its own over `parent` when that is not null.
     virtual bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
                                      const VUnicodeString& newName, bool isNew, VWindow* parent) = 0;
+    /// Asks the user for the user name or the password that a firewall wants, and whether to save it. False when the
+    /// user gave up; `answer` is empty then. `parent` may be null.
+    virtual bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) = 0;
+    virtual bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent) = 0;
 };
 
 /// Installs the neighbour, which stays the caller's; null removes it. Requires: installed before a function below is
@@ -61,5 +67,7 @@ bool IsTessalyInstalled();
 bool HasKeldaEmulation();
 bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                          bool isNew, VWindow* parent);
+bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent);
+bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent);
 
 }  // namespace connectdialog

@@ -35,7 +35,7 @@ class VUnicodeString;
 
 /// What a child of a key is, as NextWithKind tells it.
 enum class ProfileKind : std::uint32_t {
-    kListEntry = 3,   ///< an entry of a list; only from an iterator by kind
+    kListEntry = 3,   ///< an entry of a list: a session, or a value that is a list; only from an iterator by kind
     kUnknown = 4,     ///< the child must be opened to find out
     kFolder = 5,      ///< a key without the value "Is Session"
     kSession = 6,     ///< a key with the value "Is Session"
@@ -102,7 +102,8 @@ class IProfileKeyImpl {
 
     /// A handle on a subkey, owned by the caller; never null. An empty name is the key itself. `reserved` is 0.
     virtual IProfileKeyImpl* OpenChild(const char16_t* name, std::uint32_t reserved, std::uint32_t folder) = 0;
-    /// Owned by the caller; never null. An iterator by kind answers kListEntry for children that are sessions.
+    /// Owned by the caller; never null. An iterator by kind gives the values that are lists of strings first, and answers
+    /// kListEntry for them and for children that are sessions.
     virtual IProfileIteratorImpl* CreateIterator(bool byKind) = 0;
 };
 

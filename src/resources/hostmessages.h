@@ -1,4 +1,5 @@
-// The messages that the library reports in the host's name (facility 0x104): the table of the fallback module.
+// The messages that the library reports in the host's name (facilities 0x104 and 0x137): the table of the fallback
+// module.
 #pragma once
 
 #include "resources/messagerow.h"
@@ -6,6 +7,8 @@
 namespace connectdialog {
 
 inline constexpr MessageRow kHostMessages[] = {
+    // Keymap files: the file's name, the errors that were found. Files that cannot be used follow at the end.
+    {0xA1370002, u"键盘映射文件“%1”有错误，这些行未被完整读取：\r\n%2"},
     // Modules that are loaded at run time: the module's path, the system's error text.
     {0xE104003E, u"无法加载模块“%1”：%2"},
     {0xE104003F, u"模块“%1”缺少所需的函数：%2"},
@@ -20,6 +23,7 @@ inline constexpr MessageRow kHostMessages[] = {
     // Values that a script or an import reads and writes: the value's name.
     {0xE104006A, u"设置“%1”不支持此操作。"},
     {0xE104006B, u"设置“%1”不接受这种类型的值。"},
+    {0xE1370001, u"无法使用键盘映射文件“%1”：\r\n%2"},
 };
 
 }  // namespace connectdialog

@@ -52,7 +52,8 @@ bool AsOneUnit(Steps steps) {
 }
 
 bool WriteSession(ISessionConfig& config, bool force) {
-    return WriteToKey(BuildSessionKeyPath(config.GetPath()).GetData(), [&](VProfileKey& key) { config.Save(key, force); });
+    return WriteToKey(BuildSessionKeyPath(config.GetPath()).GetData(),
+                      [&](VProfileKey& key) { config.Save(key, force); });
 }
 
 bool CreateFolderKey(const VUnicodeString& path) {

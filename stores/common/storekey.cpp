@@ -224,7 +224,8 @@ IProfileIteratorImpl* StoreKey::CreateIterator(bool byKind) {
 StoreIterator::StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, bool byKind, VReportMessageParams& report)
     : part(std::move(part)), node(std::move(node)), byKind(byKind), report(report) {
     page.isLast = this->node == nullptr;
-    ReadPage();
+    if (byKind && this->node != nullptr) this->node->ListLists(page.children, report);
+    if (page.children.empty()) ReadPage();
 }
 
 StoreIterator::~StoreIterator() = default;

@@ -69,6 +69,8 @@ class StoreNode {
     virtual NodePtr Create(const KeyName& name, VReportMessageParams& report) = 0;
     /// Removes the key with everything below it. Requires: a unit has begun.
     virtual bool Remove(const KeyName& name, VReportMessageParams& report) = 0;
+    /// Appends the names of the values that are lists of strings, in the order of their folded names.
+    virtual bool ListLists(std::vector<StoreChild>& lists, VReportMessageParams& report) = 0;
     /// Replaces the page with the children that follow `page.lastFolded`, at most `limit` of them.
     virtual bool List(std::size_t limit, ChildPage& page, VReportMessageParams& report) = 0;
 

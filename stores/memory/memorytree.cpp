@@ -56,7 +56,9 @@ bool MemoryNode::Write(const char16_t* valueName, const ValueView& value, VRepor
     if (!IsValueName(valueName)) return report.Fail(platform::kInvalidParameter);
     const std::u16string folded = FoldText(valueName);
     LogValue(folded);
-    values[folded] = {value.tag, std::string(value.bytes)};
+    const auto present = values.find(folded);
+    const std::u16string spelled = present != values.end() ? present->second.spelled : std::u16string(valueName);
+    values[folded] = {value.tag, std::string(value.bytes), spelled};
     return true;
 }
 
@@ -138,6 +140,13 @@ bool MemoryNode::Remove(const KeyName& key, VReportMessageParams& report) {
 void MemoryNode::SetDeleted(bool deleted) {
     isDeleted = deleted;
     for (const auto& [folded, child] : children) child->SetDeleted(deleted);
+}
+
+bool MemoryNode::ListLists(std::vector<StoreChild>& lists, VReportMessageParams& report) {
+    if (!CheckAlive(report)) return false;
+    for (const auto& [folded, value] : values)
+        if (value.tag == ValueTag::kStrings) lists.push_back({VUnicodeString(value.spelled), ProfileKind::kListEntry});
+    return true;
 }
 
 bool MemoryNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& report) {

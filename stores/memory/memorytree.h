@@ -25,12 +25,14 @@ class MemoryNode : public StoreNode {
     NodePtr Find(const KeyName& name, bool forCheck, VReportMessageParams& report) override;
     NodePtr Create(const KeyName& name, VReportMessageParams& report) override;
     bool Remove(const KeyName& name, VReportMessageParams& report) override;
+    bool ListLists(std::vector<StoreChild>& lists, VReportMessageParams& report) override;
     bool List(std::size_t limit, ChildPage& page, VReportMessageParams& report) override;
 
   private:
     struct Value {
         ValueTag tag;
         std::string bytes;
+        std::u16string spelled;
     };
 
     bool CheckAlive(VReportMessageParams& report) const;

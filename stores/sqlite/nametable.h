@@ -27,6 +27,8 @@ class NameTable {
     /// True when the id's name is spelled exactly like the zero-terminated `name`: the cheap question of a reader that
     /// goes through values in the order in which they are stored.
     bool IsSpelled(std::uint32_t id, const char16_t* name) const;
+    /// As it was first written, by whichever key. Requires: an id from 1 to GetCount().
+    std::u16string_view GetSpelled(std::uint32_t id) const { return names[id - 1].spelled; }
     std::size_t GetCount() const { return names.size(); }
 
     /// Reads what was added since. On failure: false, with a report; 1015 when the ids have gaps.

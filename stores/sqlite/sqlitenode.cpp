@@ -1,5 +1,8 @@
 #include "stores/sqlite/sqlitenode.h"
 
+#include <algorithm>
+
+#include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/lasterror.h"
 #include "stores/common/keyname.h"
@@ -145,6 +148,18 @@ NodePtr SqliteNode::Create(const KeyName& name, VReportMessageParams& report) {
 
 bool SqliteNode::Remove(const KeyName& name, VReportMessageParams& report) {
     return IsThere(report) && tree.RemoveNode(entry.id, name, report);
+}
+
+bool SqliteNode::ListLists(std::vector<StoreChild>& lists, VReportMessageParams& report) {
+    if (!EnsureLoaded(report) || !CheckReadable(report)) return false;
+    const auto first = static_cast<std::ptrdiff_t>(lists.size());
+    for (std::size_t i = 0; i < values.GetCount(); ++i) {
+        if (values.GetValue(i).tag != ValueTag::kStrings) continue;
+        lists.push_back({VUnicodeString(tree.GetNames().GetSpelled(values.GetId(i))), ProfileKind::kListEntry});
+    }
+    const auto comesBefore = [](const StoreChild& a, const StoreChild& b) { return CompareNoCase(a.name, b.name) < 0; };
+    std::sort(lists.begin() + first, lists.end(), comesBefore);
+    return true;
 }
 
 bool SqliteNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& report) {

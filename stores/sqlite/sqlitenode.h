@@ -36,6 +36,7 @@ class SqliteNode : public StoreNode {
     NodePtr Find(const KeyName& name, bool forCheck, VReportMessageParams& report) override;
     NodePtr Create(const KeyName& name, VReportMessageParams& report) override;
     bool Remove(const KeyName& name, VReportMessageParams& report) override;
+    bool ListLists(std::vector<StoreChild>& lists, VReportMessageParams& report) override;
     bool List(std::size_t limit, ChildPage& page, VReportMessageParams& report) override;
 
     const TreeEntry& GetEntry() const { return entry; }

@@ -29,6 +29,9 @@ class ReferenceConfigPanels : public IConfigPanels {
     /// words.
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
+    /// Without dialogs in the suite nobody can be asked: as if the user had given up.
+    bool LaunchFirewallUsernameDialog(IString*, bool&, IParentable*) override { return false; }
+    bool LaunchFirewallPasswordDialog(IString*, bool&, IParentable*) override { return false; }
 
   private:
     VRef<GlobalConfig> global;

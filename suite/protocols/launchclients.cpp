@@ -6,6 +6,7 @@
 #include "platform/environment.h"
 #include "platform/paths.h"
 #include "suite/protocols/launchchecks.h"
+#include "suite/protocols/launchproxy.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 
@@ -230,8 +231,16 @@ bool FillFtpSslExplicit(Arguments& to) {
     return to.Word("-e") && to.Word("set ftp:ssl-force yes; set ftp:ssl-protect-data yes") && FillFtp(to);
 }
 
+/// How a client is told of a proxy.
+enum class ProxyForm {
+    kNone,   ///< not at all
+    kSsh,    ///< as the command that ssh runs in place of a connection of its own
+    kNetcat  ///< by the options of netcat
+};
+
 struct Client {
     LaunchClient id;
+    ProxyForm proxy;
     const char* program;  ///< null: the arguments begin with it
     const char* package;
     bool (*fill)(Arguments& to);
@@ -239,21 +248,21 @@ struct Client {
 };
 
 constexpr Client kClients[] = {
-    {LaunchClient::kSsh, "ssh", "openssh-client", FillSsh, u""},
-    {LaunchClient::kSsh1, "ssh1", "openssh-client-ssh1", FillSsh1, u""},
-    {LaunchClient::kTelnet, "telnet", "inetutils-telnet", FillTelnet, u""},
-    {LaunchClient::kTelnetSsl, "telnet-ssl", "telnet-ssl", FillTelnetSsl, u""},
+    {LaunchClient::kSsh, ProxyForm::kSsh, "ssh", "openssh-client", FillSsh, u""},
+    {LaunchClient::kSsh1, ProxyForm::kNone, "ssh1", "openssh-client-ssh1", FillSsh1, u""},
+    {LaunchClient::kTelnet, ProxyForm::kNone, "telnet", "inetutils-telnet", FillTelnet, u""},
+    {LaunchClient::kTelnetSsl, ProxyForm::kNone, "telnet-ssl", "telnet-ssl", FillTelnetSsl, u""},
     // Under its own name: "rlogin" may be another program, which knows no port.
-    {LaunchClient::kRLogin, "rsh-redone-rlogin", "rsh-redone-client", FillRLogin, u""},
-    {LaunchClient::kSerial, "picocom", "picocom", FillSerial, u""},
-    {LaunchClient::kShell, nullptr, "", FillShell, u""},
-    {LaunchClient::kRaw, "nc", "netcat-openbsd", FillRaw, u""},
-    {LaunchClient::kSftp, "sftp", "openssh-client", FillSftp, u""},
-    {LaunchClient::kScp, "sftp", "openssh-client", FillSftp,
+    {LaunchClient::kRLogin, ProxyForm::kNone, "rsh-redone-rlogin", "rsh-redone-client", FillRLogin, u""},
+    {LaunchClient::kSerial, ProxyForm::kNone, "picocom", "picocom", FillSerial, u""},
+    {LaunchClient::kShell, ProxyForm::kNone, nullptr, "", FillShell, u""},
+    {LaunchClient::kRaw, ProxyForm::kNetcat, "nc", "netcat-openbsd", FillRaw, u""},
+    {LaunchClient::kSftp, ProxyForm::kSsh, "sftp", "openssh-client", FillSftp, u""},
+    {LaunchClient::kScp, ProxyForm::kSsh, "sftp", "openssh-client", FillSftp,
      u"SCP copies single files and has no prompt of its own: this opens SFTP on the same server."},
-    {LaunchClient::kFtp, "lftp", "lftp", FillFtp, u""},
-    {LaunchClient::kFtpSslImplicit, "lftp", "lftp", FillFtpSslImplicit, u""},
-    {LaunchClient::kFtpSslExplicit, "lftp", "lftp", FillFtpSslExplicit, u""},
+    {LaunchClient::kFtp, ProxyForm::kNone, "lftp", "lftp", FillFtp, u""},
+    {LaunchClient::kFtpSslImplicit, ProxyForm::kNone, "lftp", "lftp", FillFtpSslImplicit, u""},
+    {LaunchClient::kFtpSslExplicit, ProxyForm::kNone, "lftp", "lftp", FillFtpSslExplicit, u""},
 };
 
 const Client* FindClient(LaunchClient id) {
@@ -262,11 +271,28 @@ const Client* FindClient(LaunchClient id) {
     return nullptr;
 }
 
-/// No client goes through the session's firewall, and going past it would show the user's address to the far end.
-bool GoesPastFirewall(const ProtocolConfig& config) {
-    VUnicodeString firewall;
-    config.GetRemoteHost().GetFirewallName(firewall);
-    return config.GetTraits().target == ProtocolTarget::kHost && !firewall.IsEmpty() && !firewall.EqualsNoCase(u"None");
+bool AddProxy(const ProtocolConfig& config, ProxyForm form, std::vector<std::string>& words,
+              VReportMessageParams& report) {
+    LaunchProxy proxy;
+    if (!ReadLaunchProxy(config, proxy, report)) return false;
+    if (proxy.version.empty()) return true;
+    switch (form) {
+        case ProxyForm::kNone:
+            return report.Fail(kLaunchFirewall, VUnicodeString(config.GetTraits().name).GetData());
+        case ProxyForm::kNetcat:
+            words.insert(words.end(), {"-X", proxy.version, "-x", proxy.address});
+            return true;
+        case ProxyForm::kSsh:
+            break;
+    }
+    if (!config.GetSettings().sshJumpHost.Get().IsEmpty()) {
+        report.Fail(kLaunchFirewallAndJump, u"Firewall Name");
+        report.AddInsert(config.GetSettings().sshJumpHost.GetName().GetData());
+        return false;
+    }
+    // A shell runs it: the quotes are for the brackets of a numeric address.
+    words.insert(words.end(), {"-o", "ProxyCommand=nc -X " + proxy.version + " -x '" + proxy.address + "' %h %p"});
+    return true;
 }
 
 }  // namespace
@@ -274,12 +300,11 @@ bool GoesPastFirewall(const ProtocolConfig& config) {
 bool FillLaunchCommand(const ProtocolConfig& config, LaunchCommand& command, VReportMessageParams& report) {
     const Client* client = FindClient(config.GetTraits().client);
     if (client == nullptr) return report.Fail(kLaunchNoClient, VUnicodeString(config.GetTraits().name).GetData());
-    if (GoesPastFirewall(config)) return report.Fail(kLaunchFirewall, u"Firewall Name");
     if (client->program != nullptr) command.arguments.emplace_back(client->program);
     command.package = client->package;
     command.note = client->note;
     Arguments arguments(config, command.arguments, report);
-    return client->fill(arguments);
+    return AddProxy(config, client->proxy, command.arguments, report) && client->fill(arguments);
 }
 
 }  // namespace connectdialog

@@ -27,7 +27,11 @@ enum LaunchFault : std::uint32_t {
     kLaunchOutOfRange = 0xE105000E,
     kLaunchOpenQuote = 0xE105000F,
     kLaunchNotInstalled = 0xE1050010,
-    kLaunchNotInstalledPackage = 0xE1050011
+    kLaunchNotInstalledPackage = 0xE1050011,
+    kLaunchNoFirewall = 0xE1050012,
+    kLaunchFirewallType = 0xE1050013,
+    kLaunchFirewallPassword = 0xE1050014,
+    kLaunchFirewallAndJump = 0xE1050015
 };
 
 inline constexpr MessageRow kLaunchMessages[] = {
@@ -37,8 +41,8 @@ inline constexpr MessageRow kLaunchMessages[] = {
     {kLaunchNoClient, u"No program of this system connects with the protocol \"%1\"."},
     {kLaunchForeignSettings, u"These settings belong to a protocol of another program."},
     {kLaunchFirewall,
-     u"\"%1\" is set, and connecting past the firewall is not what was asked for. Connecting through one "
-     u"is not possible yet."},
+     u"The client of the protocol \"%1\" cannot go through a firewall, and connecting past it is not what was asked "
+     u"for."},
     {kLaunchMissing, u"\"%1\" is not set."},
     {kLaunchLeadingDash, u"\"%1\" begins with \"-\": a program would take it for an option."},
     {kLaunchControl, u"\"%1\" holds a control character."},
@@ -50,6 +54,11 @@ inline constexpr MessageRow kLaunchMessages[] = {
     {kLaunchOpenQuote, u"\"%1\" has an opening quote without a closing one."},
     {kLaunchNotInstalled, u"The program \"%1\" cannot be started: %2"},
     {kLaunchNotInstalledPackage, u"The program \"%1\" is not installed; the Debian package %2 has it."},
+    {kLaunchNoFirewall, u"There is no firewall \"%1\"."},
+    {kLaunchFirewallType, u"No client of this system can go through the firewall \"%1\" of the type \"%2\"."},
+    {kLaunchFirewallPassword,
+     u"The firewall \"%1\" of the type \"%2\" wants a password, which no client of this system can take in secret."},
+    {kLaunchFirewallAndJump, u"\"%1\" and \"%2\" cannot be used together."},
 };
 
 }  // namespace connectdialog

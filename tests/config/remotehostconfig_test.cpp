@@ -31,6 +31,7 @@ class RecordingHooks : public ISessionDbHooks {
         asked = name;
         return nullptr;
     }
+    bool SaveFirewall(FirewallConfig&) override { return false; }
     void EnumerateFirewalls(IBuffer&) override {}
     void UpgradeButtonBars() override { ++upgrades; }
     VUnicodeString asked;

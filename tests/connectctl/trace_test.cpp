@@ -8,11 +8,10 @@ namespace connectdialog::test {
 namespace {
 
 TEST_F(ToolTest, ATemplateOfALogFilesNameIsExpanded) {
-    const auto result = Run({"trace", "%TRACE_FOLDER%/log-%Y%M%D-%h%m%s.%t-100%%"}, {"TRACE_FOLDER=/tmp/\x1b"});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.errors, "");
-    EXPECT_THAT(result.output, testing::MatchesRegex("/tmp/<U\\+001B>/log-2[0-9]{3}[01][0-9][0-3][0-9]-"
-                                                     "[0-2][0-9][0-5][0-9][0-6][0-9]\\.[0-9]{3}-100%\n"));
+    environment = {"TRACE_FOLDER=/tmp/\x1b"};
+    EXPECT_THAT(RunWell({"trace", "%TRACE_FOLDER%/log-%Y%M%D-%h%m%s.%t-100%%"}),
+                testing::MatchesRegex("/tmp/<U\\+001B>/log-2[0-9]{3}[01][0-9][0-3][0-9]-"
+                                      "[0-2][0-9][0-5][0-9][0-6][0-9]\\.[0-9]{3}-100%\n"));
     EXPECT_EQ(RunWell({"trace", "plain"}), "plain\n");
 }
 

@@ -35,7 +35,7 @@ class PlatformTest : public testing::Test {
         setenv(name, value.c_str(), 1);
     }
     std::string WriteProgram(const char* name, std::string_view text, mode_t mode) {
-        const std::string path = folder.Write(name, text);
+        std::string path = folder.Write(name, text);
         chmod(path.c_str(), mode);
         return path;
     }

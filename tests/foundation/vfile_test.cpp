@@ -1,6 +1,6 @@
 #include "foundation/vfile.h"
 
-#include <cstring>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -177,7 +177,7 @@ TEST(File, MapsAViewUntilItIsClosed) {
     auto* view = static_cast<char*>(file.MapView(true));
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(file.GetViewSize(), 4U);
-    std::memcpy(view, "next", 4);
+    std::copy_n("next", 4, view);
     EXPECT_EQ(folder.Read("data"), "next");
     EXPECT_TRUE(file.Close());
     EXPECT_EQ(file.GetViewSize(), 0U);

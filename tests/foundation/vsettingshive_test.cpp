@@ -173,14 +173,14 @@ TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {
     constexpr int kWriters = 3;
     constexpr int kValues = 40;
     ASSERT_EQ(User().CreateKey(u"A").code, 0U);
-    std::vector<std::unique_ptr<ChildProcess>> writers;
+    std::unique_ptr<ChildProcess> writers[kWriters];
     for (int i = 0; i < kWriters; ++i) {
-        writers.push_back(std::make_unique<ChildProcess>([this, i](ChildProcess&) {
+        writers[i] = std::make_unique<ChildProcess>([this, i](ChildProcess&) {
             for (int n = 0; n < kValues; ++n) {
                 if (!User().WriteValue(u"A", Numbered("v", i * kValues + n), Dword(1))) return 1;
             }
             return 0;
-        }));
+        });
     }
     for (const auto& writer : writers) EXPECT_EQ(writer->Wait(), 0);
     for (int n = 0; n < kWriters * kValues; ++n) EXPECT_EQ(ReadNumber(u"A", Numbered("v", n)), 1U) << n;

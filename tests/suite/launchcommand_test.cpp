@@ -151,7 +151,7 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
         {u"Raw", {{u"Hostname", u"h"}}, kLaunchOutOfRange},
         {u"SSH2", {{u"Hostname", u"h"}, {u"SSH Port", u"0"}}, kLaunchOutOfRange},
         {u"SSH2", {}, kLaunchMissing},
-        {u"SSH2", {{u"Hostname", u"h"}, {u"Firewall Name", u"Proxy"}}, kLaunchFirewall},
+        {u"SSH2", {{u"Hostname", u"h"}, {u"Firewall Name", u"Proxy"}}, kLaunchNoFirewall},
         {u"Serial", {{u"Serial Device", u"x"}, {u"Serial Parity", u"3"}}, kLaunchOutOfRange},
         {u"Local Shell", {{u"Local Shell Command", u"a \"b"}}, kLaunchOpenQuote},
         {u"Local Shell", {{u"Local Shell Command", u"  "}}, kLaunchMissing},
@@ -159,6 +159,45 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(Build(row.protocol, row.values), Words());
+        EXPECT_EQ(report.GetCode(), row.fault) << VNarrowString(report.GetTextOneLine()).GetData();
+    }
+}
+
+TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
+    struct Row {
+        Text protocol;
+        const char16_t* type;
+        const char16_t* address;
+        Text jumpHost;
+        Words words;
+        LaunchFault fault;
+    };
+    const auto viaSsh = [](const std::string& proxy) {
+        return Words{"ssh", "-o", "ProxyCommand=nc " + proxy + " %h %p", "-p", "22", "--", "h"};
+    };
+    const Row rows[] = {
+        {u"SSH2", u"SOCKSv5", u"proxy.example", u"", viaSsh("-X 5 -x 'proxy.example:1080'"), kLaunchFine},
+        {u"SSH2", u"SOCKSv4", u"10.0.0.1", u"", viaSsh("-X 4 -x '10.0.0.1:1080'"), kLaunchFine},
+        {u"SSH2", u"HTTP", u"fe80::1", u"", viaSsh("-X connect -x '[fe80::1]:1080'"), kLaunchFine},
+        {u"SSH2", u"None", u"", u"", {"ssh", "-p", "22", "--", "h"}, kLaunchFine},
+        {u"SSH2", u"SOCKSv5", u"p;reboot", u"", {}, kLaunchNoHostName},
+        {u"SSH2", u"SOCKSv5", u"p' 'q", u"", {}, kLaunchNoHostName},
+        {u"SSH2", u"SOCKSv5", u"fe80::1%eth0", u"", {}, kLaunchNoHostName},
+        {u"SSH2", u"SOCKSv5", u"", u"", {}, kLaunchMissing},
+        {u"SSH2", u"SOCKSv5", u"p", u"hop", {}, kLaunchFirewallAndJump},
+        {u"SSH2", u"SOCKSv5_USERPASS", u"p", u"", {}, kLaunchFirewallPassword},
+        {u"SSH2", u"Generic Proxy", u"p", u"", {}, kLaunchFirewallType},
+        {u"SSH2", u"socksv5", u"p", u"", {}, kLaunchFirewallType},
+        {u"Telnet", u"SOCKSv5", u"p", u"", {}, kLaunchFirewall},
+    };
+    for (const Row& row : rows) {
+        WithKey(u"Firewalls\\dmz", [&](VProfileKey& key) {
+            key.WriteString(u"Firewall Type", row.type);
+            key.WriteString(u"Firewall Address", row.address);
+        });
+        Values values = {{u"Hostname", u"h"}, {u"Firewall Name", u"dmz"}};
+        if (!row.jumpHost.empty()) values.emplace(u"SSH Jump Host", row.jumpHost);
+        EXPECT_EQ(Build(row.protocol, values), row.words);
         EXPECT_EQ(report.GetCode(), row.fault) << VNarrowString(report.GetTextOneLine()).GetData();
     }
 }

@@ -1,6 +1,7 @@
 #include "support/fakesuite.h"
 
 #include "config/sessiondbhooks.h"
+#include "foundation/istring.h"
 #include "foundation/vreportmessageparams.h"
 #include "imports/dialogkit/appname.h"
 #include "sessiondb/sessionpaths.h"
@@ -54,6 +55,13 @@ bool FakeConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t)
     if (!global) return false;
     config = VRef<GlobalConfig>::Share(global.Get());
     return true;
+}
+
+bool FakeConfigPanels::Ask(IString* answer, bool& save) {
+    ++prompts;
+    save = promptSaves;
+    if (promptAnswer != nullptr) answer->Assign(promptAnswer, Str::SensitiveState::kPlain);
+    return promptAnswer != nullptr;
 }
 
 void FakeConfigPanels::ConfigPanelsInitGUI(PickSessionsFunction pickSessions, SessionImageListFunction) {

@@ -69,11 +69,20 @@ class FakeConfigPanels : public IConfigPanels {
                              VWindow*) override {
         return true;
     }
+    bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
+    bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
 
     VRef<FakeGlobalConfig> global = VRef<FakeGlobalConfig>::Adopt(new FakeGlobalConfig);
     ConnectProtocolTable table;
     int initCalls = 0;
+    /// What the user answers at a firewall's prompt; null: gives up.
+    const char16_t* promptAnswer = nullptr;
+    bool promptSaves = false;
+    int prompts = 0;
     PickSessionsFunction pick = nullptr;
+
+  private:
+    bool Ask(IString* answer, bool& save);
 };
 
 /// An empty memory store as the default store, the fake neighbours, and the application "NorHalden".

@@ -1,5 +1,6 @@
 #include "tests/support/processrunner.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -29,9 +30,9 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::v
         Redirect(0, folder / "input", O_RDONLY);
         Redirect(1, folder / "output", O_WRONLY | O_CREAT);
         Redirect(2, folder / "errors", O_WRONLY | O_CREAT);
-        std::vector<char*> words;
-        for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
-        words.push_back(nullptr);
+        std::vector<char*> words(arguments.size() + 1);
+        std::ranges::transform(arguments, words.begin(),
+                               [](const auto& text) { return const_cast<char*>(text.c_str()); });
         for (const std::string& pair : environment) putenv(const_cast<char*>(pair.c_str()));
         alarm(kPatience);
         execv(words.front(), words.data());

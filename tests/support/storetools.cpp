@@ -29,7 +29,7 @@ std::string DescribeValue(VProfileKey& key, const char16_t* name) {
 void DumpKey(VProfileKey& key, const ValueNames& names, const std::string& indent, std::string& dump) {
     for (const std::u16string& name : names) {
         const std::string value = DescribeValue(key, name.c_str());
-        if (!value.empty()) dump += indent + "." + Escape(name) + "=" + value + "\n";
+        if (!value.empty()) dump.append(indent).append(".").append(Escape(name)).append("=").append(value).append("\n");
     }
     VProfileKeyIterator children(key, false);
     VUnicodeString name;

@@ -12,6 +12,7 @@
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/hivevalue.h"
 #include "tools/connectctl/output.h"
+#include "tools/connectctl/subcommands.h"
 #include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
@@ -135,7 +136,6 @@ Failure Export(const HiveArguments& arguments) {
     return FileFailure(isInTheWay ? name + u".new" : name);
 }
 
-using Arguments = std::shared_ptr<HiveArguments>;
 using Run = Failure (*)(const HiveArguments&);
 
 void AddKey(CLI::App& parser, HiveArguments& arguments, bool isRequired = true) {
@@ -191,15 +191,7 @@ CommandBody DeclareHive(CLI::App& parser) {
     auto arguments = std::make_shared<HiveArguments>();
     CLI::Option* machine = parser.add_flag("--machine", arguments->isMachine, "The settings of the machine");
     parser.add_flag("--user", arguments->isUser, "The settings of the user; the usual choice")->excludes(machine);
-    parser.require_subcommand(1);
-    for (const HiveCommand& command : kHiveCommands) {
-        command.declare(*parser.add_subcommand(command.name, command.summary), *arguments);
-    }
-    return [&parser, arguments]() -> Failure {
-        for (const HiveCommand& command : kHiveCommands)
-            if (parser.got_subcommand(command.name)) return command.run(*arguments);
-        return kDone;
-    };
+    return DeclareSubcommands(parser, kHiveCommands, arguments);
 }
 
 }  // namespace connectdialog::connectctl

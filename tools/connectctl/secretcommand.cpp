@@ -9,26 +9,11 @@
 #include "profile/vprofilecapistring.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/output.h"
+#include "tools/connectctl/standardinput.h"
 
 namespace connectdialog::connectctl {
 
 namespace {
-
-constexpr std::size_t kMostBytes = 1 << 20;
-
-/// All of standard input, byte for byte.
-Failure ReadInput(VNarrowString& text) {
-    text.MarkSensitive();
-    text.SetLength(kMostBytes + 1);
-    // Without a buffer of its own: nobody would wipe it.
-    std::setvbuf(stdin, nullptr, _IONBF, 0);
-    const std::size_t size = std::fread(text.MutableData(), 1, kMostBytes + 1, stdin);
-    if (std::ferror(stdin) != 0) return "standard input cannot be read";
-    if (size > kMostBytes) return "standard input holds more than " + std::to_string(kMostBytes) + " bytes";
-    text.SetLength(size);
-    if (text.View().find('\0') != std::string_view::npos) return "standard input is no text: it holds a zero";
-    return kDone;
-}
 
 Failure FailureOf(VReportMessageParams& report) {
     std::string text = "standard input is ";
@@ -39,7 +24,7 @@ Failure FailureOf(VReportMessageParams& report) {
 
 Failure Protect() {
     VNarrowString input;
-    if (Failure failure = ReadInput(input)) return failure;
+    if (Failure failure = ReadStandardInput(input)) return failure;
     const VUnicodeString text(input);
     if (VNarrowString(text) != input) return "standard input is not UTF-8";
     VProfileCapiString value;
@@ -51,11 +36,8 @@ Failure Protect() {
 
 Failure Unprotect() {
     VNarrowString input;
-    if (Failure failure = ReadInput(input)) return failure;
-    // The line break that a file or an echo ends with.
-    std::size_t length = input.GetLength();
-    while (length > 0 && (input[length - 1] == '\n' || input[length - 1] == '\r')) --length;
-    input.SetLength(length);
+    if (Failure failure = ReadStandardInput(input)) return failure;
+    DropLineEnd(input);
     VProfileCapiString value;
     VUnicodeString text = value.Unprotect(VUnicodeString(input));
     text.MarkSensitive();

@@ -25,7 +25,7 @@ struct SettingArguments {
     bool asJson = false;
 };
 
-nlohmann::json DescribeSetting(VProfileData& setting) {
+nlohmann::json SettingAsJson(VProfileData& setting) {
     nlohmann::json description = {{"name", JsonText(setting.GetName())}, {"type", GetSettingType(setting)}};
     if (IsSecret(setting))
         description["hidden"] = true;
@@ -36,12 +36,12 @@ nlohmann::json DescribeSetting(VProfileData& setting) {
 
 std::string DescribeSettings(ISessionConfig& session) {
     nlohmann::json settings = nlohmann::json::array();
-    VisitSettings(session, [&](VProfileData& setting) { settings.push_back(DescribeSetting(setting)); });
+    VisitSettings(session, [&](VProfileData& setting) { settings.push_back(SettingAsJson(setting)); });
     return PrintableJson({{"path", JsonText(session.GetPath())}, {"settings", std::move(settings)}});
 }
 
 void PrintSetting(VProfileData& setting) {
-    PrintLine(Printable(setting.GetName()) + '\t' + GetSettingType(setting) + '\t' + GetSettingText(setting));
+    PrintLine(DescribeSetting(setting));
 }
 
 std::string UnknownSettingText(ISessionConfig& session, const VUnicodeString& name) {
@@ -76,7 +76,7 @@ Failure Get(const SettingArguments& arguments) {
     VRef<ISessionConfig> session;
     VProfileData* setting = nullptr;
     if (Failure failure = OpenSetting(arguments, session, setting)) return failure;
-    PrintLine(arguments.asJson ? PrintableJson(DescribeSetting(*setting)) : GetSettingText(*setting));
+    PrintLine(arguments.asJson ? PrintableJson(SettingAsJson(*setting)) : GetSettingText(*setting));
     return kDone;
 }
 

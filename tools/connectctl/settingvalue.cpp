@@ -183,6 +183,10 @@ std::string GetSettingText(VProfileData& setting) {
     return value.get<std::string>();
 }
 
+std::string DescribeSetting(VProfileData& setting) {
+    return Printable(setting.GetName()) + '\t' + GetSettingType(setting) + '\t' + GetSettingText(setting);
+}
+
 Failure SetSettingText(VProfileData& setting, std::u16string_view text) {
     const std::string name = Quoted(setting.GetName());
     if (IsSecret(setting)) return name + " is a secret: others could read it in a command line";

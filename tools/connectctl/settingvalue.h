@@ -30,6 +30,9 @@ nlohmann::json GetSettingJson(VProfileData& setting);
 /// secret and a record as a word in parentheses.
 std::string GetSettingText(VProfileData& setting);
 
+/// Name, type and text with a tab between them: a setting on one line.
+std::string DescribeSetting(VProfileData& setting);
+
 /// Sets the current value from what a user typed: true/false/yes/no/on/off/1/0; off/on/global; a decimal number; a
 /// text; a list as a JSON array of texts or as one text a line.
 /// Fails, and the value stays, when the text is no such value: told with name, type and range.

@@ -1,0 +1,95 @@
+#include "config/firewallconfig.h"
+
+#include <array>
+
+#include "config/firewalltypes.h"
+#include "config/sessiondbhooks.h"
+#include "imports/configpanels.h"
+#include "profile/vprofilecapistring.h"
+#include "profile/vprofilekey.h"
+
+namespace connectdialog {
+
+namespace {
+constexpr unsigned short kUsualPort = 1080;
+constexpr std::u16string_view kOlderForm = u"CAPI:";
+}  // namespace
+
+bool FirewallPassword::Read(VProfileKey* key) {
+    VUnicodeString text;
+    text.MarkSensitive();
+    if (ReadStored(key, text) && text.View().starts_with(kOlderForm)) return ReadOlderForm(*key, text);
+    return VProfileEncodedString::Read(key);
+}
+
+bool FirewallPassword::ReadOlderForm(VProfileKey& key, const VUnicodeString& text) {
+    VProfileCapiString older;
+    older.SetName(GetName());
+    Set(older.Unprotect(text));
+    Edit().MarkSensitive();
+    if (older.GetLastReport()->GetCode() == 0) Save(key, true);
+    return true;
+}
+
+std::span<const MemberAccess<FirewallConfig>> FirewallConfig::Members() {
+    using F = FirewallConfig;
+    static constexpr std::array<MemberAccess<F>, 7> kMembers = {
+        Member<F, &F::type>,         Member<F, &F::address>, Member<F, &F::port>,     Member<F, &F::proxyPrompt>,
+        Member<F, &F::proxyCommand>, Member<F, &F::user>,    Member<F, &F::password>,
+    };
+    return kMembers;
+}
+
+FirewallConfig::FirewallConfig(const VUnicodeString& name, VProfileKey* key) : name(name) {
+    type.Load(key, u"Firewall Type"_v, VUnicodeString(kFirewallTypes[0].name));
+    address.Load(key, u"Firewall Address"_v, VUnicodeString());
+    port.Load(key, u"Firewall Port"_v, kUsualPort);
+    proxyPrompt.Load(key, u"Proxy Prompt"_v, VUnicodeString());
+    proxyCommand.Load(key, u"Proxy Command"_v, VUnicodeString());
+    user.Load(key, u"Firewall User"_v, VUnicodeString());
+    password.Edit().MarkSensitive();  // before loading: the stored copy shares the buffer
+    password.Load(key, u"Firewall Password"_v);
+    password.Edit().MarkSensitive();
+    answeredPassword.MarkSensitive();
+}
+
+std::uint32_t FirewallConfig::GetTypeNumber() const {
+    return FindFirewallType(type.Get()).number;
+}
+
+bool FirewallConfig::NeedsCredentials() const {
+    return FindFirewallType(type.Get()).needsCredentials;
+}
+
+bool FirewallConfig::GetUsername(IString* out) {
+    return Answer(user, answeredUser, LaunchFirewallUsernameDialog, *out);
+}
+
+bool FirewallConfig::GetPassword(IString* out) {
+    return Answer(password, answeredPassword, LaunchFirewallPasswordDialog, *out);
+}
+
+bool FirewallConfig::Answer(VProfileText& setting, VUnicodeString& answered, Prompt ask, IString& out) {
+    const auto give = [&out](const VUnicodeString& text) {
+        out.Assign(text.GetData(), text.GetLength(), text.GetState());
+    };
+    if (!setting.Get().IsEmpty() || !answered.IsEmpty() || !NeedsCredentials()) {
+        give(answered.IsEmpty() ? setting.Get() : answered);
+        return true;
+    }
+    VUnicodeStringI answer;
+    if (answered.IsSensitive()) answer.MarkSensitive();
+    bool save = false;
+    const bool isConfirmed = ask(&answer, save, parent);
+    if (isConfirmed && save) {
+        setting.Set(answer);
+        GetSessionDbHooks()->UpgradeButtonBars();
+        GetSessionDbHooks()->SaveFirewall(*this);
+    } else {
+        answered = answer;
+    }
+    give(answer);
+    return isConfirmed;
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,126 @@
+#include "keymap/keynames.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <span>
+
+#include "foundation/casefold.h"
+#include "keymap/defaultkeytable.h"
+#include "keymap/extendedkeytable.h"
+#include "keymap/keyfunctiontable.h"
+#include "keymap/standardkeytable.h"
+
+namespace connectdialog {
+
+namespace {
+
+using KeyTable = std::span<const KeyRow>;
+
+/// Which of two rows in the wrong order is found depends on where the search looks; so it is written out.
+constexpr const KeyRow* FindKey(KeyTable table, std::u16string_view name) {
+    std::size_t low = 0;
+    std::size_t behindHigh = table.size();
+    while (low < behindHigh) {
+        const std::size_t middle = (low + behindHigh - 1) / 2;
+        const int order = table[middle].name.compare(name);
+        if (order == 0) return &table[middle];
+        if (order < 0)
+            low = middle + 1;
+        else
+            behindHigh = middle;
+    }
+    return nullptr;
+}
+static_assert(FindKey(kExtendedKeys, u"VK_MULTI_KEY") != nullptr);
+static_assert(FindKey(kExtendedKeys, u"VK_MULTIPLEC_ANDIDATE") == nullptr);
+static_assert(FindKey(kExtendedKeys, u"VK_NO_BREAK_SPACE") != nullptr);
+static_assert(FindKey(kExtendedKeys, u"VK_NOTSIGN") == nullptr);
+
+std::uint32_t DigitValue(char16_t digit) {
+    if (IsDigit(digit)) return digit - u'0';
+    const char16_t upper = ToUpper(digit);
+    return upper >= u'A' && upper <= u'F' ? upper - u'A' + 10u : std::numeric_limits<std::uint32_t>::max();
+}
+
+/// As strtoul reads a text with base 0, when nothing but white space follows.
+std::optional<std::uint32_t> ParseKeyNumber(std::u16string_view text) {
+    std::uint32_t base = 10;
+    if (text.size() > 2 && text[0] == u'0' && ToUpper(text[1]) == u'X' && DigitValue(text[2]) < 16) {
+        base = 16;
+        text.remove_prefix(2);
+    } else if (text.starts_with(u'0')) {
+        base = 8;
+    }
+    std::uint64_t number = 0;
+    for (; !text.empty() && DigitValue(text.front()) < base; text.remove_prefix(1)) {
+        number = number * base + DigitValue(text.front());
+        if (number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
+    }
+    if (!std::ranges::all_of(text, IsSpace)) return std::nullopt;
+    return static_cast<std::uint32_t>(number);
+}
+
+const KeyRow* FindKeyName(KeyTable table, std::uint32_t code) {
+    const auto row = std::ranges::find(table, code, &KeyRow::code);
+    return row != table.end() ? &*row : nullptr;
+}
+
+struct FunctionRow {
+    std::u16string_view name;
+    std::uint32_t number;
+};
+
+/// All names of functions in their order, the other names among them: a file of keys asks for one a line.
+constexpr auto kFunctionsByName = [] {
+    constexpr FunctionRow kOtherNames[] = {
+        {u"", kKeyFunctionNone}, {u"VT_HELP", KeyFunctionNumber(u"VT_F15")}, {u"VT_DO", KeyFunctionNumber(u"VT_F16")}};
+    std::array<FunctionRow, std::size(kKeyFunctionNames) + std::size(kOtherNames)> rows;
+    for (std::uint32_t i = 0; i < std::size(kKeyFunctionNames); ++i) rows[i] = {kKeyFunctionNames[i], i};
+    std::ranges::copy(kOtherNames, rows.begin() + std::size(kKeyFunctionNames));
+    std::ranges::sort(rows, {}, &FunctionRow::name);
+    return rows;
+}();
+static_assert(std::ranges::adjacent_find(kFunctionsByName, {}, &FunctionRow::name) == kFunctionsByName.end());
+
+static_assert(kKeyFunctionNone == KeyFunctionNumber(u"NONE") && kKeyFunctionSend == KeyFunctionNumber(u"SEND"));
+static_assert(kKeyFunctionRun == KeyFunctionNumber(u"RUN") && kKeyFunctionLaunch == KeyFunctionNumber(u"LAUNCH"));
+
+}  // namespace
+
+std::int32_t GetKeyCode(std::u16string_view name) {
+    if (!name.empty() && IsDigit(name.front()))
+        return static_cast<std::int32_t>(ParseKeyNumber(name).value_or(static_cast<std::uint32_t>(kUnknownKeyName)));
+    for (const KeyTable table : {KeyTable(kStandardKeys), KeyTable(kExtendedKeys)})
+        if (const KeyRow* row = FindKey(table, name)) return static_cast<std::int32_t>(row->code);
+    return kUnknownKeyName;
+}
+
+VUnicodeString GetKeyName(std::uint32_t code) {
+    for (const KeyTable table : {KeyTable(kStandardKeys), KeyTable(kExtendedKeys)})
+        if (const KeyRow* row = FindKeyName(table, code)) return row->name;
+    VUnicodeString number;
+    number.Format(u"0x%1!X!", code);
+    return number;
+}
+
+std::int32_t GetKeyFunctionID(std::u16string_view name) {
+    const auto row = std::ranges::lower_bound(kFunctionsByName, name, {}, &FunctionRow::name);
+    const bool isFound = row != kFunctionsByName.end() && row->name == name;
+    return isFound ? static_cast<std::int32_t>(row->number) : kUnknownKeyName;
+}
+
+VUnicodeString GetKeyFunctionName(std::uint32_t number) {
+    return number < std::size(kKeyFunctionNames) ? VUnicodeString(kKeyFunctionNames[number]) : VUnicodeString();
+}
+
+bool GetDefaultKeys(std::uint32_t number, std::vector<std::uint32_t>& keys) {
+    keys.clear();
+    for (const DefaultKeyRow& row : kDefaultKeys)
+        if (row.group == 0 && row.function == number) keys.push_back(row.key);
+    return !keys.empty();
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,79 @@
+#include "suite/protocols/launchproxy.h"
+
+#include "config/firewalltypes.h"
+#include "config/ifirewallui.h"
+#include "config/sessiondbhooks.h"
+#include "foundation/vreportmessageparams.h"
+#include "platform/codepage.h"
+#include "suite/protocols/launchchecks.h"
+#include "suite/protocols/protocolconfig.h"
+#include "suite/protocols/protocoltraits.h"
+
+namespace connectdialog {
+
+namespace {
+
+struct ProxyVersion {
+    std::u16string_view type;
+    const char* version;
+};
+/// What netcat can do without a password.
+constexpr ProxyVersion kVersions[] = {
+    {u"None", ""},
+    {u"SOCKSv4", "4"},
+    {u"SOCKSv5", "5"},
+    {u"HTTP", "connect"},
+};
+
+const char* FindVersion(std::u16string_view type) {
+    for (const ProxyVersion& row : kVersions)
+        if (row.type == type) return row.version;
+    return nullptr;
+}
+
+bool ReadAddress(const IFirewallUI& firewall, std::string& address, VReportMessageParams& report) {
+    VUnicodeString host;
+    firewall.GetAddress(host);
+    LaunchFault fault = CheckLaunchHost(host);
+    const bool isNumeric = IsNumericIpv6(host);
+    // The address travels through a command line in which "%" stands before a token.
+    if (fault == kLaunchFine && host.View().find(u'%') != std::u16string_view::npos) fault = kLaunchNoHostName;
+    if (fault != kLaunchFine) return report.Fail(fault, u"Firewall Address");
+    if (firewall.GetPort() == 0) {
+        report.Fail(kLaunchOutOfRange, u"Firewall Port");
+        report.AddInsert(u"1");
+        report.AddInsert(u"65535");
+        return false;
+    }
+    address = platform::ToNarrow(host);
+    if (isNumeric && address.front() != '[') address = '[' + address + ']';
+    address += ':' + std::to_string(firewall.GetPort());
+    return true;
+}
+
+}  // namespace
+
+bool ReadLaunchProxy(const ProtocolConfig& config, LaunchProxy& proxy, VReportMessageParams& report) {
+    proxy = LaunchProxy();
+    if (config.GetTraits().target != ProtocolTarget::kHost) return true;
+    VUnicodeString name;
+    config.GetRemoteHost().GetFirewallName(name);
+    if (name.IsEmpty() || name.EqualsNoCase(kFirewallTypes[0].name)) return true;
+    // Asked by its name: the session's own object may belong to a name that was changed since.
+    const auto firewall = VRef<IFirewallUI>::Adopt(GetSessionDbHooks()->LoadFirewall(name));
+    if (!firewall) return report.Fail(kLaunchNoFirewall, name.GetData());
+    VUnicodeString type;
+    firewall->GetType(type);
+    const char* const version = FindVersion(type);
+    if (version == nullptr) {
+        report.Fail(FindFirewallType(type).needsCredentials ? kLaunchFirewallPassword : kLaunchFirewallType,
+                    name.GetData());
+        report.AddInsert(type.GetData());
+        return false;
+    }
+    if (*version == '\0') return true;
+    proxy.version = version;
+    return ReadAddress(*firewall, proxy.address, report);
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,150 @@
+// firewall: the named firewalls that sessions go through.
+#include "config/firewallconfig.h"
+#include "config/firewalltypes.h"
+#include "foundation/vbasicbuffer.h"
+#include "foundation/vnarrowstring.h"
+#include "foundation/vstringarray.h"
+#include "platform/codepage.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/firewalllist.h"
+#include "suite/configpanels/sessionname.h"
+#include "tools/connectctl/command.h"
+#include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/output.h"
+#include "tools/connectctl/settingvalue.h"
+#include "tools/connectctl/standardinput.h"
+#include "tools/connectctl/subcommands.h"
+#include "tools/connectctl/toolstore.h"
+
+namespace connectdialog::connectctl {
+
+namespace {
+
+struct FirewallArguments {
+    std::string name;
+    std::string setting;
+    std::string value;
+    bool hasValue = false;
+};
+
+Failure OpenFirewall(const std::string& argument, VRef<FirewallConfig>& firewall) {
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(argument, name)) return failure;
+    if (name == kNoFirewall) return Quoted(name) + " stands for no firewall";
+    if (!name.IsEmpty()) firewall = VRef<FirewallConfig>::Adopt(LoadFirewall(name));
+    return firewall ? Failure(kDone) : "there is no firewall " + Quoted(name);
+}
+
+Failure Store(FirewallConfig& firewall) {
+    return SaveFirewall(firewall) ? Failure(kDone) : "the store refused " + Quoted(firewall.GetFirewallName());
+}
+
+Failure List(const FirewallArguments&) {
+    const auto buffer = VRef<VBasicBuffer>::Adopt(new VBasicBuffer(256));
+    EnumerateFirewalls(*buffer);
+    VStringArray names;
+    names.ReadFrom(buffer.Get());
+    for (const VUnicodeString& name : names)
+        if (name != kNoFirewall) PrintLine(Printable(name));
+    return kDone;
+}
+
+Failure Show(const FirewallArguments& arguments) {
+    VRef<FirewallConfig> firewall;
+    if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
+    for (std::size_t i = 0; VProfileData* setting = firewall->GetMember(i); ++i) PrintLine(DescribeSetting(*setting));
+    return kDone;
+}
+
+/// The type is one of a table; what stands there otherwise would count as none.
+Failure CheckType(const VProfileData& setting, const VUnicodeString& value) {
+    if (setting.GetName() != u"Firewall Type" || value == kFirewallTypes[0].name) return kDone;
+    if (FindFirewallType(value).number != 0) return kDone;
+    std::string names;
+    for (const FirewallType& type : kFirewallTypes) names += (names.empty() ? "" : ", ") + Quoted(type.name);
+    return Quoted(setting.GetName()) + " is one of " + names + ", not " + Quoted(value);
+}
+
+/// A secret comes through standard input, where nobody else reads it.
+Failure ReadValue(const FirewallArguments& arguments, VUnicodeString& value) {
+    if (arguments.hasValue) return DecodeArgument(arguments.value, value);
+    VNarrowString input;
+    if (Failure failure = ReadStandardInput(input)) return failure;
+    DropLineEnd(input);
+    value.MarkSensitive();
+    value = VUnicodeString(input);
+    return VNarrowString(value) == input ? Failure(kDone) : "standard input is not UTF-8";
+}
+
+Failure Set(const FirewallArguments& arguments) {
+    VRef<FirewallConfig> firewall;
+    VUnicodeString name;
+    VUnicodeString value;
+    if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
+    if (Failure failure = DecodeArgument(arguments.setting, name)) return failure;
+    VProfileData* const setting = firewall->FindValue(name);
+    if (setting == nullptr) return "a firewall has no setting " + Quoted(name);
+    if (Failure failure = ReadValue(arguments, value)) return failure;
+    if (Failure failure = CheckType(*setting, value)) return failure;
+    if (auto* password = dynamic_cast<FirewallPassword*>(setting); password != nullptr && !arguments.hasValue) {
+        password->Set(value);
+        return Store(*firewall);
+    }
+    if (Failure failure = SetSettingText(*setting, value)) return failure;
+    return Store(*firewall);
+}
+
+Failure New(const FirewallArguments& arguments) {
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    if (const SessionNameFault fault = CheckSessionNameText(name); fault != SessionNameFault::kNone)
+        return platform::ToNarrow(DescribeSessionNameFault(fault, name));
+    VRef<FirewallConfig> firewall;
+    if (!OpenFirewall(arguments.name, firewall)) return "there is a firewall " + Quoted(name) + " already";
+    if (name.EqualsNoCase(kNoFirewall)) return Quoted(name) + " stands for no firewall";
+    return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr)));
+}
+
+Failure Remove(const FirewallArguments& arguments) {
+    VRef<FirewallConfig> firewall;
+    if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
+    VProfileStore store(false);
+    const VUnicodeString keyPath = BuildFirewallKeyPath(firewall->GetFirewallName());
+    if (!store.GetRootKey()->DeleteKey(keyPath.GetData()))
+        return Quoted(firewall->GetFirewallName()) + ": " + ReportText(*store.GetRootKey()->GetImpl()->GetLastReport());
+    return store.Close() ? Failure(kDone) : ReportText(*store.GetLastReport());
+}
+
+void AddName(CLI::App& parser, FirewallArguments& arguments) {
+    parser.add_option("NAME", arguments.name, "The firewall")->required();
+}
+void DeclareNothing(CLI::App&, FirewallArguments&) {}
+void DeclareSettingAndValue(CLI::App& parser, FirewallArguments& arguments) {
+    AddName(parser, arguments);
+    parser.add_option("SETTING", arguments.setting, "The setting, as show names it; case is ignored")->required();
+    parser
+        .add_option("VALUE", arguments.value, "The new value; from standard input when left out, as a password must be")
+        ->each([&arguments](const std::string&) { arguments.hasValue = true; });
+}
+
+struct FirewallCommand {
+    const char* name;
+    const char* summary;
+    void (*declare)(CLI::App& parser, FirewallArguments& arguments);
+    Failure (*run)(const FirewallArguments& arguments);
+};
+constexpr FirewallCommand kFirewallCommands[] = {
+    {"ls", "List the firewalls", DeclareNothing, List},
+    {"show", "Print the settings of a firewall", AddName, Show},
+    {"set", "Change one setting of a firewall", DeclareSettingAndValue, Set},
+    {"new", "Make a firewall of the type \"None\"", AddName, New},
+    {"rm", "Remove a firewall; sessions that name it no longer connect", AddName, Remove},
+};
+
+}  // namespace
+
+CommandBody DeclareFirewall(CLI::App& parser) {
+    return DeclareSubcommands<FirewallArguments>(parser, kFirewallCommands);
+}
+
+}  // namespace connectdialog::connectctl
