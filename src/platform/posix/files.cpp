@@ -18,7 +18,6 @@ namespace connectdialog::platform {
 
 namespace {
 
-constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 constexpr std::uint64_t kLargestOffset = std::numeric_limits<off_t>::max();
 constexpr std::uint32_t kAnyRead = kFileReadData | kGenericRead;
 constexpr std::uint32_t kAnyWrite = kFileWriteData | kGenericWrite;
@@ -61,7 +60,7 @@ int OpenDescriptor(const std::string& path, const FileOpening& opening, bool& ex
     for (int round = 0; round < kRounds; ++round) {
         existed = false;
         if (Creates(opening.disposition)) {
-            const int made = open(path.c_str(), flags | O_CREAT | O_EXCL, kOwnerOnly);
+            const int made = open(path.c_str(), flags | O_CREAT | O_EXCL, opening.permissions & kAllReadAndWrite);
             if (made >= 0 || errno != EEXIST) return made;
             if (opening.disposition == kCreateNew) return -1;
         }
@@ -201,7 +200,7 @@ bool ReplaceFileWith(std::u16string_view path, std::string_view bytes) {
     struct stat info {};
     const bool isThere = stat(target.c_str(), &info) == 0;
     if (isThere && !S_ISREG(info.st_mode)) return FailWith(kAccessDenied);
-    return ReplaceContent(target, bytes, kOwnerOnly);
+    return ReplaceContent(target, bytes, kOwnerReadsAndWrites);
 }
 
 bool SeekInFile(FileHandle file, std::int64_t offset, SeekOrigin origin, std::uint64_t& position) {
