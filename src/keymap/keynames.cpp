@@ -18,26 +18,30 @@ namespace connectdialog {
 namespace {
 
 using KeyTable = std::span<const KeyRow>;
+/// In the order in which they are asked.
+constexpr KeyTable kKeyTables[] = {kStandardKeys, kExtendedKeys};
 
-/// Which of two rows in the wrong order is found depends on where the search looks; so it is written out.
-constexpr const KeyRow* FindKey(KeyTable table, std::u16string_view name) {
+/// The place of the name in the table, or the table's size. Which of two rows in the wrong order is found depends on
+/// where the search looks; so it is written out.
+constexpr std::size_t FindKey(KeyTable table, std::u16string_view name) {
     std::size_t low = 0;
     std::size_t behindHigh = table.size();
     while (low < behindHigh) {
         const std::size_t middle = (low + behindHigh - 1) / 2;
         const int order = table[middle].name.compare(name);
-        if (order == 0) return &table[middle];
+        if (order == 0) return middle;
         if (order < 0)
             low = middle + 1;
         else
             behindHigh = middle;
     }
-    return nullptr;
+    return table.size();
 }
-static_assert(FindKey(kExtendedKeys, u"VK_MULTI_KEY") != nullptr);
-static_assert(FindKey(kExtendedKeys, u"VK_MULTIPLEC_ANDIDATE") == nullptr);
-static_assert(FindKey(kExtendedKeys, u"VK_NO_BREAK_SPACE") != nullptr);
-static_assert(FindKey(kExtendedKeys, u"VK_NOTSIGN") == nullptr);
+constexpr bool HasKey(KeyTable table, std::u16string_view name) {
+    return FindKey(table, name) < table.size();
+}
+static_assert(HasKey(kExtendedKeys, u"VK_MULTI_KEY") && !HasKey(kExtendedKeys, u"VK_MULTIPLEC_ANDIDATE"));
+static_assert(HasKey(kExtendedKeys, u"VK_NO_BREAK_SPACE") && !HasKey(kExtendedKeys, u"VK_NOTSIGN"));
 
 std::uint32_t DigitValue(char16_t digit) {
     if (IsDigit(digit)) return digit - u'0';
@@ -61,11 +65,6 @@ std::optional<std::uint32_t> ParseKeyNumber(std::u16string_view text) {
     }
     if (!std::ranges::all_of(text, IsSpace)) return std::nullopt;
     return static_cast<std::uint32_t>(number);
-}
-
-const KeyRow* FindKeyName(KeyTable table, std::uint32_t code) {
-    const auto row = std::ranges::find(table, code, &KeyRow::code);
-    return row != table.end() ? &*row : nullptr;
 }
 
 struct FunctionRow {
@@ -93,14 +92,18 @@ static_assert(kKeyFunctionRun == KeyFunctionNumber(u"RUN") && kKeyFunctionLaunch
 std::int32_t GetKeyCode(std::u16string_view name) {
     if (!name.empty() && IsDigit(name.front()))
         return static_cast<std::int32_t>(ParseKeyNumber(name).value_or(static_cast<std::uint32_t>(kUnknownKeyName)));
-    for (const KeyTable table : {KeyTable(kStandardKeys), KeyTable(kExtendedKeys)})
-        if (const KeyRow* row = FindKey(table, name)) return static_cast<std::int32_t>(row->code);
+    for (const KeyTable table : kKeyTables) {
+        const std::size_t place = FindKey(table, name);
+        if (place < table.size()) return static_cast<std::int32_t>(table[place].code);
+    }
     return kUnknownKeyName;
 }
 
 VUnicodeString GetKeyName(std::uint32_t code) {
-    for (const KeyTable table : {KeyTable(kStandardKeys), KeyTable(kExtendedKeys)})
-        if (const KeyRow* row = FindKeyName(table, code)) return row->name;
+    for (const KeyTable table : kKeyTables) {
+        const auto row = std::ranges::find(table, code, &KeyRow::code);
+        if (row != table.end()) return row->name;
+    }
     VUnicodeString number;
     number.Format(u"0x%1!X!", code);
     return number;

@@ -66,6 +66,7 @@ TEST_F(ConnectConfigPtrTest, AllProtocolsOfTheSideAreReadyButTheOneThatDials) {
 
 TEST_F(ConnectConfigPtrTest, SwitchingBackKeepsTheFirstAndComparesExactly) {
     const auto bound = Bind(u"SSH2");
+    bound->Commit();
     ConnectConfig* first = bound->GetSelected();
     bound->SetProtocol(u"Telnet"_v, &common, true);
     bound->SetProtocol(u"SSH2"_v, &common, false);
@@ -75,6 +76,9 @@ TEST_F(ConnectConfigPtrTest, SwitchingBackKeepsTheFirstAndComparesExactly) {
     bound->SetProtocol(u"telnet"_v, &common, false);
     EXPECT_EQ(bound->GetSelected(), nullptr);
     EXPECT_EQ(bound->GetProtocolName(), u"telnet");
+    bound->Revert();
+    EXPECT_EQ(bound->GetProtocolName(), u"SSH2");
+    EXPECT_EQ(bound->GetSelected(), first);
 }
 
 TEST_F(ConnectConfigPtrTest, OnlyTheSelectedProtocolIsSaved) {

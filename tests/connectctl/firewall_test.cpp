@@ -19,7 +19,7 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
     EXPECT_TRUE(shown.starts_with("Firewall Type\ttext\tSOCKSv5\nFirewall Address\ttext\tproxy.example\n")) << shown;
     EXPECT_TRUE(shown.ends_with("Firewall Password\ttext\t(hidden)\n")) << shown;
 
-    Import();
+    Seed();
     RunWell({"set", "zeta", "Firewall Name", "dmz"});
     EXPECT_NE(RunWell({"connect", "zeta", "--dry-run"}).find("ProxyCommand=nc -X 5 -x 'proxy.example:1080' %h %p"),
               std::string::npos);

@@ -4,10 +4,10 @@
 #include <string>
 
 #include "foundation/byteorder.h"
-#include "support/freewatch.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vmap.h"
 #include "foundation/vstringarray.h"
+#include "support/freewatch.h"
 
 namespace connectdialog {
 namespace {

@@ -79,6 +79,7 @@ class FileTemplateTest : public ZoneTest {
     ~FileTemplateTest() override {
         platform::SetClock(nullptr);
         unsetenv("CONNECTDIALOG_TEST_NAME");
+        unsetenv("U3_APP_DATA_PATH");
     }
 };
 
@@ -110,6 +111,9 @@ TEST_F(FileTemplateTest, PutsTheTimeIn) {
             EXPECT_EQ(std::u16string_view(report.GetInserts()[0]), row.insert);
         }
     }
+    setenv("U3_APP_DATA_PATH", "D:\\Data", 1);
+    VReportMessageParams report;
+    EXPECT_EQ(VExpandFileTemplate(u"%u3data%\\%Y.log", report), u"D:\\Data\\2024.log");
 }
 
 }  // namespace

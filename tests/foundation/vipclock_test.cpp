@@ -110,6 +110,7 @@ TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
 TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     EXPECT_EQ(LockError(u"a/../b"), platform::kInvalidParameter);
     EXPECT_EQ(LockError(u".."), platform::kInvalidParameter);
+    EXPECT_EQ(LockError(u""), platform::kInvalidParameter);
     ASSERT_EQ(LockError(u"name"), 0U);
     fs::permissions(own / "name", fs::perms::others_read, fs::perm_options::add);
     EXPECT_EQ(LockError(u"name"), platform::kAccessDenied);

@@ -25,7 +25,7 @@ struct LineRow {
     std::u16string_view line;
     std::uint32_t key;
     Entry entry;  ///< function 0: nothing is bound
-    std::u16string_view errors = u"";
+    std::u16string_view errors{};
 };
 
 const LineRow kLineRows[] = {

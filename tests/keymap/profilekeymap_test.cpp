@@ -130,19 +130,19 @@ TEST_F(ProfileKeymapTest, DamagedBinaryValuesKeepWhatWasRead) {
     const struct {
         const char* what;
         std::string bytes;
-        bool isRead;
         std::uint32_t bound;
+        bool isRead;
         bool isChanged;
     } kRows[] = {
-        {"empty", "", false, 0, false},
-        {"half a count", "\0\0\1"s, false, 0, false},
-        {"no records", Number(0) + good, true, 0, false},
-        {"fewer than counted", Number(0xFFFFFFFF) + good, true, 1, false},
-        {"more than counted", Number(1) + good + Record(0x42, "MENU_COPY", ""), true, 1, false},
-        {"cut in a key", Number(2) + good + "\0\0"s, true, 1, true},
-        {"cut in a name", Number(2) + good + Number(0x42) + "MENU_COPY", true, 1, true},
-        {"cut in a string", Number(2) + good + Number(0x42) + "SEND\0x"s, true, 1, true},
-        {"too large", Number(1) + Record(0x41, "SEND", std::string(32000, 'x')), true, 0, false},
+        {"empty", "", 0, false, false},
+        {"half a count", "\0\0\1"s, 0, false, false},
+        {"no records", Number(0) + good, 0, true, false},
+        {"fewer than counted", Number(0xFFFFFFFF) + good, 1, true, false},
+        {"more than counted", Number(1) + good + Record(0x42, "MENU_COPY", ""), 1, true, false},
+        {"cut in a key", Number(2) + good + "\0\0"s, 1, true, true},
+        {"cut in a name", Number(2) + good + Number(0x42) + "MENU_COPY", 1, true, true},
+        {"cut in a string", Number(2) + good + Number(0x42) + "SEND\0x"s, 1, true, true},
+        {"too large", Number(1) + Record(0x41, "SEND", std::string(32000, 'x')), 0, true, false},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.what);

@@ -234,5 +234,11 @@ TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
     }
 }
 
+TEST_F(LaunchCommandTest, AClientThatCannotRunIsNamedWithTheReason) {
+    EXPECT_FALSE(BecomeClient({{"/proc/self/status"}, "some-package", u""}, report));
+    EXPECT_EQ(report.GetCode(), kLaunchNotInstalled);
+    EXPECT_EQ(report.GetInserts()[1], std::u16string_view(u"Access was denied."));
+}
+
 }  // namespace
 }  // namespace connectdialog::test

@@ -17,6 +17,7 @@
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
+#include "tools/connectctl/subcommands.h"
 #include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
@@ -186,14 +187,7 @@ constexpr KeymapCommand kKeymapCommands[] = {
 CommandBody DeclareKeymap(CLI::App& parser) {
     auto arguments = std::make_shared<KeymapArguments>();
     arguments->store = parser.get_parent()->get_option("--store");
-    parser.require_subcommand(1);
-    for (const KeymapCommand& command : kKeymapCommands)
-        command.declare(*parser.add_subcommand(command.name, command.summary), *arguments);
-    return [&parser, arguments]() -> Failure {
-        for (const KeymapCommand& command : kKeymapCommands)
-            if (parser.got_subcommand(command.name)) return command.run(*arguments);
-        return kDone;
-    };
+    return DeclareSubcommands(parser, kKeymapCommands, arguments);
 }
 
 }  // namespace connectdialog::connectctl
