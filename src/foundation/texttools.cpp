@@ -118,12 +118,29 @@ bool VSplitCommaList(std::u16string_view text, VStringArray& tokens) {
 
 VUnicodeString VJoin(const VStringArray& elements, std::u16string_view delimiter, std::u16string_view quotePair,
                      std::u16string_view forcing) {
+    const auto forEachPiece = [&](auto take) {
+        bool isFirst = true;
+        for (const VUnicodeString& element : elements) {
+            if (element.IsEmpty()) continue;
+            const bool isQuoted = NeedsQuotes(element, quotePair, forcing);
+            if (!isFirst) take(delimiter);
+            if (isQuoted) take(quotePair.substr(0, 1));
+            take(element.View());
+            if (isQuoted) take(quotePair.substr(quotePair.size() - 1));
+            isFirst = false;
+        }
+    };
     VUnicodeString joined;
-    for (const VUnicodeString& element : elements) {
-        if (element.IsEmpty()) continue;
-        if (!joined.IsEmpty()) joined += delimiter;
-        joined += VQuoteIfNeeded(element, quotePair, forcing);
-    }
+    if (std::ranges::any_of(elements, &VUnicodeString::IsSensitive)) joined.MarkSensitive();
+    // Strings grow by exact fit: appending would copy all that is there for each element.
+    std::size_t length = 0;
+    forEachPiece([&](std::u16string_view piece) { length += piece.size(); });
+    joined.Resize(length);
+    std::size_t end = 0;
+    forEachPiece([&](std::u16string_view piece) {
+        std::ranges::copy(piece, &joined.MutableAt(end));
+        end += piece.size();
+    });
     return joined;
 }
 

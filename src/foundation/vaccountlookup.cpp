@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "foundation/casefold.h"
-#include "platform/accounts.h"
 
 namespace connectdialog {
 
@@ -41,6 +40,12 @@ VUnicodeString VNormalizeAccount(const VUnicodeString& name) {
     return VUnicodeString(platform::GetHostName()) + u'\\' + user;
 }
 
+VSid MakeAccountSid(const platform::Account& account) {
+    const std::uint32_t kind = account.kind == platform::Account::Kind::kUser ? kUnixUsers : kUnixGroups;
+    const std::uint32_t subAuthorities[] = {kind, account.id};
+    return VSid(kUnixAuthority, subAuthorities);
+}
+
 bool VAccountLookup::Resolve(const VUnicodeString& name, VSid& sid) {
     VUnicodeString domain;
     VUnicodeString user;
@@ -48,9 +53,7 @@ bool VAccountLookup::Resolve(const VUnicodeString& name, VSid& sid) {
     const bool isLocal = domain.EqualsNoCase(platform::GetHostName());
     platform::Account account;
     if (!platform::FindAccount(isLocal ? user : name, account)) return false;
-    const std::uint32_t kind = account.kind == platform::Account::Kind::kUser ? kUnixUsers : kUnixGroups;
-    const std::uint32_t subAuthorities[] = {kind, account.id};
-    sid = VSid(kUnixAuthority, subAuthorities);
+    sid = MakeAccountSid(account);
     return true;
 }
 

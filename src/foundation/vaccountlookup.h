@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/iaccountresolver.h"
+#include "platform/accounts.h"
 
 namespace connectdialog {
 
@@ -11,10 +12,13 @@ void VSplitAccount(const VUnicodeString& name, VUnicodeString& domain, VUnicodeS
 /// The name with this computer's own name in place of the domain "localhost": `HOST\user`. Any other name stays.
 VUnicodeString VNormalizeAccount(const VUnicodeString& name);
 
-/// Resolves the users and groups of this system. A user's identifier is S-1-22-1 with the user's number, a group's is
-/// S-1-22-2 with the group's: authority 22 is the one that stands for such accounts where identifiers are exchanged.
-/// A name with this computer as its domain is looked up without it; a name with another domain as it stands, since a
-/// directory service may know it so. Where a user and a group have one name, it is the user's.
+/// A user's identifier is S-1-22-1 with the user's number, a group's is S-1-22-2 with the group's: authority 22 is the
+/// one that stands for such accounts where identifiers are exchanged.
+VSid MakeAccountSid(const platform::Account& account);
+
+/// Resolves the users and groups of this system. A name with this computer as its domain is looked up without it; a
+/// name with another domain as it stands, since a directory service may know it so. Where a user and a group have one
+/// name, it is the user's.
 class VAccountLookup : public IAccountResolver {
   public:
     bool Resolve(const VUnicodeString& name, VSid& sid) override;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "foundation/filepermissions.h"
+
 namespace connectdialog {
 
 VFile::~VFile() {
@@ -10,7 +12,8 @@ VFile::~VFile() {
 
 bool VFile::Open(const VUnicodeString& name, std::uint32_t access, std::uint32_t disposition) {
     Close();
-    handle = platform::OpenFile(name, {access, disposition, shareMode, attributes});
+    handle =
+        platform::OpenFile(name, {access, disposition, shareMode, attributes, GetFilePermissions(securityDescriptor)});
     if (!IsOpen()) return false;
     fileName = name;
     return true;

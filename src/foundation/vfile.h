@@ -9,6 +9,8 @@
 
 namespace connectdialog {
 
+class VSecurityDescriptor;
+
 /// Owns the handle and at most one view, and gives both back when it is closed or destroyed.
 ///
 /// Belongs to one thread. Offsets and sizes count bytes. Every operation gives false when it fails, with the platform's
@@ -32,6 +34,10 @@ class VFile {
     /// Before opening. Not shared and platform::kFileAttributeNormal at first.
     void SetShareMode(std::uint32_t mode) { shareMode = mode; }
     void SetAttributes(std::uint32_t flagsAndAttributes) { attributes = flagsAndAttributes; }
+
+    /// Before opening: who may open the file later, when it is made (see GetFilePermissions). Null, as at first: this
+    /// user alone. Requires: the descriptor lives until the file is opened.
+    void SetSecurityDescriptor(const VSecurityDescriptor* descriptor) { securityDescriptor = descriptor; }
 
     bool IsOpen() const { return handle != platform::kInvalidFile; }
     /// The name of the file that was opened last.
@@ -62,6 +68,7 @@ class VFile {
     VUnicodeString fileName;
     std::uint32_t shareMode = platform::kShareNone;
     std::uint32_t attributes = platform::kFileAttributeNormal;
+    const VSecurityDescriptor* securityDescriptor = nullptr;
     void* view = nullptr;
     std::size_t viewSize = 0;
 };

@@ -96,7 +96,7 @@ bool VHiveLines::TakeText(std::u16string& out) {
 bool VHiveLines::TakeKey(std::u16string_view& path) {
     if (!TakeCharacter(u'[')) return false;
     const std::u16string_view rest = text.substr(position, text.find_first_of(kLineBreaks, position) - position);
-    const std::size_t length = rest.rfind(u']');
+    const std::size_t length = FindKeyEnd(rest);
     if (length == rest.npos) return false;
     path = rest.substr(0, length);
     position += length + 1;
@@ -145,7 +145,16 @@ bool VHiveLines::TakeEnd(std::u16string& remarks) {
         remarks += u'\n';
         position = std::min(text.find_first_of(kLineBreaks, position), text.size());
     }
-    return Peek() == u'\0';
+    SkipBlanks();
+    return AtEnd() || IsAtLineBreak();
+}
+
+std::size_t FindKeyEnd(std::u16string_view line) {
+    for (std::size_t end = line.find(u']'); end != line.npos; end = line.find(u']', end + 1)) {
+        const std::size_t next = line.find_first_not_of(kBlanks, end + 1);
+        if (next == line.npos || line[next] == u';') return end;
+    }
+    return line.npos;
 }
 
 }  // namespace connectdialog

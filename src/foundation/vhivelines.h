@@ -36,7 +36,7 @@ class VHiveLines {
     bool TakeWord(std::u16string_view word);
     /// A text in quotes, given without them and their escapes.
     bool TakeText(std::u16string& out);
-    /// What stands between [ and the last ] of the line.
+    /// What stands between [ and the ] that FindKeyEnd finds.
     bool TakeKey(std::u16string_view& path);
     /// One to `maxDigits` hex digits, and no more.
     bool TakeHexNumber(std::size_t maxDigits, std::uint32_t& number);
@@ -55,5 +55,9 @@ class VHiveLines {
     std::size_t position = 0;
     std::size_t line = 1;
 };
+
+/// Where in a key's line, or the rest of one, the key ends: at the first ] with nothing behind it but blanks and then
+/// perhaps a comment. npos when there is none.
+std::size_t FindKeyEnd(std::u16string_view line);
 
 }  // namespace connectdialog

@@ -4,7 +4,6 @@
 #include <array>
 #include <optional>
 
-#include "foundation/byteorder.h"
 #include "foundation/vhivelines.h"
 #include "platform/codepage.h"
 
@@ -28,6 +27,7 @@ class HiveReader {
 
     void Run();
     void AddFault(std::size_t line, const char16_t* text);
+    bool IsForeign() const { return hasForeignKeys && !hasOwnKeys; }
     std::vector<VHiveFault> faults;
 
   private:
@@ -52,29 +52,19 @@ class HiveReader {
     /// Why values have no key to go to: null when that was told already or is meant so.
     Fault keylessFault = u"a value stands above the first key";
     bool isNarrow = false;
+    bool hasOwnKeys = false;
+    bool hasForeignKeys = false;
 };
-
-void AppendUnit(std::vector<std::uint8_t>& data, char16_t unit) {
-    data.push_back(static_cast<std::uint8_t>(unit & 0xFF));
-    data.push_back(static_cast<std::uint8_t>(unit >> 8));
-}
-
-VHiveValue MakeString(std::u16string_view text) {
-    VHiveValue value{kHiveString, {}};
-    value.data.reserve((text.size() + 1) * 2);
-    for (const char16_t unit : text) AppendUnit(value.data, unit);
-    AppendUnit(value.data, 0);
-    return value;
-}
 
 bool IsText(std::uint32_t type) {
     return type == kHiveString || type == kHiveExpandString || type == kHiveMultiString;
 }
 
+/// The characters that narrow bytes stand for, as the data of a value.
 std::vector<std::uint8_t> Widen(const std::vector<std::uint8_t>& narrow) {
-    std::vector<std::uint8_t> data;
-    for (const char16_t unit : platform::ToWide(std::string(narrow.begin(), narrow.end()))) AppendUnit(data, unit);
-    return data;
+    VHiveValue value;
+    value.Append(platform::ToWide(std::string(narrow.begin(), narrow.end())));
+    return std::move(value.data);
 }
 
 void HiveReader::AddFault(std::size_t line, const char16_t* text) {
@@ -125,9 +115,11 @@ HiveReader::Fault HiveReader::ReadKey() {
         return u"a key does not begin with the name of a root, such as HKEY_LOCAL_MACHINE";
     }
     if (!onlyRoot.empty() && !EqualsNoCase(root, onlyRoot)) {
+        hasForeignKeys = true;
         remarks.clear();
         return nullptr;
     }
+    hasOwnKeys = true;
     if (isRemoval) {
         if (rest.empty()) return u"a root cannot be removed";
         keylessFault = u"a value stands below a key that is removed";
@@ -169,16 +161,14 @@ HiveReader::Fault HiveReader::ReadText(VHiveValue& value) {
     if (!cursor.TakeText(text)) return kOpenText;
     // Text behind the quote on a later line means that it opens another text there.
     if (cursor.Line() != line && !cursor.TakeEnd(remarks)) return kOpenText;
-    value = MakeString(text);
+    value = VHiveValue::OfText(kHiveString, text);
     return nullptr;
 }
 
 HiveReader::Fault HiveReader::ReadDword(VHiveValue& value) {
     std::uint32_t number = 0;
     if (!cursor.TakeHexNumber(8, number)) return u"dword: is not followed by 1 to 8 hex digits";
-    value.type = kHiveDword;
-    value.data.resize(sizeof(number));
-    StoreLittleEndian(number, value.data.data());
+    value = VHiveValue::OfDword(number);
     return nullptr;
 }
 
@@ -204,9 +194,10 @@ HiveReader::Fault HiveReader::StoreValue(const std::u16string& name, VHiveValue 
     return nullptr;
 }
 
-/// A file that has none leaves those of the tree.
+/// What stands there already stays: a key may have several sections, and a file may be imported twice.
 void HiveReader::GiveRemarksTo(std::u16string& target) {
-    if (!remarks.empty()) target = std::move(remarks);
+    const bool endsSo = target == remarks || target.ends_with(u'\n' + remarks);
+    if (!endsSo) target += remarks;
     remarks.clear();
 }
 
@@ -249,12 +240,14 @@ Decoded Decode(std::string_view bytes) {
 
 }  // namespace
 
-std::vector<VHiveFault> ReadHive(std::string_view bytes, VHiveTree& tree, std::u16string_view onlyRoot) {
+std::vector<VHiveFault> ReadHive(std::string_view bytes, VHiveTree& tree, std::u16string_view onlyRoot,
+                                 bool* isForeign) {
     const Decoded decoded = Decode(bytes);
     if (onlyRoot.empty()) tree.isWide = decoded.isWide;
     HiveReader reader(decoded.text, tree, onlyRoot);
     if (decoded.badLine != 0) reader.AddFault(decoded.badLine, u"the characters are neither UTF-8 nor UTF-16");
     reader.Run();
+    if (isForeign != nullptr) *isForeign = reader.IsForeign();
     return std::move(reader.faults);
 }
 

@@ -4,7 +4,7 @@
 //   first    = "Windows Registry Editor Version 5.00" | "REGEDIT4"
 //   line     = blank | comment | "[" key "]" | "[-" key "]" | name "=" value | name "=-"
 //   comment  = ";" anything; may also stand behind any other line
-//   key      = root "\" names; the last "]" of the line ends it
+//   key      = root "\" names; the first "]" that ends the line, but for blanks and a comment, ends it
 //   name     = "@" (the nameless value) | text
 //   text     = characters in double quotes, where \\ stands for \ and \" for "; line breaks are allowed
 //   value    = text                          a string
@@ -37,8 +37,10 @@ struct VHiveFault {
 };
 
 /// Puts what the file holds into the tree, on top of what is there; with a root's name, what stands under that root
-/// alone. An empty file holds nothing and is no fault. Gives the faults, at most the first 100 and then one that says
-/// so; none when all was read.
-std::vector<VHiveFault> ReadHive(std::string_view bytes, VHiveTree& tree, std::u16string_view onlyRoot = {});
+/// alone. An empty file holds nothing and is no fault. Comments are added to those that the tree has in the same place,
+/// unless they end so. Gives the faults, at most the first 100 and then one that says so; none when all was read.
+/// `isForeign`, unless null, tells whether the file had keys and all of them stood under another root.
+std::vector<VHiveFault> ReadHive(std::string_view bytes, VHiveTree& tree, std::u16string_view onlyRoot = {},
+                                 bool* isForeign = nullptr);
 
 }  // namespace connectdialog

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/textchecks.h"
+#include "foundation/vhivelines.h"
 
 namespace connectdialog {
 
@@ -30,7 +31,8 @@ std::size_t SkipExisting(const VHiveKey*& key, std::u16string_view& path) {
 
 /// The number of names in the path, or 0 when one of them cannot be a key's.
 std::size_t CountFitNames(std::u16string_view path) {
-    if (path.ends_with(u'\\')) return 0;
+    const bool endsWhereItShould = FindKeyEnd(std::u16string(path) + u']') == path.size();
+    if (path.ends_with(u'\\') || !endsWhereItShould) return 0;
     std::size_t count = 0;
     while (!path.empty()) {
         const std::u16string_view name = TakeFirstName(path);

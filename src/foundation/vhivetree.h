@@ -2,32 +2,15 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "foundation/casefold.h"
+#include "foundation/vhivevalue.h"
 
 namespace connectdialog {
-
-/// Types of values that mean something to the library; a hive may hold any other number.
-enum HiveValueType : std::uint32_t {
-    kHiveString = 1,
-    kHiveExpandString = 2,
-    kHiveBinary = 3,
-    kHiveDword = 4,
-    kHiveMultiString = 7,
-};
-
-/// A value as it is stored: text as UTF-16 little-endian with its terminator, a dword as four bytes, low byte first.
-struct VHiveValue {
-    std::uint32_t type = 0;
-    std::vector<std::uint8_t> data;
-    bool operator==(const VHiveValue&) const = default;
-};
 
 /// A value where it stands: with the comment lines above it in the file, each ended by a line feed.
 struct VHiveEntry {
@@ -67,7 +50,8 @@ class VHiveTree {
         return const_cast<VHiveKey*>(static_cast<const VHiveTree*>(this)->Find(path));
     }
     /// The key, made together with those above it where they are missing. Null, and nothing made, when a name is empty,
-    /// above its limit or unfit for a file (see IsFitForHive), or when there would be too many levels or keys.
+    /// above its limit or unfit for a key's line (see IsFitForHive and FindKeyEnd), or when there would be too many
+    /// levels or keys.
     VHiveKey* Create(std::u16string_view path);
     /// Removes the key with all below it. False when there is none, or for the empty path.
     bool Remove(std::u16string_view path);

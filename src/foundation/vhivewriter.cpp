@@ -1,6 +1,5 @@
 #include "foundation/vhivewriter.h"
 
-#include "foundation/byteorder.h"
 #include "platform/codepage.h"
 
 namespace connectdialog {
@@ -18,21 +17,22 @@ class HiveWriter {
 
   private:
     void WriteRemarks(std::u16string_view remarks);
-    void WriteKey(const VHiveKey& key, const std::u16string& path);
+    /// The key at `path`, with those below it.
+    void WriteKey(const VHiveKey& key);
     void WriteName(std::u16string_view name);
     void WriteValue(const VHiveValue& value);
     void WriteQuoted(std::u16string_view characters);
     void WriteBytes(const VHiveValue& value);
     void WriteHexNumber(std::uint32_t number, std::size_t digits);
     void EndLine() { text += kLineEnd; }
+
+    std::u16string path;
 };
 
 /// The characters of a string value when it can stand in quotes: whole, terminated once, fit for a line.
 bool GetPlainText(const VHiveValue& value, std::u16string& characters) {
     if (value.type != kHiveString || value.data.size() < 2 || value.data.size() % 2 != 0) return false;
-    for (std::size_t i = 0; i < value.data.size(); i += 2) {
-        characters += LoadLittleEndian<char16_t>(value.data.data() + i);
-    }
+    characters = value.GetCharacters();
     if (characters.back() != u'\0') return false;
     characters.pop_back();
     return IsFitForHive(characters);
@@ -41,7 +41,7 @@ bool GetPlainText(const VHiveValue& value, std::u16string& characters) {
 HiveWriter::HiveWriter(const VHiveTree& tree) {
     text = u"Windows Registry Editor Version 5.00";
     EndLine();
-    WriteKey(*tree.Find({}), {});
+    WriteKey(*tree.Find({}));
     if (!tree.closingRemarks.empty()) EndLine();
     WriteRemarks(tree.closingRemarks);
 }
@@ -55,7 +55,7 @@ void HiveWriter::WriteRemarks(std::u16string_view remarks) {
     }
 }
 
-void HiveWriter::WriteKey(const VHiveKey& key, const std::u16string& path) {
+void HiveWriter::WriteKey(const VHiveKey& key) {
     const bool isTold = !key.values.empty() || !key.remarks.empty() || key.children.empty();
     if (isTold && !path.empty()) {
         EndLine();
@@ -72,9 +72,11 @@ void HiveWriter::WriteKey(const VHiveKey& key, const std::u16string& path) {
         EndLine();
     }
     for (const auto& [name, child] : key.children) {
-        std::u16string below(path);
-        if (!below.empty()) below += u'\\';
-        WriteKey(*child, below.append(name));
+        const std::size_t length = path.size();
+        if (length > 0) path += u'\\';
+        path += name;
+        WriteKey(*child);
+        path.resize(length);
     }
 }
 
@@ -89,11 +91,12 @@ void HiveWriter::WriteName(std::u16string_view name) {
 
 void HiveWriter::WriteValue(const VHiveValue& value) {
     std::u16string characters;
+    std::uint32_t number = 0;
     if (GetPlainText(value, characters)) {
         WriteQuoted(characters);
-    } else if (value.type == kHiveDword && value.data.size() == sizeof(std::uint32_t)) {
+    } else if (value.type == kHiveDword && value.GetDword(number)) {
         text += u"dword:";
-        WriteHexNumber(LoadLittleEndian<std::uint32_t>(value.data.data()), 8);
+        WriteHexNumber(number, 8);
     } else {
         WriteBytes(value);
     }

@@ -16,7 +16,8 @@ VIpcLock::~VIpcLock() {
 
 void VIpcLock::Lock() {
     threads.lock();
-    if (depth++ == 0 && IsCreated()) platform::AcquireNamedLock(handle, true);
+    if (depth++ > 0 || !IsCreated()) return;
+    status.SetCode(platform::AcquireNamedLock(handle, true) ? 0 : platform::GetLastErrorCode());
 }
 
 void VIpcLock::Unlock() {

@@ -28,8 +28,9 @@ class VIpcLock : public VUnknown<ISynchObject> {
     ~VIpcLock() override;
 
     /// Whether the lock was made. One that was not excludes only the threads that use this object.
-    bool IsCreated() const { return status.GetCode() == 0; }
-    /// Code 0, or the last error with which the lock could not be made.
+    bool IsCreated() const { return handle != platform::kInvalidLock; }
+    /// Code 0, or the last error with which the lock could not be made, or not be taken when it was last tried: it then
+    /// excludes no other process. To be asked by the thread that holds the lock.
     const VReportMessageParams& GetStatus() const { return status; }
 
     /// Waits without a limit.

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/lasterror.h"
 
@@ -29,11 +30,20 @@ VMemoryMappedBuffer::~VMemoryMappedBuffer() {
 
 bool VMemoryMappedBuffer::Create(std::uint64_t size) {
     Close();
-    lock = VRef<VIpcLock>::Adopt(new VIpcLock(name + u".lock"));
-    if (!lock->IsCreated()) return platform::FailWith(lock->GetStatus().GetCode());
+    if (!MakeLock()) return false;
     const Guard guard(*lock);
+    if (const std::uint32_t error = lock->GetStatus().GetCode()) return platform::FailWith(error);
     if (!platform::OpenSharedMemory(name, size, memory)) return false;
     capacity = size == platform::kExistingSize ? memory.size : size;
+    return true;
+}
+
+/// Once: a caller may hold the one that was given out.
+bool VMemoryMappedBuffer::MakeLock() {
+    if (lock) return true;
+    auto made = VRef<VIpcLock>::Adopt(new VIpcLock(name + u".lock"));
+    if (!made->IsCreated()) return platform::FailWith(made->GetStatus().GetCode());
+    lock = std::move(made);
     return true;
 }
 

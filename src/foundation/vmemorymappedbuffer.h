@@ -22,7 +22,8 @@ class IMemoryMappedBuffer {
     /// Gives the block up; the last one that does so ends it. The capacity is 0 afterwards.
     virtual void Close() = 0;
     /// The lock that guards the block between processes: to be held while its bytes are written or read, and never
-    /// while waiting for the other side. Owned by the buffer; null before the first Create.
+    /// while waiting for the other side. Owned by the buffer, and the same as long as that lives; null before the first
+    /// Create that could make it.
     virtual ISynchObject* GetLock() = 0;
 
   protected:
@@ -63,6 +64,7 @@ class VMemoryMappedBuffer : public VUnknown<IBuffer>, public IMemoryMappedBuffer
 
   private:
     std::uint8_t* View() const;
+    bool MakeLock();
 
     VUnicodeString name;
     platform::SharedMemory memory;

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string_view>
 
-#include "foundation/byteorder.h"
 #include "foundation/casefold.h"
 #include "foundation/vsettingshive.h"
 
@@ -44,9 +43,7 @@ bool BeginsWithNoCase(std::u16string_view text, std::u16string_view beginning) {
 bool ReadDword(HiveScope scope, std::u16string_view key, std::u16string_view name, std::uint32_t& value) {
     VHiveValue found;
     if (!VSettingsHive::Of(scope).ReadValue(key, name, found)) return false;
-    if (found.type != kHiveDword || found.data.size() != sizeof(value)) return false;
-    value = LoadLittleEndian<std::uint32_t>(found.data.data());
-    return true;
+    return found.type == kHiveDword && found.GetDword(value);
 }
 
 bool DecideSavePasswords(const char16_t* product, const char16_t* secondary) {

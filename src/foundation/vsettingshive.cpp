@@ -4,7 +4,9 @@
 
 #include "foundation/vhivewriter.h"
 #include "foundation/vunicodestring.h"
+#include "platform/codepage.h"
 #include "platform/lasterror.h"
+#include "platform/paths.h"
 
 namespace connectdialog {
 
@@ -31,6 +33,17 @@ std::u16string Describe(const VHiveFault& fault) {
     VUnicodeString text;
     text.Format(u"line %1!u!: %2", static_cast<std::uint32_t>(fault.line), fault.text);
     return std::u16string(text.View());
+}
+
+VHiveStatus Put(VHiveKey& key, std::u16string_view name, VHiveValue value) {
+    if (name.size() > VHiveTree::kMaxValueName || !IsFitForHive(name)) return {platform::kInvalidParameter, {}};
+    key.values[std::u16string(name)].value = std::move(value);
+    return {};
+}
+
+/// A path as the user knows it.
+std::u16string NativeText(std::u16string_view path) {
+    return platform::ToWide(platform::ToNativePath(path));
 }
 
 }  // namespace
@@ -76,6 +89,10 @@ VHiveStatus VSettingsHive::ListKeys(std::u16string_view key, std::vector<std::u1
     return {};
 }
 
+VHiveStatus VSettingsHive::CanWrite() const {
+    return platform::CanReplaceHive(path) ? VHiveStatus() : Failed(platform::GetLastErrorCode());
+}
+
 VHiveStatus VSettingsHive::CreateKey(std::u16string_view key) {
     return Update([&](VHiveTree& changed) -> VHiveStatus {
         if (changed.Create(FullPath(key)) == nullptr) return {platform::kInvalidParameter, {}};
@@ -84,12 +101,16 @@ VHiveStatus VSettingsHive::CreateKey(std::u16string_view key) {
 }
 
 VHiveStatus VSettingsHive::WriteValue(std::u16string_view key, std::u16string_view name, VHiveValue value) {
-    if (name.size() > VHiveTree::kMaxValueName || !IsFitForHive(name)) return {platform::kInvalidParameter, {}};
     return Update([&](VHiveTree& changed) -> VHiveStatus {
         VHiveKey* found = key.empty() ? changed.Create(FullPath(key)) : changed.Find(FullPath(key));
-        if (found == nullptr) return {platform::kKeyDeleted, {}};
-        found->values[std::u16string(name)].value = std::move(value);
-        return {};
+        return found != nullptr ? Put(*found, name, std::move(value)) : VHiveStatus{platform::kKeyDeleted, {}};
+    });
+}
+
+VHiveStatus VSettingsHive::WriteValueAndKey(std::u16string_view key, std::u16string_view name, VHiveValue value) {
+    return Update([&](VHiveTree& changed) -> VHiveStatus {
+        VHiveKey* made = changed.Create(FullPath(key));
+        return made != nullptr ? Put(*made, name, std::move(value)) : VHiveStatus{platform::kInvalidParameter, {}};
     });
 }
 
@@ -115,8 +136,10 @@ VHiveStatus VSettingsHive::DeleteKey(std::u16string_view key) {
 VHiveStatus VSettingsHive::Import(std::string_view bytes) {
     if (bytes.size() > kMaxBytes) return {platform::kFileTooLarge, {}};
     return Update([&](VHiveTree& changed) -> VHiveStatus {
-        const std::vector<VHiveFault> found = ReadHive(bytes, changed, RootName(scope));
+        bool isForeign = false;
+        const std::vector<VHiveFault> found = ReadHive(bytes, changed, RootName(scope), &isForeign);
         if (!found.empty()) return {platform::kInvalidData, Describe(found.front())};
+        if (isForeign) return {platform::kFileNotFound, u"no key in the file begins with " + FullPath({})};
         return {};
     });
 }
@@ -182,7 +205,7 @@ void VSettingsHive::Forget() {
 VHiveStatus VSettingsHive::FileStatus() const {
     if (fileError != 0) return Failed(fileError);
     if (faults.empty()) return {};
-    return {platform::kStoreCorrupt, path + u", " + Describe(faults.front())};
+    return {platform::kStoreCorrupt, NativeText(path) + u", " + Describe(faults.front())};
 }
 
 VHiveStatus VSettingsHive::Absence(std::uint32_t code) const {
@@ -190,7 +213,7 @@ VHiveStatus VSettingsHive::Absence(std::uint32_t code) const {
 }
 
 VHiveStatus VSettingsHive::Failed(std::uint32_t code) const {
-    return {code, path};
+    return {code, NativeText(path)};
 }
 
 }  // namespace connectdialog

@@ -27,7 +27,7 @@ struct VHiveStatus {
     /// 0 after success; 2 for an absent value (and a key, where it is looked for), 1018 for a key that is not there, 87
     /// for a name that cannot be stored, 1015 for a file with faults, 223 for one above kMaxBytes, else the platform's.
     std::uint32_t code = 0;
-    /// With the codes of files: which file, and which line of it is wrong. English.
+    /// With the codes of files: which file, as the system writes its path, and which line of it is wrong. English.
     std::u16string detail;
     explicit operator bool() const { return code == 0; }
 };
@@ -60,15 +60,20 @@ class VSettingsHive {
     /// The names of the keys just below, in their order. On failure: `names` stays.
     VHiveStatus ListKeys(std::u16string_view key, std::vector<std::u16string>& names);
 
+    /// Whether this user may write the file, whatever is in it now. The code is 5 or the platform's.
+    VHiveStatus CanWrite() const;
+
     /// Makes the key and those above it; one that is there already stays as it is.
     VHiveStatus CreateKey(std::u16string_view key);
     /// The key must be there.
     VHiveStatus WriteValue(std::u16string_view key, std::u16string_view name, VHiveValue value);
+    /// The same; makes the key and those above it in the same step when they are missing.
+    VHiveStatus WriteValueAndKey(std::u16string_view key, std::u16string_view name, VHiveValue value);
     VHiveStatus DeleteValue(std::u16string_view key, std::u16string_view name);
     /// With all below it, in one step; code 2 when there is none. The root itself cannot be deleted (5).
     VHiveStatus DeleteKey(std::u16string_view key);
     /// Puts what a file of the same form holds under this hive's root on top of what is there. A file with faults is
-    /// refused as a whole (code 13).
+    /// refused as a whole (code 13), and so is one whose keys all stand under other roots (2).
     VHiveStatus Import(std::string_view bytes);
 
     /// Any change in one step. When `change` fails nothing is written and its status comes back. The keys below the

@@ -18,6 +18,9 @@ struct Account {
 /// On failure: false with the last error 1332 when there is neither, and `account` stays.
 bool FindAccount(std::u16string_view name, Account& account);
 
+/// Whose rights this process has: the user, or the user's first group.
+Account GetOwnAccount(Account::Kind kind);
+
 /// The name of this computer without its domain; empty when it has none.
 std::u16string GetHostName();
 

@@ -4,7 +4,8 @@
 // bytes. Paths are joined by `\` and become native here. Only regular files are opened: a folder, a pipe or a device
 // fails with 5, since a pipe or a device could keep its reader waiting for ever.
 //
-// New files belong to the user alone (0600), and no handle is inherited by another program.
+// New files belong to the user alone (0600) unless the opening says otherwise, and no handle is inherited by another
+// program.
 //
 // Share modes are kept between those who open files by this service; other programs neither see nor respect them. Mode
 // 0 admits nobody else while the handle is open, not even in the same process; any other mode admits everybody whose
@@ -55,11 +56,17 @@ enum FileAttributes : std::uint32_t {
     kFileFlagOwnOnly = 0x00200000
 };
 
+/// Who may open a file later: three bits for the user, three for the user's group and three for others, of which 4 lets
+/// read and 2 lets write.
+enum FilePermissions : std::uint32_t { kOwnerReadsAndWrites = 0600, kAllReadAndWrite = 0666 };
+
 struct FileOpening {
     std::uint32_t access = 0;
     std::uint32_t disposition = kOpenExisting;
     std::uint32_t share = kShareNone;
     std::uint32_t attributes = kFileAttributeNormal;
+    /// Of a new file, less what the user's mask takes away. An old file keeps its own.
+    std::uint32_t permissions = kOwnerReadsAndWrites;
 };
 
 /// Opens a file. An old file is emptied only when its share mode has admitted us. On success the last error tells for
@@ -76,6 +83,14 @@ bool ReadFromFileAt(FileHandle file, std::uint64_t offset, void* data, std::size
 bool WriteToFile(FileHandle file, const void* data, std::size_t size);
 /// The same at an offset; the position stays.
 bool WriteToFileAt(FileHandle file, std::uint64_t offset, const void* data, std::size_t size);
+
+/// Puts a file with these bytes, for this user alone, in the place of the one at `path`: written beside it under the
+/// path with `.new` behind it, made durable, then renamed. A kill or a failure leaves the old file whole. A link is
+/// followed, and stays. Share modes do not count.
+/// On failure: false, and the old file stands, unless only the last step failed, which makes the new name durable; 5
+/// when `path` is that of something else than a file, 80 when there is a file with `.new`, 1921 for a link that leads
+/// nowhere.
+bool ReplaceFileWith(std::u16string_view path, std::string_view bytes);
 
 enum class SeekOrigin : std::uint32_t { kBegin = 0, kCurrent = 1, kEnd = 2 };
 

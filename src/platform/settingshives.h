@@ -6,7 +6,8 @@
 //  - a kill or a power loss at any moment leaves the old file or the new one, whole;
 //  - two processes that change a hive at once lose nothing, as long as each reads, changes and replaces under the lock.
 //
-// Paths are names joined by `\`. A link in the place of a hive is followed, and what it leads to is replaced. The
+// Paths are names joined by `\`. A link in the place of a hive is followed, and what it leads to is replaced; one
+// that leads nowhere fails with 1921 when it is to be written. The
 // user's file is readable by the user alone (0600, in folders made 0700), the machine's by everybody (0644 and 0755).
 // Every function that fails sets the last error.
 #pragma once
@@ -35,6 +36,10 @@ bool GetHiveStamp(std::u16string_view path, HiveStamp& stamp);
 /// On failure: false, and the outputs stay: 2 or 3 when there is no file, 223 above `limit` bytes, 13 for what is no
 /// plain file (a pipe is not waited for).
 bool ReadHiveFile(std::u16string_view path, std::size_t limit, std::string& bytes, HiveStamp& stamp);
+
+/// Whether this user may put a file in the place of the hive, in a folder that is there or can be made.
+/// On failure: false, as HiveLock and its Replace would fail (5, 19, 1921...). Nothing is written.
+bool CanReplaceHive(std::u16string_view path);
 
 /// Keeps other writers, in this process and others, away from a hive while it exists. The lock is the system's own on a
 /// file beside the hive (`user.reg.lock`), so that the death of its holder ends it.

@@ -11,9 +11,16 @@
 
 namespace connectdialog {
 
+/// Whether values of the type are kept as a string. A class that is text in another form than VUnicodeString says so
+/// beside the functions of VProfile2 that it specializes.
+template <class T>
+inline constexpr bool kIsProfileText = std::is_same_v<T, VUnicodeString>;
+
 /// T is copied, assigned and compared with ==. Named classes derive from it and override Read, Save or both.
 template <class T, class S>
 class VProfile2 : public S {
+    static_assert(!std::is_base_of_v<VProfileSz, S> || kIsProfileText<T>, "only text is kept as a string");
+
   public:
     using S::Load;
 

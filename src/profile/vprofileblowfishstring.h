@@ -6,6 +6,9 @@
 
 namespace connectdialog {
 
+template <>
+inline constexpr bool kIsProfileText<VBlowfishString> = true;
+
 // Scripts see and give the cipher text only: they can move a password and never learn it.
 template <>
 bool VProfile2<VBlowfishString, VProfileSz>::GetVariant(VVariant& out, VReportMessageParams& report) const;

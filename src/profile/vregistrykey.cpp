@@ -1,10 +1,8 @@
 #include "profile/vregistrykey.h"
 
-#include <algorithm>
 #include <cstring>
 #include <string_view>
 
-#include "foundation/byteorder.h"
 #include "foundation/venvironment.h"
 #include "foundation/vstringarray.h"
 #include "platform/lasterror.h"
@@ -14,36 +12,11 @@ namespace connectdialog {
 
 namespace {
 
-constexpr std::size_t kExpandedLimit = 32767;
+/// Room for whatever a hive can hold; what its variables come to beyond that is no setting.
+constexpr std::size_t kExpandedLimit = VSettingsHive::kMaxBytes / 2;
 
 std::u16string_view OrEmpty(const char16_t* text) {
     return text != nullptr ? text : std::u16string_view();
-}
-
-/// The whole characters of stored text; a last odd byte is left out.
-std::u16string Characters(const VHiveValue& value) {
-    std::u16string characters(value.data.size() / 2, u'\0');
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        characters[i] = LoadLittleEndian<char16_t>(value.data.data() + 2 * i);
-    }
-    return characters;
-}
-
-void AppendWithTerminator(std::vector<std::uint8_t>& data, std::u16string_view text) {
-    const std::size_t start = data.size();
-    data.resize(start + (text.size() + 1) * 2);
-    for (std::size_t i = 0; i < text.size(); ++i) StoreLittleEndian(text[i], data.data() + start + 2 * i);
-}
-
-/// Adds each zero-terminated string; the empty one that ends the text is the end of the list and no string.
-void SplitList(std::u16string_view list, VStringArray& strings) {
-    while (!list.empty()) {
-        const std::size_t length = std::min(list.find(u'\0'), list.size());
-        const bool isLast = length + 1 >= list.size();
-        if (length == 0 && isLast) return;
-        strings.Add(VUnicodeString(list.substr(0, length)));
-        list.remove_prefix(isLast ? list.size() : length + 1);
-    }
 }
 
 }  // namespace
@@ -63,8 +36,11 @@ VRegistryKey::VRegistryKey(const VRegistryKey& parent, const char16_t* subkey, s
 }
 
 void VRegistryKey::Open(const char16_t* subkey) {
+    constexpr std::uint32_t kWriting = kRegistrySetValue | kRegistryCreateSubkey;
     path = PathOf(subkey);
-    if (!Conclude(hive->FindKey(path))) hive = nullptr;
+    VHiveStatus status = hive->FindKey(path);
+    if (status && (access & kWriting) != 0) status = hive->CanWrite();
+    if (!Conclude(status)) hive = nullptr;
 }
 
 bool VRegistryKey::ReadSecurity(const char16_t* name, VSecurityDescriptor& descriptor) {
@@ -75,7 +51,7 @@ bool VRegistryKey::ReadMultiString(const char16_t* name, VStringArray& strings) 
     VHiveValue value;
     if (!ReadOfType(name, kHiveMultiString, value)) return false;
     strings.Clear();
-    SplitList(Characters(value), strings);
+    value.AddTextsTo(strings);
     return true;
 }
 
@@ -93,18 +69,17 @@ bool VRegistryKey::ReadString(const char16_t* name, VUnicodeString& text) {
     VHiveValue value;
     if (!Read(name, value)) return false;
     if (value.type != kHiveString && value.type != kHiveExpandString) return report.Fail(platform::kDatatypeMismatch);
-    std::u16string characters = Characters(value);
-    characters.resize(std::min(characters.find(u'\0'), characters.size()));
-    text = value.type == kHiveString ? VUnicodeString(characters) : VExpandVariables(characters, kExpandedLimit);
+    VUnicodeString found(value.GetText());
+    if (value.type == kHiveExpandString) found = VExpandVariables(found.View(), kExpandedLimit + 1);
+    if (found.GetLength() > kExpandedLimit) return report.Fail(platform::kMoreData);
+    text = found;
     return true;
 }
 
 bool VRegistryKey::ReadDword(const char16_t* name, std::uint32_t& value) {
     VHiveValue stored;
     if (!ReadOfType(name, kHiveDword, stored)) return false;
-    if (stored.data.size() != sizeof(value)) return report.Fail(platform::kInvalidData);
-    value = LoadLittleEndian<std::uint32_t>(stored.data.data());
-    return true;
+    return stored.GetDword(value) || report.Fail(platform::kInvalidData);
 }
 
 bool VRegistryKey::WriteSecurity(const char16_t* name, const VSecurityDescriptor& descriptor) {
@@ -112,29 +87,22 @@ bool VRegistryKey::WriteSecurity(const char16_t* name, const VSecurityDescriptor
 }
 
 bool VRegistryKey::WriteMultiString(const char16_t* name, const VStringArray& strings) {
-    std::vector<std::uint8_t> data;
-    for (const VUnicodeString& text : strings) AppendWithTerminator(data, text.GetData());
-    AppendWithTerminator(data, {});
-    return Write(name, kHiveMultiString, std::move(data));
+    return Write(name, VHiveValue::OfList(strings));
 }
 
 bool VRegistryKey::WriteBinary(const char16_t* name, const void* data, std::uint32_t size) {
     if (hive == nullptr) return false;
     if (data == nullptr && size != 0) return report.Fail(platform::kInvalidParameter);
     const auto* bytes = static_cast<const std::uint8_t*>(data);
-    return Write(name, kHiveBinary, size != 0 ? std::vector(bytes, bytes + size) : std::vector<std::uint8_t>());
+    return Write(name, {kHiveBinary, size != 0 ? std::vector(bytes, bytes + size) : std::vector<std::uint8_t>()});
 }
 
 bool VRegistryKey::WriteString(const char16_t* name, const char16_t* text) {
-    std::vector<std::uint8_t> data;
-    AppendWithTerminator(data, OrEmpty(text));
-    return Write(name, kHiveString, std::move(data));
+    return Write(name, VHiveValue::OfText(kHiveString, OrEmpty(text)));
 }
 
 bool VRegistryKey::WriteDword(const char16_t* name, std::uint32_t value) {
-    std::vector<std::uint8_t> data(sizeof(value));
-    StoreLittleEndian(value, data.data());
-    return Write(name, kHiveDword, std::move(data));
+    return Write(name, VHiveValue::OfDword(value));
 }
 
 bool VRegistryKey::DeleteValue(const char16_t* name) {
@@ -176,8 +144,8 @@ bool VRegistryKey::ReadOfType(const char16_t* name, std::uint32_t type, VHiveVal
     return value.type == type || report.Fail(platform::kDatatypeMismatch);
 }
 
-bool VRegistryKey::Write(const char16_t* name, std::uint32_t type, std::vector<std::uint8_t> data) {
-    return Allows(kRegistrySetValue) && Conclude(hive->WriteValue(path, OrEmpty(name), {type, std::move(data)}));
+bool VRegistryKey::Write(const char16_t* name, VHiveValue value) {
+    return Allows(kRegistrySetValue) && Conclude(hive->WriteValue(path, OrEmpty(name), std::move(value)));
 }
 
 bool VRegistryKey::Conclude(const VHiveStatus& status) {

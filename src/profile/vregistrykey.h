@@ -33,7 +33,8 @@ enum RegistryAccess : std::uint32_t {
 /// when it has succeeded. No exception leaves here.
 class VRegistryKey {
   public:
-    /// Opens a key below the root; it is never made. On failure: IsOpen is false, the report has code 2, 1015...
+    /// Opens a key below the root; it is never made. On failure: IsOpen is false, the report has code 2, 1015, or 5
+    /// when the access has one of the two bits for changes and this user may not write the hive.
     VRegistryKey(HiveScope parent, const char16_t* subkey, std::uint32_t access);
     /// The same below another key. A parent that is not open gives code 6.
     VRegistryKey(const VRegistryKey& parent, const char16_t* subkey, std::uint32_t access);
@@ -49,8 +50,8 @@ class VRegistryKey {
     /// `size` counts bytes. With a null buffer only the size is given back. A buffer too small: code 234, and `size`
     /// tells what is needed.
     bool ReadBinary(const char16_t* name, void* buffer, std::uint32_t& size);
-    /// Up to the first zero. In a text of the type with variables each `%NAME%` is replaced; the result ends at 32767
-    /// characters.
+    /// Up to the first zero. In a text of the type with variables each `%NAME%` is replaced; code 234 when that comes
+    /// to more than 4 M characters.
     bool ReadString(const char16_t* name, VUnicodeString& text);
     /// A dword that is not stored as four bytes: code 13.
     bool ReadDword(const char16_t* name, std::uint32_t& value);
@@ -85,7 +86,7 @@ class VRegistryKey {
     bool Allows(std::uint32_t needed);
     bool Read(const char16_t* name, VHiveValue& value);
     bool ReadOfType(const char16_t* name, std::uint32_t type, VHiveValue& value);
-    bool Write(const char16_t* name, std::uint32_t type, std::vector<std::uint8_t> data);
+    bool Write(const char16_t* name, VHiveValue value);
     bool Conclude(const VHiveStatus& status);
     std::u16string PathOf(const char16_t* subkey) const;
 

@@ -30,7 +30,7 @@ TEST_F(HiveCommand, ValuesOfEachTypeAreSetPrintedAndDeleted) {
     } kRows[] = {
         {"d", "dword", "0xff", "255\n"},          {"s", "string", "caf\xC3\xA9 \\ \"x\"", "caf\xC3\xA9 \\ \"x\"\n"},
         {"b", "binary", "00fF7f", "00ff7f\n"},    {"l", "list", R"(["a","","b"])", "[\"a\",\"\",\"b\"]\n"},
-        {"", "string", "nameless", "nameless\n"},
+        {"", "string", "nameless", "nameless\n"}, {"e", "expand", "%HOME%\\x", "%HOME%\\x\n"},
     };
     for (const auto& row : kRows) {
         Well({"set", "Soft\\Brennmark", row.name, row.value, "--type", row.type});
@@ -38,6 +38,7 @@ TEST_F(HiveCommand, ValuesOfEachTypeAreSetPrintedAndDeleted) {
     }
     EXPECT_EQ(Well({"tree"}),
               "Soft\\\n  Brennmark\\\n    @\tstring\tnameless\n    b\tbinary\t00ff7f\n    d\tdword\t255\n"
+              "    e\texpand\t%HOME%\\x\n"
               "    l\tlist\t[\"a\",\"\",\"b\"]\n    s\tstring\tcaf\xC3\xA9 \\ \"x\"\n");
     Well({"delete", "Soft\\Brennmark", "d"});
     EXPECT_NE(Badly({"get", "Soft\\Brennmark", "d"}).find("\"d\""), std::string::npos);
@@ -47,6 +48,12 @@ TEST_F(HiveCommand, ValuesOfEachTypeAreSetPrintedAndDeleted) {
     for (const char* value : {"4294967296", "-1", "x", "", "0x"}) {
         EXPECT_NE(Badly({"set", "K", "v", "--type", "dword", "--", value}).find("4294967295"), std::string::npos);
     }
+    EXPECT_NE(Badly({"set", "K", "a\nb", "v"}).find("\"K\""), std::string::npos);
+    EXPECT_EQ(Well({"tree"}), "");
+    Well(
+        {"import", scratch.Write("types.reg", "REGEDIT4\n[HKEY_CURRENT_USER]\n\"q\"=hex(b):01,ff\n\"t\"=hex(4):7f\n")});
+    EXPECT_EQ(Well({"get", "", "q"}), "01ff\n");
+    EXPECT_EQ(Well({"tree"}), "q\thex(11)\t01ff\nt\thex(4)\t7f\n");
 }
 
 TEST_F(HiveCommand, AnExportIsTheUsersOwnAndImportsWhole) {
@@ -56,6 +63,10 @@ TEST_F(HiveCommand, AnExportIsTheUsersOwnAndImportsWhole) {
     EXPECT_EQ(std::filesystem::status(exported).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
     Well({"delete", "A"});
+    scratch.Write("out.reg.new", "the user's");
+    EXPECT_NE(Badly({"export", exported}).find("out.reg.new"), std::string::npos);
+    EXPECT_EQ(scratch.Read("out.reg.new"), "the user's");
+    EXPECT_NE(Badly({"--machine", "import", exported}).find("HKEY_LOCAL_MACHINE"), std::string::npos);
     Well({"import", exported});
     EXPECT_EQ(Well({"get", "A\\B", "v"}), "1\n");
     const std::string broken =

@@ -82,6 +82,9 @@ TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDesktop), wideHome + u"\\My \"Desk\"");
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDocuments), u"\\shared\\docs");
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDownloads), wideHome + u"\\Downloads");
+    unlink((home + "/user-dirs.dirs").c_str());
+    ASSERT_EQ(mkfifo((home + "/user-dirs.dirs").c_str(), 0600), 0);
+    EXPECT_EQ(GetKnownFolder(KnownFolder::kDesktop), wideHome + u"\\Desktop") << "a pipe is not waited for";
 }
 
 TEST_F(PlatformTest, RunsProgramsWithTheirArgumentsAsTheyAre) {

@@ -5,7 +5,10 @@
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
+#include "foundation/vaccountlookup.h"
+#include "foundation/vsecuritydescriptor.h"
 #include "platform/lasterror.h"
 #include "support/childprocess.h"
 #include "support/temporaryfolder.h"
@@ -25,6 +28,88 @@ struct OpenRow {
     bool opens;
     const char* content;  ///< of "old", which holds "text" before; null when it is not looked at
 };
+
+VSid Account(platform::Account::Kind kind, std::uint32_t more) {
+    platform::Account account = platform::GetOwnAccount(kind);
+    account.id += more;
+    return MakeAccountSid(account);
+}
+
+TEST(File, ADescriptorSaysWhoMayOpenAFileThatIsMade) {
+    using Kind = platform::Account::Kind;
+    constexpr std::uint32_t kWorld[] = {0};
+    const VSid everybody(1, kWorld);
+    const VSid me = Account(Kind::kUser, 0);
+    const VSid myGroup = Account(Kind::kGroup, 0);
+    const VSid another = Account(Kind::kUser, 1);
+    constexpr AccessKind kAllow = AccessKind::kAllow;
+    constexpr AccessKind kDeny = AccessKind::kDeny;
+    constexpr std::uint32_t kAll = 0x001F01FF;
+    struct Entry {
+        AccessKind kind;
+        std::uint32_t mask;
+        VSid sid;
+    };
+    const struct {
+        std::vector<Entry> entries;
+        unsigned mode;
+    } rows[] = {
+        {{}, 0},
+        {{{kAllow, kAll, me}}, 0600},
+        {{{kAllow, 0x10000000, me}, {kAllow, platform::kGenericRead, myGroup}}, 0640},
+        {{{kAllow, kReadWrite, everybody}}, 0666},
+        {{{kDeny, platform::kGenericWrite, everybody}, {kAllow, kAll, everybody}}, 0444},
+        {{{kAllow, kAll, everybody}, {kDeny, kAll, myGroup}}, 0666},
+        {{{kDeny, kAll, another}, {kAllow, kAll, everybody}}, 0600},
+        {{{kDeny, platform::kFileWriteData, myGroup}, {kAllow, kAll, everybody}}, 0446},
+        {{{kAllow, kAll, another}}, 0},
+    };
+    const mode_t mask = umask(0);
+    const TemporaryFolder folder;
+    const auto modeOfNew = [&](const VSecurityDescriptor* descriptor) {
+        VFile file;
+        file.SetSecurityDescriptor(descriptor);
+        std::filesystem::remove(folder / "new");
+        EXPECT_TRUE(file.Open(folder.Name("new"), kReadWrite, platform::kCreateNew));
+        return test::ModeOf(folder / "new");
+    };
+    for (const auto& row : rows) {
+        VAcl dacl;
+        for (const Entry& entry : row.entries) ASSERT_TRUE(dacl.AddEntry(entry.kind, entry.mask, entry.sid));
+        VSecurityDescriptor descriptor;
+        descriptor.SetDacl(&dacl);
+        EXPECT_EQ(modeOfNew(&descriptor), row.mode) << &row - rows;
+    }
+    VSecurityDescriptor open;
+    EXPECT_EQ(modeOfNew(&open), 0600U) << "no DACL";
+    open.SetDacl(nullptr);
+    EXPECT_EQ(modeOfNew(&open), 0666U) << "the null DACL";
+    EXPECT_EQ(modeOfNew(nullptr), 0600U);
+    umask(mask);
+}
+
+TEST(File, ReplacingLeavesTheOldFileOrTheNewOne) {
+    const TemporaryFolder folder;
+    folder.Write("old", "old");
+    std::filesystem::create_symlink("old", folder.GetPath() / "link");
+    EXPECT_TRUE(platform::ReplaceFileWith(folder.Name("link"), "new"));
+    EXPECT_EQ(folder.Read("old"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.GetPath() / "link"));
+    EXPECT_EQ(test::ModeOf(folder / "old"), 0600U);
+    EXPECT_FALSE(std::filesystem::exists(folder / "old.new"));
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("nowhere", folder.GetPath() / "dangling");
+    folder.Write("busy.new", "somebody's");
+    const struct {
+        const char* leaf;
+        std::uint32_t error;
+    } rows[] = {{"pipe", 5}, {".", 5}, {"dangling", 1921}, {"busy", 80}, {"none/x", 2}, {"old/x", 3}};
+    for (const auto& row : rows) {
+        EXPECT_FALSE(platform::ReplaceFileWith(folder.Name(row.leaf), "new")) << row.leaf;
+        EXPECT_EQ(platform::GetLastErrorCode(), row.error) << row.leaf;
+    }
+    EXPECT_EQ(folder.Read("busy.new"), "somebody's");
+}
 
 TEST(File, DispositionsAndTheirLastErrors) {
     const OpenRow rows[] = {

@@ -133,6 +133,34 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
     EXPECT_EQ(Told(ReadHive(Utf16(std::string(kFirst) + kKey) + "\n", tree)),
               "3 the characters are neither UTF-8 nor UTF-16\n");
     EXPECT_EQ(Told(ReadHive("", tree)), "");
+    for (const char* line : {"[HKEY_LOCAL_MACHINE\\A]", "\"x\"=\"1\"", "\"x\"=hex:01", "\"x\"=-"}) {
+        const std::string withZero = std::string(kFirst) + kKey + line + std::string("\0lost\n", 6);
+        EXPECT_EQ(ReadHive(withZero, tree).size(), 1U) << "a zero does not end a line: " << line;
+    }
+}
+
+TEST(HiveReader, AKeyEndsAtTheFirstBracketThatEndsItsLine) {
+    const struct {
+        const char* line;
+        const char16_t* path;
+    } kRows[] = {
+        {"[HKEY_USERS\\A] ; see [12]", u"HKEY_USERS\\A"},
+        {"[HKEY_USERS\\A]\t;]", u"HKEY_USERS\\A"},
+        {"[HKEY_USERS\\A];", u"HKEY_USERS\\A"},
+        {"[HKEY_USERS\\[A]] \t", u"HKEY_USERS\\[A]"},
+        {"[HKEY_USERS\\A] \\B] ; ]", u"HKEY_USERS\\A] \\B"},
+        {"[HKEY_USERS\\A; B]", u"HKEY_USERS\\A; B"},
+    };
+    for (const auto& row : kRows) {
+        VHiveTree tree;
+        EXPECT_EQ(Told(ReadHive(std::string(kFirst) + row.line + "\n@=\"1\"\n", tree)), "") << row.line;
+        EXPECT_NE(FindValue(tree, row.path, u""), nullptr) << row.line;
+        VHiveTree again;
+        EXPECT_EQ(Told(ReadHive(WriteHive(tree), again)), "");
+        EXPECT_NE(FindValue(again, row.path, u""), nullptr) << WriteHive(tree);
+    }
+    VHiveTree tree;
+    for (const char16_t* path : {u"HKEY_USERS\\A];", u"HKEY_USERS\\A] ;\\B"}) EXPECT_EQ(tree.Create(path), nullptr);
 }
 
 TEST(HiveReader, RemovalsTakeAwayWhatStandsAbove) {
@@ -152,14 +180,18 @@ TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
                               "; by the administrator\n[HKEY_LOCAL_MACHINE\\B]\n\"n\"=hex(8):00,01\n; two\n; lines\n"
                               "@=\"x\"\n[HKEY_LOCAL_MACHINE\\a\\c] ; behind\n; the end";
     ASSERT_EQ(Told(ReadHive(bytes, tree)), "");
+    for (const char* more : {"; more\n[HKEY_LOCAL_MACHINE\\B]\n", "; more\n[HKEY_LOCAL_MACHINE\\B]\n; end\n"}) {
+        ASSERT_EQ(Told(ReadHive(kFirst + std::string(more), tree)), "");
+    }
     tree.Find(u"HKEY_LOCAL_MACHINE\\B")->values[u"long"].value = {3, Bytes(30, 0xAB)};
-    EXPECT_EQ(WriteHive(tree), std::string(kFirst) +
-                                   "\r\n; behind\r\n[HKEY_LOCAL_MACHINE\\a\\c]\r\n"
-                                   "\r\n; by the administrator\r\n[HKEY_LOCAL_MACHINE\\B]\r\n; two\r\n; lines\r\n"
-                                   "@=\"x\"\r\n"
-                                   "\"long\"=hex:ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,\\\r\n"
-                                   "  ab,ab,ab,ab,ab,ab,ab,ab,ab\r\n"
-                                   "\"n\"=hex(8):00,01\r\n\r\n; the end\r\n");
+    EXPECT_EQ(WriteHive(tree),
+              std::string(kFirst) +
+                  "\r\n; behind\r\n[HKEY_LOCAL_MACHINE\\a\\c]\r\n"
+                  "\r\n; by the administrator\r\n; more\r\n[HKEY_LOCAL_MACHINE\\B]\r\n; two\r\n; lines\r\n"
+                  "@=\"x\"\r\n"
+                  "\"long\"=hex:ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,\\\r\n"
+                  "  ab,ab,ab,ab,ab,ab,ab,ab,ab\r\n"
+                  "\"n\"=hex(8):00,01\r\n\r\n; the end\r\n; end\r\n");
 }
 
 TEST(HiveTree, WhatAHostileFileCanClaimIsBounded) {

@@ -80,6 +80,17 @@ TEST_F(IpcLockTest, SurvivesTheDeathOfItsHolder) {
     lock.Unlock();
 }
 
+TEST_F(IpcLockTest, TellsThatItCouldNotBeTaken) {
+    VIpcLock lock(u"name");
+    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+        std::error_code ignored;
+        if (fs::read_symlink(entry, ignored) == own / "name") close(std::stoi(entry.path().filename()));
+    }
+    lock.Lock();
+    EXPECT_EQ(lock.GetStatus().GetCode(), platform::kInvalidHandle);
+    lock.Unlock();
+}
+
 TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
     VIpcLock lock(u"name");
     int count = 0;
@@ -114,7 +125,7 @@ TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     fs::rename(own, folder.GetPath() / "moved");
     fs::permissions(folder.GetPath() / "moved", fs::perms::group_exec, fs::perm_options::remove);
     fs::create_symlink("moved", own);
-    EXPECT_NE(LockError(u"other"), 0U) << "the folder is a link";
+    EXPECT_EQ(LockError(u"other"), platform::kNotAFolder) << "the folder is a link";
     fs::remove(own);
     folder.Write("brennmark", "");
     EXPECT_EQ(LockError(u"other"), platform::kNotAFolder);
@@ -150,6 +161,17 @@ TEST_F(MappedBufferTest, HandsBytesToAnotherProcess) {
     buffer.Close();
     EXPECT_EQ(buffer.GetData(), nullptr);
     EXPECT_FALSE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0")) << "the last one removes it";
+}
+
+TEST_F(MappedBufferTest, KeepsALockThatIsHeld) {
+    VMemoryMappedBuffer buffer;
+    ASSERT_TRUE(buffer.Create(8));
+    ISynchObject* const lock = buffer.GetLock();
+    lock->Lock();
+    ASSERT_TRUE(buffer.Create(16));
+    EXPECT_EQ(buffer.GetLock(), lock);
+    EXPECT_FALSE(CanAcquire(u"5FA01C43-3B48-476A-ACC7-D86059F335B0.lock"));
+    lock->Unlock();
 }
 
 TEST_F(MappedBufferTest, NeverGrows) {

@@ -11,8 +11,8 @@
 #include <sys/stat.h>
 #include <thread>
 
-#include "foundation/byteorder.h"
 #include "platform/codepage.h"
+#include "platform/paths.h"
 #include "support/childprocess.h"
 #include "support/temporaryhives.h"
 
@@ -26,9 +26,7 @@ using test::ReadFile;
 using test::WriteFile;
 
 VHiveValue Dword(std::uint32_t number) {
-    VHiveValue value{kHiveDword, std::vector<std::uint8_t>(4)};
-    StoreLittleEndian(number, value.data.data());
-    return value;
+    return VHiveValue::OfDword(number);
 }
 
 std::u16string Numbered(const char* name, int number) {
@@ -43,7 +41,9 @@ class SettingsHive : public testing::Test {
         VHiveValue value;
         const VHiveStatus status = User().ReadValue(key, name, value);
         EXPECT_EQ(status.code, 0U) << platform::ToNarrow(status.detail);
-        return value.data.size() == 4 ? LoadLittleEndian<std::uint32_t>(value.data.data()) : 0;
+        std::uint32_t number = 0;
+        value.GetDword(number);
+        return number;
     }
 
     testsupport::TemporaryHives hives;
@@ -60,15 +60,20 @@ TEST_F(SettingsHive, AnAbsentFileIsAnEmptyHiveAndIsMadeByTheFirstWrite) {
     EXPECT_EQ(User().CreateKey(u"A\\B").code, 0U);
     EXPECT_EQ(User().WriteValue(u"a\\b", u"v", Dword(7)).code, 0U);
     EXPECT_EQ(ReadNumber(u"A\\B", u"V"), 7U);
-    for (const char16_t* bad : {u"A\\", u"\\A", u"A\\\\B", u"A\nB", u"A\xD800"}) {
+    for (const char16_t* bad : {u"A\\", u"\\A", u"A\\\\B", u"A\nB", u"A\xD800", u"A];B"}) {
         EXPECT_EQ(User().CreateKey(bad).code, 87U) << platform::ToNarrow(bad);
     }
     EXPECT_EQ(User().WriteValue(u"A", u"v\"\r\n[HKEY_CURRENT_USER\\X]", Dword(1)).code, 87U);
+    EXPECT_EQ(User().WriteValueAndKey(u"New\\Key", u"v\n", Dword(1)).code, 87U);
+    EXPECT_EQ(User().FindKey(u"New").code, 2U) << "the key was not made without its value";
+    EXPECT_EQ(User().WriteValueAndKey(u"New\\Key", u"v", Dword(9)).code, 0U);
+    EXPECT_EQ(ReadNumber(u"New\\Key", u"v"), 9U);
 }
 
 TEST_F(SettingsHive, FilesAreTheUsersOwnAndTheMachinesForAll) {
     const fs::path folder = hives.Folder() / "new" / "folder";
-    VSettingsHive::SetPaths(hives.MachineFile().u16string(), (folder / "user.reg").u16string());
+    const fs::path machine = hives.Folder() / "etc" / "xdg";
+    VSettingsHive::SetPaths((machine / "machine.reg").u16string(), (folder / "user.reg").u16string());
     const mode_t mask = umask(077);
     EXPECT_EQ(User().CreateKey(u"A").code, 0U);
     EXPECT_EQ(VSettingsHive::Of(HiveScope::kMachine).CreateKey(u"A").code, 0U);
@@ -76,7 +81,9 @@ TEST_F(SettingsHive, FilesAreTheUsersOwnAndTheMachinesForAll) {
     EXPECT_EQ(ModeOf(folder), 0700U);
     EXPECT_EQ(ModeOf(folder / "user.reg"), 0600U);
     EXPECT_EQ(ModeOf(folder / "user.reg.lock"), 0600U);
-    EXPECT_EQ(ModeOf(hives.MachineFile()), 0644U);
+    EXPECT_EQ(ModeOf(machine.parent_path()), 0755U);
+    EXPECT_EQ(ModeOf(machine), 0755U);
+    EXPECT_EQ(ModeOf(machine / "machine.reg"), 0644U);
 }
 
 TEST_F(SettingsHive, AChangeByAnotherIsSeenAndALinkIsKept) {
@@ -92,6 +99,9 @@ TEST_F(SettingsHive, AChangeByAnotherIsSeenAndALinkIsKept) {
     EXPECT_TRUE(fs::is_symlink(hives.UserFile()));
     EXPECT_NE(ReadFile(real).find("\"v\"=dword:00000003"), std::string::npos);
     EXPECT_FALSE(fs::exists(hives.Folder() / "real.reg.new"));
+    fs::remove(real);
+    EXPECT_EQ(User().CreateKey(u"A").code, 1921U);
+    EXPECT_TRUE(fs::is_symlink(hives.UserFile())) << "a link that leads nowhere is nobody's to replace";
 }
 
 TEST_F(SettingsHive, ADamagedFileIsReadAsFarAsItIsGoodAndNeverWritten) {
@@ -107,6 +117,8 @@ TEST_F(SettingsHive, ADamagedFileIsReadAsFarAsItIsGoodAndNeverWritten) {
     EXPECT_EQ(ReadFile(hives.UserFile()), before);
     EXPECT_NE(User().Tree().Find(u"HKEY_LOCAL_MACHINE\\A"), nullptr);
     EXPECT_EQ(User().Health().code, 1015U);
+    VSettingsHive named(HiveScope::kUser, platform::FromNativePath(hives.UserFile().string()));
+    EXPECT_TRUE(platform::ToNarrow(named.Health().detail).starts_with(hives.UserFile().string()));
 }
 
 TEST_F(SettingsHive, WhatIsNoPlainFileOrTooLargeIsRefusedAtOnce) {
@@ -152,6 +164,9 @@ TEST_F(SettingsHive, ImportTakesItsOwnRootAndAllOrNothing) {
     EXPECT_EQ(refused.code, 13U);
     EXPECT_EQ(refused.detail, u"line 3: a value's name is not followed by =");
     EXPECT_EQ(ReadNumber(u"A", u"new"), 2U);
+    const VHiveStatus foreign = User().Import(first + "[HKEY_USERS\\Z]\n");
+    EXPECT_EQ(foreign.code, 2U);
+    EXPECT_EQ(foreign.detail, u"no key in the file begins with HKEY_CURRENT_USER");
 }
 
 TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {

@@ -1,12 +1,14 @@
 #include "profile/vregistrykey.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 #include "foundation/vsecuritydescriptor.h"
 #include "foundation/vstringarray.h"
+#include "support/childprocess.h"
 #include "support/temporaryhives.h"
 
 namespace connectdialog {
@@ -133,6 +135,11 @@ TEST_F(RegistryKey, OnlyTextWithVariablesIsExpandedAndTextEndsAtItsZero) {
         EXPECT_TRUE(key.ReadString(row.name, text));
         EXPECT_EQ(text, row.text);
     }
+    ASSERT_TRUE(VSettingsHive::Of(HiveScope::kUser)
+                    .WriteValue(u"A", u"long", VHiveValue::OfText(kHiveExpandString, std::u16string(40000, u'x'))));
+    VUnicodeString longText;
+    EXPECT_TRUE(key.ReadString(u"long", longText));
+    EXPECT_EQ(longText.GetLength(), 40000U);
     std::uint32_t value = 0;
     EXPECT_FALSE(key.ReadDword(u"short", value));
     EXPECT_EQ(key.GetLastReport()->GetCode(), 13U);
@@ -180,6 +187,19 @@ TEST_F(RegistryKey, AccessDecidesWhatAKeyMayDo) {
     EXPECT_FALSE(writer.WriteBinary(u"v", nullptr, 1));
     EXPECT_EQ(writer.GetLastReport()->GetCode(), 87U);
     EXPECT_TRUE(writer.SetKeySecurity(nullptr));
+}
+
+TEST_F(RegistryKey, WhoMayNotWriteTheHiveOpensItsKeysForReadingAlone) {
+    std::filesystem::permissions(hives.Folder(), std::filesystem::perms(0555));
+    std::filesystem::permissions(hives.UserFile(), std::filesystem::perms(0444));
+    test::ChildProcess child([](test::ChildProcess&) {
+        if (geteuid() == 0 && setuid(12345) != 0) return -1;
+        VRegistryKey writer(HiveScope::kUser, u"A", kRegistrySetValue);
+        VRegistryKey reader(HiveScope::kUser, u"A", kRegistryRead);
+        return reader.IsOpen() && !writer.IsOpen() ? static_cast<int>(writer.GetLastReport()->GetCode()) : -1;
+    });
+    EXPECT_EQ(child.Wait(), 5);
+    std::filesystem::permissions(hives.Folder(), std::filesystem::perms(0700));
 }
 
 TEST_F(RegistryKey, AKeyThatDidNotOpenFailsAndTellsWhy) {

@@ -49,11 +49,13 @@ Failure Get(const HiveArguments& arguments) {
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
     if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
-    VRegistryKey key(arguments.Scope(), path.GetData(), kRegistryRead);
-    if (!key.IsOpen()) return FailureOf(key, path);
+    VSettingsHive& hive = VSettingsHive::Of(arguments.Scope());
+    if (const VHiveStatus found = hive.FindKey(path); !found) return FailureOf(found, path);
+    VHiveValue value;
+    if (const VHiveStatus read = hive.ReadValue(path, name, value); !read) return FailureOf(read, name);
     std::string type;
     std::string text;
-    if (!ReadHiveValue(key, name.GetData(), type, text)) return FailureOf(key, name);
+    DescribeHiveValue(value, type, text);
     PrintLine(text);
     return kDone;
 }
@@ -61,15 +63,13 @@ Failure Get(const HiveArguments& arguments) {
 Failure Set(const HiveArguments& arguments) {
     VUnicodeString path;
     VUnicodeString name;
-    HiveWriter write;
+    VHiveValue value;
     if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
     if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
-    if (Failure failure = ParseHiveValue(arguments.type, arguments.value, write)) return failure;
-    const VHiveStatus made = VSettingsHive::Of(arguments.Scope()).CreateKey(path);
-    if (!made) return FailureOf(made, path);
-    VRegistryKey key(arguments.Scope(), path.GetData(), kReadWrite);
-    if (!key.IsOpen()) return FailureOf(key, path);
-    return write(key, name.GetData()) ? kDone : FailureOf(key, name);
+    if (Failure failure = ParseHiveValue(arguments.type, arguments.value, value)) return failure;
+    const VHiveStatus status = VSettingsHive::Of(arguments.Scope()).WriteValueAndKey(path, name, std::move(value));
+    if (status) return kDone;
+    return Quoted(path) + ", " + *FailureOf(status, name);
 }
 
 Failure Delete(const HiveArguments& arguments) {
@@ -84,31 +84,27 @@ Failure Delete(const HiveArguments& arguments) {
 }
 
 /// The values and then the keys below, each level two blanks further in. Keys end with `\`.
-void PrintKey(HiveScope scope, const VHiveKey& key, const std::u16string& path, const std::string& indent) {
-    VRegistryKey handle(scope, path.c_str(), kRegistryRead);
+void PrintKey(const VHiveKey& key, const std::string& indent) {
     for (const auto& [name, entry] : key.values) {
-        std::string type = "hex(" + std::to_string(entry.value.type) + ')';
-        std::string text = HexText(entry.value.data);
-        ReadHiveValue(handle, name.c_str(), type, text);
+        std::string type;
+        std::string text;
+        DescribeHiveValue(entry.value, type, text);
         PrintLine(indent + (name.empty() ? "@" : Printable(name)) + '\t' + type + '\t' + text);
     }
     for (const auto& [name, child] : key.children) {
         PrintLine(indent + Printable(name) + '\\');
-        PrintKey(scope, *child, path.empty() ? name : path + u'\\' + name, indent + "  ");
+        PrintKey(*child, indent + "  ");
     }
 }
 
 Failure Tree(const HiveArguments& arguments) {
     VUnicodeString path;
     if (Failure failure = DecodeArgument(arguments.key, path)) return failure;
-    // An object of its own: reading values through handles must not renew the keys that are being walked.
-    VSettingsHive hive(arguments.Scope(), VSettingsHive::Of(arguments.Scope()).Path());
+    VSettingsHive& hive = VSettingsHive::Of(arguments.Scope());
     const VHiveStatus health = hive.Health();
     const VHiveStatus status = hive.FindKey(path);
     if (!status) return FailureOf(status, path);
-    if (const VHiveKey* key = hive.Tree().Find(hive.FullPath(path))) {
-        PrintKey(arguments.Scope(), *key, std::u16string(path.View()), "");
-    }
+    if (const VHiveKey* key = hive.Tree().Find(hive.FullPath(path))) PrintKey(*key, "");
     return health ? kDone : FailureOf(health, path);
 }
 
@@ -135,10 +131,9 @@ Failure Export(const HiveArguments& arguments) {
     VSettingsHive& hive = VSettingsHive::Of(arguments.Scope());
     const std::string bytes = WriteHive(hive.Tree());
     if (const VHiveStatus health = hive.Health(); !health) return FailureOf(health, name);
-    VFile file;
-    const bool isWritten = file.Open(name, platform::kGenericWrite, platform::kCreateAlways) &&
-                           file.Write(bytes.data(), bytes.size()) && file.Close();
-    return isWritten ? kDone : FileFailure(name);
+    if (platform::ReplaceFileWith(name, bytes)) return kDone;
+    const bool isInTheWay = platform::GetLastErrorCode() == platform::kFileExists;
+    return FileFailure(isInTheWay ? name + u".new" : name);
 }
 
 using Run = Failure (*)(const HiveArguments&);
@@ -161,8 +156,11 @@ void DeclareSetValue(CLI::App& parser, HiveArguments& arguments) {
     AddKey(parser, arguments);
     AddName(parser, arguments)->required();
     parser.add_option("VALUE", arguments.value, "The new value; one that begins with - goes behind --")->required();
-    parser.add_option("--type", arguments.type, "string, dword, binary (hex digits) or list (a JSON array of texts)")
-        ->check(CLI::IsMember({"string", "dword", "binary", "list"}));
+    parser
+        .add_option(
+            "--type", arguments.type,
+            "string, expand (with variables as %NAME%), dword, binary (hex digits) or list (a JSON array of texts)")
+        ->check(CLI::IsMember({"string", "expand", "dword", "binary", "list"}));
 }
 void DeclareDelete(CLI::App& parser, HiveArguments& arguments) {
     AddKey(parser, arguments);

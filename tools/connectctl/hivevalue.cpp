@@ -4,7 +4,6 @@
 #include <nlohmann/json.hpp>
 
 #include "foundation/vstringarray.h"
-#include "profile/vregistrykey.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
 
@@ -30,8 +29,6 @@ bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
     return text.empty();
 }
 
-}  // namespace
-
 std::string HexText(const std::vector<std::uint8_t>& bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
@@ -41,48 +38,43 @@ std::string HexText(const std::vector<std::uint8_t>& bytes) {
     return text;
 }
 
-bool ReadHiveValue(VRegistryKey& key, const char16_t* name, std::string& type, std::string& text) {
+}  // namespace
+
+void DescribeHiveValue(const VHiveValue& value, std::string& type, std::string& text) {
     std::uint32_t number = 0;
-    VUnicodeString string;
-    VStringArray list;
-    if (key.ReadDword(name, number)) {
+    if (value.type == kHiveDword && value.GetDword(number)) {
         type = "dword";
         text = std::to_string(number);
-    } else if (key.ReadString(name, string)) {
-        type = "string";
-        text = Printable(string);
-    } else if (key.ReadMultiString(name, list)) {
+    } else if (value.type == kHiveString || value.type == kHiveExpandString) {
+        type = value.type == kHiveString ? "string" : "expand";
+        text = Printable(value.GetText());
+    } else if (value.type == kHiveMultiString) {
+        VStringArray list;
+        value.AddTextsTo(list);
         type = "list";
         text = PrintableJson(ListToJson(list));
     } else {
-        if (!key.ReadBinary(name, nullptr, number)) return false;
-        std::vector<std::uint8_t> bytes(number);
-        if (!key.ReadBinary(name, bytes.data(), number)) return false;
-        type = "binary";
-        text = HexText(bytes);
+        type = value.type == kHiveBinary ? "binary" : "hex(" + std::to_string(value.type) + ')';
+        text = HexText(value.data);
     }
-    return true;
 }
 
-Failure ParseHiveValue(const std::string& type, const std::string& text, HiveWriter& write) {
+Failure ParseHiveValue(const std::string& type, const std::string& text, VHiveValue& value) {
     std::uint32_t number = 0;
-    std::vector<std::uint8_t> bytes;
     VStringArray list;
     VUnicodeString string;
     if (type == "dword") {
         if (!ParseDword(text, number)) return "a dword is a number from 0 to 4294967295, or 0x and hex digits";
-        write = [number](VRegistryKey& key, const char16_t* name) { return key.WriteDword(name, number); };
+        value = VHiveValue::OfDword(number);
     } else if (type == "binary") {
-        if (!ParseBytes(text, bytes)) return "bytes are pairs of hex digits";
-        write = [bytes](VRegistryKey& key, const char16_t* name) {
-            return key.WriteBinary(name, bytes.data(), static_cast<std::uint32_t>(bytes.size()));
-        };
+        value = {kHiveBinary, {}};
+        if (!ParseBytes(text, value.data)) return "bytes are pairs of hex digits";
     } else if (type == "list") {
         if (!ListFromJson(text, list)) return "a list is a JSON array of texts";
-        write = [list](VRegistryKey& key, const char16_t* name) { return key.WriteMultiString(name, list); };
+        value = VHiveValue::OfList(list);
     } else {
         if (Failure failure = DecodeArgument(text, string)) return failure;
-        write = [string](VRegistryKey& key, const char16_t* name) { return key.WriteString(name, string.GetData()); };
+        value = VHiveValue::OfText(type == "expand" ? kHiveExpandString : kHiveString, string.View());
     }
     return kDone;
 }

@@ -60,6 +60,10 @@ bool FindAccount(std::u16string_view name, Account& account) {
     return FailWith(TellsAbsence(result) ? kAccountNotFound : ErrorFromErrno(result));
 }
 
+Account GetOwnAccount(Account::Kind kind) {
+    return {kind, kind == Account::Kind::kUser ? geteuid() : getegid()};
+}
+
 std::u16string GetHostName() {
     char name[HOST_NAME_MAX + 1] = {};
     if (gethostname(name, HOST_NAME_MAX) != 0) return {};

@@ -1,10 +1,9 @@
 #include "platform/filelock.h"
 
-#include <cerrno>
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "platform/lasterror.h"
+#include "platform/posix/nativefile.h"
 #include "platform/posix/runtimefile.h"
 
 namespace connectdialog::platform {
@@ -22,10 +21,8 @@ LockHandle OpenNamedLock(std::u16string_view name) {
 }
 
 bool AcquireNamedLock(LockHandle lock, bool wait) {
-    int result = 0;
-    do result = flock(Descriptor(lock), wait ? LOCK_EX : LOCK_EX | LOCK_NB);
-    while (result != 0 && errno == EINTR);
-    return result == 0 || FailFromErrno();
+    if (wait) return LockExclusively(Descriptor(lock), {});
+    return LockExclusively(Descriptor(lock), std::chrono::milliseconds(0));
 }
 
 void ReleaseNamedLock(LockHandle lock) {

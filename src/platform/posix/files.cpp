@@ -12,12 +12,12 @@
 
 #include "platform/lasterror.h"
 #include "platform/paths.h"
+#include "platform/posix/nativefile.h"
 
 namespace connectdialog::platform {
 
 namespace {
 
-constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 constexpr std::uint64_t kLargestOffset = std::numeric_limits<off_t>::max();
 constexpr std::uint32_t kAnyRead = kFileReadData | kGenericRead;
 constexpr std::uint32_t kAnyWrite = kFileWriteData | kGenericWrite;
@@ -60,7 +60,7 @@ int OpenDescriptor(const std::string& path, const FileOpening& opening, bool& ex
     for (int round = 0; round < kRounds; ++round) {
         existed = false;
         if (Creates(opening.disposition)) {
-            const int made = open(path.c_str(), flags | O_CREAT | O_EXCL, kOwnerOnly);
+            const int made = open(path.c_str(), flags | O_CREAT | O_EXCL, opening.permissions & kAllReadAndWrite);
             if (made >= 0 || errno != EEXIST) return made;
             if (opening.disposition == kCreateNew) return -1;
         }
@@ -190,6 +190,17 @@ bool WriteToFileAt(FileHandle file, std::uint64_t offset, const void* data, std:
                                            static_cast<off_t>(offset + at));
                          });
     return through && (done == size || FailWith(kDiskFull));
+}
+
+bool ReplaceFileWith(std::u16string_view path, std::string_view bytes) {
+    const std::string file = ToNativePath(path);
+    if (file.empty()) return FailWith(kFileNotFound);
+    const std::string target = ResolveLink(file);
+    if (target.empty()) return false;
+    struct stat info {};
+    const bool isThere = stat(target.c_str(), &info) == 0;
+    if (isThere && !S_ISREG(info.st_mode)) return FailWith(kAccessDenied);
+    return ReplaceContent(target, bytes, kOwnerReadsAndWrites);
 }
 
 bool SeekInFile(FileHandle file, std::int64_t offset, SeekOrigin origin, std::uint64_t& position) {

@@ -1,9 +1,7 @@
 #include "platform/knownfolders.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
-#include <fstream>
 #include <pwd.h>
 #include <string_view>
 #include <unistd.h>
@@ -11,6 +9,7 @@
 
 #include "platform/lasterror.h"
 #include "platform/paths.h"
+#include "platform/posix/nativefile.h"
 
 namespace connectdialog::platform {
 
@@ -87,13 +86,18 @@ std::string PathInLine(std::string_view line, std::string_view name) {
 
 /// A folder that the user sees, by its name in user-dirs.dirs; the last line of the name counts.
 std::string UserFolder(std::string_view name, std::string_view defaultBelowHome) {
-    std::ifstream file(BaseFolder("XDG_CONFIG_HOME", "/.config") + "/user-dirs.dirs");
-    constexpr int kMostLines = 1000;
+    constexpr std::size_t kMostBytes = 65536;
+    std::string lines;
+    struct stat state {};
+    const std::uint32_t error = GetLastErrorCode();
+    const std::string file = BaseFolder("XDG_CONFIG_HOME", "/.config") + "/user-dirs.dirs";
+    if (!ReadPlainFile(file, kMostBytes, lines, state)) SetLastErrorCode(error);  // nobody needs to have one
     std::string folder;
-    std::array<char, 4096> line{};
-    for (int i = 0; i < kMostLines && file.getline(line.data(), line.size()); ++i) {
-        const std::string path = PathInLine(line.data(), name);
+    for (std::string_view rest = lines; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size() - 1);
+        const std::string path = PathInLine(rest.substr(0, end + 1), name);
         if (!path.empty()) folder = path;
+        rest.remove_prefix(end + 1);
     }
     return folder.empty() ? BelowHome(defaultBelowHome) : folder;
 }

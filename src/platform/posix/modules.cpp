@@ -132,7 +132,11 @@ std::u16string GetExecutablePath() {
         FailFromErrno();
         return {};
     }
-    return FromNativePath({path, static_cast<std::size_t>(length)});
+    const std::string found(path, static_cast<std::size_t>(length));
+    // What the kernel adds once the file was replaced or removed, as an update does while the program runs.
+    constexpr std::string_view kRemoved = " (deleted)";
+    const bool isRemoved = found.ends_with(kRemoved) && access(found.c_str(), F_OK) != 0;
+    return FromNativePath(isRemoved ? found.substr(0, found.size() - kRemoved.size()) : found);
 }
 
 }  // namespace connectdialog::platform

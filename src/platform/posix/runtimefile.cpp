@@ -1,5 +1,6 @@
 #include "platform/posix/runtimefile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,6 +35,8 @@ int OpenRuntimeFolder() {
     const int folder = open(ToNativePath(path).c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (folder < 0) {
         FailFromErrno();
+        // The system's word for a link too.
+        if (errno == ENOTDIR) SetLastErrorCode(kNotAFolder);
         return -1;
     }
     struct stat info {};

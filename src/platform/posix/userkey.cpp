@@ -13,6 +13,7 @@
 #include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
+#include "platform/posix/nativefile.h"
 #include "platform/posix/runtimefile.h"
 #include "platform/userfiles.h"
 
@@ -52,16 +53,8 @@ bool PublishKey(const std::string& draft, int file, const std::string& path, con
     return true;
 }
 
-bool SyncFolder(const std::string& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return FailFromErrno();
-    const bool isDurable = fsync(descriptor) == 0 || FailFromErrno();
-    close(descriptor);
-    return isDurable;
-}
-
 bool MakeKeyFile(const std::string& path) {
-    const std::string folder = path.substr(0, path.rfind('/'));
+    const std::string folder = FolderOf(path);
     if (!CreateUserFolder(FromNativePath(folder))) return false;
     UserKey key;
     key.FillWithRandom();
