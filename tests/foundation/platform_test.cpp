@@ -17,6 +17,7 @@
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
 #include "platform/registeredmessage.h"
+#include "platform/userfiles.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog::platform {
@@ -82,6 +83,13 @@ TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDesktop), wideHome + u"\\My \"Desk\"");
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDocuments), u"\\shared\\docs");
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDownloads), wideHome + u"\\Downloads");
+}
+
+TEST_F(PlatformTest, UserFoldersAreNotMadeBelowAFile) {
+    folder.Write("file", "");
+    EXPECT_FALSE(CreateUserFolder(folder.Name("file/below/it")));
+    EXPECT_EQ(GetLastErrorCode(), 267u);
+    EXPECT_FALSE(CreateUserFolder(u""));
 }
 
 TEST_F(PlatformTest, RunsProgramsWithTheirArgumentsAsTheyAre) {
