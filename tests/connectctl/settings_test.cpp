@@ -19,6 +19,7 @@ TEST_F(ToolTest, WhatIsSetIsGot) {
     const SettingRow rows[] = {
         {"Use Title Bar", "yes", "true", true},
         {"use title bar", "TRUE", "true", true},
+        {"Auto Reconnect", "on", "on", "on"},
         {"Auto Reconnect", "Global", "global", "global"},
         {"Idle Timeout", "9999999", "9999999", 9999999},
         {"Restart Data Size", "-2147483648", "-2147483648", -2147483647 - 1},
@@ -57,6 +58,7 @@ TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
         {"Idle Timeout", "3", "does not take 3: it would read 10"},
         {"Is Session", "false", "does not take false"},
         {"Tessaly Bookmarks", "[\"a\"", "\"Tessaly Bookmarks\" is list (a JSON array of texts, or one text a line)"},
+        {"Tessaly Bookmarks", "[1]", "not \"[1]\""},
         {"Protocol Name", "Gopher", "is one of \"None\", \"Telnet\""},
         {"Hostnam", "x", "has no setting \"Hostnam\"; did you mean \"Hostname\"?"},
         {"Idle", "x", "\"Idle Check\" or \"Idle String\""},

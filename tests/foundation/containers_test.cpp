@@ -95,6 +95,8 @@ TEST(BasicBuffer, GrowsToExactlyWhatIsNeeded) {
     ASSERT_NE(buffer.Append(nullptr, 4, 6), nullptr);
     EXPECT_EQ(buffer.GetCapacity(), 15u);
     EXPECT_EQ(buffer.GetDataLength(), 5u);
+    ASSERT_NE(buffer.Append("", 0, 100), nullptr);
+    EXPECT_EQ(buffer.GetCapacity(), 105u);
     ASSERT_NE(buffer.Append(buffer.GetData(), 5, 500), nullptr);
     buffer.AppendString("xy");
     buffer.AppendString(nullptr);

@@ -17,6 +17,7 @@
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
 #include "platform/registeredmessage.h"
+#include "platform/userfiles.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog::platform {
@@ -85,6 +86,13 @@ TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
     unlink((home + "/user-dirs.dirs").c_str());
     ASSERT_EQ(mkfifo((home + "/user-dirs.dirs").c_str(), 0600), 0);
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDesktop), wideHome + u"\\Desktop") << "a pipe is not waited for";
+}
+
+TEST_F(PlatformTest, UserFoldersAreNotMadeBelowAFile) {
+    folder.Write("file", "");
+    EXPECT_FALSE(CreateUserFolder(folder.Name("file/below/it")));
+    EXPECT_EQ(GetLastErrorCode(), 267u);
+    EXPECT_FALSE(CreateUserFolder(u""));
 }
 
 TEST_F(PlatformTest, RunsProgramsWithTheirArgumentsAsTheyAre) {

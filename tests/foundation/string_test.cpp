@@ -218,6 +218,8 @@ TEST(CaseFolding, FollowsTheSimpleMappings) {
     for (const Row& row : bothWays) {
         EXPECT_EQ(ToLower(row.upper), row.lower) << std::hex << +row.upper;
         EXPECT_EQ(ToUpper(row.lower), row.upper) << std::hex << +row.lower;
+        EXPECT_EQ(ToLower(row.lower), row.lower);
+        EXPECT_EQ(ToUpper(row.upper), row.upper);
     }
     EXPECT_EQ(ToLower(0x0130), u'i');
     for (const char16_t unmapped :

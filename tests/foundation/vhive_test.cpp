@@ -103,6 +103,7 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
         const char* told;
     } kRows[] = {
         {"\"x\"=\"open\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
+        {"\"x\"=\"C:\\Temp\"\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
         {"\"x\"=dword:123456789\n", "4 dword: is not followed by 1 to 8 hex digits\n"},
         {"\"x\"=hex(:00\n", "4 hex( is not followed by the number of a type and )\n"},
         {"\"x\"=hex:100\n", "4 the bytes are not two-digit hex numbers between commas\n"},

@@ -91,6 +91,7 @@ TEST_F(Policies, WhatMayBeSavedFollowsThePoliciesAndIsFixedOnceAsked) {
         {std::string(kNorHalden) + "\"Save Passwords\"=dword:0\n", u"NorHalden", true, false},
         {std::string(kTessaly) + "\"Save Passwords\"=dword:0\n", u"tessaly", true, true},
         {std::string(kTessaly) + "\"Disable Passwords\"=dword:1\n", u"tessaly", true, false},
+        {std::string(kTessaly) + "\"Disable Passwords\"=dword:0\n", u"Tessaly", true, true},
         {std::string(kTessaly) + "\"Disable Passwords\"=dword:1\n" + kGlobal + "\"Save Passwords\"=dword:1\n",
          u"Tessaly", true, true},
         {std::string(kMachinePolicy) + "\"Save Passwords\"=dword:0\n", u"Tessaly", true, false},
@@ -145,6 +146,8 @@ TEST(Environment, PortableTokensAreReplacedWhereTheirVariableIsSet) {
 TEST(Path, JoiningPutsOneBackslash) {
     EXPECT_EQ(VJoinPath(u"a", u"b"), u"a\\b");
     EXPECT_EQ(VJoinPath(u"a\\", u"\\b"), u"a\\b");
+    EXPECT_EQ(VJoinPath(u"a\\", u"b"), u"a\\b");
+    EXPECT_EQ(VJoinPath(u"a", u"\\b"), u"a\\b");
     EXPECT_EQ(VJoinPath(u"a/", u"b"), u"a/\\b");
     EXPECT_EQ(VJoinPath(nullptr, u"b"), u"\\b");
 }
@@ -155,9 +158,16 @@ TEST(Path, SplittingGivesFolderAndLeaf) {
         const char16_t* folder;
         const char16_t* leaf;
     } kRows[] = {
-        {u"a\\b\\c", u"a\\b", u"c"}, {u"a\\b/c", u"a\\b", u"c"}, {u"a\\", u"", u"a"},
-        {u"\\a", u"\\", u"a"},       {u"/", u"", u""},           {u"c:\\", u"", u""},
-        {u"c:\\a", u"c:", u"a"},     {u"a\\\\b", u"a\\", u"b"},  {u"", u"", u""},
+        {u"a\\b\\c", u"a\\b", u"c"},
+        {u"a\\b/c", u"a\\b", u"c"},
+        {u"a\\", u"", u"a"},
+        {u"\\a", u"\\", u"a"},
+        {u"/", u"", u""},
+        {u"c:", u"", u""},
+        {u"c:\\", u"", u""},
+        {u"c:\\a", u"c:", u"a"},
+        {u"a\\\\b", u"a\\", u"b"},
+        {u"", u"", u""},
     };
     for (const auto& row : kRows) {
         VUnicodeString leaf(u"old");

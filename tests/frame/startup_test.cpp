@@ -87,6 +87,8 @@ TEST_F(StartupTest, DialogsThatAreClosedTouchNothing) {
 TEST_F(StartupTest, TheCommandLineAndTheLockAreReplaced) {
     ConnectDialogInitApplicationCommandLine(u"app");
     EXPECT_EQ(GetModuleState().applicationCommandLine, u"app");
+    ConnectDialogInitApplicationCommandLine(nullptr);
+    EXPECT_TRUE(GetModuleState().applicationCommandLine.IsEmpty());
     auto lock = VRef<ISynchObject>::Adopt(new VCriticalSection);
     ConnectDialogDllInit(nullptr, lock.Get());
     EXPECT_EQ(lock->AddRef(), 3);

@@ -154,6 +154,7 @@ TEST(BrokenLine, IsReportedAndTheRestIsRead) {
         {"Match localnetwork 10/8\nUser evil",
          "N OpenSSH before 9.4 refuses Match localnetwork\nN Match localnetwork is not tested and counts as false"},
         {"Host \"x\nUser evil", "R a quote is not closed"},
+        {"Host \"\"\nUser evil", "R keyword host has an empty argument"},
         {"Host\nUser evil", "R no argument after keyword 'host'"},
         {"User bob\0by"s, "S the line holds a NUL byte; what stands behind it is left out", "a=bob@a:5 "},
         {"Host " + std::string(std::size_t{10} << 20U, 'x') + "\nUser evil", "S the line is longer than 1048576 bytes"},

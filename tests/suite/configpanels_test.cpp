@@ -97,6 +97,7 @@ TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
     const Row rows[] = {
         {u"", u"", u"plain", Fault::kNone},
         {u"", u"", u"a b/c%d\"e'f", Fault::kNone},
+        {u"", u"", u"\u540D\U0001F600", Fault::kNone},
         {u"", u"", longest, Fault::kNone},
         {u"", u"", longest + u"n", Fault::kTooLong},
         {u"", u"", u"", Fault::kEmpty},
@@ -108,6 +109,7 @@ TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
         {u"", u"", {u'a', 0xD800}, Fault::kHalfCharacter},
         {u"", u"", u" a", Fault::kBlankAtEdge},
         {u"", u"", u"a\u3000", Fault::kBlankAtEdge},
+        {u"", u"", u".", Fault::kDots},
         {u"", u"", u"..", Fault::kDots},
         {u"", u"", u"...", Fault::kNone},
         {u"Servers", u"", u"__FOLDERDATA__", Fault::kFolderData},
