@@ -1,18 +1,28 @@
 #include "config/firewallconfig.h"
 
 #include <array>
+#include <limits>
 
 #include "config/firewalltypes.h"
 #include "config/sessiondbhooks.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilecapistring.h"
 #include "profile/vprofilekey.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
 namespace {
 constexpr unsigned short kUsualPort = 1080;
 constexpr std::u16string_view kOlderForm = u"CAPI:";
+
+/// The stored number is looked at before it is cut down to 16 bits: 66616 is no port, and not 1080.
+void LoadPort(VProfileKey* key, VProfile<unsigned short>& port) {
+    port.Load(key, u"Firewall Port"_v, kUsualPort);
+    std::uint32_t number = 0;
+    const bool isFound = key != nullptr && key->ReadDword(port.GetName().GetData(), number);
+    if (isFound && number > std::numeric_limits<unsigned short>::max()) port.Set(0);
+}
 }  // namespace
 
 bool FirewallPassword::Read(VProfileKey* key) {
@@ -27,8 +37,21 @@ bool FirewallPassword::ReadOlderForm(VProfileKey& key, const VUnicodeString& tex
     older.SetName(GetName());
     Set(older.Unprotect(text));
     Edit().MarkSensitive();
-    if (older.GetLastReport()->GetCode() == 0) Save(key, true);
+    if (older.GetLastReport()->GetCode() != 0)
+        unreadable = text;
+    else
+        Save(key, true);
     return true;
+}
+
+void FirewallPassword::Save(VProfileKey& key, bool force) {
+    if (unreadable.IsEmpty() || IsChanged()) return VProfileEncodedString::Save(key, force);
+    if (force) WriteStored(key, unreadable);
+}
+
+void FirewallPassword::SetPassword(const VUnicodeString& text) {
+    unreadable.Empty();
+    Set(text);
 }
 
 std::span<const MemberAccess<FirewallConfig>> FirewallConfig::Members() {
@@ -43,13 +66,13 @@ std::span<const MemberAccess<FirewallConfig>> FirewallConfig::Members() {
 FirewallConfig::FirewallConfig(const VUnicodeString& name, VProfileKey* key) : name(name) {
     type.Load(key, u"Firewall Type"_v, VUnicodeString(kFirewallTypes[0].name));
     address.Load(key, u"Firewall Address"_v, VUnicodeString());
-    port.Load(key, u"Firewall Port"_v, kUsualPort);
+    LoadPort(key, port);
     proxyPrompt.Load(key, u"Proxy Prompt"_v, VUnicodeString());
     proxyCommand.Load(key, u"Proxy Command"_v, VUnicodeString());
     user.Load(key, u"Firewall User"_v, VUnicodeString());
-    // Before loading: the stored copy shares the buffer. Without a key there is no password, and every session that goes
-    // through no firewall has such an object.
-    if (key != nullptr) password.Edit().MarkSensitive();
+    // Before loading: the stored copy shares the buffer. "None" has no password, and every session that goes through no
+    // firewall has an object of that name.
+    if (name != kNoFirewall) password.Edit().MarkSensitive();
     password.Load(key, u"Firewall Password"_v);
 }
 

@@ -15,14 +15,19 @@ namespace connectdialog {
 class IParentable;
 
 /// The password of a firewall. Older versions protected it for their user: such a value is rewritten in the present
-/// form as soon as it is read. One that cannot be unprotected now reads as empty and stays in the store as it is, until
-/// a password is set.
+/// form as soon as it is read. One that cannot be unprotected now reads as empty and is saved as it was found, until a
+/// password is set.
 class FirewallPassword : public VProfileEncodedString {
   public:
     bool Read(VProfileKey* key) override;
+    void Save(VProfileKey& key, bool force) override;
+    /// An empty password takes the place of an unreadable one too.
+    void SetPassword(const VUnicodeString& text);
 
   private:
     bool ReadOlderForm(VProfileKey& key, const VUnicodeString& text);
+
+    VUnicodeString unreadable;  ///< the stored form that could not be unprotected
 };
 
 /// Kept under the key "Firewalls" by name (sessiondb/firewalllist.h). What the user answered at a prompt and did not
@@ -35,6 +40,7 @@ class FirewallConfig final : public VUnknown<IFirewallUI>, public VProfileCompos
 
     static std::span<const MemberAccess<FirewallConfig>> Members();
 
+    /// GetName is the settings' own, which a composite has not.
     const VUnicodeString& GetFirewallName() const { return name; }
     /// Of the row of kFirewallTypes; 0 for a type that no row has.
     std::uint32_t GetTypeNumber() const;

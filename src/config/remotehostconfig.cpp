@@ -5,6 +5,7 @@
 #include "config/sessiondbhooks.h"
 #include "foundation/vpolicies.h"
 #include "profile/vprofilekey.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
@@ -24,7 +25,7 @@ VUnicodeString DefaultFirewallName(VProfileKey* key) {
     std::uint32_t useFirewall = 0;
     const bool hadSwitch =
         key != nullptr && !key->ReadString(u"Firewall Name", present) && key->ReadDword(u"Use Firewall", useFirewall);
-    return hadSwitch && useFirewall != 0 ? u"DefaultTerminalFirewall"_v : u"None"_v;
+    return hadSwitch && useFirewall != 0 ? u"DefaultTerminalFirewall"_v : VUnicodeString(kNoFirewall);
 }
 }  // namespace
 

@@ -31,16 +31,20 @@ bool HasDword(VProfileKey* key, const char16_t* name) {
     return key->ReadDword(name, value);
 }
 
-/// A text that older versions kept protected for the user, and still older ones scrambled.
-VUnicodeString ReadOldSecret(VProfileKey& key, const VUnicodeString& name) {
+/// A text that older versions kept protected for the user, and still older ones scrambled. Empty when there is none.
+/// False when it cannot be read now.
+bool ReadOldSecret(VProfileKey& key, const VUnicodeString& name, VUnicodeString& text) {
     VUnicodeString stored;
-    if (!key.ReadString(name.GetData(), stored)) return {};
-    if (!stored.View().starts_with(u"CAPI:")) return DecodeScrambledText(stored);
+    if (!key.ReadString(name.GetData(), stored)) return true;
+    if (!stored.View().starts_with(u"CAPI:")) {
+        text = DecodeScrambledText(stored);
+        return true;
+    }
     VProfileCapiString protectedText;
     protectedText.SetName(name);
-    VUnicodeString text = protectedText.Unprotect(stored);
+    text = protectedText.Unprotect(stored);
     text.MarkSensitive();
-    return text;
+    return protectedText.GetLastReport()->GetCode() == 0;
 }
 
 }  // namespace
@@ -83,7 +87,9 @@ void SessionConfig::LoadLoginScript(VProfileKey* key) {
     loginScript.Load(key, u"Login Script V2"_v);
     loginScript.Edit().MarkSensitive();
     if (key == nullptr || !loginScript.IsMissing()) return;
-    const VUnicodeString oldForm = ReadOldSecret(*key, u"Login Script"_v);
+    VUnicodeString oldForm;
+    // One that cannot be read now is converted when it can: an empty script must not take its place.
+    if (!ReadOldSecret(*key, u"Login Script"_v, oldForm)) loginScript.LeaveAbsent();
     if (oldForm.IsEmpty()) return;
     const ConvertedLoginScript script = ConvertLoginScript(oldForm);
     loginScript.Set(script.text);

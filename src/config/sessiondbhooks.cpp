@@ -2,6 +2,7 @@
 
 #include "foundation/ibuffer.h"
 #include "foundation/vstringarray.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
@@ -14,7 +15,7 @@ class NoSessionDbHooks : public ISessionDbHooks {
     bool SaveFirewall(FirewallConfig&) override { return false; }
     void EnumerateFirewalls(IBuffer& buffer) override {
         VStringArray names;
-        names.Add(u"None"_v);
+        names.Add(VUnicodeString(kNoFirewall));
         names.WriteTo(&buffer);
     }
     void UpgradeButtonBars() override {}

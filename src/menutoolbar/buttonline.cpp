@@ -1,8 +1,5 @@
 #include "menutoolbar/buttonline.h"
 
-#include <algorithm>
-#include <string>
-
 #include "foundation/texttools.h"
 #include "foundation/vstringarray.h"
 #include "keymap/keynames.h"
@@ -30,17 +27,6 @@ VStringArray SplitFields(std::u16string_view line) {
     return fields;
 }
 
-VUnicodeString Replaced(std::u16string_view text, std::u16string_view from, std::u16string_view to) {
-    std::u16string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t found = std::min(text.find(from, at), text.size());
-        result.append(text.substr(at, found - at));
-        if (found < text.size()) result.append(to);
-        at = found + from.size();
-    }
-    return VUnicodeString(result);
-}
-
 VUnicodeString Unescaped(const VUnicodeString& field) {
     return VRemoveEscapes(field, u"\\");
 }
@@ -55,8 +41,11 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
     const VStringArray fields = SplitFields(trimmed);
     if (fields.GetCount() < kFewestFields || fields.GetCount() > kMostFields) return button;
     button.function = GetKeyFunctionID(Unescaped(fields[0]));
-    button.text = Unescaped(Replaced(fields[1], u"\\r\\n", u"\\\r\\\n"));
-    button.label = Replaced(button.text, u"\r\n", u"");
+    VUnicodeString text = fields[1];
+    text.Replace(u"\\r\\n", u"\\\r\\\n");
+    button.text = Unescaped(text);
+    button.label = button.text;
+    button.label.Replace(u"\r\n", u"");
     button.argument1 = Unescaped(fields[2]);
     button.argument2 = Unescaped(fields[3]);
     if (fields.GetCount() == kMostFields) button.argument3 = Unescaped(fields[4]);

@@ -77,12 +77,13 @@ bool VProfileCapiString::Read(VProfileKey* key) {
     VUnicodeString plain = Unprotect(text);
     plain.SetState(Get().GetState());
     Edit() = plain;
+    unreadable = report.GetCode() == 0 ? VUnicodeString() : text;
     return true;
 }
 
 void VProfileCapiString::Save(VProfileKey& key, bool force) {
     if (!force && !IsMissing() && !IsChanged()) return;
-    WriteStored(key, Protect(Get()));
+    WriteStored(key, !unreadable.IsEmpty() && !IsChanged() ? unreadable : Protect(Get()));
     EditStored() = Get();
 }
 

@@ -29,8 +29,8 @@ class VProfileCapiString : public VProfileText {
     /// The result of the latest of the two; code 0 for success. Owned by the value.
     VReportMessageParams* GetLastReport() { return &report; }
 
-    /// What is stored and cannot be unprotected reads as the empty text and is not missing: it stays in the store until
-    /// another value is saved.
+    /// What is stored and cannot be unprotected reads as the empty text and is not missing: it stays in the store, and
+    /// goes along into copies, until another value is saved.
     bool Read(VProfileKey* key) override;
     void Save(VProfileKey& key, bool force) override;
 
@@ -39,6 +39,7 @@ class VProfileCapiString : public VProfileText {
     VUnicodeString FailFromSystem(std::uint32_t code);
 
     VReportMessageParams report;
+    VUnicodeString unreadable;  ///< the stored form that could not be unprotected
 };
 
 }  // namespace connectdialog

@@ -17,6 +17,8 @@ class VProfileEncodedString : public VProfileText {
     /// Sets the name and loads; an absent value is empty. Always true.
     bool Load(VProfileKey* key, const VUnicodeString& name) { return Load(key, name, VUnicodeString()); }
     bool Read(VProfileKey* key) override;
+    /// Counts as stored although nothing is: a Save without force leaves it so until it is changed.
+    void LeaveAbsent() { SetMissing(false); }
     void Save(VProfileKey& key, bool force) override;
 
     /// The text form of `bytes`, in their state.

@@ -10,10 +10,14 @@ void SetProfileFactoryGetter(ProfileFactoryGetter getter) {
     factoryGetter = getter;
 }
 
+VProfileStoreFactory* GetProfileFactory() {
+    return factoryGetter();
+}
+
 VProfileStore::VProfileStore(VProfileStoreFactory* factory) : VProfileStore(factory, false) {}
 VProfileStore::VProfileStore(bool readOnly) : VProfileStore(nullptr, readOnly) {}
 VProfileStore::VProfileStore(VProfileStoreFactory* factory, bool readOnly)
-    : impl((factory != nullptr ? factory : factoryGetter())->CreateStore()), readOnly(readOnly) {
+    : impl((factory != nullptr ? factory : GetProfileFactory())->CreateStore()), readOnly(readOnly) {
     root = std::make_unique<VProfileKey>(*this);
 }
 VProfileStore::~VProfileStore() {

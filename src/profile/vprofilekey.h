@@ -18,6 +18,8 @@ using ProfileFactoryGetter = VProfileStoreFactory* (*)();
 /// Tells where stores come from that are opened without an explicit factory. The getter is asked anew for each store;
 /// the factory stays the host's. Requires: called before the first such store is opened.
 void SetProfileFactoryGetter(ProfileFactoryGetter getter);
+/// The factory that a store without one of its own is opened with. Owned by the host.
+VProfileStoreFactory* GetProfileFactory();
 
 /// An open store and its root key.
 class VProfileStore {

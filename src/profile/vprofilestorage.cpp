@@ -27,6 +27,7 @@ void VProfileSz::WriteStored(VProfileKey& key, const VUnicodeString& value) {
 bool VProfileSz::Decode(VUnicodeString& value, const char* text, IProfileTextDecoder& decoder,
                         VReportMessageParams& report) {
     VNarrowString narrow;
+    narrow.MarkSensitive();  // the text may be a password
     if (decoder.DecodeText(narrow, text, report, 1)) {
         value = VUnicodeString(narrow);
         return true;

@@ -1,4 +1,4 @@
-// The names of the session tree in a profile store. Stored data depends on them: they never change.
+// The names of the session database in a profile store. Stored data depends on them: they never change.
 #pragma once
 
 namespace connectdialog {
@@ -13,5 +13,15 @@ inline constexpr char16_t kDefaultSession[] = u"Default";
 inline constexpr char16_t kIsSessionValue[] = u"Is Session";
 /// A value of kFolderDataKey: the folder is shown open.
 inline constexpr char16_t kIsExpandedValue[] = u"Is Expanded";
+
+/// The key above all firewalls.
+inline constexpr char16_t kFirewallsKey[] = u"Firewalls";
+/// The name that stands for no firewall. It has no key.
+inline constexpr char16_t kNoFirewall[] = u"None";
+
+/// The key of the button bars; each is a value.
+inline constexpr char16_t kButtonBarsKey[] = u"ButtonBarV3";
+/// The bar that every user has.
+inline constexpr char16_t kDefaultButtonBar[] = u"Default";
 
 }  // namespace connectdialog

@@ -1,5 +1,6 @@
 #include "sessiondb/buttonbarupgrade.h"
 
+#include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "menutoolbar/profileuserbuttonmap.h"
 #include "profile/iprofilestore.h"
@@ -9,26 +10,28 @@ namespace connectdialog {
 
 namespace {
 constexpr char16_t kFormerKey[] = u"ButtonBarV2";
+constexpr std::uint32_t kAbsent = 2;
 constexpr char16_t kFirstKey[] = u"ButtonBar";
-constexpr char16_t kDefaultBar[] = u"Default";
 
-/// The key is never taken away again, and each session that is loaded asks.
-bool isKnownToBeDone = false;
+/// Where it is known to be done: the key is never taken away again, and each session that is loaded asks.
+const VProfileStoreFactory* doneIn = nullptr;
 }  // namespace
 
 void ForgetButtonBarUpgrade() {
-    isKnownToBeDone = false;
+    doneIn = nullptr;
 }
 
 void UpgradeButtonBars() {
-    if (isKnownToBeDone) return;
+    if (doneIn != nullptr && doneIn == GetProfileFactory()) return;
     VProfileStore store;
     VProfileKey* root = store.GetRootKey();
-    isKnownToBeDone = root->KeyExists(kButtonBarsKey);
-    if (isKnownToBeDone) return;
+    if (root->KeyExists(kButtonBarsKey)) {
+        doneIn = GetProfileFactory();
+        return;
+    }
     const char16_t* const source = root->KeyExists(kFormerKey) ? kFormerKey : kFirstKey;
     VStringArray names;
-    EnumerateButtonBars(source, names);
+    if (!EnumerateButtonBars(source, names)) return;  // damaged: moved when it was mended, and not lost now
     VProfileKey from(root, source, 0);
     VProfileKey to(root, kButtonBarsKey, 0);
     for (const VUnicodeString& name : names) {
@@ -38,7 +41,7 @@ void UpgradeButtonBars() {
     }
 }
 
-void EnumerateButtonBars(const char16_t* source, VStringArray& names) {
+bool EnumerateButtonBars(const char16_t* source, VStringArray& names) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), source, 0);
     VProfileKeyIterator children(key, true);
@@ -47,10 +50,12 @@ void EnumerateButtonBars(const char16_t* source, VStringArray& names) {
     std::uint32_t kind = 0;
     while (children.NextWithKind(name, kind)) {
         if (kind != static_cast<std::uint32_t>(ProfileKind::kListEntry)) continue;
-        hasDefault = hasDefault || name == kDefaultBar;
+        hasDefault = hasDefault || name == kDefaultButtonBar;
         names.Add(name);
     }
-    if (!hasDefault) names.Add(VUnicodeString(kDefaultBar));
+    if (!hasDefault) names.Add(VUnicodeString(kDefaultButtonBar));
+    const std::uint32_t code = key.GetImpl()->GetLastReport()->GetCode();
+    return code == 0 || code == kAbsent;
 }
 
 }  // namespace connectdialog

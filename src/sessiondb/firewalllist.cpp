@@ -10,8 +10,6 @@
 namespace connectdialog {
 
 namespace {
-constexpr char16_t kFirewallsKey[] = u"Firewalls";
-
 /// The names of all keys that may be firewalls; read before any is loaded, since loading may write.
 VStringArray ListFirewallKeys() {
     VStringArray names;
@@ -50,7 +48,7 @@ void EnumerateFirewalls(IBuffer& buffer) {
     names.Add(VUnicodeString(kNoFirewall));
     for (const VUnicodeString& name : ListFirewallKeys()) {
         UpgradeButtonBars();
-        if (VRef<FirewallConfig>::Adopt(LoadFirewall(name))) names.Add(name);
+        if (name != kNoFirewall && VRef<FirewallConfig>::Adopt(LoadFirewall(name))) names.Add(name);
     }
     names.WriteTo(&buffer);
 }

@@ -2,14 +2,12 @@
 #pragma once
 
 #include "foundation/vunicodestring.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
 
 class FirewallConfig;
 class IBuffer;
-
-/// Stands for no firewall and has no key.
-inline constexpr char16_t kNoFirewall[] = u"None";
 
 /// The key of a firewall; an empty name gives the key above all of them.
 VUnicodeString BuildFirewallKeyPath(const VUnicodeString& name);

@@ -12,6 +12,7 @@
 #include "foundation/vstringarray.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
+#include "sessiondb/buttonbarupgrade.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
 
@@ -167,6 +168,7 @@ VRef<ISessionConfig> LoadSessionEntry(const VUnicodeString& path, const VUnicode
 }
 
 VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
+    UpgradeButtonBars();
     VProfileStore store(true);
     const VUnicodeString keyPath = BuildSessionKeyPath(path);
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);

@@ -271,8 +271,8 @@ const Client* FindClient(LaunchClient id) {
     return nullptr;
 }
 
-bool AddProxy(const ProtocolConfig& config, ProxyForm form, std::vector<std::string>& words,
-              VReportMessageParams& report) {
+bool AddProxy(const ProtocolConfig& config, ProxyForm form, LaunchCommand& command, VReportMessageParams& report) {
+    std::vector<std::string>& words = command.arguments;
     LaunchProxy proxy;
     if (!ReadLaunchProxy(config, proxy, report)) return false;
     if (proxy.version.empty()) return true;
@@ -290,6 +290,8 @@ bool AddProxy(const ProtocolConfig& config, ProxyForm form, std::vector<std::str
         report.AddInsert(config.GetSettings().sshJumpHost.GetName().GetData());
         return false;
     }
+    if (command.note.empty())
+        command.note = u"The way leads through a proxy: netcat (the package netcat-openbsd) finds it.";
     // A shell runs it: the quotes are for the brackets of a numeric address.
     words.insert(words.end(), {"-o", "ProxyCommand=nc -X " + proxy.version + " -x '" + proxy.address + "' %h %p"});
     return true;
@@ -304,7 +306,7 @@ bool FillLaunchCommand(const ProtocolConfig& config, LaunchCommand& command, VRe
     command.package = client->package;
     command.note = client->note;
     Arguments arguments(config, command.arguments, report);
-    return AddProxy(config, client->proxy, command.arguments, report) && client->fill(arguments);
+    return AddProxy(config, client->proxy, command, report) && client->fill(arguments);
 }
 
 }  // namespace connectdialog

@@ -5,6 +5,7 @@
 #include "config/sessiondbhooks.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "resources/storenames.h"
 #include "suite/protocols/launchchecks.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
@@ -58,7 +59,7 @@ bool ReadLaunchProxy(const ProtocolConfig& config, LaunchProxy& proxy, VReportMe
     if (config.GetTraits().target != ProtocolTarget::kHost) return true;
     VUnicodeString name;
     config.GetRemoteHost().GetFirewallName(name);
-    if (name.IsEmpty() || name.EqualsNoCase(kFirewallTypes[0].name)) return true;
+    if (name == kNoFirewall) return true;
     // Asked by its name: the session's own object may belong to a name that was changed since.
     const auto firewall = VRef<IFirewallUI>::Adopt(GetSessionDbHooks()->LoadFirewall(name));
     if (!firewall) return report.Fail(kLaunchNoFirewall, name.GetData());

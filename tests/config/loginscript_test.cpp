@@ -135,6 +135,13 @@ TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {
         WithKey(u"Sessions\\s", [&](VProfileKey& key) { session->Save(key, true); });
     }
     EXPECT_EQ(watch.GetResidues(), 0);
+    const auto unread = Load([](VProfileKey& key) { key.WriteString(u"Login Script", u"CAPI:00"); });
+    WithKey(u"Sessions\\s", [&](VProfileKey& key) {
+        key.GetImpl()->DeleteValue(u"Login Script V2");
+        unread->Save(key, false);
+        VUnicodeString text;
+        EXPECT_FALSE(key.ReadString(u"Login Script V2", text)) << "or the older form would never be looked at again";
+    });
     unsetenv("XDG_DATA_HOME");
     unsetenv("DBUS_SESSION_BUS_ADDRESS");
 }

@@ -83,7 +83,7 @@ TEST_F(CapiStringTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
             if (row.cause != 0) {
                 EXPECT_EQ(VUnicodeString(report.GetInserts()[1]), VReportMessageParams(row.cause).GetTextOneLine());
             }
-            value.Save(key, false);
+            value.Save(key, true);
             EXPECT_EQ(Stored(key), row.text);
             value.Set(u"new");
             value.Save(key, false);

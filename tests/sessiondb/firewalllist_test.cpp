@@ -107,7 +107,7 @@ TEST_F(FirewallListTest, APasswordOfAnOlderVersionIsRewrittenOnceItCanBeRead) {
         VUnicodeStringI password;
         EXPECT_EQ(firewall->GetPassword(&password), text == readable);
         EXPECT_EQ(password, text == readable ? u"s3cret" : u"");
-        WithKey(u"Firewalls\\f", [&](VProfileKey& key) { firewall->Save(key, false); });
+        EXPECT_TRUE(SaveFirewall(*firewall));
         EXPECT_EQ(StoredText(u"f", u"Firewall Password").View().starts_with(u"CAPI:"), text != readable)
             << "what cannot be read now stays as it is";
     }

@@ -31,7 +31,9 @@ Failure OpenFirewall(const std::string& argument, VRef<FirewallConfig>& firewall
     VUnicodeString name;
     if (Failure failure = DecodeArgument(argument, name)) return failure;
     if (name == kNoFirewall) return Quoted(name) + " stands for no firewall";
-    if (!name.IsEmpty()) firewall = VRef<FirewallConfig>::Adopt(LoadFirewall(name));
+    // A name of several levels would be a key that the list never shows.
+    if (CheckSessionNameText(name) == SessionNameFault::kNone)
+        firewall = VRef<FirewallConfig>::Adopt(LoadFirewall(name));
     return firewall ? Failure(kDone) : "there is no firewall " + Quoted(name);
 }
 
@@ -76,6 +78,13 @@ Failure ReadValue(const FirewallArguments& arguments, VUnicodeString& value) {
     return VNarrowString(value) == input ? Failure(kDone) : "standard input is not UTF-8";
 }
 
+Failure SetValue(VProfileData& setting, const VUnicodeString& value, bool isFromInput) {
+    auto* const password = dynamic_cast<FirewallPassword*>(&setting);
+    if (password == nullptr || !isFromInput) return SetSettingText(setting, value);
+    password->SetPassword(value);
+    return kDone;
+}
+
 Failure Set(const FirewallArguments& arguments) {
     VRef<FirewallConfig> firewall;
     VUnicodeString name;
@@ -86,11 +95,7 @@ Failure Set(const FirewallArguments& arguments) {
     if (setting == nullptr) return "a firewall has no setting " + Quoted(name);
     if (Failure failure = ReadValue(arguments, value)) return failure;
     if (Failure failure = CheckType(*setting, value)) return failure;
-    if (auto* password = dynamic_cast<FirewallPassword*>(setting); password != nullptr && !arguments.hasValue) {
-        password->Set(value);
-        return Store(*firewall);
-    }
-    if (Failure failure = SetSettingText(*setting, value)) return failure;
+    if (Failure failure = SetValue(*setting, value, !arguments.hasValue)) return failure;
     return Store(*firewall);
 }
 
@@ -99,9 +104,9 @@ Failure New(const FirewallArguments& arguments) {
     if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
     if (const SessionNameFault fault = CheckSessionNameText(name); fault != SessionNameFault::kNone)
         return platform::ToNarrow(DescribeSessionNameFault(fault, name));
-    VRef<FirewallConfig> firewall;
-    if (!OpenFirewall(arguments.name, firewall)) return "there is a firewall " + Quoted(name) + " already";
     if (name.EqualsNoCase(kNoFirewall)) return Quoted(name) + " stands for no firewall";
+    if (VProfileStore(true).GetRootKey()->KeyExists(BuildFirewallKeyPath(name).GetData()))
+        return "there is a firewall " + Quoted(name) + " already";
     return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr)));
 }
 

@@ -15,6 +15,9 @@ namespace connectdialog::connectctl {
 
 namespace {
 
+/// The protected form of a text of kMostInputBytes: each unit of it is four digits, and the head some more.
+constexpr std::size_t kMostProtectedBytes = 4 * kMostInputBytes + 1024;
+
 Failure FailureOf(VReportMessageParams& report) {
     std::string text = "standard input is ";
     if (report.GetCode() == kReportOddDigits) return text + "no protected text: a digit is missing";
@@ -36,7 +39,7 @@ Failure Protect() {
 
 Failure Unprotect() {
     VNarrowString input;
-    if (Failure failure = ReadStandardInput(input)) return failure;
+    if (Failure failure = ReadStandardInput(input, kMostProtectedBytes)) return failure;
     DropLineEnd(input);
     VProfileCapiString value;
     VUnicodeString text = value.Unprotect(VUnicodeString(input));

@@ -66,7 +66,7 @@ Account GetOwnAccount(Account::Kind kind) {
 
 std::u16string GetHostName() {
     char name[HOST_NAME_MAX + 1] = {};
-    if (gethostname(name, HOST_NAME_MAX) != 0) return {};
+    if (gethostname(name, sizeof name) != 0) return {};
     const std::string_view whole = name;
     return ToWide(whole.substr(0, whole.find('.')));
 }

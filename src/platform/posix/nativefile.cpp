@@ -65,7 +65,8 @@ bool MakeFolders(const std::string& path, mode_t mode) {
 
 bool SyncFolder(const std::string& folder) {
     const OwnedDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return (descriptor.number >= 0 && fsync(descriptor.number) == 0) || FailFromErrno();
+    // Some file systems have no such thing as a folder to be synced: what stands there is as durable as it gets.
+    return (descriptor.number >= 0 && (fsync(descriptor.number) == 0 || errno == EINVAL)) || FailFromErrno();
 }
 
 std::string ResolveLink(const std::string& path) {

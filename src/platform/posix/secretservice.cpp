@@ -217,7 +217,12 @@ ServiceAnswer AskService(const UserKeyId* id, UserKey& key) {
     if (f == nullptr) return ServiceAnswer::kNoService;
     const auto question = std::make_shared<Question>(*f, id);
     std::thread thread = StartQuietly([question] {
-        const ServiceAnswer answer = question->Ask();
+        ServiceAnswer answer = ServiceAnswer::kNoService;
+        try {
+            answer = question->Ask();
+        } catch (const std::bad_alloc&) {
+            // No room for a key: as without a service. Nothing may leave this thread.
+        }
         const std::lock_guard lock(question->mutex);
         question->answer = answer;
         question->answered.notify_all();
