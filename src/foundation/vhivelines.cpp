@@ -113,26 +113,27 @@ bool VHiveLines::TakeHexNumber(std::size_t maxDigits, std::uint32_t& number) {
     return digits >= 1 && digits <= maxDigits;
 }
 
-bool VHiveLines::TakeContinuation() {
+bool VHiveLines::TakeContinuation(std::u16string& remarks) {
     const VHiveLines mark = *this;
-    std::u16string remarks;
-    if (TakeCharacter(u'\\') && TakeEnd(remarks) && !AtEnd()) {
+    std::u16string found;
+    if (TakeCharacter(u'\\') && TakeEnd(found) && !AtEnd()) {
         StepOverLineBreak();
+        remarks += found;
         return true;
     }
     *this = mark;
     return false;
 }
 
-bool VHiveLines::TakeBytes(std::vector<std::uint8_t>& bytes) {
-    while (TakeContinuation()) {
+bool VHiveLines::TakeBytes(std::vector<std::uint8_t>& bytes, std::u16string& remarks) {
+    while (TakeContinuation(remarks)) {
     }
     for (char16_t next = Peek(); next != u'\0' && next != u';'; next = Peek()) {
         std::uint32_t byte = 0;
         if (!TakeHexNumber(2, byte)) return false;
         bytes.push_back(static_cast<std::uint8_t>(byte));
         const bool hasComma = TakeCharacter(u',');
-        while (hasComma && TakeContinuation()) {
+        while (hasComma && TakeContinuation(remarks)) {
         }
         if (!hasComma) break;
     }

@@ -40,8 +40,9 @@ class VHiveLines {
     bool TakeKey(std::u16string_view& path);
     /// One to `maxDigits` hex digits, and no more.
     bool TakeHexNumber(std::size_t maxDigits, std::uint32_t& number);
-    /// Bytes up to the end of the line, or of those that continue it; there may be none, and a comma may end them.
-    bool TakeBytes(std::vector<std::uint8_t>& bytes);
+    /// Bytes up to the end of the line, or of those that continue it, whose comments are added to `remarks`; there may
+    /// be none, and a comma may end them.
+    bool TakeBytes(std::vector<std::uint8_t>& bytes, std::u16string& remarks);
     /// The end of the line, or a comment up to there, which is added to `remarks`. It stays.
     bool TakeEnd(std::u16string& remarks);
 
@@ -49,7 +50,7 @@ class VHiveLines {
     void SkipBlanks();
     void StepOverLineBreak();
     bool IsAtLineBreak() const { return text[position] == u'\n' || text[position] == u'\r'; }
-    bool TakeContinuation();
+    bool TakeContinuation(std::u16string& remarks);
 
     std::u16string_view text;
     std::size_t position = 0;

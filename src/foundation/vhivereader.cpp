@@ -178,7 +178,7 @@ HiveReader::Fault HiveReader::ReadHex(VHiveValue& value) {
         return u"hex( is not followed by the number of a type and )";
     }
     if (!cursor.TakeCharacter(u':')) return u"hex is not followed by :";
-    if (!cursor.TakeBytes(value.data)) return u"the bytes are not two-digit hex numbers between commas";
+    if (!cursor.TakeBytes(value.data, remarks)) return u"the bytes are not two-digit hex numbers between commas";
     if (isNarrow && IsText(value.type)) value.data = Widen(value.data);
     return nullptr;
 }

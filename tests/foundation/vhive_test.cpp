@@ -177,9 +177,10 @@ TEST(HiveReader, RemovalsTakeAwayWhatStandsAbove) {
 
 TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
     VHiveTree tree;
-    const std::string bytes = std::string(kFirst) +
-                              "; by the administrator\n[HKEY_LOCAL_MACHINE\\B]\n\"n\"=hex(8):00,01\n; two\n; lines\n"
-                              "@=\"x\"\n[HKEY_LOCAL_MACHINE\\a\\c] ; behind\n; the end";
+    const std::string bytes =
+        std::string(kFirst) +
+        "; by the administrator\n[HKEY_LOCAL_MACHINE\\B]\n\"n\"=hex(8):00,\\ ; here\n01\n; two\n; lines\n"
+        "@=\"x\"\n[HKEY_LOCAL_MACHINE\\a\\c] ; behind\n; the end";
     ASSERT_EQ(Told(ReadHive(bytes, tree)), "");
     for (const char* more : {"; more\n[HKEY_LOCAL_MACHINE\\B]\n", "; more\n[HKEY_LOCAL_MACHINE\\B]\n; end\n"}) {
         ASSERT_EQ(Told(ReadHive(kFirst + std::string(more), tree)), "");
@@ -192,7 +193,7 @@ TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
                   "@=\"x\"\r\n"
                   "\"long\"=hex:ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,ab,\\\r\n"
                   "  ab,ab,ab,ab,ab,ab,ab,ab,ab\r\n"
-                  "\"n\"=hex(8):00,01\r\n\r\n; the end\r\n; end\r\n");
+                  "; here\r\n\"n\"=hex(8):00,01\r\n\r\n; the end\r\n; end\r\n");
 }
 
 TEST(HiveTree, WhatAHostileFileCanClaimIsBounded) {
