@@ -44,6 +44,7 @@ TEST_F(FileTimeTest, TellsTheCalendarUpToItsBorders) {
 
 TEST_F(FileTimeTest, ComparesAndSubtracts) {
     EXPECT_EQ(VCompareFileTimes(1, 2), -1);
+    EXPECT_EQ(VCompareFileTimes(2, 2), 0);
     EXPECT_EQ(VCompareFileTimes(~VFileTime{0}, 2), 1);
     EXPECT_EQ(VSubtractFileTimes(3 * kSecond - 1, kSecond), 1);
     EXPECT_EQ(VSubtractFileTimes(kSecond, 3 * kSecond - 1), -1);

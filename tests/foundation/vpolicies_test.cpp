@@ -167,6 +167,7 @@ TEST(Path, SplittingGivesFolderAndLeaf) {
         {u"c:\\", u"", u""},
         {u"c:\\a", u"c:", u"a"},
         {u"a\\\\b", u"a\\", u"b"},
+        {u"\\\\", u"\\", u""},
         {u"", u"", u""},
     };
     for (const auto& row : kRows) {

@@ -192,6 +192,24 @@ TEST(StoreProcesses, AWriterThatWaitsTooLongFailsAndLosesNothing) {
     EXPECT_EQ(DumpStore(*factory, {u"mine", u"theirs"}), "k 5\n  .mine=3\n  .theirs=2\n");
 }
 
+TEST(StoreProcesses, AKeyThatAnotherMadeAnewIsFoundWhereItIsNow) {
+    const TemporaryFolder folder;
+    const Factory mine = OpenFile(folder / "store.db");
+    const Factory theirs = OpenFile(folder / "store.db");
+    const auto theyDelete = [&] {
+        VProfileStore store(theirs.get());
+        EXPECT_TRUE(store.GetRootKey()->DeleteKey(u"f"));
+        EXPECT_TRUE(store.Close());
+    };
+    ASSERT_TRUE(WriteDwords(*mine, u"f\\k", {u"a"}, 1));
+    EXPECT_EQ(ReadDwordOr(*mine, u"f\\k", u"a", 0), 1U);
+    theyDelete();
+    ASSERT_TRUE(WriteDwords(*theirs, u"f\\k", {u"a"}, 2));
+    EXPECT_EQ(ReadDwordOr(*mine, u"f\\k", u"a", 0), 2U);
+    theyDelete();
+    EXPECT_EQ(ReadDwordOr(*mine, u"f\\k", u"a", 0), 0U);
+}
+
 /// What another user finds at a store: the code of what is refused.
 std::uint32_t CodeForAStranger(const std::string& path) {
     ChildProcess child([&](ChildProcess& parent) {
