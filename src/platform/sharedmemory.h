@@ -19,7 +19,7 @@ namespace connectdialog::platform {
 
 /// The size that attaches to memory that others have made, whatever its size.
 inline constexpr std::uint64_t kExistingSize = ~std::uint64_t{0};
-inline constexpr std::uint64_t kLargestSharedMemory = 256 * 1024 * 1024;
+inline constexpr std::uint64_t kLargestSharedMemory = std::uint64_t{256} << 20;
 
 struct SharedMemory {
     FileHandle mapping = kInvalidFile;

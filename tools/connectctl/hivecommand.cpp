@@ -89,7 +89,9 @@ void PrintKey(const VHiveKey& key, const std::string& indent) {
         std::string type;
         std::string text;
         DescribeHiveValue(entry.value, type, text);
-        PrintLine(indent + (name.empty() ? "@" : Printable(name)) + '\t' + type + '\t' + text);
+        std::string line = indent + (name.empty() ? "@" : Printable(name));
+        for (const std::string& field : {type, text}) line.append(1, '\t').append(field);
+        PrintLine(line);
     }
     for (const auto& [name, child] : key.children) {
         PrintLine(indent + Printable(name) + '\\');
