@@ -102,8 +102,8 @@ class IProfileKeyImpl {
 
     /// A handle on a subkey, owned by the caller; never null. An empty name is the key itself. `reserved` is 0.
     virtual IProfileKeyImpl* OpenChild(const char16_t* name, std::uint32_t reserved, std::uint32_t folder) = 0;
-    /// Owned by the caller; never null. An iterator by kind gives the values that are lists of strings first, and answers
-    /// kListEntry for them and for children that are sessions.
+    /// Owned by the caller; never null. An iterator by kind gives the values that are lists of strings first, and
+    /// answers kListEntry for them and for children that are sessions.
     virtual IProfileIteratorImpl* CreateIterator(bool byKind) = 0;
 };
 
@@ -120,8 +120,8 @@ class IProfileStoreImpl {
     /// Makes durable what all stores wrote so far; their units go on. On failure: false, and what was written is gone:
     /// the store is as it was after the last commit.
     virtual bool Commit() = 0;
-    /// Drops what all stores wrote since the last commit. Open keys stay usable and read the state before. Another store
-    /// that takes part has lost its writes with it: it refuses more (code 1223), and its Close is false, until it
+    /// Drops what all stores wrote since the last commit. Open keys stay usable and read the state before. Another
+    /// store that takes part has lost its writes with it: it refuses more (code 1223), and its Close is false, until it
     /// abandons too. So half of what it did can never become durable. The same goes for a Commit that fails.
     virtual void Abandon() = 0;
     /// Ends this handle's part; the last one commits. Keys opened from it must be closed before. A second call does
