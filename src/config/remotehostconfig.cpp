@@ -36,7 +36,7 @@ RemoteHostConfig::RemoteHostConfig(VProfileKey* key) {
     username.Edit().MarkSensitive();  // before loading: the stored copy shares the buffer
     username.Load(key, u"Username"_v, VUnicodeString());
     // Emptied in memory only: the session shows as changed, and its next save erases the stored name.
-    if (!IsSaveUsernamesAllowed(nullptr, nullptr)) username.Edit().Empty();
+    if (!VCanSaveUsernames(nullptr, nullptr)) username.Edit().Empty();
 }
 
 RemoteHostConfig::RemoteHostConfig(const RemoteHostConfig& other)

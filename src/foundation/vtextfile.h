@@ -21,7 +21,7 @@ enum class LineEnding : std::uint32_t { kCrLf = 0, kCr = 1, kLf = 2, kCrLfToo = 
 /// What is malformed in the local encoding becomes U+FFFD; in UTF-8 it ends the reading (see ReadLine).
 class VTextFile : public VFile {
   public:
-    static constexpr std::size_t kLongestLine = 16 * 1024 * 1024;
+    static constexpr std::size_t kLongestLine = std::size_t{16} << 20;
 
     /// Before opening. At first the encoding is unknown, the line ending kCrLf, and nothing is locked.
     void SetEncoding(TextEncoding id) { encoding = id; }

@@ -14,8 +14,8 @@ template <class Owner>
 using MemberAccess = VProfileData& (*)(Owner& owner);
 
 /// The row of a data member that is a VProfileData: `Member<SessionConfig, &SessionConfig::useTitleBar>`.
-// NOLINTNEXTLINE(readability-identifier-naming): reads as the row that it is
 template <class Owner, auto member>
+// NOLINTNEXTLINE(readability-identifier-naming): reads as the row that it is
 inline constexpr MemberAccess<Owner> Member = [](Owner& owner) -> VProfileData& { return owner.*member; };
 
 /// Derived lists its members once, in storage order, in a function

@@ -25,7 +25,7 @@ struct TreeEntry;
 /// replace. Reads outside a unit are transactions of their own.
 class SqliteTree : public StoreTree {
   public:
-    SqliteTree(std::string path, const SqliteStoreOptions& options) : file(std::move(path), options) {}
+    SqliteTree(const std::string& path, const SqliteStoreOptions& options) : file(path, options) {}
     ~SqliteTree() override;
 
     NodePtr GetRoot() override;

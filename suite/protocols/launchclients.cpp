@@ -36,7 +36,7 @@ class Arguments {
     bool User(std::string_view option);
     bool Host();
     /// For clients that read `host:path` or a URL: a numeric address needs its brackets.
-    bool HostInBrackets(std::string before, std::string_view percent);
+    bool HostInBrackets(const std::string& before, std::string_view percent);
     bool SshKeyAndJump();
     bool SshSwitches();
     bool RemoteCommand();
@@ -98,7 +98,7 @@ bool Arguments::Host() {
     return HostText(host) && Word(platform::ToNarrow(host));
 }
 
-bool Arguments::HostInBrackets(std::string before, std::string_view percent) {
+bool Arguments::HostInBrackets(const std::string& before, std::string_view percent) {
     VUnicodeString host;
     if (!HostText(host)) return false;
     std::string address = platform::ToNarrow(host);
