@@ -59,7 +59,7 @@ TEST_F(FileTimeTest, LocalTimeFollowsTheRulesOfTheMoment) {
     } rows[] = {
         {"UTC", kLeapDay, u"2024-02-29 03:04:05"},
         {"Europe/Berlin", kLeapDay, u"2024-02-29 04:04:05"},
-        {"Europe/Berlin", kLeapDay + 180 * 86400 * kSecond, u"2024-08-27 05:04:05"},
+        {"Europe/Berlin", kLeapDay + kSecond * 86400 * 180, u"2024-08-27 05:04:05"},
         {"America/St_Johns", platform::kUnixEpoch, u"1969-12-31 20:30:00"},
         {"XST+10", 0, u""},
         {"XST-10", 0, u"1601-01-01 10:00:00"},

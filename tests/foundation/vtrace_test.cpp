@@ -55,7 +55,7 @@ class TraceTest : public testing::Test {
 TEST_F(TraceTest, GoesToTheTemporaryFolderAnewAtEachRun) {
     for (const char* end : {"", "/"}) {
         EXPECT_EQ(TraceAfter([&] { setenv("TEMP", (folder.GetPath().string() + end).c_str(), 1); }), 0);
-        EXPECT_EQ(ReadLines(folder.Name(leaf.c_str())), expected);
+        EXPECT_EQ(ReadLines(folder.Name(leaf)), expected);
     }
 }
 
@@ -65,7 +65,7 @@ TEST_F(TraceTest, GoesToTheStateFolderWhenNoTemporaryFolderIsNamed) {
                   setenv("XDG_STATE_HOME", (folder.GetPath() / "state").c_str(), 1);
               }),
               0);
-    EXPECT_EQ(ReadLines(folder.Name(("state/brennmark/" + leaf).c_str())), expected);
+    EXPECT_EQ(ReadLines(folder.Name("state/brennmark/" + leaf)), expected);
 }
 
 TEST_F(TraceTest, LeavesAloneWhatALinkPointsTo) {
@@ -86,7 +86,7 @@ TEST_F(TraceTest, NeverFailsItsCaller) {
                   std::signal(SIGXFSZ, SIG_IGN);
               }),
               0);
-    EXPECT_EQ(folder.Read(leaf.c_str()).size(), 10U);
+    EXPECT_EQ(folder.Read(leaf).size(), 10U);
 }
 
 }  // namespace
