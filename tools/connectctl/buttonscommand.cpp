@@ -72,13 +72,7 @@ void DeclareBar(CLI::App& parser, ButtonsArguments& arguments) {
     parser.add_option("BAR", arguments.bar, "The button bar; \"Default\" when left out");
 }
 
-struct ButtonsCommand {
-    const char* name;
-    const char* summary;
-    void (*declare)(CLI::App& parser, ButtonsArguments& arguments);
-    Failure (*run)(const ButtonsArguments& arguments);
-};
-constexpr ButtonsCommand kButtonsCommands[] = {
+constexpr Subcommand<ButtonsArguments> kButtonsCommands[] = {
     {"ls", "List the button bars", DeclareNothing, List},
     {"show", "Print the buttons of a bar: function, label and arguments", DeclareBar, Show},
     {"check", "Tell which lines of a bar are no working buttons", DeclareBar, Check},
@@ -87,7 +81,7 @@ constexpr ButtonsCommand kButtonsCommands[] = {
 }  // namespace
 
 CommandBody DeclareButtons(CLI::App& parser) {
-    return DeclareSubcommands<ButtonsArguments>(parser, kButtonsCommands);
+    return DeclareSubcommands(parser, kButtonsCommands);
 }
 
 }  // namespace connectdialog::connectctl

@@ -132,13 +132,7 @@ void DeclareSettingAndValue(CLI::App& parser, FirewallArguments& arguments) {
         ->each([&arguments](const std::string&) { arguments.hasValue = true; });
 }
 
-struct FirewallCommand {
-    const char* name;
-    const char* summary;
-    void (*declare)(CLI::App& parser, FirewallArguments& arguments);
-    Failure (*run)(const FirewallArguments& arguments);
-};
-constexpr FirewallCommand kFirewallCommands[] = {
+constexpr Subcommand<FirewallArguments> kFirewallCommands[] = {
     {"ls", "List the firewalls", DeclareNothing, List},
     {"show", "Print the settings of a firewall", AddName, Show},
     {"set", "Change one setting of a firewall", DeclareSettingAndValue, Set},
@@ -149,7 +143,7 @@ constexpr FirewallCommand kFirewallCommands[] = {
 }  // namespace
 
 CommandBody DeclareFirewall(CLI::App& parser) {
-    return DeclareSubcommands<FirewallArguments>(parser, kFirewallCommands);
+    return DeclareSubcommands(parser, kFirewallCommands);
 }
 
 }  // namespace connectdialog::connectctl

@@ -138,8 +138,6 @@ Failure Export(const HiveArguments& arguments) {
     return FileFailure(isInTheWay ? name + u".new" : name);
 }
 
-using Run = Failure (*)(const HiveArguments&);
-
 void AddKey(CLI::App& parser, HiveArguments& arguments, bool isRequired = true) {
     parser.add_option("KEY", arguments.key, "Names below the hive's root joined by \\")->required(isRequired);
 }
@@ -172,13 +170,7 @@ void DeclareSubtree(CLI::App& parser, HiveArguments& arguments) {
     AddKey(parser, arguments, false);
 }
 
-struct HiveCommand {
-    const char* name;
-    const char* summary;
-    void (*declare)(CLI::App& parser, HiveArguments& arguments);
-    Run run;
-};
-constexpr HiveCommand kHiveCommands[] = {
+constexpr Subcommand<HiveArguments> kHiveCommands[] = {
     {"get", "Print one value", DeclareGetValue, Get},
     {"set", "Change one value; its key is made when it is missing", DeclareSetValue, Set},
     {"delete", "Delete a value, or without a name the key with all below it", DeclareDelete, Delete},

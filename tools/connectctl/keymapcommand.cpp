@@ -170,13 +170,7 @@ void AddFiles(CLI::App& parser, KeymapArguments& arguments) {
     parser.add_option("OUT", arguments.out, "The file to be written; one that is there is replaced")->required();
 }
 
-struct KeymapCommand {
-    const char* name;
-    const char* summary;
-    void (*declare)(CLI::App& parser, KeymapArguments& arguments);
-    Failure (*run)(const KeymapArguments& arguments);
-};
-constexpr KeymapCommand kKeymapCommands[] = {
+constexpr Subcommand<KeymapArguments> kKeymapCommands[] = {
     {"check", "Tell what is wrong in a keymap file", AddFile, Check},
     {"show", "Print the bindings of a keymap file or of a session", AddFileOrPath, Show},
     {"convert", "Write a keymap file afresh: UTF-8, sorted, without comments", AddFiles, Convert},

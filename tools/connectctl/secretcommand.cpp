@@ -1,8 +1,5 @@
 // secret: texts in the form in which the store keeps what only this user may read.
-#include <CLI/CLI.hpp>
-#include <array>
 #include <cstdio>
-#include <memory>
 
 #include "foundation/vnarrowstring.h"
 #include "platform/codepage.h"
@@ -10,6 +7,7 @@
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/standardinput.h"
+#include "tools/connectctl/subcommands.h"
 
 namespace connectdialog::connectctl {
 
@@ -25,7 +23,9 @@ Failure FailureOf(VReportMessageParams& report) {
     return text + platform::ToNarrow(report.GetInserts()[1]);
 }
 
-Failure Protect() {
+struct NoArguments {};
+
+Failure Protect(const NoArguments&) {
     VNarrowString input;
     if (Failure failure = ReadStandardInput(input)) return failure;
     const VUnicodeString text(input);
@@ -37,7 +37,7 @@ Failure Protect() {
     return kDone;
 }
 
-Failure Unprotect() {
+Failure Unprotect(const NoArguments&) {
     VNarrowString input;
     if (Failure failure = ReadStandardInput(input, kMostProtectedBytes)) return failure;
     DropLineEnd(input);
@@ -51,26 +51,18 @@ Failure Unprotect() {
     return kDone;
 }
 
-struct SecretCommand {
-    const char* name;
-    const char* summary;
-    Failure (*run)();
+void DeclareNothing(CLI::App&, NoArguments&) {}
+
+constexpr Subcommand<NoArguments> kSecretCommands[] = {
+    {"protect", "Print the text of standard input as the store keeps it, readable for this user alone", DeclareNothing,
+     Protect},
+    {"unprotect", "Print the text that protect was given", DeclareNothing, Unprotect},
 };
-constexpr std::array<SecretCommand, 2> kSecretCommands = {{
-    {"protect", "Print the text of standard input as the store keeps it, readable for this user alone", Protect},
-    {"unprotect", "Print the text that protect was given", Unprotect},
-}};
 
 }  // namespace
 
 CommandBody DeclareSecret(CLI::App& parser) {
-    parser.require_subcommand(1);
-    for (const SecretCommand& command : kSecretCommands) parser.add_subcommand(command.name, command.summary);
-    return [&parser]() -> Failure {
-        for (const SecretCommand& command : kSecretCommands)
-            if (parser.got_subcommand(command.name)) return command.run();
-        return kDone;
-    };
+    return DeclareSubcommands(parser, kSecretCommands);
 }
 
 }  // namespace connectdialog::connectctl
