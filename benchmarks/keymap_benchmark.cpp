@@ -3,7 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "foundation/vreportmessageparams.h"
@@ -12,12 +11,11 @@
 #include "keymap/keymap.h"
 #include "keymap/keymapwriter.h"
 #include "keymap/standardkeytable.h"
-#include "platform/paths.h"
+#include "scratchfile.h"
 
 namespace {
 
 using namespace connectdialog;
-namespace fs = std::filesystem;
 
 /// The i-th of all keys with all modifiers, so that bindings fill the map as real ones would.
 std::uint32_t SampleKey(std::size_t i) {
@@ -30,9 +28,9 @@ std::uint32_t SampleKey(std::size_t i) {
 }
 
 /// A keymap of sends, functions and programs, in a file. Keys that do not read back by name are given by number.
-class SampleFile {
+class SampleFile : public bench::ScratchFile {
   public:
-    explicit SampleFile(std::size_t lines) : path(fs::temp_directory_path() / "connectdialog_keymap_benchmark") {
+    explicit SampleFile(std::size_t lines) : ScratchFile("connectdialog_keymap_benchmark") {
         VTextFile file;
         file.SetEncoding(TextEncoding::kUtf8);
         file.Open(Name(), platform::kGenericWrite, platform::kCreateAlways);
@@ -45,16 +43,6 @@ class SampleFile {
             file.WriteLine(line);
         }
     }
-    SampleFile(const SampleFile&) = delete;
-    SampleFile& operator=(const SampleFile&) = delete;
-    ~SampleFile() {
-        std::error_code ignored;
-        fs::remove(path, ignored);
-    }
-    VUnicodeString Name() const { return VUnicodeString(platform::FromNativePath(path.string())); }
-
-  private:
-    fs::path path;
 };
 
 template <class Task>

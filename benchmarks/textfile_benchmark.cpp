@@ -5,25 +5,23 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include "foundation/vtextfile.h"
-#include "platform/paths.h"
+#include "scratchfile.h"
 
 namespace {
 
 using namespace connectdialog;
-namespace fs = std::filesystem;
 
 constexpr std::size_t kLines = 50'000;
 constexpr std::size_t kBlock = 4096;
 
 /// A file of lines such as settings and key maps have, in one encoding.
-class SampleFile {
+class SampleFile : public bench::ScratchFile {
   public:
     explicit SampleFile(TextEncoding encoding)
-        : path(fs::temp_directory_path() / ("connectdialog_benchmark_" + std::to_string(static_cast<int>(encoding)))) {
+        : ScratchFile("connectdialog_benchmark_" + std::to_string(static_cast<int>(encoding))) {
         VTextFile file;
         file.SetEncoding(encoding);
         file.SetLineEnding(LineEnding::kLf);
@@ -37,16 +35,6 @@ class SampleFile {
         file.Open(Name(), platform::kGenericRead | platform::kGenericWrite, platform::kCreateAlways);
         file.Write(std::u16string_view(lines));
     }
-    SampleFile(const SampleFile&) = delete;
-    SampleFile& operator=(const SampleFile&) = delete;
-    ~SampleFile() {
-        std::error_code ignored;
-        fs::remove(path, ignored);
-    }
-    VUnicodeString Name() const { return VUnicodeString(platform::FromNativePath(path.string())); }
-
-  private:
-    fs::path path;
 };
 
 std::size_t ReadLines(const SampleFile& sample) {

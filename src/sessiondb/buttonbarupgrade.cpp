@@ -3,6 +3,7 @@
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "menutoolbar/profileuserbuttonmap.h"
+#include "platform/lasterror.h"
 #include "profile/iprofilestore.h"
 #include "profile/vprofilekey.h"
 
@@ -10,7 +11,6 @@ namespace connectdialog {
 
 namespace {
 constexpr char16_t kFormerKey[] = u"ButtonBarV2";
-constexpr std::uint32_t kAbsent = 2;
 constexpr char16_t kFirstKey[] = u"ButtonBar";
 
 /// Where it is known to be done: the key is never taken away again, and each session that is loaded asks.
@@ -55,7 +55,7 @@ bool EnumerateButtonBars(const char16_t* source, VStringArray& names) {
     }
     if (!hasDefault) names.Add(VUnicodeString(kDefaultButtonBar));
     const std::uint32_t code = key.GetImpl()->GetLastReport()->GetCode();
-    return code == 0 || code == kAbsent;
+    return code == platform::kSuccess || code == platform::kFileNotFound;
 }
 
 }  // namespace connectdialog

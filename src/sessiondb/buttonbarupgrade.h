@@ -9,8 +9,7 @@ namespace connectdialog {
 class VStringArray;
 
 /// Fills the present key from the newest older one, unless the present one is there. The older keys stay. Called before
-/// anything that may read a session: once it was found done, this process does
-/// not look into that store again.
+/// anything that may read a session: once it was found done, this process does not look into that store again.
 void UpgradeButtonBars();
 /// The next call looks into the store again: another one may stand in its place.
 void ForgetButtonBarUpgrade();

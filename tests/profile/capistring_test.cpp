@@ -22,11 +22,6 @@ class CapiStringTest : public LibraryTest {
     ~CapiStringTest() override {
         for (const char* name : {"XDG_DATA_HOME", "TEMP", "DBUS_SESSION_BUS_ADDRESS"}) unsetenv(name);
     }
-    static VUnicodeString Stored(VProfileKey& key) {
-        VUnicodeString text = u"(absent)";
-        key.ReadString(u"V", text);
-        return text;
-    }
     TemporaryFolder folder;
 };
 
@@ -36,7 +31,7 @@ TEST_F(CapiStringTest, AValueIsStoredProtectedAndReadBack) {
         EXPECT_TRUE(value.Load(&key, u"V"_v, u"initial"_v));
         EXPECT_TRUE(value.IsMissing());
         value.Save(key, false);
-        const VUnicodeString first = Stored(key);
+        const VUnicodeString first = StoredText(key);
         EXPECT_TRUE(first.View().starts_with(u"CAPI:"));
         VProfileCapiString other;
         other.Load(&key, u"V"_v, VUnicodeString());
@@ -48,7 +43,7 @@ TEST_F(CapiStringTest, AValueIsStoredProtectedAndReadBack) {
         EXPECT_EQ(other.Unprotect(lower), u"initial");
         value.Set(u"");
         value.Save(key, false);
-        EXPECT_EQ(Stored(key), u"");
+        EXPECT_EQ(StoredText(key), u"");
         EXPECT_EQ(value.Protect(u""), u"");
         EXPECT_EQ(value.Unprotect(u""), u"");
     });
@@ -84,10 +79,10 @@ TEST_F(CapiStringTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
                 EXPECT_EQ(VUnicodeString(report.GetInserts()[1]), VReportMessageParams(row.cause).GetTextOneLine());
             }
             value.Save(key, true);
-            EXPECT_EQ(Stored(key), row.text);
+            EXPECT_EQ(StoredText(key), row.text);
             value.Set(u"new");
             value.Save(key, false);
-            EXPECT_EQ(value.Unprotect(Stored(key)), u"new");
+            EXPECT_EQ(value.Unprotect(StoredText(key)), u"new");
             EXPECT_EQ(value.GetLastReport()->GetCode(), 0U);
         });
     }
@@ -99,7 +94,7 @@ TEST_F(CapiStringTest, WithoutAKeyNothingIsStoredInPlace) {
         VProfileCapiString value;
         value.Load(&key, u"V"_v, u"hunter2"_v);
         value.Save(key, false);
-        EXPECT_EQ(Stored(key), u"") << "never the plain text";
+        EXPECT_EQ(StoredText(key), u"") << "never the plain text";
         EXPECT_EQ(value.GetLastReport()->GetCode(), kReportNotProtected);
     });
 }
@@ -116,7 +111,7 @@ TEST_F(CapiStringTest, NothingOfASensitiveTextIsLeftInFreedMemory) {
         value.Save(key, true);
         value.Load(&key, u"V"_v, VUnicodeString());
         EXPECT_EQ(value.Get(), kSecret);
-        VUnicodeString plain = value.Unprotect(Stored(key));
+        VUnicodeString plain = value.Unprotect(StoredText(key));
         plain.MarkSensitive();
     });
     EXPECT_EQ(watch.GetResidues(), 0);

@@ -189,14 +189,7 @@ TEST(BlowfishString, DrawsFromItsOwnSourceAndOutlivesAFailure) {
     EXPECT_EQ(string.DecipherBlowfish(string.EncipherBlowfish()), u"abc");
 }
 
-class EncipheredValueTest : public LibraryTest {
-  protected:
-    static VUnicodeString Stored(VProfileKey& key) {
-        VUnicodeString text = u"(absent)";
-        key.ReadString(u"V", text);
-        return text;
-    }
-};
+class EncipheredValueTest : public LibraryTest {};
 
 TEST_F(EncipheredValueTest, APasswordIsStoredEncipheredAndAnewWhenItMustBe) {
     WithKey(u"k", [](VProfileKey& key) {
@@ -206,12 +199,12 @@ TEST_F(EncipheredValueTest, APasswordIsStoredEncipheredAndAnewWhenItMustBe) {
         EXPECT_EQ(value.GetText(), u"initial");
         EXPECT_FALSE(value.IsChanged());
         value.Save(key, false);
-        const VUnicodeString first = Stored(key);
+        const VUnicodeString first = StoredText(key);
         EXPECT_TRUE(first.View().starts_with(u'u'));
         value.Save(key, false);
-        EXPECT_EQ(Stored(key), first) << "clean";
+        EXPECT_EQ(StoredText(key), first) << "clean";
         value.Save(key, true);
-        EXPECT_NE(Stored(key), first) << "equal texts differ in the store";
+        EXPECT_NE(StoredText(key), first) << "equal texts differ in the store";
 
         VProfileBlowfishString other;
         EXPECT_TRUE(other.Load(&key, u"V"_v, VUnicodeString()));
@@ -220,7 +213,7 @@ TEST_F(EncipheredValueTest, APasswordIsStoredEncipheredAndAnewWhenItMustBe) {
         other.SetText(u"");
         EXPECT_TRUE(other.IsChanged());
         other.Save(key, false);
-        EXPECT_EQ(Stored(key), u"") << "an empty password is an empty text";
+        EXPECT_EQ(StoredText(key), u"") << "an empty password is an empty text";
         EXPECT_TRUE(value.Read(&key));
         EXPECT_EQ(value.GetText(), u"");
         EXPECT_FALSE(value.Read(nullptr));
@@ -237,7 +230,7 @@ TEST_F(EncipheredValueTest, AScriptMovesAPasswordWithoutLearningIt) {
         VReportMessageParams report;
         VVariant variant;
         ASSERT_TRUE(from.GetVariant(variant, report));
-        EXPECT_EQ(variant.GetText(), Stored(key));
+        EXPECT_EQ(variant.GetText(), StoredText(key));
         VProfileBlowfishString to;
         ASSERT_TRUE(to.SetVariant(variant, report));
         EXPECT_EQ(to.GetText(), u"hunter2");
@@ -255,20 +248,20 @@ TEST_F(EncipheredValueTest, AScrambledTextHidesItselfAndReadsBack) {
         EXPECT_TRUE(value.Load(&key, u"V"_v));
         EXPECT_TRUE(value.IsMissing());
         value.Save(key, false);
-        EXPECT_EQ(Stored(key), u"");
+        EXPECT_EQ(StoredText(key), u"");
         value.Load(&key, u"V"_v);
         EXPECT_FALSE(value.IsMissing());
         EXPECT_EQ(value.Get(), u"");
         value.Set(u"expect\x1Fsénd");
         value.Save(key, false);
-        EXPECT_EQ(Stored(key).GetLength(), 8 + 2 * 12U);
+        EXPECT_EQ(StoredText(key).GetLength(), 8 + 2 * 12U);
         VProfileEncodedString other;
         other.Load(&key, u"V"_v);
         EXPECT_EQ(other.Get(), u"expect\x1Fsénd");
         EXPECT_FALSE(other.IsChanged());
-        const VUnicodeString first = Stored(key);
+        const VUnicodeString first = StoredText(key);
         other.Save(key, true);
-        EXPECT_NE(Stored(key), first);
+        EXPECT_NE(StoredText(key), first);
     });
     constexpr const char16_t* kRows[][2] = {
         {u"010203046063", u"aa"}, {u"0102030460636", u"aa"}, {u"0102030460zz63", u"a"}, {u"01020304", u""},

@@ -96,4 +96,10 @@ std::uint32_t ReadDwordOr(VProfileStoreFactory& factory, const char16_t* path, c
     return value;
 }
 
+VUnicodeString StoredText(VProfileKey& key) {
+    VUnicodeString text = u"(absent)";
+    key.ReadString(u"V", text);
+    return text;
+}
+
 }  // namespace connectdialog::test

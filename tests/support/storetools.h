@@ -34,4 +34,7 @@ void WithKey(const char16_t* path, const std::function<void(VProfileKey&)>& use)
 std::uint32_t ReadDwordOr(VProfileStoreFactory& factory, const char16_t* path, const char16_t* name,
                           std::uint32_t absent);
 
+/// The text of the value "V", or "(absent)".
+VUnicodeString StoredText(VProfileKey& key);
+
 }  // namespace connectdialog::test
