@@ -45,7 +45,8 @@ bool FirewallPassword::ReadOlderForm(VProfileKey& key, const VUnicodeString& tex
 }
 
 void FirewallPassword::Save(VProfileKey& key, bool force) {
-    if (unreadable.IsEmpty() || IsChanged()) return VProfileEncodedString::Save(key, force);
+    if (IsChanged()) unreadable.Empty();
+    if (unreadable.IsEmpty()) return VProfileEncodedString::Save(key, force);
     if (force) WriteStored(key, unreadable);
 }
 

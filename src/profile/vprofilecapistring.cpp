@@ -83,7 +83,8 @@ bool VProfileCapiString::Read(VProfileKey* key) {
 
 void VProfileCapiString::Save(VProfileKey& key, bool force) {
     if (!force && !IsMissing() && !IsChanged()) return;
-    WriteStored(key, !unreadable.IsEmpty() && !IsChanged() ? unreadable : Protect(Get()));
+    if (IsChanged()) unreadable.Empty();
+    WriteStored(key, unreadable.IsEmpty() ? Protect(Get()) : unreadable);
     EditStored() = Get();
 }
 

@@ -82,6 +82,7 @@ TEST_F(CapiStringTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
             EXPECT_EQ(StoredText(key), row.text);
             value.Set(u"new");
             value.Save(key, false);
+            value.Save(key, true);  // what could not be read must not come back
             EXPECT_EQ(value.Unprotect(StoredText(key)), u"new");
             EXPECT_EQ(value.GetLastReport()->GetCode(), 0U);
         });

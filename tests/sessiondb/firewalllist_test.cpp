@@ -110,6 +110,11 @@ TEST_F(FirewallListTest, APasswordOfAnOlderVersionIsRewrittenOnceItCanBeRead) {
         EXPECT_TRUE(SaveFirewall(*firewall));
         EXPECT_EQ(StoredText(u"f", u"Firewall Password").View().starts_with(u"CAPI:"), text != readable)
             << "what cannot be read now stays as it is";
+        panels.promptAnswer = u"new";
+        panels.promptSaves = true;
+        EXPECT_TRUE(firewall->GetPassword(&password));
+        EXPECT_TRUE(SaveFirewall(*firewall));
+        EXPECT_FALSE(StoredText(u"f", u"Firewall Password").View().starts_with(u"CAPI:")) << "nor comes back later";
     }
 }
 
