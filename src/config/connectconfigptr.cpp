@@ -22,7 +22,7 @@ bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side) {
 }
 
 ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common)
-    : configs(GetConnectProtocolTable().GetCount()), side(side) {
+    : configs(GetConnectProtocolTable().GetCount()), common(common), side(side) {
     const ConnectProtocolTable& table = GetConnectProtocolTable();
     LoadName(key);
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
@@ -35,9 +35,12 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
         CreateConfig(i, key, common);
         selected = static_cast<std::int32_t>(i);
     }
-    for (std::uint64_t i = 0; i < table.GetCount(); ++i)
-        if (IsRowOfSide(table[i], side) && !configs[i] && !table[i].name.EqualsNoCase(kTapi))
-            CreateConfig(i, key, common);
+    bool isShared = GetSelected() != nullptr && table[static_cast<std::uint64_t>(selected)].sharesSettings;
+    for (std::uint64_t i = 0; i < table.GetCount(); ++i) {
+        if (configs[i] || !IsKeptReady(i) || (isShared && table[i].sharesSettings)) continue;
+        CreateConfig(i, key, common);
+        isShared = isShared || (configs[i] && table[i].sharesSettings);
+    }
 }
 
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
@@ -46,6 +49,7 @@ ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig*
       selected(other.selected),
       storedSelected(other.storedSelected),
       configs(other.configs.GetCount()),
+      common(common),
       side(other.side),
       nameWasEmpty(other.nameWasEmpty) {
     for (const VRef<ConnectConfig>& config : other.configs) {
@@ -76,18 +80,28 @@ void ConnectConfigPtr::LoadName(VProfileKey* key) {
     if (!known) name.Edit().Empty();
 }
 
-void ConnectConfigPtr::CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* common) {
+void ConnectConfigPtr::CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* with) {
     const ConnectProtocolTableElement& element = GetConnectProtocolTable()[row];
     if (element.createConfig == nullptr) return;
-    configs[row] = VRef<ConnectConfig>::Adopt(element.createConfig(key, common, element));
+    configs[row] = VRef<ConnectConfig>::Adopt(element.createConfig(key, with, element));
     if (configs[row]) configs[row]->Commit();
+}
+
+bool ConnectConfigPtr::IsKeptReady(std::uint64_t row) const {
+    const ConnectProtocolTableElement& element = GetConnectProtocolTable()[row];
+    return IsRowOfSide(element, side) && !element.name.EqualsNoCase(kTapi);
+}
+
+void ConnectConfigPtr::MakeIfWaiting(std::uint64_t row) {
+    const bool waits = !configs[row] && IsKeptReady(row) && GetConnectProtocolTable()[row].sharesSettings;
+    if (waits) CreateConfig(row, nullptr, common);
 }
 
 ConnectConfig* ConnectConfigPtr::GetSelected() const {
     return selected == kNone ? nullptr : configs[static_cast<std::uint64_t>(selected)].Get();
 }
 
-void ConnectConfigPtr::SetProtocol(const VUnicodeString& newName, ICommonConfig* common, bool carryOver) {
+void ConnectConfigPtr::SetProtocol(const VUnicodeString& newName, ICommonConfig* with, bool carryOver) {
     if (name.Get() == newName) return;
     name.Set(newName);
     if (carryOver && GetSelected() != nullptr) GetSelected()->ExportShared(carried);
@@ -98,7 +112,8 @@ void ConnectConfigPtr::SetProtocol(const VUnicodeString& newName, ICommonConfig*
     while (row < table.GetCount() && table[row].name != newName) ++row;
     if (row == table.GetCount()) return;
     selected = static_cast<std::int32_t>(row);
-    if (!configs[row]) CreateConfig(row, nullptr, common);
+    MakeIfWaiting(row);
+    if (!configs[row]) CreateConfig(row, nullptr, with);
     if (carryOver && configs[row]) configs[row]->ImportShared(carried);
 }
 
@@ -118,10 +133,11 @@ void ConnectConfigPtr::Commit() {
     name.Commit();
     storedSelected = selected;
     bool missing = name.IsMissing();
-    for (const VRef<ConnectConfig>& config : configs) {
-        if (!config) continue;
-        config->Commit();
-        missing = missing || config->IsMissing();
+    for (std::uint64_t i = 0; i < configs.GetCount(); ++i) {
+        MakeIfWaiting(i);
+        if (!configs[i]) continue;
+        configs[i]->Commit();
+        missing = missing || configs[i]->IsMissing();
     }
     if (missing) SetMissing(true);
 }
@@ -136,8 +152,11 @@ void ConnectConfigPtr::Revert() {
 void ConnectConfigPtr::Assign(const VProfileData& other) {
     const auto* source = dynamic_cast<const ConnectConfigPtr*>(&other);
     if (source == nullptr) return;
-    for (std::uint64_t i = 0; i < configs.GetCount(); ++i)
-        if (configs[i] && source->configs[i]) configs[i]->Assign(*source->configs[i]);
+    for (std::uint64_t i = 0; i < configs.GetCount(); ++i) {
+        if (!source->configs[i]) continue;
+        MakeIfWaiting(i);
+        if (configs[i]) configs[i]->Assign(*source->configs[i]);
+    }
     if (source->selected == source->storedSelected || source->selected == kNone) return;
     SetProtocol(GetConnectProtocolTable()[static_cast<std::uint64_t>(source->selected)].name, nullptr, false);
 }

@@ -21,7 +21,8 @@ VUnicodeString GetProtocolNameValue(ProtocolSide side);
 bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side);
 
 /// One side's protocol: a name and the settings of every protocol of that side, kept while the user switches between
-/// them. Only the selected one is saved.
+/// them. Only the selected one is saved. Settings that the protocols share are read once, and an object that holds
+/// nothing else waits until it is used.
 ///
 /// A stored name that no row knows gives way to the first row of the side. An absent name means that row too; an empty
 /// stored one means no protocol, which the session sees to (NameWasEmpty).
@@ -37,14 +38,15 @@ class ConnectConfigPtr : public VProfileData {
     VProfileText& GetNameValue() { return name; }
     /// The selected settings, or null. Stays owned by this object.
     ConnectConfig* GetSelected() const;
-    /// The settings object of each row, null where there is none. Stays owned by this object.
+    /// The settings object of each row, null where there is none or it still waits. Stays owned by this object.
     const VArray<VRef<ConnectConfig>>& GetConfigs() const { return configs; }
     /// Whether the key held the name and it was empty.
     bool NameWasEmpty() const { return nameWasEmpty; }
 
     /// Selects the first row of exactly that name, of either side; none: nothing is selected and the name stands.
-    /// With `carryOver` the old settings' shared part travels to the new ones. `common` may be null.
-    void SetProtocol(const VUnicodeString& newName, ICommonConfig* common, bool carryOver);
+    /// With `carryOver` the old settings' shared part travels to the new ones. `with` is the common config for settings
+    /// that are made now; it may be null.
+    void SetProtocol(const VUnicodeString& newName, ICommonConfig* with, bool carryOver);
 
     void Save(VProfileKey& key, bool force) override;
     bool IsChanged() const override;
@@ -58,12 +60,16 @@ class ConnectConfigPtr : public VProfileData {
 
     std::int32_t FindFirstRow() const;
     void LoadName(VProfileKey* key);
-    void CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* common);
+    void CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* with);
+    /// Whether the row is one of the side whose settings a session has from its start.
+    bool IsKeptReady(std::uint64_t row) const;
+    void MakeIfWaiting(std::uint64_t row);
 
     VProfileText name;
     std::int32_t selected = kNone;
     std::int32_t storedSelected = kNone;
     VArray<VRef<ConnectConfig>> configs;
+    ICommonConfig* common;
     ProtocolSide side;
     SharedSettings carried;
     bool nameWasEmpty = false;

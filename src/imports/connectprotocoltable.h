@@ -27,6 +27,10 @@ struct ConnectProtocolTableElement {
     /// One reference for the caller.
     ConnectConfig* (*createConfig)(VProfileKey* key, ICommonConfig* common,
                                    const ConnectProtocolTableElement& row) = nullptr;
+    /// Whether all that the object holds lies in the common config, which it has in common with the objects of every
+    /// other such row. Then one of them, made from the session's key, is enough: the others are made when they are
+    /// used, and without a key.
+    bool sharesSettings = false;
     /// For the new session wizard; null where the row has no page.
     NewSessionWizardPage* (*createPage)(ISessionConfig* config) = nullptr;
     void (*destroyPage)(NewSessionWizardPage* page) = nullptr;

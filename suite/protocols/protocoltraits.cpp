@@ -95,7 +95,7 @@ const ProtocolTraits* FindProtocolTraits(std::u16string_view name) {
 const ConnectProtocolTable& GetReferenceProtocolTable() {
     static const ConnectProtocolTable table = [] {
         ConnectProtocolTable rows;
-        for (const CatalogueRow& row : kCatalogue) rows.Add({row.name, row.kind, CreateProtocolConfig});
+        for (const CatalogueRow& row : kCatalogue) rows.Add({row.name, row.kind, CreateProtocolConfig, true});
         return rows;
     }();
     return table;

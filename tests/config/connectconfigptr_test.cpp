@@ -64,6 +64,28 @@ TEST_F(ConnectConfigPtrTest, AllProtocolsOfTheSideAreReadyButTheOneThatDials) {
     EXPECT_FALSE(bound->IsChanged());
 }
 
+TEST_F(ConnectConfigPtrTest, ProtocolsThatShareTheirSettingsWaitUntilTheyAreUsed) {
+    for (ConnectProtocolTableElement& row : panels.table) row.sharesSettings = true;
+    EXPECT_EQ(CountConfigs(*Bind(u"None")), 1U) << "one reads the session's key";
+    const auto bound = Bind(u"Telnet");
+    EXPECT_EQ(CountConfigs(*bound), 1U);
+    const ConnectConfigPtr other(*bound, &common);
+    EXPECT_EQ(CountConfigs(other), 1U);
+
+    bound->SetProtocol(u"Serial"_v, nullptr, false);
+    EXPECT_EQ(CountConfigs(*bound), 2U);
+    bound->GetSelected()->SetHostName(u"edited"_v);
+    ConnectConfigPtr target(other, &common);
+    target.Assign(*bound);
+    ASSERT_EQ(CountConfigs(target), 2U) << "what the other side edited is made here too";
+    VUnicodeString host;
+    target.GetSelected()->GetHostName(host);
+    EXPECT_EQ(host, u"edited");
+    target.Commit();
+    EXPECT_EQ(CountConfigs(target), 3U);
+    EXPECT_TRUE(target.IsMissing()) << "whether a value is missing is asked of all";
+}
+
 TEST_F(ConnectConfigPtrTest, SwitchingBackKeepsTheFirstAndComparesExactly) {
     const auto bound = Bind(u"SSH2");
     bound->Commit();
