@@ -54,6 +54,7 @@ struct RawValue {
     std::uint64_t name = 0;
     std::uint64_t number = 0;
     std::string bytes;
+    std::uint8_t tag = 0;
 };
 
 inline std::uint64_t ReadVarint(std::string_view& row) {
@@ -67,6 +68,8 @@ inline std::uint64_t ReadVarint(std::string_view& row) {
     return value;
 }
 
+inline constexpr std::uint8_t kNumberTag = 1;
+
 /// Decodes a packed row: a version byte, then for each value the distance of its name's id, its size and tag, its
 /// bytes.
 inline void DecodeRow(std::string_view row, std::vector<RawValue>& values) {
@@ -78,12 +81,37 @@ inline void DecodeRow(std::string_view row, std::vector<RawValue>& values) {
         value.name = name += ReadVarint(row);
         const std::uint64_t head = ReadVarint(row);
         const std::size_t size = head >> 3;
-        if (size <= 4)
+        value.tag = head & 7;
+        if (value.tag == kNumberTag)
             for (std::size_t i = 0; i < size; ++i)
                 value.number |= std::uint64_t{static_cast<std::uint8_t>(row[i])} << (8 * i);
         else
             value.bytes.assign(row.substr(0, size));
         row.remove_prefix(size);
+    }
+}
+
+inline void AppendVarint(std::uint64_t value, std::string& row) {
+    for (; value >= 0x80; value >>= 7) row.push_back(static_cast<char>(value | 0x80));
+    row.push_back(static_cast<char>(value));
+}
+
+/// Packs values into a row that DecodeRow takes apart.
+inline void EncodeRow(const std::vector<RawValue>& values, std::string& row) {
+    row.assign(1, '\x01');
+    std::uint64_t name = 0;
+    for (const RawValue& value : values) {
+        AppendVarint(value.name - name, row);
+        name = value.name;
+        if (value.tag == kNumberTag) {
+            std::uint64_t size = 0;
+            while (value.number >> (8 * size) != 0) ++size;
+            AppendVarint(size << 3 | value.tag, row);
+            for (std::uint64_t i = 0; i < size; ++i) row.push_back(static_cast<char>(value.number >> (8 * i)));
+        } else {
+            AppendVarint(value.bytes.size() << 3 | value.tag, row);
+            row += value.bytes;
+        }
     }
 }
 

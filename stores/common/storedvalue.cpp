@@ -86,7 +86,8 @@ ValueView EncodeStrings(const VStringArray& strings, std::string& bytes) {
     bytes.clear();
     for (const VUnicodeString& text : strings) {
         const bool wide = IsWide(text);
-        AppendVarint(static_cast<std::uint32_t>(text.GetLength() * 2 + (wide ? 1 : 0)), bytes);
+        char head[kMaxVarintSize];
+        bytes.append(head, WriteVarint(static_cast<std::uint32_t>(text.GetLength() * 2 + (wide ? 1 : 0)), head));
         AppendUnits(text, wide, bytes);
         if (bytes.size() > kMaxValueSize) break;  // refused by its size, whatever follows
     }

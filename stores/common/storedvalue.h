@@ -46,9 +46,12 @@ std::uint32_t DecodeDword(const ValueView& value, std::uint32_t& number);
 std::uint32_t DecodeText(const ValueView& value, VUnicodeString& text);
 std::uint32_t DecodeStrings(const ValueView& value, VStringArray& strings);
 
-inline void AppendVarint(std::uint32_t number, std::string& bytes) {
-    for (; number >= 0x80; number >>= 7) bytes.push_back(static_cast<char>(number | 0x80));
-    bytes.push_back(static_cast<char>(number));
+inline constexpr std::size_t kMaxVarintSize = 5;
+/// Writes at `to`, which has room for kMaxVarintSize bytes, and gives the place behind.
+inline char* WriteVarint(std::uint32_t number, char* to) {
+    for (; number >= 0x80; number >>= 7) *to++ = static_cast<char>(number | 0x80);
+    *to++ = static_cast<char>(number);
+    return to;
 }
 /// Takes a varint off the front of `bytes`. On failure: false when the bytes end early or the number has over 32 bits.
 bool TakeLongVarint(std::string_view& bytes, std::uint32_t& number);

@@ -42,16 +42,17 @@ bool PackedValues::Decode(std::string_view row) {
 }
 
 void PackedValues::Encode(std::string& row) const {
-    row.clear();
-    row.reserve(liveSize + entries.size() * 4 + 1);
-    row.push_back(kVersion);
+    row.resize(1 + entries.size() * 2 * kMaxVarintSize + liveSize);
+    char* end = row.data();
+    *end++ = kVersion;
     std::uint32_t previous = 0;
     for (const Entry& entry : entries) {
-        AppendVarint(entry.id - previous, row);
-        AppendVarint(entry.size << 3 | static_cast<std::uint32_t>(entry.tag), row);
-        row.append(bytes.data() + entry.offset, entry.size);
+        end = WriteVarint(entry.id - previous, end);
+        end = WriteVarint(entry.size << 3 | static_cast<std::uint32_t>(entry.tag), end);
+        end = std::copy_n(bytes.data() + entry.offset, entry.size, end);
         previous = entry.id;
     }
+    row.resize(static_cast<std::size_t>(end - row.data()));
 }
 
 ValueView PackedValues::GetValue(std::size_t index) const {

@@ -28,7 +28,10 @@ class PackedValues {
   public:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+    /// Keeps the memory.
     void Clear();
+    /// Bytes of values that there is room for.
+    std::size_t GetCapacity() const { return bytes.capacity(); }
     /// Replaces the values with those of a row. On failure: false when the row is not of the format, and no values.
     bool Decode(std::string_view row);
     /// Replaces `row`.

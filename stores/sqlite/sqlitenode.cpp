@@ -1,6 +1,7 @@
 #include "stores/sqlite/sqlitenode.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "foundation/casefold.h"
 #include "foundation/vreportmessageparams.h"
@@ -12,13 +13,26 @@
 
 namespace connectdialog::stores {
 
+namespace {
+constexpr std::size_t kMaxSpareSize = 65536;
+}  // namespace
+
 SqliteNode::SqliteNode(SqliteTree& tree, TreeEntry entry, std::u16string_view spelled)
-    : tree(tree), entry(std::move(entry)), spelled(spelled), loadedUnit(tree.GetUnit()), loaded(true), hasRow(false) {
+    : tree(tree),
+      entry(std::move(entry)),
+      spelled(spelled),
+      values(std::exchange(tree.spareValues, {})),
+      loadedUnit(tree.GetUnit()),
+      loaded(true),
+      hasRow(false) {
     MarkChanged();
 }
 
 SqliteNode::~SqliteNode() {
     tree.Release(*this, changed);
+    values.Clear();
+    const std::size_t room = values.GetCapacity();
+    if (room > tree.spareValues.GetCapacity() && room <= kMaxSpareSize) std::swap(values, tree.spareValues);
 }
 
 void SqliteNode::MarkChanged() {
@@ -29,6 +43,7 @@ void SqliteNode::MarkChanged() {
 bool SqliteNode::Load(VReportMessageParams& report) {
     if (!tree.Connect(report)) return false;
     values.Clear();
+    if (tree.spareValues.GetCapacity() > values.GetCapacity()) std::swap(values, tree.spareValues);
     expected = 0;
     isDamaged = false;
     if (!tree.HasDatabase()) return true;  // only the root is there, and empty

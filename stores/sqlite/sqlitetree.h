@@ -12,6 +12,7 @@
 #include "foundation/vreportmessageparams.h"
 #include "stores/common/storetree.h"
 #include "stores/sqlite/nametable.h"
+#include "stores/sqlite/packedvalues.h"
 #include "stores/sqlite/pathcache.h"
 #include "stores/sqlite/sqlitedatabase.h"
 #include "stores/sqlite/storefile.h"
@@ -68,7 +69,8 @@ class SqliteTree : public StoreTree {
     void NoteChanged(SqliteNode& node) { changedNodes.push_back(&node); }
     /// The node ends; its changes are written.
     void Release(SqliteNode& node, bool changed);
-    std::string rowBuffer;  ///< where a node packs its row
+    std::string rowBuffer;     ///< where a node packs its row
+    PackedValues spareValues;  ///< empty, with the memory of a node that ended, for the next one
 
   private:
     /// How far a name led: the key found last, the one above it, and where the first level that is absent begins.

@@ -90,6 +90,8 @@ class Import {
     Import(const SshImportRequest& request, SshImportResult& result) : request(request), result(result) {}
 
     void TakeHosts(const std::vector<SshHost>& hosts) {
+        result.entries.reserve(hosts.size());
+        candidates.reserve(hosts.size());
         for (const SshHost& host : hosts) TakeHost(host);
     }
 
@@ -185,7 +187,8 @@ bool Import::Update(const Candidate& candidate, bool isWriting) {
                              : "there is a folder of that name";
         return true;
     }
-    entry.text = ApplySshSession(candidate.session, *config);
+    for (const std::u16string_view name : ApplySshSession(candidate.session, *config))
+        entry.text += (entry.text.empty() ? "" : ", ") + platform::ToNarrow(name);
     entry.outcome = entry.text.empty() ? SshImportOutcome::kLeftAlone : SshImportOutcome::kUpdated;
     return !isWriting || entry.text.empty() || SaveSession(*session);
 }

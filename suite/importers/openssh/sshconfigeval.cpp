@@ -183,8 +183,12 @@ class HostEvaluation {
     /// The values with tokens that stand for the others.
     void TakeRoute(SshHost& host, std::string& problem) const {
         const std::string port = std::to_string(host.port);
-        const std::vector<Token> tokens = {{'h', host.hostName},    {'n', host.alias}, {'p', port},
-                                           {'r', RemoteUser(host)}, {'d', user.home},  {'u', user.name}};
+        const std::array<Token, 6> tokens = {{{'h', host.hostName},
+                                              {'n', host.alias},
+                                              {'p', port},
+                                              {'r', RemoteUser(host)},
+                                              {'d', user.home},
+                                              {'u', user.name}}};
         for (const std::string* const written : values.IdentityFiles()) {
             if (!EqualsIgnoringAsciiCase(*written, "none")) host.identityFiles.push_back(ExpandPath(*written, tokens));
         }
@@ -229,6 +233,7 @@ std::vector<SshHost> EvaluateSshConfig(const SshConfig& config, const SshUser& u
                                        std::uint64_t maxSteps) {
     std::vector<SshHost> hosts;
     if (!config.root) return hosts;
+    hosts.reserve(config.aliases.size());
     Budget budget{0, maxSteps};
     for (const SshAlias& alias : config.aliases) {
         std::string problem;

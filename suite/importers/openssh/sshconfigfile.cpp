@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <utility>
 
 namespace connectdialog {
@@ -19,17 +20,18 @@ void SshConfigFile::Seal() {
         if (names == nullptr) {
             forAny.push_back(number);
         } else {
-            for (const std::string& name : *names) byName[name].push_back(number);
+            for (const std::string& name : *names) byName.emplace_back(name, number);
         }
     }
+    std::ranges::sort(byName);
 }
 
 std::vector<std::uint32_t> SshConfigFile::BlocksFor(std::string_view host) const {
-    const auto named = byName.find(host);
-    if (named == byName.end()) return forAny;
+    using Named = std::pair<std::string_view, std::uint32_t>;
+    const auto named = std::ranges::equal_range(byName, host, {}, &Named::first);
     std::vector<std::uint32_t> numbers;
-    numbers.reserve(forAny.size() + named->second.size());
-    std::ranges::merge(forAny, named->second, std::back_inserter(numbers));
+    numbers.reserve(forAny.size() + named.size());
+    std::ranges::merge(forAny, named | std::views::values, std::back_inserter(numbers));
     return numbers;
 }
 

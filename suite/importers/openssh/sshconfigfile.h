@@ -16,10 +16,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "suite/importers/openssh/sshcondition.h"
@@ -72,7 +72,7 @@ class SshConfigFile {
 
   private:
     std::vector<SshBlock> blocks;
-    std::map<std::string, std::vector<std::uint32_t>, std::less<>> byName;
+    std::vector<std::pair<std::string_view, std::uint32_t>> byName;  ///< Sorted; the names are those of the blocks.
     std::vector<std::uint32_t> forAny;
 };
 

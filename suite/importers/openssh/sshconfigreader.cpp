@@ -78,6 +78,7 @@ class FileReader {
     Reading& reading;
     const std::string& path;
     std::unique_ptr<SshConfigFile> file;
+    SshLine line;  ///< The one that is read: kept for its memory.
     std::size_t lineNumber = 0;
     std::uint32_t keywordsSeen = 0;  ///< Of the block: a bit each.
     std::size_t identityFiles = 0;   ///< Of the block.
@@ -97,7 +98,7 @@ class FileReader {
             text = text.substr(0, end);
         }
         const bool isTooLong = text.size() > kMaxSshLineBytes;
-        const SshLine line = ParseSshLine(isTooLong ? text.substr(0, kMaxSshValueBytes) : text);
+        ParseSshLine(isTooLong ? text.substr(0, kMaxSshValueBytes) : text, line);
         if (line.kind == SshLineKind::kEmpty && !isTooLong) return;
         const SshKeywordRow* const row = FindSshKeyword(line.keyword);
         if (!isTooLong && line.kind == SshLineKind::kDirective) {

@@ -100,12 +100,12 @@ const SshKeywordRow* FindSshKeyword(std::string_view name) {
 
 SshArgumentCheck CheckSshArguments(const SshKeywordRow& row, const SshLine& line) {
     if (row.arguments == SshArguments::kAny) return {{}, true};
-    const std::string keyword = "keyword " + std::string(row.name);
-    if (line.arguments.empty() || line.arguments.front().empty()) return {keyword + " lacks its argument", false};
+    const auto error = [&](const std::string& text) { return "keyword " + std::string(row.name) + text; };
+    if (line.arguments.empty() || line.arguments.front().empty()) return {error(" lacks its argument"), false};
     if (!IsGoodArgument(row, line.arguments.front())) {
-        return {keyword + " has the bad argument " + QuoteForMessage(line.arguments.front()), false};
+        return {error(" has the bad argument " + QuoteForMessage(line.arguments.front())), false};
     }
-    return {line.arguments.size() == 1 ? "" : keyword + " has extra arguments", true};
+    return {line.arguments.size() == 1 ? "" : error(" has extra arguments"), true};
 }
 
 int ParseSshPort(std::string_view text) {

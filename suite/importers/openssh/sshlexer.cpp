@@ -1,15 +1,40 @@
 #include "suite/importers/openssh/sshlexer.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace connectdialog {
 namespace {
 
-constexpr std::string_view kSpace = " \t\r\n";
-constexpr std::string_view kBlank = " \t";
+/// A set of characters that is asked in one look: every character of a configuration passes here.
+class CharacterSet {
+  public:
+    explicit constexpr CharacterSet(std::string_view members) {
+        for (const char c : members) isMember[static_cast<unsigned char>(c)] = true;
+    }
+    constexpr bool Has(char c) const { return isMember[static_cast<unsigned char>(c)]; }
+    /// How many characters there are before the first member, and before the first that is none.
+    std::size_t LengthBefore(std::string_view text) const { return Length(text, false); }
+    std::size_t LengthOf(std::string_view text) const { return Length(text, true); }
+
+  private:
+    std::size_t Length(std::string_view text, bool ofMembers) const {
+        std::size_t length = 0;
+        while (length < text.size() && Has(text[length]) == ofMembers) ++length;
+        return length;
+    }
+
+    std::array<bool, 256> isMember{};
+};
+
+constexpr CharacterSet kSpace(" \t\r\n");
+constexpr CharacterSet kBlank(" \t");
+constexpr CharacterSet kWordEnd(" \t\r\n\"=");
+constexpr CharacterSet kArgumentMarks(" \t\\\"'");
 
 void SkipSpace(std::string_view& text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
+    text.remove_prefix(kSpace.LengthOf(text));
 }
 
 /// Space at the end of a line goes, a form feed too; the first character always stays, as in ssh.
@@ -26,12 +51,16 @@ bool IsEscape(std::string_view text, char quote) {
 /// Takes one argument off the front of `text`. False when a quote is not closed.
 bool TakeArgument(std::string_view& text, std::string& argument) {
     char quote = 0;
-    while (!text.empty()) {
+    while (true) {
+        const std::size_t plain = kArgumentMarks.LengthBefore(text);
+        argument += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) break;
         const char c = text.front();
         if (IsEscape(text, quote)) {
             argument += text[1];
             text.remove_prefix(1);
-        } else if (quote == 0 && kBlank.find(c) != std::string_view::npos) {
+        } else if (quote == 0 && kBlank.Has(c)) {
             break;
         } else if (quote == 0 && (c == '"' || c == '\'')) {
             quote = c;
@@ -47,7 +76,7 @@ bool TakeArgument(std::string_view& text, std::string& argument) {
 
 bool SplitArguments(std::string_view text, std::vector<std::string>& arguments) {
     while (true) {
-        text.remove_prefix(std::min(text.find_first_not_of(kBlank), text.size()));
+        text.remove_prefix(kBlank.LengthOf(text));
         if (text.empty() || text.front() == '#') return true;
         if (!TakeArgument(text, arguments.emplace_back())) return false;
     }
@@ -61,9 +90,9 @@ char LowerOf(char c) {
 
 std::optional<std::string> SshWords::Next() {
     if (isAtEnd) return std::nullopt;
-    const std::size_t end = rest.find_first_of(" \t\r\n\"=");
+    const std::size_t end = kWordEnd.LengthBefore(rest);
     std::string word(rest.substr(0, end));
-    if (end == std::string_view::npos) {
+    if (end == rest.size()) {
         isAtEnd = true;
         rest = {};
         return word;
@@ -81,19 +110,21 @@ std::optional<std::string> SshWords::Next() {
         rest.remove_prefix(close + 1);
     }
     SkipSpace(rest);
-    if (kSpace.find(separator) != std::string_view::npos && rest.starts_with('=')) {
+    if (kSpace.Has(separator) && rest.starts_with('=')) {
         rest.remove_prefix(1);
         SkipSpace(rest);
     }
     return word;
 }
 
-SshLine ParseSshLine(std::string_view line) {
-    SshLine result;
+void ParseSshLine(std::string_view line, SshLine& result) {
+    result.kind = SshLineKind::kEmpty;
+    result.keyword.clear();
+    result.arguments.clear();
     SshWords words(WithoutTrailingSpace(line));
     std::optional<std::string> keyword = words.Next();
     if (keyword && keyword->empty()) keyword = words.Next();
-    if (!keyword || keyword->empty() || keyword->front() == '#') return result;
+    if (!keyword || keyword->empty() || keyword->front() == '#') return;
     result.keyword = ToAsciiLower(*keyword);
     result.rest = words.Rest();
     SkipSpace(result.rest);
@@ -103,7 +134,6 @@ SshLine ParseSshLine(std::string_view line) {
         const bool isWhole = SplitArguments(result.rest, result.arguments);
         result.kind = isWhole ? SshLineKind::kDirective : SshLineKind::kBadQuotes;
     }
-    return result;
 }
 
 std::string ToAsciiLower(std::string_view text) {

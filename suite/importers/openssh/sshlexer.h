@@ -53,7 +53,7 @@ struct SshLine {
 };
 
 /// Takes apart one line (without its line feed, NUL-free).
-SshLine ParseSshLine(std::string_view line);
+void ParseSshLine(std::string_view line, SshLine& result);
 
 /// Letters A to Z to lower case, all else as it is: what ssh does to keywords and host names.
 std::string ToAsciiLower(std::string_view text);

@@ -30,8 +30,8 @@ class Checks {
     explicit Checks(std::string& problem) : problem(problem) {}
 
     /// False when the value is refused; a value that only a client will refuse is noted. An empty one is fine.
-    bool Pass(const char* what, const std::string& value, LaunchFault (*check)(std::u16string_view)) {
-        const LaunchFault fault = value.empty() ? kLaunchFine : check(platform::ToWide(value));
+    bool Pass(const char* what, std::u16string_view value, LaunchFault (*check)(std::u16string_view)) {
+        const LaunchFault fault = value.empty() ? kLaunchFine : check(value);
         const char* const refusal = RefusalOf(fault);
         if (refusal != nullptr) {
             problem = std::string(what) + refusal;
@@ -58,17 +58,18 @@ class Checks {
     std::string& problem;
 };
 
-bool PassesChecks(const SshHost& host, std::string& problem) {
+bool PassesChecks(const SshHost& host, const SshSession& session, std::string& problem) {
+    using platform::ToWide;
     Checks checks(problem);
-    bool isFine = checks.Pass("the host's alias", host.alias, CheckLaunchPath) &&
-                  checks.Pass("the host name", host.hostName, CheckLaunchHost) &&
-                  checks.Pass("the user's name", host.user, CheckLaunchUser);
+    bool isFine = checks.Pass("the host's alias", ToWide(host.alias), CheckLaunchPath) &&
+                  checks.Pass("the host name", session.hostName, CheckLaunchHost) &&
+                  checks.Pass("the user's name", session.user, CheckLaunchUser);
     for (const std::string& path : host.identityFiles)
-        isFine = isFine && checks.Pass("the identity file", path, CheckLaunchPath);
+        isFine = isFine && checks.Pass("the identity file", ToWide(path), CheckLaunchPath);
     for (const SshHop& hop : host.jumps)
-        isFine = isFine && checks.Pass("a jump host", hop.host, CheckLaunchHost) &&
-                 checks.Pass("a jump host's user", hop.user, CheckLaunchUser);
-    return isFine && checks.Pass("the list of jump hosts", FormatProxyJump(host.jumps), CheckLaunchJumpHost);
+        isFine = isFine && checks.Pass("a jump host", ToWide(hop.host), CheckLaunchHost) &&
+                 checks.Pass("a jump host's user", ToWide(hop.user), CheckLaunchUser);
+    return isFine && checks.Pass("the list of jump hosts", session.jumpHost, CheckLaunchJumpHost);
 }
 
 }  // namespace
@@ -90,40 +91,36 @@ std::u16string MakeSshSessionName(std::u16string_view alias, bool isInRoot) {
 
 bool MakeSshSession(const SshHost& host, SshSession& session, std::string& problem) {
     problem.clear();
-    if (!PassesChecks(host, problem)) return false;
     session.hostName = platform::ToWide(host.hostName);
     session.user = platform::ToWide(host.user);
     session.jumpHost = platform::ToWide(FormatProxyJump(host.jumps));
     session.port = static_cast<std::uint16_t>(host.port);
     if (!host.identityFiles.empty()) session.identityFile = platform::FromNativePath(host.identityFiles.front());
-    return true;
+    return PassesChecks(host, session, problem);
 }
 
-std::string ApplySshSession(const SshSession& session, ProtocolConfig& config) {
-    std::string changed;
-    const auto note = [&](std::u16string_view name) {
-        changed += (changed.empty() ? "" : ", ") + platform::ToNarrow(name);
-    };
+std::vector<std::u16string_view> ApplySshSession(const SshSession& session, ProtocolConfig& config) {
+    std::vector<std::u16string_view> changed;
     const auto apply = [&](VProfileText& setting, const VUnicodeString& value) {
         if (setting.Get() == value) return;
         setting.Set(value);
-        note(setting.GetName());
+        changed.push_back(setting.GetName());
     };
     IRemoteHostConfig& remote = config.GetRemoteHost();
     VUnicodeString present;
     remote.GetHostname(present);
     if (present != session.hostName) {
         remote.SetHostname(session.hostName.GetData());
-        note(u"Hostname");
+        changed.push_back(u"Hostname");
     }
     remote.GetUsername(present);
     if (present != session.user && remote.IsSaveUsernamesAllowed(nullptr, nullptr)) {
         remote.SetUsername(session.user);
-        note(u"Username");
+        changed.push_back(u"Username");
     }
     if (config.GetPort() != session.port) {
         config.SetPort(session.port);
-        note(config.GetSettings().sshPort.GetName());
+        changed.push_back(config.GetSettings().sshPort.GetName());
     }
     apply(config.EditSettings().sshIdentityFile, session.identityFile);
     apply(config.EditSettings().sshJumpHost, session.jumpHost);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "foundation/vunicodestring.h"
 
@@ -34,8 +35,8 @@ std::u16string MakeSshSessionName(std::u16string_view alias, bool isInRoot);
 /// anything does; such a session can be corrected before it is opened.
 bool MakeSshSession(const SshHost& host, SshSession& session, std::string& problem);
 
-/// Sets what differs, and gives the names of those settings, separated by ", "; empty when none did. User names are
-/// left alone where policies forbid to keep them.
-std::string ApplySshSession(const SshSession& session, ProtocolConfig& config);
+/// Sets what differs, and gives the names of those settings, which live as long as `config`. User names are left alone
+/// where policies forbid to keep them.
+std::vector<std::u16string_view> ApplySshSession(const SshSession& session, ProtocolConfig& config);
 
 }  // namespace connectdialog
