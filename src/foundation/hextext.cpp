@@ -4,19 +4,6 @@
 
 namespace connectdialog {
 
-namespace {
-
-constexpr int kNoDigit = -1;
-
-int DigitValue(char16_t character) {
-    if (character >= u'0' && character <= u'9') return character - u'0';
-    if (character >= u'a' && character <= u'f') return character - u'a' + 10;
-    if (character >= u'A' && character <= u'F') return character - u'A' + 10;
-    return kNoDigit;
-}
-
-}  // namespace
-
 VUnicodeString EncodeHex(std::u16string_view prefix, std::span<const std::uint8_t> bytes, HexCase digits,
                          Str::SensitiveState state) {
     const char16_t* alphabet = digits == HexCase::kLower ? u"0123456789abcdef" : u"0123456789ABCDEF";
@@ -34,9 +21,9 @@ VUnicodeString EncodeHex(std::u16string_view prefix, std::span<const std::uint8_
 std::size_t DecodeHex(std::u16string_view digits, std::uint8_t* bytes) {
     std::size_t count = 0;
     for (; digits.size() >= 2; digits.remove_prefix(2)) {
-        const int high = DigitValue(digits[0]);
-        const int low = DigitValue(digits[1]);
-        if (high == kNoDigit || low == kNoDigit) break;
+        const unsigned high = HexDigitValue(digits[0]);
+        const unsigned low = HexDigitValue(digits[1]);
+        if (high == kNoHexDigit || low == kNoHexDigit) break;
         bytes[count++] = static_cast<std::uint8_t>(high << 4 | low);
     }
     return count;

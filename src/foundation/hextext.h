@@ -10,6 +10,15 @@
 
 namespace connectdialog {
 
+/// What a hexadecimal digit of either case stands for; kNoHexDigit for any other character.
+inline constexpr unsigned kNoHexDigit = 16;
+constexpr unsigned HexDigitValue(char16_t character) {
+    if (character >= u'0' && character <= u'9') return character - u'0';
+    if (character >= u'a' && character <= u'f') return character - u'a' + 10u;
+    if (character >= u'A' && character <= u'F') return character - u'A' + 10u;
+    return kNoHexDigit;
+}
+
 enum class HexCase : std::uint8_t { kLower, kUpper };
 
 /// `prefix` followed by the digits of `bytes`, made in one buffer of the given state.

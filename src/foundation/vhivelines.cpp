@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/casefold.h"
+#include "foundation/hextext.h"
 
 namespace connectdialog {
 
@@ -10,13 +11,6 @@ namespace {
 
 constexpr std::u16string_view kBlanks = u" \t";
 constexpr std::u16string_view kLineBreaks = u"\r\n";
-
-/// The digit's value, or 16 for another character.
-std::uint32_t HexDigit(char16_t character) {
-    if (IsDigit(character)) return static_cast<std::uint32_t>(character - u'0');
-    const char16_t lower = ToLower(character);
-    return lower >= u'a' && lower <= u'f' ? static_cast<std::uint32_t>(lower - u'a' + 10) : 16;
-}
 
 }  // namespace
 
@@ -107,8 +101,8 @@ bool VHiveLines::TakeHexNumber(std::size_t maxDigits, std::uint32_t& number) {
     SkipBlanks();
     number = 0;
     std::size_t digits = 0;
-    for (; !AtEnd() && HexDigit(text[position]) < 16; ++digits, ++position) {
-        number = number << 4 | HexDigit(text[position]);
+    for (; !AtEnd() && HexDigitValue(text[position]) != kNoHexDigit; ++digits, ++position) {
+        number = number << 4 | HexDigitValue(text[position]);
     }
     return digits >= 1 && digits <= maxDigits;
 }

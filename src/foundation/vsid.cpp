@@ -4,6 +4,7 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
+#include "foundation/hextext.h"
 #include "platform/lasterror.h"
 
 namespace connectdialog {
@@ -15,12 +16,6 @@ constexpr std::size_t kCountOffset = 1;
 constexpr std::size_t kAuthorityOffset = 2;
 constexpr std::uint64_t kLargestDecimalAuthority = 0xFFFFFFFF;
 
-int DigitValue(char16_t character) {
-    if (IsDigit(character)) return character - u'0';
-    const char16_t lower = ToLower(character);
-    return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1;
-}
-
 /// Takes the number up to the next `-`, or to the end, off the text, and the `-` with it.
 bool TakeNumber(std::u16string_view& text, std::uint64_t limit, std::uint64_t& number) {
     std::u16string_view digits = text.substr(0, text.find(u'-'));
@@ -30,9 +25,9 @@ bool TakeNumber(std::u16string_view& text, std::uint64_t limit, std::uint64_t& n
     if (isHexadecimal) digits.remove_prefix(2);
     number = 0;
     for (const char16_t character : digits) {
-        const int value = DigitValue(character);
-        if (value < 0 || static_cast<std::uint64_t>(value) >= base) return false;
-        number = number * base + static_cast<std::uint64_t>(value);
+        const unsigned value = HexDigitValue(character);
+        if (value >= base) return false;
+        number = number * base + value;
         if (number > limit) return false;
     }
     return !digits.empty();

@@ -4,12 +4,14 @@
 #include <string>
 #include <utility>
 
+#include "foundation/textencoding.h"
 #include "foundation/vpath.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vtextfile.h"
 #include "keymap/builtinkeymap.h"
 #include "keymap/keymapreader.h"
 #include "keymap/keymapwriter.h"
+#include "platform/files.h"
 #include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "platform/userfiles.h"
@@ -134,13 +136,9 @@ bool Keymap::ReadFrom(VTextFile& file, const VUnicodeString& fileName, VReportMe
 bool Keymap::Save(const VUnicodeString& fileName) {
     std::u16string text;
     for (const VUnicodeString& line : FormatBindings(entries)) text.append(line.View()).append(u"\r\n");
-    // Before the file is emptied: what cannot be written must not cost what stands there.
     std::string bytes;
     if (!EncodeText(TextEncoding::kUtf8, text, bytes)) return platform::FailWith(platform::kNoUnicodeTranslation);
-    VTextFile file;
-    file.SetEncoding(TextEncoding::kUtf8);
-    return file.Open(fileName, platform::kGenericWrite, platform::kCreateAlways) &&
-           file.Write(std::u16string_view(text)) && file.Close();
+    return platform::ReplaceFileWith(fileName, std::string(MarkOf(TextEncoding::kUtf8)) + bytes);
 }
 
 bool operator==(const Keymap& a, const Keymap& b) {

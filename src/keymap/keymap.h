@@ -63,7 +63,7 @@ class Keymap : public IKeymap {
     /// The same for a file that must be there: nothing is created.
     bool LoadExisting(const VUnicodeString& fileName, VReportMessageParams& report);
     /// Writes the bindings of its own in UTF-8, sorted, one a line; comments are not kept. On failure: false with the
-    /// last error, and with 1113 the file is as it was: a string holds half a character.
+    /// last error, and the file is as it was; 1113: a string holds half a character.
     bool Save(const VUnicodeString& fileName) override;
 
     /// Binds the key, in the place of what it was bound to.

@@ -8,6 +8,7 @@
 #include <span>
 
 #include "foundation/casefold.h"
+#include "foundation/hextext.h"
 #include "keymap/defaultkeytable.h"
 #include "keymap/extendedkeytable.h"
 #include "keymap/keyfunctiontable.h"
@@ -43,24 +44,18 @@ constexpr bool HasKey(KeyTable table, std::u16string_view name) {
 static_assert(HasKey(kExtendedKeys, u"VK_MULTI_KEY") && !HasKey(kExtendedKeys, u"VK_MULTIPLEC_ANDIDATE"));
 static_assert(HasKey(kExtendedKeys, u"VK_NO_BREAK_SPACE") && !HasKey(kExtendedKeys, u"VK_NOTSIGN"));
 
-std::uint32_t DigitValue(char16_t digit) {
-    if (IsDigit(digit)) return digit - u'0';
-    const char16_t upper = ToUpper(digit);
-    return upper >= u'A' && upper <= u'F' ? upper - u'A' + 10u : std::numeric_limits<std::uint32_t>::max();
-}
-
 /// As strtoul reads a text with base 0, when nothing but white space follows.
 std::optional<std::uint32_t> ParseKeyNumber(std::u16string_view text) {
     std::uint32_t base = 10;
-    if (text.size() > 2 && text[0] == u'0' && ToUpper(text[1]) == u'X' && DigitValue(text[2]) < 16) {
+    if (text.size() > 2 && text[0] == u'0' && ToUpper(text[1]) == u'X' && HexDigitValue(text[2]) != kNoHexDigit) {
         base = 16;
         text.remove_prefix(2);
     } else if (text.starts_with(u'0')) {
         base = 8;
     }
     std::uint64_t number = 0;
-    for (; !text.empty() && DigitValue(text.front()) < base; text.remove_prefix(1)) {
-        number = number * base + DigitValue(text.front());
+    for (; !text.empty() && HexDigitValue(text.front()) < base; text.remove_prefix(1)) {
+        number = number * base + HexDigitValue(text.front());
         if (number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
     }
     if (!std::ranges::all_of(text, IsSpace)) return std::nullopt;

@@ -1,8 +1,11 @@
 #include "suite/protocols/launchchecks.h"
 
 #include <algorithm>
+#include <string>
 
 #include "foundation/textchecks.h"
+#include "foundation/vreportmessageparams.h"
+#include "foundation/vunicodestring.h"
 
 namespace connectdialog {
 
@@ -114,6 +117,13 @@ LaunchFault CheckLaunchPath(std::u16string_view path) {
 
 LaunchFault CheckLaunchText(std::u16string_view text) {
     return CheckCommon(text, kLongestText);
+}
+
+bool FailOutOfRange(VReportMessageParams& report, const VUnicodeString& name, int least, int most) {
+    report.Fail(kLaunchOutOfRange, name.GetData());
+    report.AddInsert(std::to_string(least).c_str());
+    report.AddInsert(std::to_string(most).c_str());
+    return false;
 }
 
 }  // namespace connectdialog

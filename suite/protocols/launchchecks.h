@@ -10,6 +10,9 @@
 
 namespace connectdialog {
 
+class VReportMessageParams;
+class VUnicodeString;
+
 /// A host name, an IPv4 address, or an IPv6 address with or without brackets, with or without a scope id
 /// ("fe80::1%eth0"). ASCII: a name in another script is written in its ASCII form (xn--).
 LaunchFault CheckLaunchHost(std::u16string_view host);
@@ -29,5 +32,8 @@ LaunchFault CheckLaunchPath(std::u16string_view path);
 
 /// A command with its arguments, before it is taken apart or handed on.
 LaunchFault CheckLaunchText(std::u16string_view text);
+
+/// Reports that the number of that name does not lie where it must. Gives false.
+bool FailOutOfRange(VReportMessageParams& report, const VUnicodeString& name, int least, int most);
 
 }  // namespace connectdialog

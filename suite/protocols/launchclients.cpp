@@ -63,12 +63,7 @@ class Arguments {
 
 bool Arguments::PortText() {
     const auto& value = settings.*config.GetTraits().port;
-    if (value.Get() == 0) {
-        report.Fail(kLaunchOutOfRange, value.GetName().GetData());
-        report.AddInsert(u"1");
-        report.AddInsert(u"65535");
-        return false;
-    }
+    if (value.Get() == 0) return FailOutOfRange(report, value.GetName(), 1, 65535);
     port = std::to_string(value.Get());
     return true;
 }
@@ -144,10 +139,7 @@ bool Arguments::RemoteCommand() {
 bool Arguments::Number(std::string_view option, const VProfile<int>& value, const NumberRange& range) {
     if (value.Get() >= range.least && value.Get() <= range.most)
         return Word(option) && Word(std::to_string(value.Get()));
-    report.Fail(kLaunchOutOfRange, value.GetName().GetData());
-    report.AddInsert(std::to_string(range.least).c_str());
-    report.AddInsert(std::to_string(range.most).c_str());
-    return false;
+    return FailOutOfRange(report, value.GetName(), range.least, range.most);
 }
 
 bool Arguments::Choice(std::string_view option, const VProfile<int>& value, std::string_view letters) {
@@ -231,13 +223,6 @@ bool FillFtpSslExplicit(Arguments& to) {
     return to.Word("-e") && to.Word("set ftp:ssl-force yes; set ftp:ssl-protect-data yes") && FillFtp(to);
 }
 
-/// How a client is told of a proxy.
-enum class ProxyForm {
-    kNone,   ///< not at all
-    kSsh,    ///< as the command that ssh runs in place of a connection of its own
-    kNetcat  ///< by the options of netcat
-};
-
 struct Client {
     LaunchClient id;
     ProxyForm proxy;
@@ -271,32 +256,6 @@ const Client* FindClient(LaunchClient id) {
     return nullptr;
 }
 
-bool AddProxy(const ProtocolConfig& config, ProxyForm form, LaunchCommand& command, VReportMessageParams& report) {
-    std::vector<std::string>& words = command.arguments;
-    LaunchProxy proxy;
-    if (!ReadLaunchProxy(config, proxy, report)) return false;
-    if (proxy.version.empty()) return true;
-    switch (form) {
-        case ProxyForm::kNone:
-            return report.Fail(kLaunchFirewall, VUnicodeString(config.GetTraits().name).GetData());
-        case ProxyForm::kNetcat:
-            words.insert(words.end(), {"-X", proxy.version, "-x", proxy.address});
-            return true;
-        case ProxyForm::kSsh:
-            break;
-    }
-    if (!config.GetSettings().sshJumpHost.Get().IsEmpty()) {
-        report.Fail(kLaunchFirewallAndJump, u"Firewall Name");
-        report.AddInsert(config.GetSettings().sshJumpHost.GetName().GetData());
-        return false;
-    }
-    if (command.note.empty())
-        command.note = u"The way leads through a proxy: netcat (the package netcat-openbsd) finds it.";
-    // A shell runs it: the quotes are for the brackets of a numeric address.
-    words.insert(words.end(), {"-o", "ProxyCommand=nc -X " + proxy.version + " -x '" + proxy.address + "' %h %p"});
-    return true;
-}
-
 }  // namespace
 
 bool FillLaunchCommand(const ProtocolConfig& config, LaunchCommand& command, VReportMessageParams& report) {
@@ -306,7 +265,7 @@ bool FillLaunchCommand(const ProtocolConfig& config, LaunchCommand& command, VRe
     command.package = client->package;
     command.note = client->note;
     Arguments arguments(config, command.arguments, report);
-    return AddProxy(config, client->proxy, command, report) && client->fill(arguments);
+    return AddLaunchProxy(config, client->proxy, command, report) && client->fill(arguments);
 }
 
 }  // namespace connectdialog

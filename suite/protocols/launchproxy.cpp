@@ -1,5 +1,8 @@
 #include "suite/protocols/launchproxy.h"
 
+#include <string>
+#include <vector>
+
 #include "config/firewalltypes.h"
 #include "config/ifirewallui.h"
 #include "config/sessiondbhooks.h"
@@ -7,12 +10,19 @@
 #include "platform/codepage.h"
 #include "resources/storenames.h"
 #include "suite/protocols/launchchecks.h"
+#include "suite/protocols/launchcommand.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 
 namespace connectdialog {
 
 namespace {
+
+/// A proxy as netcat is told of it.
+struct LaunchProxy {
+    std::string version;  ///< "4", "5" or "connect"; empty: none, the way is direct
+    std::string address;  ///< host:port, an IPv6 address in brackets; nothing in it has a meaning for a shell
+};
 
 struct ProxyVersion {
     std::u16string_view type;
@@ -40,19 +50,12 @@ bool ReadAddress(const IFirewallUI& firewall, std::string& address, VReportMessa
     // The address travels through a command line in which "%" stands before a token.
     if (fault == kLaunchFine && host.View().find(u'%') != std::u16string_view::npos) fault = kLaunchNoHostName;
     if (fault != kLaunchFine) return report.Fail(fault, u"Firewall Address");
-    if (firewall.GetPort() == 0) {
-        report.Fail(kLaunchOutOfRange, u"Firewall Port");
-        report.AddInsert(u"1");
-        report.AddInsert(u"65535");
-        return false;
-    }
+    if (firewall.GetPort() == 0) return FailOutOfRange(report, u"Firewall Port"_v, 1, 65535);
     address = platform::ToNarrow(host);
     if (isNumeric && address.front() != '[') address = '[' + address + ']';
     address += ':' + std::to_string(firewall.GetPort());
     return true;
 }
-
-}  // namespace
 
 bool ReadLaunchProxy(const ProtocolConfig& config, LaunchProxy& proxy, VReportMessageParams& report) {
     proxy = LaunchProxy();
@@ -75,6 +78,35 @@ bool ReadLaunchProxy(const ProtocolConfig& config, LaunchProxy& proxy, VReportMe
     if (*version == '\0') return true;
     proxy.version = version;
     return ReadAddress(*firewall, proxy.address, report);
+}
+
+}  // namespace
+
+bool AddLaunchProxy(const ProtocolConfig& config, ProxyForm form, LaunchCommand& command,
+                    VReportMessageParams& report) {
+    std::vector<std::string>& words = command.arguments;
+    LaunchProxy proxy;
+    if (!ReadLaunchProxy(config, proxy, report)) return false;
+    if (proxy.version.empty()) return true;
+    switch (form) {
+        case ProxyForm::kNone:
+            return report.Fail(kLaunchFirewall, VUnicodeString(config.GetTraits().name).GetData());
+        case ProxyForm::kNetcat:
+            words.insert(words.end(), {"-X", proxy.version, "-x", proxy.address});
+            return true;
+        case ProxyForm::kSsh:
+            break;
+    }
+    if (!config.GetSettings().sshJumpHost.Get().IsEmpty()) {
+        report.Fail(kLaunchFirewallAndJump, u"Firewall Name");
+        report.AddInsert(config.GetSettings().sshJumpHost.GetName().GetData());
+        return false;
+    }
+    if (command.note.empty())
+        command.note = u"The way leads through a proxy: netcat (the package netcat-openbsd) finds it.";
+    // A shell runs it: the quotes are for the brackets of a numeric address.
+    words.insert(words.end(), {"-o", "ProxyCommand=nc -X " + proxy.version + " -x '" + proxy.address + "' %h %p"});
+    return true;
 }
 
 }  // namespace connectdialog
