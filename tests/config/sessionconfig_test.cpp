@@ -71,6 +71,12 @@ TEST_F(SessionConfigTest, NamesTypesAndDefaultsAreTheFrozenOnes) {
         }
     });
     EXPECT_EQ(row, std::size(kGoldenSession));
+    auto& config = dynamic_cast<SessionConfig&>(*session);
+    EXPECT_EQ(config.GetMember(3), &config.terminal);
+    EXPECT_EQ(config.GetMember(56), &config.printer);
+    EXPECT_EQ(config.GetMember(83), &config.useControlAddressForData);
+    EXPECT_EQ(config.GetMember(84), nullptr);
+    EXPECT_EQ(session->FindValue(u"Emulation"), nullptr) << "only direct members are found";
     EXPECT_FALSE(session->IsDefaultSession());
 }
 
