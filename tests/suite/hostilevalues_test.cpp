@@ -159,7 +159,8 @@ class HostileValuesTest : public SuiteTest {
 
     std::vector<Stored> MakeValues(const Seen& setting) {
         std::vector<Stored> values;
-        for (const std::uint32_t number : {0U, 1U, 2U, 3U, 9U, 128U, 65536U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU})
+        for (const std::uint32_t number :
+             {0U, 1U, 2U, 3U, 9U, 128U, 5000U, 65536U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU})
             values.push_back({Kind::kDword, number, {}, {}});
         std::vector<std::u16string> texts = {u"", u"x", u"%", u"-1,,", u"CAPI:", std::u16string(100000, u'9')};
         std::vector<std::string> blocks = {"", "\xFF", std::string(40000, '\xFF')};
