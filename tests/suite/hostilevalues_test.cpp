@@ -157,25 +157,47 @@ class HostileValuesTest : public SuiteTest {
         });
     }
 
+    std::u16string RandomText() {
+        std::u16string text(random() % 40, u'\0');
+        std::ranges::generate(text, [&] { return static_cast<char16_t>(1 + random() % 0xFFFE); });
+        return text;
+    }
+    std::string RandomBytes(std::size_t size) {
+        std::string bytes(size, '\0');
+        std::ranges::generate(bytes, [&] { return static_cast<char>(random()); });
+        return bytes;
+    }
+
+    /// One of each type, and many of the setting's own.
     std::vector<Stored> MakeValues(const Seen& setting) {
-        std::vector<Stored> values;
-        for (const std::uint32_t number :
-             {0U, 1U, 2U, 3U, 9U, 128U, 5000U, 65536U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU})
-            values.push_back({Kind::kDword, number, {}, {}});
-        std::vector<std::u16string> texts = {u"", u"x", u"%", u"-1,,", u"CAPI:", std::u16string(100000, u'9')};
-        std::vector<std::string> blocks = {"", "\xFF", std::string(40000, '\xFF')};
-        for (const std::size_t size : {std::size_t{44}, std::size_t{64}, setting.recordSize}) {
-            blocks.push_back(std::string(size, '\xFF'));
-            std::ranges::generate(blocks.emplace_back(size, '\0'), [&] { return static_cast<char>(random()); });
-        }
-        for (int i = 0; i < 3; ++i) {
-            values.push_back({Kind::kDword, static_cast<std::uint32_t>(random()), {}, {}});
-            std::ranges::generate(texts.emplace_back(random() % 40, u'\0'),
-                                  [&] { return static_cast<char16_t>(1 + random() % 0xFFFE); });
-        }
-        for (const std::u16string& text : texts)
-            for (const Kind kind : {Kind::kText, Kind::kList}) values.push_back({kind, 0, text, {}});
-        for (const std::string& block : blocks) values.push_back({Kind::kBinary, 0, {}, block});
+        std::vector<Stored> values = {{Kind::kDword, 3, {}, {}},
+                                      {Kind::kText, 0, RandomText(), {}},
+                                      {Kind::kList, 0, RandomText(), {}},
+                                      {Kind::kBinary, 0, {}, RandomBytes(64)}};
+        const auto numbers = {0U,
+                              1U,
+                              2U,
+                              9U,
+                              128U,
+                              5000U,
+                              65536U,
+                              0x7FFFFFFFU,
+                              0x80000000U,
+                              0xFFFFFFFFU,
+                              static_cast<std::uint32_t>(random())};
+        const auto texts = {u""s, u"x"s, u"%"s, u"-1,,"s, u"CAPI:"s, std::u16string(100000, u'9'), RandomText()};
+        const auto blocks = {""s,
+                             "\xFF"s,
+                             std::string(40000, '\xFF'),
+                             std::string(setting.recordSize, '\xFF'),
+                             RandomBytes(setting.recordSize),
+                             RandomBytes(setting.recordSize)};
+        if (setting.kind == Kind::kDword)
+            for (const std::uint32_t number : numbers) values.push_back({Kind::kDword, number, {}, {}});
+        if (setting.kind == Kind::kText || setting.kind == Kind::kList)
+            for (const std::u16string& text : texts) values.push_back({setting.kind, 0, text, {}});
+        if (setting.kind == Kind::kBinary)
+            for (const std::string& block : blocks) values.push_back({Kind::kBinary, 0, {}, block});
         return values;
     }
 
