@@ -334,6 +334,10 @@ TEST_F(HostileValuesTest, AFirewallTakesWhatItCanAndRepairsTheRest) {
         return settings;
     });
     EXPECT_EQ(walked.size(), 7U);
+    WithKey(u"k", [](VProfileKey& key) {
+        key.WriteDword(u"Firewall Port", 65536 + 1080);
+        EXPECT_EQ(VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, &key))->GetPort(), 0);
+    });
 }
 
 }  // namespace
