@@ -16,12 +16,15 @@ namespace {
 constexpr unsigned short kUsualPort = 1080;
 constexpr std::u16string_view kOlderForm = u"CAPI:";
 
-/// The stored number is looked at before it is cut down to 16 bits: 66616 is no port, and not 1080.
+/// The stored number is looked at before it is cut down to 16 bits: 66616 is no port, and not 1080. What was stored is
+/// not remembered then, so that the next save repairs it also where it would be cut down to 0.
 void LoadPort(VProfileKey* key, VProfile<unsigned short>& port) {
-    port.Load(key, u"Firewall Port"_v, kUsualPort);
+    const VUnicodeString name = u"Firewall Port"_v;
     std::uint32_t number = 0;
-    const bool isFound = key != nullptr && key->ReadDword(port.GetName().GetData(), number);
-    if (isFound && number > std::numeric_limits<unsigned short>::max()) port.Set(0);
+    const bool isFound = key != nullptr && key->ReadDword(name.GetData(), number);
+    const bool isPort = !isFound || number <= std::numeric_limits<unsigned short>::max();
+    port.Load(isPort ? key : nullptr, name, kUsualPort);
+    if (!isPort) port.Set(0);
 }
 }  // namespace
 

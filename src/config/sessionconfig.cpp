@@ -33,6 +33,8 @@ SessionConfig::SessionConfig(const SessionConfig& other)
     : VUnknown(other),
       VProfileComposite(other),
       SessionSettings(other),
+      terminal(other.terminal),
+      printer(other.printer),
       notStored(other.notStored),
       mustWriteAll(other.mustWriteAll),
       firstSpare(other.firstSpare),

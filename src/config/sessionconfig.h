@@ -8,7 +8,9 @@
 #include "config/commonconfig.h"
 #include "config/connectconfigptr.h"
 #include "config/isessionconfig.h"
+#include "config/printerconfig.h"
 #include "config/sessionsettings.h"
+#include "config/terminalconfig.h"
 #include "foundation/vcriticalsection.h"
 #include "profile/vprofilecomposite.h"
 
@@ -77,6 +79,11 @@ class SessionConfig : public VUnknown<ISessionConfig>, public VProfileComposite<
 
     void Lock(VProfileKey& key, bool force) override;
     void Unlock(VProfileKey& key, bool force) override;
+
+    // The parts, open like the settings.
+
+    TerminalConfig terminal;
+    PrinterConfig printer;
 
   private:
     SessionConfig(const SessionConfig& other);

@@ -50,7 +50,9 @@ bool ReadOldSecret(VProfileKey& key, const VUnicodeString& name, VUnicodeString&
 }  // namespace
 
 SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
-    : name(name),
+    : terminal(key, HasKeldaEmulation()),
+      printer(key),
+      name(name),
       path(name),
       protocol(key, ProtocolSide::kTerminal, &common),
       transferProtocol(key, ProtocolSide::kTransfer, &common) {

@@ -40,6 +40,11 @@ class GlobalConfig : public VUnknown<IUnknownBase> {
     VProfile<int> lineSendDelay;
     VProfile<int> characterSendDelay;
 
+    // The largest screen that a session may ask for, at least 1.
+
+    VProfile<short> maximumCols;
+    VProfile<int> maximumScrollback;
+
     // How the frames of sessions begin.
 
     VProfileWindowPlacement remoteFramePlacement;

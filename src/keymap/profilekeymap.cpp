@@ -11,14 +11,17 @@ namespace connectdialog {
 
 namespace {
 
-constexpr char16_t kNameV2[] = u"Keymap v2";
 constexpr char16_t kListMark[] = u" v3";
 constexpr char16_t kSecondMark[] = u" v2";
 
+/// Asks for the size first: few sessions have such a value, and then no memory is needed.
 bool ReadBinary(VProfileKey* key, const VUnicodeString& name, std::vector<std::uint8_t>& data) {
-    auto size = static_cast<std::uint32_t>(ProfileKeymap::kLargestBinaryValue);
+    std::uint32_t size = 0;
+    if (key == nullptr || !key->ReadBinary(name.GetData(), nullptr, size)) return false;
+    if (size > ProfileKeymap::kLargestBinaryValue) return false;
+    size = static_cast<std::uint32_t>(ProfileKeymap::kLargestBinaryValue);
     data.resize(size);
-    if (key == nullptr || !key->ReadBinary(name.GetData(), data.data(), size)) return false;
+    if (!key->ReadBinary(name.GetData(), data.data(), size)) return false;
     data.resize(size);
     return true;
 }
@@ -40,9 +43,11 @@ ProfileKeymap::ProfileKeymap(const ProfileKeymap& other, WithoutSnapshot) : VPro
 
 ProfileKeymap::~ProfileKeymap() = default;
 
-/// A snapshot has none itself: each would hold the one before otherwise, without end.
+/// A snapshot has none itself: each would hold the one before otherwise, without end. The keymap of most sessions is
+/// empty, which needs none.
 void ProfileKeymap::TakeSnapshot() {
-    snapshot.reset(new ProfileKeymap(*this, WithoutSnapshot()));
+    const bool isEmpty = GetEntries().GetCount() == 0;
+    snapshot.reset(isEmpty ? nullptr : new ProfileKeymap(*this, WithoutSnapshot()));
 }
 
 void ProfileKeymap::ParseLines() {
@@ -62,11 +67,12 @@ ProfileKeymap ProfileKeymap::CopyWithLines() const {
 }
 
 bool ProfileKeymap::LoadNewest(VProfileKey* key) {
-    VStringArray lines;
-    if (key != nullptr && key->ReadMultiString(kValueName, lines)) return LoadLinesValue(key, kValueName, lines);
+    const VUnicodeString name = u"Keymap v3"_v;
+    LoadLinesValue(key, name, VStringArray());
     std::vector<std::uint8_t> data;
-    if (ReadBinaryOrOlder(key, kNameV2, data)) return LoadBinaryValue(key, kValueName, data.data(), data.size());
-    return LoadLinesValue(key, kValueName, lines);
+    if (!IsMissing() || !ReadBinaryOrOlder(key, u"Keymap v2"_v, data)) return true;
+    SetMissing(false);
+    return LoadBinaryValue(key, name, data.data(), data.size());
 }
 
 bool ProfileKeymap::ReadValue(VProfileKey* key, const VUnicodeString& name) {
@@ -78,7 +84,7 @@ bool ProfileKeymap::ReadValue(VProfileKey* key, const VUnicodeString& name) {
     // Under its own name: it is never written under an older one, where no reader expects lines.
     std::vector<std::uint8_t> data;
     const bool isRead = ReadBinaryOrOlder(key, name, data);
-    return LoadBinaryValue(key, kValueName, isRead ? data.data() : nullptr, data.size());
+    return LoadBinaryValue(key, u"Keymap v3"_v, isRead ? data.data() : nullptr, data.size());
 }
 
 bool ProfileKeymap::LoadLinesValue(VProfileKey* key, const VUnicodeString& name, const VStringArray& lines) {

@@ -22,7 +22,6 @@ namespace connectdialog {
 /// saving is forced. What cannot be read of a form is left out silently, and goes with the next write.
 class ProfileKeymap : public VProfileTextList, public Keymap {
   public:
-    static constexpr char16_t kValueName[] = u"Keymap v3";
     static constexpr std::size_t kLargestBinaryValue = 32000;  ///< bytes
 
     ProfileKeymap() = default;
@@ -31,8 +30,8 @@ class ProfileKeymap : public VProfileTextList, public Keymap {
     ProfileKeymap& operator=(const ProfileKeymap&) = delete;
     ~ProfileKeymap() override;
 
-    /// Loads the newest form that the key has, under the name kValueName; with none, or a null key, the keymap is empty
-    /// and missing. True unless a binary value has no count.
+    /// Loads the newest form that the key has, under the name "Keymap v3"; with none, or a null key, the keymap is
+    /// empty and missing. True unless a binary value has no count.
     bool LoadNewest(VProfileKey* key);
     /// Loads the value of that name: a list for a name with " v3" in it, otherwise a binary value; where that is absent
     /// or too large, the one whose name lacks " v2". With neither the keymap is empty.
@@ -68,7 +67,7 @@ class ProfileKeymap : public VProfileTextList, public Keymap {
     void FormatLines();
     ProfileKeymap CopyWithLines() const;
 
-    std::unique_ptr<ProfileKeymap> snapshot;  ///< as last read or written; null before that
+    std::unique_ptr<ProfileKeymap> snapshot;  ///< as last read or written; null when that was empty
 };
 
 }  // namespace connectdialog

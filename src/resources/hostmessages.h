@@ -24,6 +24,8 @@ inline constexpr MessageRow kHostMessages[] = {
     {0xE104006A, u"设置“%1”不支持此操作。"},
     {0xE104006B, u"设置“%1”不接受这种类型的值。"},
     {0xE1370001, u"无法使用键盘映射文件“%1”：\r\n%2"},
+    // Character maps of a terminal: the file's name.
+    {0xE137000A, u"无法打开字符映射文件“%1”。"},
 };
 
 }  // namespace connectdialog

@@ -13,6 +13,13 @@ constexpr MemberAccess<ReferenceGlobalConfig> kMember = Member<ReferenceGlobalCo
 
 /// What the marker says where there is nothing to upgrade: in a store that begins with this version.
 constexpr int kLineSendDelay = 5;
+
+/// A maximum that lets nothing through would reach every session that is opened and saved.
+template <class T>
+void LoadMaximum(VProfileKey& key, VProfile<T>& maximum, const VUnicodeString& name, T usual) {
+    maximum.Load(&key, name, usual);
+    if (maximum.Get() < 1) maximum.Set(usual);
+}
 }  // namespace
 
 std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Members() {
@@ -23,6 +30,8 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
         kMember<&Self::hideDotEntries>,
         kMember<&Self::lineSendDelay>,
         kMember<&Self::characterSendDelay>,
+        kMember<&Self::maximumCols>,
+        kMember<&Self::maximumScrollback>,
         kMember<&Self::remoteFramePlacement>,
         kMember<&Self::remoteExplorerFrameState>,
         kMember<&Self::remoteListViewState>,
@@ -63,6 +72,8 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     hideDotEntries.Load(&key, u"Hide Dot Entries"_v, false);
     lineSendDelay.Load(&key, u"Line Send Delay"_v, kLineSendDelay);
     characterSendDelay.Load(&key, u"Character Send Delay"_v, 0);
+    LoadMaximum(key, maximumCols, u"Maximum Cols"_v, short{1000});
+    LoadMaximum(key, maximumScrollback, u"Maximum Scrollback"_v, 1000000);
     remoteFramePlacement.Load(&key, u"RemoteFrame Window Placement"_v, VWindowPlacement::Unplaced());
     remoteExplorerFrameState.Load(&key, u"Remote ExplorerFrame State"_v, UnplacedFrameText());
     remoteListViewState.Load(&key, u"Remote ListView State"_v, PlainListText());

@@ -24,10 +24,13 @@ class SessionConfigTest : public LibraryTest {
         return LoadSessionEntry(u"s", u"s");
     }
     static VUnicodeString TextOf(ISessionConfig& session, std::u16string_view name) {
-        VProfileData* setting = session.FindValue(name);
+        const VProfileData* setting = session.FindValue(name);
+        return setting != nullptr ? TextOf(*setting) : u"?"_v;
+    }
+    static VUnicodeString TextOf(const VProfileData& setting) {
         VVariant value;
         VReportMessageParams report;
-        if (setting == nullptr || !setting->GetVariant(value, report)) return u"?";
+        if (!setting.GetVariant(value, report)) return u"?";
         if (const VVariant::Array* array = value.GetArray()) return array->IsEmpty() ? u"" : u"[...]";
         if (value.GetType() == VVariantType::kEmpty) return u"2";
         if (value.GetType() == VVariantType::kBool) return value.GetNumber() != 0 ? u"1" : u"0";
@@ -64,10 +67,16 @@ TEST_F(SessionConfigTest, NamesTypesAndDefaultsAreTheFrozenOnes) {
         if (golden.type == kRecord) return;
         EXPECT_EQ(value.GetType(), golden.type) << VNarrowString(setting.GetName()).GetData();
         if (golden.defaultText != nullptr) {
-            EXPECT_EQ(TextOf(*session, golden.name), golden.defaultText);
+            EXPECT_EQ(TextOf(setting), golden.defaultText) << VNarrowString(setting.GetName()).GetData();
         }
     });
     EXPECT_EQ(row, std::size(kGoldenSession));
+    auto& config = dynamic_cast<SessionConfig&>(*session);
+    EXPECT_EQ(config.GetMember(3), &config.terminal);
+    EXPECT_EQ(config.GetMember(56), &config.printer);
+    EXPECT_EQ(config.GetMember(83), &config.useControlAddressForData);
+    EXPECT_EQ(config.GetMember(84), nullptr);
+    EXPECT_EQ(session->FindValue(u"Emulation"), nullptr) << "only direct members are found";
     EXPECT_FALSE(session->IsDefaultSession());
 }
 

@@ -7,9 +7,9 @@ namespace connectdialog::test {
 namespace {
 
 const std::vector<std::vector<std::string>> kCommandWords = {
-    {},        {"import"},  {"import", "openssh"}, {"tree"},      {"ls"},   {"show"},        {"get"},
-    {"set"},   {"connect"}, {"firewall"},          {"buttons"},   {"hive"}, {"hive", "set"}, {"secret"},
-    {"trace"}, {"keymap"},  {"keymap", "show"},    {"completion"}};
+    {},        {"import"},  {"import", "openssh"}, {"tree"},       {"ls"},      {"show"},        {"get"},
+    {"set"},   {"connect"}, {"firewall"},          {"buttons"},    {"hive"},    {"hive", "set"}, {"secret"},
+    {"trace"}, {"keymap"},  {"keymap", "show"},    {"completion"}, {"default"}, {"diff"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
@@ -52,6 +52,7 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
         {{"--store", "show", "tre"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
         {{"show", "z"}, "zeta\n"},
+        {{"diff", "zeta", "z"}, "zeta\n"},
         {{"show", "$"}, "\\$\\(touch\\ x\\)\\ y\n"},
         {{"show", "Servers\\\\W"}, "Servers\\\\Web\\\\\nServers\\\\Web\\\\alpha\nServers\\\\Web\\\\beta\n"},
     };

@@ -83,9 +83,11 @@ TEST_F(ToolTest, AStoreThatIsLockedRefusesTheWriteAndKeepsTheValue) {
 
 TEST_F(ToolTest, OutputThatIsLostIsAFailure) {
     Seed();
-    const std::string command =
-        std::string(CONNECTCTL_PROGRAM) + " --store sqlite:" + StoreFile() + " ls >/dev/full; echo $?";
-    EXPECT_EQ(RunProcess({"/bin/sh", "-c", command}).output, "1\n");
+    const std::string command = std::string(CONNECTCTL_PROGRAM) + " --store sqlite:" + StoreFile() + " ";
+    EXPECT_EQ(RunProcess({"/bin/sh", "-c", command + "ls >/dev/full; echo $?"}).output, "1\n");
+    const ProcessResult diff = RunProcess({"/bin/sh", "-c", command + "diff zeta 'Servers\\db' >/dev/full; echo $?"});
+    EXPECT_EQ(diff.output, "2\n");
+    EXPECT_NE(diff.errors, "");
 }
 
 }  // namespace

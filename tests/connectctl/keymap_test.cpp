@@ -45,6 +45,7 @@ TEST_F(ToolTest, KeymapShowPrintsTheKeymapOfASession) {
     WithStore([] {
         const std::string old = std::string("\0\0\0\1\0\0\2\x41MENU_COPY\0\0", 19);
         EXPECT_TRUE(WriteToKey(BuildSessionKeyPath(u"zeta"_v).GetData(), [&](VProfileKey& key) {
+            key.GetImpl()->DeleteValue(u"Keymap v3");
             key.WriteBinary(u"Keymap v2", old.data(), static_cast<std::uint32_t>(old.size()));
         }));
     });

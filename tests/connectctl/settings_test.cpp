@@ -1,5 +1,9 @@
 #include <nlohmann/json.hpp>
 
+#include "config/isessionconfig.h"
+#include "profile/vprofileblowfishstring.h"
+#include "sessiondb/sessiontree.h"
+#include "support/storetools.h"
 #include "tests/connectctl/toolfixture.h"
 
 namespace connectdialog::test {
@@ -77,15 +81,82 @@ TEST_F(ToolTest, ShowsEverySettingOnALineOfItsOwn) {
     Seed();
     RunWell({"set", "zeta", "Title Bar", "two\nlines"});
     const std::string shown = RunWell({"show", "zeta"});
-    EXPECT_TRUE(shown.starts_with("Is Session\tbool\ttrue\nProtocol Name\ttext\tSSH2\n")) << shown;
-    EXPECT_NE(shown.find("\nHostname\ttext\tzeta.example.net\n"), std::string::npos) << shown;
-    EXPECT_NE(shown.find("\nTitle Bar\ttext\ttwo<U+000A>lines\n"), std::string::npos);
-    EXPECT_NE(shown.find("\nDisable Resize\ttri-state\tglobal\n"), std::string::npos);
+    EXPECT_TRUE(shown.starts_with("Is Session\tbool\ttrue\tstored\nProtocol Name\ttext\tSSH2\tstored\n")) << shown;
+    EXPECT_NE(shown.find("\nHostname\ttext\tzeta.example.net\tstored\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\nTitle Bar\ttext\ttwo<U+000A>lines\tstored\n"), std::string::npos);
+    EXPECT_NE(shown.find("\nDisable Resize\ttri-state\tglobal\tstored\n"), std::string::npos);
+    EXPECT_NE(shown.find("\nPage Margins\trecord\t{\"bottom\":0.5,\"left\":0.5,\"right\":0.5,\"top\":0.5}\tstored\n"),
+              std::string::npos);
 
     const Json json = Json::parse(RunWell({"show", "--json", "zeta"}));
     EXPECT_EQ(json["path"], "zeta");
     EXPECT_EQ(static_cast<std::ptrdiff_t>(json["settings"].size()), std::ranges::count(shown, '\n'));
-    EXPECT_EQ(json["settings"][0], Json({{"name", "Is Session"}, {"type", "bool"}, {"value", true}}));
+    EXPECT_EQ(json["settings"][0],
+              Json({{"name", "Is Session"}, {"type", "bool"}, {"value", true}, {"origin", "stored"}}));
+}
+
+TEST_F(ToolTest, ShowTellsWhereAValueComesFrom) {
+    WithStore([] {
+        WithKey(u"Sessions\\s", [](VProfileKey& key) {
+            key.WriteDword(u"Is Session", 1);
+            key.WriteDword(u"Rows", 30);
+            key.WriteDword(u"Cols", 20000);
+            key.WriteDword(u"Auto Reconnect", 7);
+            key.WriteString(u"Scrollback", u"many");
+            key.WriteString(u"Emulation", u"SCO-ANSI");
+            key.WriteString(u"Keymap Name", u"Linux");
+        });
+    });
+    const std::string shown = RunWell({"show", "s"});
+    for (const char* line :
+         {"Rows\tint32\t30\tstored", "Cols\tint16\t1000\tcorrected", "Auto Reconnect\ttri-state\tglobal\tcorrected",
+          "Scrollback\tint32\t500\tcorrected", "Emulation\ttext\tSCOANSI\tcorrected", "ANSI Color\tbool\ttrue\tdefault",
+          "Use Alternate Keyboard\tbool\ttrue\tdefault"})
+        EXPECT_NE(shown.find(std::string("\n") + line + '\n'), std::string::npos) << line;
+}
+
+TEST_F(ToolTest, TheTemplateIsShownAndNotMadeByTheLook) {
+    const std::string fresh = RunWell({"default"});
+    EXPECT_TRUE(fresh.starts_with("Is Session\tbool\ttrue\tdefault\n")) << fresh;
+    EXPECT_EQ(RunWell({"ls"}), "");
+    RunWell({"set", "Default", "Rows", "50"});
+    EXPECT_NE(RunWell({"default"}).find("\nRows\tint32\t50\tstored\n"), std::string::npos);
+    EXPECT_EQ(Json::parse(RunWell({"default", "--json"}))["path"], "Default");
+}
+
+TEST_F(ToolTest, DiffPrintsWhatDiffersAndTellsByItsExitCode) {
+    Seed();
+    const auto diff = [&](const std::string& left, const std::string& right) { return Run({"diff", left, right}); };
+    EXPECT_EQ(RunWell({"diff", "zeta", "zeta"}), "");
+    RunWell({"set", "zeta", "Hostname", "db.example.net"});
+    RunWell({"set", "zeta", "Title Bar", "a\tb"});
+    WithStore([] {
+        for (const auto& [path, password] : {std::pair(u"zeta"_v, u"hunter2"_v),
+                                             {u"Servers\\db"_v, u"hunter2"_v},
+                                             {u"Servers\\Web\\beta"_v, u"other"_v}}) {
+            const VRef<ISessionConfig> session = OpenSession(path);
+            dynamic_cast<VProfileBlowfishString&>(*session->FindValue(u"Monitor Password")).SetText(password);
+            EXPECT_TRUE(SaveSession(*session));
+        }
+    });
+    const ProcessResult differ = diff("Servers\\db", "zeta");
+    EXPECT_EQ(differ.exitCode, 1);
+    EXPECT_EQ(differ.errors, "");
+    EXPECT_EQ(differ.output, "Title Bar\t\ta<U+0009>b\n") << "equal passwords are stored differently";
+    const ProcessResult secrets = diff("Servers\\Web\\beta", "zeta");
+    EXPECT_NE(secrets.output.find("\nMonitor Password\t(hidden)\t(hidden)\n"), std::string::npos) << secrets.output;
+
+    RunWell({"set", "Servers\\db", "Protocol Name", "telnet"});
+    const ProcessResult other = diff("Servers\\db", "zeta");
+    EXPECT_NE(other.output.find("Telnet Port\t23\t(none)\n"), std::string::npos) << other.output;
+    EXPECT_NE(other.output.find("SSH Forward X11\t(none)\tfalse\n"), std::string::npos) << other.output;
+    const Json json = Json::parse(Run({"diff", "--json", "Servers\\db", "zeta"}).output);
+    EXPECT_EQ(json[0]["name"], "Protocol Name");
+    EXPECT_EQ(json[0]["left"]["value"], "Telnet");
+    EXPECT_FALSE(json.back().contains("left"));
+    RunBadly({"diff", "zeta", "nobody"}, 2);
+    RunBadly({"diff", "zeta", "Servers"}, 2);
+    RunBadly({"diff", "zeta"}, 2);
 }
 
 TEST_F(ToolTest, TheHostTravelsToTheNextProtocol) {

@@ -19,6 +19,8 @@ FakeGlobalConfig::FakeGlobalConfig() {
     hideDotEntries.Load(nullptr, u"Hide Dot Entries"_v, false);
     lineSendDelay.Load(nullptr, u"Line Send Delay"_v, 7);
     characterSendDelay.Load(nullptr, u"Character Send Delay"_v, 3);
+    maximumCols.Load(nullptr, u"Maximum Cols"_v, 200);
+    maximumScrollback.Load(nullptr, u"Maximum Scrollback"_v, 10000);
     VWindowPlacement placement;
     placement.normal = {1, 2, 3, 4};
     remoteFramePlacement.Load(nullptr, u"RemoteFrame Window Placement"_v, placement);

@@ -15,6 +15,10 @@ namespace connectdialog::connectctl {
 /// prints it escapes it.
 using Failure = std::optional<std::string>;
 inline constexpr std::nullopt_t kDone = std::nullopt;
+/// Standard output has said it all: the run ends with 1 and without a line more.
+inline Failure ToldAlready() {
+    return std::string();
+}
 
 /// Does a command's work with the arguments that were parsed. Requires: the store is open when the command needs it.
 using CommandBody = std::function<Failure()>;
@@ -26,12 +30,16 @@ struct Command {
     bool needsStore;
     /// Adds the command's arguments to its parser; gives what runs it after the parse.
     CommandBody (*declare)(CLI::App& parser);
+    /// Another exit code for its failures, for a command whose answer may be 1.
+    int failureCode = 1;
 };
 
 CommandBody DeclareImport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);
+CommandBody DeclareDefault(CLI::App& parser);
+CommandBody DeclareDiff(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);

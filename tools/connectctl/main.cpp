@@ -17,12 +17,15 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+constexpr int kCannotTell = 2;
 
 constexpr auto kCommands = std::to_array<Command>({
     {"import", "Make sessions from another program's configuration", true, DeclareImport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},
+    {"default", "Print every setting of the template of new sessions", true, DeclareDefault},
+    {"diff", "Print the settings in which two sessions differ", true, DeclareDiff, kCannotTell},
     {"get", "Print one setting of a session", true, DeclareGet},
     {"set", "Change one setting of a session", true, DeclareSet},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
@@ -45,7 +48,7 @@ Failure RunCommand(const Command& command, const CommandBody& body, const std::s
         if (Failure failure = OpenToolStore(storeUrl)) return failure;
     Failure failure = body();
     CloseToolStore();
-    if (!FlushOutput() && !failure) return "standard output cannot be written";
+    if (!FlushOutput() && failure.value_or("").empty()) return "standard output cannot be written";
     return failure;
 }
 
@@ -78,8 +81,9 @@ int Main(int argc, char** argv) {
     for (std::size_t i = 0; i < kCommands.size(); ++i) {
         if (!app.got_subcommand(kCommands[i].name)) continue;
         if (const Failure failure = RunCommand(kCommands[i], bodies[i], storeUrl)) {
+            if (failure->empty()) return kFailed;
             PrintNotice(*failure);
-            return kFailed;
+            return kCommands[i].failureCode;
         }
     }
     return 0;

@@ -1,16 +1,20 @@
-// show, get and set: the settings of one session.
+// show, default, get and set: the settings of one session.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "config/isessionconfig.h"
+#include "config/sessionconfig.h"
 #include "config/settingwalk.h"
+#include "platform/codepage.h"
 #include "profile/vprofiledata.h"
+#include "resources/storenames.h"
+#include "sessiondb/sessiontree.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/nearnames.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/protocolchoice.h"
+#include "tools/connectctl/settingorigin.h"
 #include "tools/connectctl/settingstore.h"
 #include "tools/connectctl/settingvalue.h"
 
@@ -25,23 +29,16 @@ struct SettingArguments {
     bool asJson = false;
 };
 
-nlohmann::json SettingAsJson(VProfileData& setting) {
-    nlohmann::json description = {{"name", JsonText(setting.GetName())}, {"type", GetSettingType(setting)}};
-    if (IsSecret(setting))
-        description["hidden"] = true;
-    else
-        description["value"] = GetSettingJson(setting);
-    return description;
-}
-
-std::string DescribeSettings(ISessionConfig& session) {
+/// `path` is where the session is stored, if it is.
+void PrintSettings(ISessionConfig& session, const VUnicodeString& path, bool asJson) {
+    SettingOrigins origins(path);
     nlohmann::json settings = nlohmann::json::array();
-    VisitSettings(session, [&](VProfileData& setting) { settings.push_back(SettingAsJson(setting)); });
-    return PrintableJson({{"path", JsonText(session.GetPath())}, {"settings", std::move(settings)}});
-}
-
-void PrintSetting(VProfileData& setting) {
-    PrintLine(DescribeSetting(setting));
+    VisitSettings(session, [&](VProfileData& setting) {
+        if (!asJson) return PrintLine(DescribeSetting(setting) + '\t' + origins.Of(setting));
+        settings.push_back(SettingAsJson(setting));
+        settings.back()["origin"] = origins.Of(setting);
+    });
+    if (asJson) PrintLine(PrintableJson({{"path", JsonText(path)}, {"settings", std::move(settings)}}));
 }
 
 std::string UnknownSettingText(ISessionConfig& session, const VUnicodeString& name) {
@@ -65,10 +62,20 @@ Failure OpenSetting(const SettingArguments& arguments, VRef<ISessionConfig>& ses
 Failure Show(const SettingArguments& arguments) {
     VRef<ISessionConfig> session;
     if (Failure failure = OpenSessionAt(arguments.path, session)) return failure;
-    if (arguments.asJson)
-        PrintLine(DescribeSettings(*session));
-    else
-        VisitSettings(*session, PrintSetting);
+    PrintSettings(*session, session->GetPath(), arguments.asJson);
+    return kDone;
+}
+
+/// A template that is not there yet is not made for the look at it.
+Failure ShowDefault(const SettingArguments& arguments) {
+    const VUnicodeString path(kDefaultSession);
+    Entry entry;
+    if (Failure failure = FindEntry(platform::ToNarrow(path), entry)) return failure;
+    if (!entry.isSession) return Quoted(path) + " is a folder: new sessions have no template";
+    const VRef<ISessionConfig> session =
+        SessionKeyExists(path) ? OpenSession(path) : VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
+    if (!session) return "there is no session " + Quoted(path) + " any more";
+    PrintSettings(*session, path, arguments.asJson);
     return kDone;
 }
 
@@ -102,15 +109,28 @@ void DeclareName(CLI::App& parser, SettingArguments& arguments) {
     parser.add_option("NAME", arguments.name, "The setting, as show names it; case is ignored")->required();
 }
 
+void DescribeShow(CLI::App& parser, SettingArguments& arguments) {
+    parser.add_flag("--json", arguments.asJson, "Print one JSON object");
+    parser.footer(
+        "One setting a line, in the order in which they are stored: name, type, value and origin with a tab between\n"
+        "them. Lists are JSON arrays, records JSON objects; secrets are shown as (hidden). The origin is\n"
+        "  stored     the store has this value\n"
+        "  default    the store has none\n"
+        "  corrected  the store has one that does not fit, or another setting calls for this one");
+}
+
 }  // namespace
 
 CommandBody DeclareShow(CLI::App& parser) {
     auto arguments = DeclareSession(parser);
-    parser.add_flag("--json", arguments->asJson, "Print one JSON object");
-    parser.footer(
-        "One setting a line, in the order in which they are stored: name, type and value with a tab between them.\n"
-        "Lists are JSON arrays; secrets are shown as (hidden).");
+    DescribeShow(parser, *arguments);
     return [arguments] { return Show(*arguments); };
+}
+
+CommandBody DeclareDefault(CLI::App& parser) {
+    auto arguments = std::make_shared<SettingArguments>();
+    DescribeShow(parser, *arguments);
+    return [arguments] { return ShowDefault(*arguments); };
 }
 
 CommandBody DeclareGet(CLI::App& parser) {

@@ -16,6 +16,7 @@
 #include "profile/vprofilestatetext.h"
 #include "profile/vvariant.h"
 #include "tools/connectctl/output.h"
+#include "tools/connectctl/recordjson.h"
 
 namespace connectdialog::connectctl {
 
@@ -168,9 +169,18 @@ nlohmann::json GetSettingJson(VProfileData& setting) {
     const VVariant variant = GetVariant(setting);
     if (variant.GetType() == VVariantType::kText) return JsonText(variant.GetText());
     VStringArray list;
-    if (variant.GetType() != VVariantType::kArray) return value;
+    if (variant.GetType() != VVariantType::kArray) return GetRecordJson(setting);
     StringsFromVariant(variant, list);
     return ListToJson(list);
+}
+
+nlohmann::json SettingAsJson(VProfileData& setting) {
+    nlohmann::json description = {{"name", JsonText(setting.GetName())}, {"type", GetSettingType(setting)}};
+    if (IsSecret(setting))
+        description["hidden"] = true;
+    else
+        description["value"] = GetSettingJson(setting);
+    return description;
 }
 
 std::string GetSettingText(VProfileData& setting) {

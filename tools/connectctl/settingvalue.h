@@ -16,18 +16,21 @@ namespace connectdialog::connectctl {
 /// How a secret is shown.
 inline constexpr char kHidden[] = "(hidden)";
 
-/// "bool", "tri-state", "int16", "uint16", "int32", "uint32", "text", "list", or "record" for a value that has no text.
+/// "bool", "tri-state", "int16", "uint16", "int32", "uint32", "text", "list", or "record" for a value of several
+/// fields.
 const char* GetSettingType(VProfileData& setting);
 /// What a value of its type may be, for messages and help.
 std::string GetSettingRange(VProfileData& setting);
 /// Whether the value is a text that is stored in another form than its own: one that must not be read at a glance.
 bool IsSecret(VProfileData& setting);
 
-/// A bool, a number, a text ("off", "on", "global" for a tri-state), an array of texts, or null for a record. Secrets
+/// A bool, a number, a text ("off", "on", "global" for a tri-state), an array of texts, an object for a record. Secrets
 /// are given as they are.
 nlohmann::json GetSettingJson(VProfileData& setting);
-/// The same on one line for the user: a text as it stands with unsafe characters escaped, a list as a JSON array, a
-/// secret and a record as a word in parentheses.
+/// An object of name, type and value; a secret has "hidden" in the place of the value.
+nlohmann::json SettingAsJson(VProfileData& setting);
+/// The value on one line for the user: a text as it stands with unsafe characters escaped, a list as a JSON array, a
+/// record as a JSON object, a secret as a word in parentheses.
 std::string GetSettingText(VProfileData& setting);
 
 /// Name, type and text with a tab between them: a setting on one line.

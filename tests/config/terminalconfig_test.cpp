@@ -1,0 +1,330 @@
+#include "config/terminalconfig.h"
+
+#include <string>
+#include <sys/stat.h>
+
+#include "config/sessionconfig.h"
+#include "foundation/vreportmessageparams.h"
+#include "support/fakesuite.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog::test {
+namespace {
+
+using namespace std::string_literals;
+
+class TerminalConfigTest : public LibraryTest {
+  protected:
+    /// A terminal whose key holds what `fill` writes and nothing else.
+    static TerminalConfig Load(const std::function<void(VProfileKey&)>& fill, bool hasKelda = false) {
+        std::optional<TerminalConfig> terminal;
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
+        WithKey(u"k", [&](VProfileKey& key) {
+            fill(key);
+            terminal.emplace(&key, hasKelda);
+        });
+        return *terminal;
+    }
+    static TerminalConfig LoadEmulation(const char16_t* emulation, bool hasKelda = false) {
+        return Load([&](VProfileKey& key) { key.WriteString(u"Emulation", emulation); }, hasKelda);
+    }
+};
+
+TEST_F(TerminalConfigTest, UnknownEmulationsGiveWayAndTheOldNameIsRespelled) {
+    const struct {
+        const char16_t* stored;
+        const char16_t* loaded;
+        bool hasAnsiColor;
+        bool hasKelda = false;
+    } kRows[] = {
+        {u"ANSI", u"ANSI", true},        {u"Linux", u"Linux", true},       {u"SCOANSI", u"SCOANSI", true},
+        {u"SCO-ANSI", u"SCOANSI", true}, {u"Kelda", u"Kelda", true, true}, {u"Kelda", u"VT100", false},
+        {u"WYSE50", u"WYSE50", false},   {u"WYSE60", u"WYSE60", false},    {u"VT220", u"VT220", false},
+        {u"VT102", u"VT102", false},     {u"VT100", u"VT100", false},      {u"Dumb", u"Dumb", false},
+        {u"Xterm", u"Xterm", false},     {u"vt100", u"VT100", false},      {u"ansi", u"VT100", false},
+        {u"", u"VT100", false},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = LoadEmulation(row.stored, row.hasKelda);
+        EXPECT_EQ(terminal.emulation.Get(), row.loaded);
+        EXPECT_EQ(terminal.emulation.GetStored(), row.stored);
+        EXPECT_EQ(terminal.emulation.IsChanged(), std::u16string_view(row.stored) != row.loaded);
+        EXPECT_EQ(terminal.ansiColor.Get(), row.hasAnsiColor) << ::testing::PrintToString(row.stored);
+    }
+    const TerminalConfig plain = Load([](VProfileKey& key) {
+        key.WriteString(u"Emulation", u"Linux");
+        key.WriteDword(u"ANSI Color", 0);
+    });
+    EXPECT_FALSE(plain.ansiColor.Get()) << "what is stored counts";
+}
+
+TEST_F(TerminalConfigTest, TheEmulationDecidesColorsFontAndKeymap) {
+    const TerminalConfig usual(nullptr, false);
+    EXPECT_EQ(usual.normalFont.Get(), VLogFont(13, u"Lucida Console"));
+    EXPECT_EQ(usual.narrowFont.Get(), usual.normalFont.Get());
+    EXPECT_EQ(usual.windowPlacement.Get(), VWindowPlacement::Unplaced());
+    EXPECT_FALSE(usual.IsChanged());
+
+    const TerminalConfig ansi = LoadEmulation(u"ANSI");
+    EXPECT_EQ(ansi.foreground.Get(), 0xFFFFFF);
+    EXPECT_EQ(ansi.background.Get(), 0);
+    EXPECT_EQ(ansi.bold.Get(), 0xFFFFFF);
+    EXPECT_EQ(ansi.normalFont.Get(), VLogFont(12, u"Terminal"));
+    EXPECT_FALSE(ansi.useUnicodeLineDrawing.Get());
+    EXPECT_EQ(ansi.keymapName.Get(), u"Default");
+    EXPECT_FALSE(ansi.useAlternateKeyboard.Get());
+
+    const TerminalConfig vt220 = LoadEmulation(u"VT220");
+    EXPECT_EQ(vt220.keymapName.Get(), u"VT220");
+    EXPECT_TRUE(vt220.useAlternateKeyboard.Get());
+}
+
+TEST_F(TerminalConfigTest, ScreensAreCutDownToTheGlobalMaxima) {
+    const auto load = [](std::uint32_t cols, std::uint32_t scrollback) {
+        return Load([&](VProfileKey& key) {
+            key.WriteDword(u"Cols", cols);
+            key.WriteDword(u"Scrollback", scrollback);
+        });
+    };
+    const TerminalConfig within = load(200, 10000);
+    EXPECT_EQ(within.cols.Get(), 200);
+    EXPECT_FALSE(within.IsChanged());
+    const TerminalConfig beyond = load(201, 0x7FFFFFFF);
+    EXPECT_EQ(beyond.cols.Get(), 200);
+    EXPECT_EQ(beyond.scrollback.Get(), 10000);
+    EXPECT_EQ(beyond.scrollback.GetStored(), 0x7FFFFFFF);
+    EXPECT_TRUE(beyond.cols.IsChanged());
+    panels.global = nullptr;
+    EXPECT_EQ(load(201, 1).cols.Get(), 201);
+}
+
+TEST_F(TerminalConfigTest, TheResizeModeAndTheSwitchesBeforeItAgree) {
+    const struct {
+        std::int64_t mode;  ///< -1: none stored
+        std::uint32_t rows;
+        std::uint32_t cols;
+        int loaded;
+        bool isSynchronized;
+    } kRows[] = {
+        {-1, 0, 0, 2, false}, {-1, 1, 0, 0, true}, {-1, 1, 1, 0, true}, {0, 0, 0, 0, false},
+        {1, 1, 1, 1, false},  {1, 0, 0, 1, false}, {2, 1, 1, 2, true},  {7, 1, 1, 7, true},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = Load([&](VProfileKey& key) {
+            if (row.mode >= 0) key.WriteDword(u"Resize Mode", static_cast<std::uint32_t>(row.mode));
+            key.WriteDword(u"Sync View Rows", row.rows);
+            key.WriteDword(u"Sync View Cols", row.cols);
+        });
+        EXPECT_EQ(terminal.resizeMode.Get(), row.loaded);
+        EXPECT_EQ(terminal.syncViewRows.Get(), row.isSynchronized);
+        EXPECT_EQ(terminal.IsChanged(), row.loaded == 1 && row.rows != 0);
+    }
+    EXPECT_EQ(TerminalConfig(nullptr, false).resizeMode.Get(), 0);
+}
+
+/// The record as it was once stored: a height, a face in narrow text, and the size behind it.
+std::string NarrowFont(char height, const std::string& face) {
+    return std::string(1, height) + std::string(27, '\0') + face + std::string(32 - face.size(), '\0') + "\x64\0\0\0"s;
+}
+
+TEST_F(TerminalConfigTest, FontsOfOlderVersionsAreTakenOverAndStayWhereTheyAre) {
+    const TerminalConfig oldest = Load([](VProfileKey& key) {
+        key.WriteString(u"Font Family", u"vt100");
+        key.WriteDword(u"Font Size", 20);
+    });
+    for (const VProfileLogFont* font : {&oldest.normalFont, &oldest.narrowFont}) {
+        EXPECT_EQ(font->Get(), VLogFont(20, u"vt100"));
+        EXPECT_TRUE(font->IsMissing());
+    }
+    EXPECT_FALSE(oldest.useUnicodeLineDrawing.Get());
+
+    TerminalConfig newer = Load([](VProfileKey& key) {
+        key.WriteString(u"Font Family", u"vt100");
+        const std::string record = NarrowFont(9, "Courier");
+        key.WriteBinary(u"Normal Font", record.data(), static_cast<std::uint32_t>(record.size()));
+    });
+    EXPECT_EQ(newer.normalFont.Get().GetFace(), u"Courier");
+    EXPECT_EQ(newer.normalFont.Get().height, 9);
+    EXPECT_EQ(newer.normalFont.Get().size, 100);
+    EXPECT_EQ(newer.narrowFont.Get(), VLogFont(13, u"vt100"));
+    WithKey(u"k", [&](VProfileKey& key) {
+        newer.Save(key, true);
+        VUnicodeString family;
+        std::uint32_t number = 0;
+        EXPECT_TRUE(key.ReadString(u"Font Family", family));
+        EXPECT_EQ(family, u"vt100");
+        EXPECT_FALSE(key.ReadDword(u"Font Size", number));
+        EXPECT_EQ(TerminalConfig(&key, false).normalFont.Get().GetFace(), u"Courier");
+    });
+}
+
+TEST_F(TerminalConfigTest, FontsThatDrawLinesTheirOwnWayDecideTheDefault) {
+    const struct {
+        const char16_t* normal;
+        const char16_t* narrow;
+        bool usesNarrow;
+        bool drawsUnicode;
+    } kRows[] = {
+        {u"vt100 bold", u"Courier", false, false}, {u"vt100", u"Courier", true, true},
+        {u"vt100", u"Terminal", true, false},      {u"Terminal", u"vt100x", true, false},
+        {u"Terminal2", u"vt100", false, true},     {u"terminal", u"Terminal", false, true},
+        {u"VT100", u"VT100", false, true},         {u"Courier", u"Terminal", true, true},
+    };
+    for (const auto& row : kRows) {
+        const auto fill = [&](VProfileKey& key) {
+            for (const auto& [name, face] :
+                 {std::pair(u"Normal Font v2"_v, row.normal), {u"Narrow Font v2"_v, row.narrow}}) {
+                VProfileLogFont font;
+                font.SetName(name);
+                font.Set(VLogFont(10, face));
+                font.Save(key, true);
+            }
+            key.WriteDword(u"Use Narrow Font", row.usesNarrow ? 1 : 0);
+        };
+        EXPECT_EQ(Load(fill).useUnicodeLineDrawing.Get(), row.drawsUnicode) << ::testing::PrintToString(row.normal);
+    }
+}
+
+TEST_F(TerminalConfigTest, AKeymapOfItsOwnTurnsTheAlternateKeyboardOn) {
+    const struct {
+        const char16_t* name;
+        int stored;  ///< -1: nothing
+        const char16_t* loadedName;
+        bool isOn;
+    } kRows[] = {
+        {u"Custom", 0, u"Custom", true},      {u"CUSTOM", -1, u"CUSTOM", true},    {u"SCO-ANSI", 0, u"SCOANSI", false},
+        {u"sco-ansi", 0, u"sco-ansi", false}, {u"SCO-ANSI", -1, u"SCOANSI", true}, {u"default", -1, u"default", false},
+        {u"default", 1, u"default", true},    {u"Linux", -1, u"Linux", true},      {u"", -1, u"", true},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = Load([&](VProfileKey& key) {
+            key.WriteString(u"Keymap Name", row.name);
+            if (row.stored >= 0) key.WriteDword(u"Use Alternate Keyboard", static_cast<std::uint32_t>(row.stored));
+        });
+        EXPECT_EQ(terminal.keymapName.Get(), row.loadedName);
+        EXPECT_EQ(terminal.useAlternateKeyboard.Get(), row.isOn) << ::testing::PrintToString(row.name) << row.stored;
+    }
+}
+
+TEST_F(TerminalConfigTest, TheSwitchOfAnOlderNameMovesToThePresentOne) {
+    TerminalConfig older = Load([](VProfileKey& key) { key.WriteDword(u"Enable 80/132 Column Switching", 0); });
+    EXPECT_FALSE(older.enableColumnSwitching.Get());
+    older.enableColumnSwitching.Set(true);
+    WithKey(u"k", [&](VProfileKey& key) {
+        older.Save(key, false);
+        std::uint32_t number = 9;
+        EXPECT_TRUE(key.ReadDword(u"Enable 80/132 Column Switching", number));
+        EXPECT_EQ(number, 0U) << "the older name is never written";
+        EXPECT_TRUE(TerminalConfig(&key, false).enableColumnSwitching.Get()) << "the present name counts";
+    });
+}
+
+TEST_F(TerminalConfigTest, KeymapsOfOlderFormsReachTheSessionAndAreLeftAlone) {
+    const std::string kBinding = "\0\0\0\1\0\0\x02\x41MENU_COPY\0\0"s;
+    for (const char16_t* name : {u"Keymap v2", u"Keymap"}) {
+        TerminalConfig terminal = Load([&](VProfileKey& key) {
+            key.WriteBinary(name, kBinding.data(), static_cast<std::uint32_t>(kBinding.size()));
+        });
+        EXPECT_EQ(terminal.keymap.GetKeyFunction(kKeyControl | 0x41), 38U);
+        EXPECT_FALSE(terminal.IsChanged());
+        WithKey(u"k", [&](VProfileKey& key) {
+            VStringArray lines;
+            terminal.Save(key, false);
+            EXPECT_FALSE(key.ReadMultiString(u"Keymap v3", lines));
+            terminal.Save(key, true);
+            EXPECT_EQ(TerminalConfig(&key, false).keymap.Get(), terminal.keymap.Get());
+        });
+    }
+}
+
+/// Remembers what was reported, and with which insert.
+class RecordingRouter : public VReportMessageRouter {
+  public:
+    std::uint32_t HandleReport(IReportMessageParams* report) override {
+        EXPECT_EQ(report->GetCode(), 0xE137000AU);
+        EXPECT_EQ(report->GetInsertCount(), 1U);
+        names.emplace_back(report->GetInserts()[0]);
+        return 0;
+    }
+    std::vector<std::u16string> names;
+};
+RecordingRouter router;
+
+class TerminalMapTest : public TerminalConfigTest {
+  protected:
+    TerminalMapTest() {
+        router.names.clear();
+        SetReportRouterGetter([]() -> VReportMessageRouter* { return &router; });
+    }
+    ~TerminalMapTest() override { SetReportRouterGetter(nullptr); }
+
+    static TerminalConfig LoadMaps(const VUnicodeString& font, const VUnicodeString& drawing) {
+        return Load([&](VProfileKey& key) {
+            key.WriteString(u"User Font Map", font.GetData());
+            key.WriteString(u"User Line Drawing Map", drawing.GetData());
+        });
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(TerminalMapTest, ALineIsACodeAndABadOneLeavesAHole) {
+    const struct {
+        std::string line;
+        unsigned code;
+    } kRows[] = {
+        {"2500", 0x2500},         {"0x41", 0x41}, {" \tfF ", 0xFF}, {"zz", 0},        {"-1", 0},    {"+7", 7},
+        {"12zz", 0x12},           {"5-", 5},      {" ", 0},         {"FFFF", 0xFFFF}, {"10041", 0}, {"; note", 0},
+        {"FFFFFFFFFFFFFFFFF", 0},
+    };
+    std::string text;
+    for (const auto& row : kRows) text += row.line + "\r\n\n\n";
+    folder.Write("map", text + "9");
+    const auto map = ReadTerminalMap(folder.Name("map"));
+    ASSERT_TRUE(map);
+    for (std::size_t i = 0; i < std::size(kRows); ++i) EXPECT_EQ((*map)[i], kRows[i].code) << kRows[i].line;
+    EXPECT_EQ((*map)[std::size(kRows)], 9);
+    EXPECT_EQ(map->back(), 0) << "a short file";
+    EXPECT_TRUE(router.names.empty());
+}
+
+TEST_F(TerminalMapTest, TwoHundredAndFiftySixLinesAreRead) {
+    std::string text;
+    for (int i = 0; i < 300; ++i) text += std::to_string(i % 10) + "\n";
+    folder.Write("map", text);
+    const auto map = ReadTerminalMap(folder.Name("map"));
+    ASSERT_TRUE(map);
+    EXPECT_EQ(map->back(), 5);
+}
+
+TEST_F(TerminalMapTest, ACloneAndItsSourceShareTheTablesAndDieInAnyOrder) {
+    setenv("MAPS", folder.GetPath().c_str(), 1);
+    folder.Write("font", "1\n");
+    folder.Write("drawing", "2\n");
+    auto source = std::make_unique<TerminalConfig>(LoadMaps(u"%MAPS%/font", folder.Name("drawing")));
+    const TerminalConfig clone(*source);
+    EXPECT_EQ(clone.GetFontMap(), source->GetFontMap());
+    source.reset();
+    ASSERT_NE(clone.GetFontMap(), nullptr);
+    EXPECT_EQ(clone.GetFontMap()->front(), 1);
+    EXPECT_EQ(clone.GetLineDrawingMap()->front(), 2);
+    unsetenv("MAPS");
+}
+
+TEST_F(TerminalMapTest, WhatIsNoUsableFileIsToldAndTheSessionGoesOn) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    folder.Write("large", std::string(5 << 20, '\n'));
+    for (const char* leaf : {"none", "", "pipe", "large"}) {
+        router.names.clear();
+        const TerminalConfig terminal = LoadMaps(folder.Name(leaf), VUnicodeString());
+        EXPECT_EQ(terminal.GetFontMap(), nullptr);
+        EXPECT_EQ(terminal.userFontMap.Get(), folder.Name(leaf));
+        EXPECT_EQ(router.names, std::vector{std::u16string(folder.Name(leaf).View())});
+    }
+    router.names.clear();
+    EXPECT_EQ(LoadMaps(VUnicodeString(), u"%Q").GetLineDrawingMap(), nullptr);
+    EXPECT_EQ(router.names, std::vector{u"%Q"s}) << "no file name";
+}
+
+}  // namespace
+}  // namespace connectdialog::test

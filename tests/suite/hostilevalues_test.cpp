@@ -1,0 +1,344 @@
+// Every value that a session or a firewall keeps, stored with every type and with hostile contents.
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <set>
+#include <string>
+#include <typeinfo>
+
+#include "config/firewallconfig.h"
+#include "config/settingwalk.h"
+#include "foundation/vnarrowstring.h"
+#include "profile/vmargindata.h"
+#include "support/faultystore.h"
+#include "tests/suite/suitetest.h"
+
+namespace connectdialog::test {
+namespace {
+
+using namespace std::string_literals;
+
+enum class Kind { kDword, kText, kList, kBinary };
+
+/// One value as it lies in a key.
+struct Stored {
+    Kind kind = Kind::kDword;
+    std::uint32_t number = 0;
+    std::u16string text;  ///< of a list: its only element
+    std::string bytes;
+
+    void WriteTo(VProfileKey& key, const VUnicodeString& name) const {
+        VStringArray list;
+        switch (kind) {
+            case Kind::kDword:
+                key.WriteDword(name.GetData(), number);
+                break;
+            case Kind::kText:
+                key.WriteString(name.GetData(), text.c_str());
+                break;
+            case Kind::kList:
+                list.Add(VUnicodeString(text));
+                key.WriteMultiString(name.GetData(), list);
+                break;
+            case Kind::kBinary:
+                key.WriteBinary(name.GetData(), bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+                break;
+        }
+    }
+};
+
+/// A setting after loading.
+struct Seen {
+    std::u16string name;
+    Kind kind;
+    std::size_t recordSize;  ///< of a binary value
+    std::u16string value;
+    std::int64_t number;
+    bool isBool;
+    bool isText;     ///< kept as it stands
+    bool isChanged;  ///< by loading
+    bool isMissing;
+    bool operator==(const Seen&) const = default;
+};
+using Settings = std::vector<Seen>;
+
+template <class Setting>
+bool ReadRecord(const VProfileData& setting, Seen& seen) {
+    const auto* record = dynamic_cast<const Setting*>(&setting);
+    if (record == nullptr) return false;
+    using Record = std::remove_cvref_t<decltype(record->Get())>;
+    std::array<std::byte, Record::kStoredSize> bytes;
+    record->Get().Pack(bytes);
+    for (const std::byte byte : bytes) seen.value += static_cast<char16_t>(byte);
+    seen.recordSize = bytes.size();
+    return true;
+}
+
+Seen Look(const VProfileData& setting) {
+    Seen seen{.name = std::u16string(setting.GetName().View()),
+              .kind = dynamic_cast<const VProfileDword*>(&setting)     ? Kind::kDword
+                      : dynamic_cast<const VProfileMultiSz*>(&setting) ? Kind::kList
+                      : dynamic_cast<const VProfileBinary*>(&setting)  ? Kind::kBinary
+                                                                       : Kind::kText,
+              .recordSize = 0,
+              .value = {},
+              .number = 0,
+              .isBool = dynamic_cast<const VProfile<bool>*>(&setting) != nullptr,
+              .isText = typeid(setting) == typeid(VProfileText),
+              .isChanged = setting.IsChanged(),
+              .isMissing = setting.IsMissing()};
+    if (ReadRecord<VProfileLogFont>(setting, seen) || ReadRecord<VProfileWindowPlacement>(setting, seen) ||
+        ReadRecord<VProfileMarginData>(setting, seen))
+        return seen;
+    if (const auto* password = dynamic_cast<const VProfileBlowfishString*>(&setting)) {
+        seen.value = password->GetText().View();
+        return seen;
+    }
+    VVariant value;
+    VReportMessageParams report;
+    EXPECT_TRUE(setting.GetVariant(value, report)) << VNarrowString(setting.GetName()).GetData();
+    seen.value = value.GetType() == VVariantType::kText ? value.GetText().View() : std::u16string_view();
+    seen.number = value.GetType() == VVariantType::kEmpty ? 2 : value.GetNumber();
+    if (seen.isBool) seen.number = seen.number != 0;
+    VStringArray list;
+    if (value.GetType() == VVariantType::kArray && StringsFromVariant(value, list))
+        for (const VUnicodeString& element : list) (seen.value += element.View()) += u'\n';
+    return seen;
+}
+
+/// What a number may be: otherwise loading corrects it, and the setting shows as one that the next save writes.
+struct Bounds {
+    std::u16string_view name;
+    std::int64_t least;
+    std::int64_t most;
+};
+constexpr Bounds kBounds[] = {
+    {u"Is Session", 1, 1},
+    {u"Cols", -32768, 1000},
+    {u"Scrollback", INT32_MIN, 1000000},
+    {u"Idle Timeout", 10, 9999999},
+    {u"Idle NO-OP Timeout", 10, 9999999},
+    {u"Max Transfer Buffers", 1, 8},
+    {u"Firewall Port", 0, 65535},
+    {u"Raw Port", 0, 65535},
+    {u"SSH Port", 1, 65535},
+    {u"Telnet Port", 1, 65535},
+    {u"FTP Port", 1, 65535},
+    {u"FTP/SSL Port", 1, 65535},
+    {u"Serial Baud Rate", 50, 4000000},
+    {u"Serial Data Bits", 5, 8},
+    {u"Serial Parity", 0, 2},
+    {u"Serial Stop Bits", 1, 2},
+    {u"Serial Flow Control", 0, 2},
+};
+constexpr std::u16string_view kThreeStates[] = {u"Horizontal Scrollbar",
+                                                u"Vertical Scrollbar",
+                                                u"Show Chat Window",
+                                                u"User Button Bar",
+                                                u"Disable Resize",
+                                                u"Auto Reconnect",
+                                                u"Disable Directory Tree Detection",
+                                                u"Verify Retrieve File Status",
+                                                u"Resolve Symbolic Links"};
+/// Texts that loading corrects when they are not known; each of these is not.
+constexpr std::u16string_view kKnownTexts[] = {u"Emulation", u"Protocol Name", u"Transfer Protocol Name"};
+
+class HostileValuesTest : public SuiteTest {
+  protected:
+    HostileValuesTest() : faulty(*factory) { InstallReferenceSuite(u"NorHalden", faulty); }
+
+    /// Loads the object that is tested from the key "k", saves it there when `isSaved`, and gives what was loaded.
+    using Pass = std::function<Settings(bool isSaved)>;
+
+    static void StartAfresh(const std::function<void(VProfileKey&)>& change) {
+        WithKey(u"k", [&](VProfileKey& key) {
+            WithKey(u"base", [&](VProfileKey& base) { ASSERT_TRUE(key.CopyValues(base)); });
+            change(key);
+        });
+    }
+
+    std::u16string RandomText() {
+        std::u16string text(random() % 40, u'\0');
+        std::ranges::generate(text, [&] { return static_cast<char16_t>(1 + random() % 0xFFFE); });
+        return text;
+    }
+    std::string RandomBytes(std::size_t size) {
+        std::string bytes(size, '\0');
+        std::ranges::generate(bytes, [&] { return static_cast<char>(random()); });
+        return bytes;
+    }
+
+    /// One of each type, and many of the setting's own.
+    std::vector<Stored> MakeValues(const Seen& setting) {
+        std::vector<Stored> values = {{Kind::kDword, 3, {}, {}},
+                                      {Kind::kText, 0, RandomText(), {}},
+                                      {Kind::kList, 0, RandomText(), {}},
+                                      {Kind::kBinary, 0, {}, RandomBytes(64)}};
+        const auto numbers = {0U,
+                              1U,
+                              2U,
+                              9U,
+                              128U,
+                              5000U,
+                              65536U,
+                              0x7FFFFFFFU,
+                              0x80000000U,
+                              0xFFFFFFFFU,
+                              static_cast<std::uint32_t>(random())};
+        const auto texts = {u""s, u"x"s, u"%"s, u"-1,,"s, u"CAPI:"s, std::u16string(100000, u'9'), RandomText()};
+        const auto blocks = {""s,
+                             "\xFF"s,
+                             std::string(40000, '\xFF'),
+                             std::string(setting.recordSize, '\xFF'),
+                             RandomBytes(setting.recordSize),
+                             RandomBytes(setting.recordSize)};
+        if (setting.kind == Kind::kDword)
+            for (const std::uint32_t number : numbers) values.push_back({Kind::kDword, number, {}, {}});
+        if (setting.kind == Kind::kText || setting.kind == Kind::kList)
+            for (const std::u16string& text : texts) values.push_back({setting.kind, 0, text, {}});
+        if (setting.kind == Kind::kBinary)
+            for (const std::string& block : blocks) values.push_back({Kind::kBinary, 0, {}, block});
+        return values;
+    }
+
+    /// Walks the settings that the object at "base" has, but for those that were walked before.
+    void WalkValues(const Pass& pass) {
+        StartAfresh([](VProfileKey&) {});
+        const Settings usual = pass(false);
+        for (const Seen& setting : usual) {
+            if (!walked.insert(setting.name).second) continue;
+            const VUnicodeString name(setting.name);
+            StartAfresh([&](VProfileKey& key) { key.GetImpl()->DeleteValue(name.GetData()); });
+            const Settings absent = pass(false);
+            for (const Stored& stored : MakeValues(setting)) {
+                SCOPED_TRACE(VNarrowString(name).GetData() + " kind "s + std::to_string(static_cast<int>(stored.kind)) +
+                             " number " + std::to_string(stored.number) + " of " +
+                             std::to_string(stored.text.size() + stored.bytes.size()) + ", seed " +
+                             std::to_string(seed));
+                StartAfresh([&](VProfileKey& key) { stored.WriteTo(key, name); });
+                const bool hasType = stored.kind == setting.kind &&
+                                     (stored.kind != Kind::kBinary || stored.bytes.size() == setting.recordSize);
+                const Settings loaded = pass(true);
+                if (hasType)
+                    CheckLoaded(setting, stored, loaded);
+                else
+                    EXPECT_EQ(loaded, absent) << "another type is no value";
+                CheckRepaired(loaded, pass);
+                if (HasFailure()) return;
+            }
+        }
+    }
+
+    static bool IsRepairExpected(const Seen& setting, const Stored& stored, const Seen& loaded) {
+        if (std::ranges::find(kKnownTexts, setting.name) != std::end(kKnownTexts)) return true;
+        if (setting.name == u"Page Margins") {
+            const auto* bytes = reinterpret_cast<const std::byte*>(stored.bytes.data());
+            const VMarginData margins =
+                VMarginData::Unpack(std::span<const std::byte, VMarginData::kStoredSize>(bytes, stored.bytes.size()));
+            return !(std::isfinite(margins.left) && std::isfinite(margins.top) && std::isfinite(margins.right) &&
+                     std::isfinite(margins.bottom));
+        }
+        if (stored.kind != Kind::kDword) return false;
+        const auto isNamed = [&](const Bounds& row) { return row.name == setting.name; };
+        const auto* const row = std::ranges::find_if(kBounds, isNamed);
+        std::int64_t number = static_cast<std::int32_t>(stored.number);
+        if (setting.name == u"Cols") number = static_cast<std::int16_t>(stored.number);
+        if (setting.name.ends_with(u" Port")) number = stored.number;
+        if (setting.isBool) number = number != 0;
+        if (row != std::end(kBounds)) {
+            EXPECT_GE(loaded.number, row->least);
+            EXPECT_LE(loaded.number, row->most);
+            return number < row->least || number > row->most;
+        }
+        if (std::ranges::find(kThreeStates, setting.name) != std::end(kThreeStates)) return stored.number > 2;
+        if (setting.name == u"XModem Send Packet Size") return number == 128;
+        EXPECT_EQ(static_cast<std::int32_t>(loaded.number), number);
+        return false;
+    }
+
+    static void CheckLoaded(const Seen& setting, const Stored& stored, const Settings& settings) {
+        for (const Seen& loaded : settings) {
+            const bool isRepaired = loaded.isChanged || loaded.isMissing;
+            if (loaded.name == setting.name) {
+                EXPECT_EQ(isRepaired, IsRepairExpected(setting, stored, loaded));
+                if (loaded.isText && !isRepaired) {
+                    EXPECT_EQ(loaded.value.size(), stored.text.size());
+                }
+            } else if (setting.name == u"Resize Mode" && stored.number == 1 && loaded.name.starts_with(u"Sync View")) {
+                EXPECT_TRUE(loaded.isChanged);
+            } else if (!setting.name.ends_with(u"Protocol Name")) {
+                EXPECT_FALSE(isRepaired) << VNarrowString(VUnicodeString(loaded.name)).GetData();
+            }
+        }
+    }
+
+    /// The pass before has saved.
+    void CheckRepaired(const Settings& loaded, const Pass& pass) {
+        const int writes = faulty.plan.writes;
+        const Settings again = pass(true);
+        EXPECT_EQ(faulty.plan.writes, writes) << "what was just saved needs no writing";
+        ASSERT_EQ(again.size(), loaded.size());
+        for (std::size_t i = 0; i < again.size(); ++i) {
+            EXPECT_FALSE(again[i].isChanged || again[i].isMissing);
+            // The state of a frame is saved as it was understood.
+            if (again[i].isText || again[i].kind != Kind::kText) {
+                EXPECT_EQ(again[i].value, loaded[i].value);
+            }
+            EXPECT_EQ(again[i].number, loaded[i].number);
+        }
+    }
+
+    unsigned seed = std::random_device()();
+    std::minstd_rand random{seed};
+    std::set<std::u16string> walked;
+    FaultyStoreFactory faulty;
+};
+
+TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
+    const Pass pass = [](bool isSaved) {
+        Settings settings;
+        const auto session = Load();
+        VisitSettings(*session, [&](VProfileData& setting) { settings.push_back(Look(setting)); });
+        const bool isChanged = std::ranges::any_of(settings, &Seen::isChanged);
+        EXPECT_TRUE(isChanged || !session->IsChanged());
+        const auto clone = VRef<ISessionConfig>::Adopt(session->Clone());
+        EXPECT_EQ(clone->IsChanged(), session->IsChanged());
+        if (isSaved) Save(*session);
+        return settings;
+    };
+    constexpr const char16_t* kProtocols[][2] = {{u"SSH2", u"SFTP"},        {u"Telnet", u"FTP"},
+                                                 {u"Serial", u"SCP"},       {u"TAPI", u"FTP/SSL (implicit)"},
+                                                 {u"Local Shell", u"None"}, {u"Raw", u"SFTP"}};
+    for (const auto& [terminal, transfer] : kProtocols) {
+        const auto session = Make(terminal);
+        session->SetTransferProtocolName(transfer);
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"base"); });
+        WithKey(u"base", [&](VProfileKey& key) { session->Save(key, true); });
+        WalkValues(pass);
+    }
+    EXPECT_GT(walked.size(), 200U);
+}
+
+TEST_F(HostileValuesTest, AFirewallTakesWhatItCanAndRepairsTheRest) {
+    WithKey(u"base", [](VProfileKey& key) {
+        VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, nullptr))->Save(key, true);
+    });
+    WalkValues([](bool isSaved) {
+        Settings settings;
+        WithKey(u"k", [&](VProfileKey& key) {
+            const auto firewall = VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, &key));
+            for (std::size_t i = 0; VProfileData* setting = firewall->GetMember(i); ++i)
+                settings.push_back(Look(*setting));
+            if (isSaved) firewall->Save(key, false);
+        });
+        return settings;
+    });
+    EXPECT_EQ(walked.size(), 7U);
+    WithKey(u"k", [](VProfileKey& key) {
+        key.WriteDword(u"Firewall Port", 65536 + 1080);
+        EXPECT_EQ(VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, &key))->GetPort(), 0);
+    });
+}
+
+}  // namespace
+}  // namespace connectdialog::test
