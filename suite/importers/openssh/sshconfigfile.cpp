@@ -1,8 +1,7 @@
 #include "suite/importers/openssh/sshconfigfile.h"
 
 #include <algorithm>
-#include <iterator>
-#include <ranges>
+#include <cstddef>
 #include <utility>
 
 namespace connectdialog {
@@ -27,11 +26,11 @@ void SshConfigFile::Seal() {
 }
 
 std::vector<std::uint32_t> SshConfigFile::BlocksFor(std::string_view host) const {
-    using Named = std::pair<std::string_view, std::uint32_t>;
-    const auto named = std::ranges::equal_range(byName, host, {}, &Named::first);
-    std::vector<std::uint32_t> numbers;
-    numbers.reserve(forAny.size() + named.size());
-    std::ranges::merge(forAny, named | std::views::values, std::back_inserter(numbers));
+    std::vector<std::uint32_t> numbers = forAny;
+    const auto isBelow = [](const auto& block, std::string_view name) { return block.first < name; };
+    auto block = std::lower_bound(byName.begin(), byName.end(), host, isBelow);
+    for (; block != byName.end() && block->first == host; ++block) numbers.push_back(block->second);
+    std::inplace_merge(numbers.begin(), numbers.begin() + static_cast<std::ptrdiff_t>(forAny.size()), numbers.end());
     return numbers;
 }
 
