@@ -26,7 +26,10 @@ std::u16string Field(const VUnicodeString& text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::u16string line;
-    for (std::size_t i = 0; i + 1 < size; i += 2) line += static_cast<char16_t>(data[i] | data[i + 1] << 8);
+    for (std::size_t i = 0; i + 1 < size; i += 2) {
+        const auto character = static_cast<char16_t>(data[i] | data[i + 1] << 8);
+        if (character != 0) line += character;  // a stored line ends at the first zero
+    }
     const UserButton button = DecodeButtonLine(VUnicodeString(line));
     Require(DecodeButtonLine(VUnicodeString(u" \t" + line + u"\t ")).text == button.text, "outer blanks do not count");
     std::u16string label;
