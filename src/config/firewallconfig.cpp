@@ -14,7 +14,6 @@ namespace connectdialog {
 
 namespace {
 constexpr unsigned short kUsualPort = 1080;
-constexpr std::u16string_view kOlderForm = u"CAPI:";
 
 /// The stored number is looked at before it is cut down to 16 bits: 66616 is no port, and not 1080. What was stored is
 /// not remembered then, so that the next save repairs it also where it would be cut down to 0.
@@ -29,32 +28,22 @@ void LoadPort(VProfileKey* key, VProfile<unsigned short>& port) {
 }  // namespace
 
 bool FirewallPassword::Read(VProfileKey* key) {
-    VUnicodeString text;
-    text.MarkSensitive();
-    if (ReadStored(key, text) && text.View().starts_with(kOlderForm)) return ReadOlderForm(*key, text);
-    return VProfileEncodedString::Read(key);
-}
-
-bool FirewallPassword::ReadOlderForm(VProfileKey& key, const VUnicodeString& text) {
-    VProfileCapiString older;
-    older.SetName(GetName());
-    Set(older.Unprotect(text));
+    VUnicodeString stored;
+    stored.MarkSensitive();
+    if (!ReadStored(key, stored) || !IsProtectedText(stored)) return VProfileEncodedString::Read(key);
+    VUnicodeString password;
+    const bool isRead = ReadProtectedText(GetName(), stored, password);
+    Set(password);
     Edit().MarkSensitive();
-    if (older.GetLastReport()->GetCode() != 0)
-        unreadable = text;
+    if (isRead)
+        Save(*key, true);
     else
-        Save(key, true);
+        KeepAsFound(GetName(), stored);
     return true;
 }
 
-void FirewallPassword::Save(VProfileKey& key, bool force) {
-    if (IsChanged()) unreadable.Empty();
-    if (unreadable.IsEmpty()) return VProfileEncodedString::Save(key, force);
-    if (force) WriteStored(key, unreadable);
-}
-
 void FirewallPassword::SetPassword(const VUnicodeString& text) {
-    unreadable.Empty();
+    DropWhatWasFound();
     Set(text);
 }
 

@@ -20,14 +20,8 @@ class IParentable;
 class FirewallPassword : public VProfileEncodedString {
   public:
     bool Read(VProfileKey* key) override;
-    void Save(VProfileKey& key, bool force) override;
     /// An empty password takes the place of an unreadable one too.
     void SetPassword(const VUnicodeString& text);
-
-  private:
-    bool ReadOlderForm(VProfileKey& key, const VUnicodeString& text);
-
-    VUnicodeString unreadable;  ///< the stored form that could not be unprotected
 };
 
 /// Kept under the key "Firewalls" by name (sessiondb/firewalllist.h). What the user answered at a prompt and did not

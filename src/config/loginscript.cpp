@@ -3,8 +3,11 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "foundation/byteorder.h"
+#include "foundation/texttools.h"
 #include "foundation/vnarrowstring.h"
 #include "profile/vprofileencodedstring.h"
 
@@ -49,19 +52,19 @@ VUnicodeString TakeWide(std::string_view& bytes) {
 }
 
 VUnicodeString ConvertItems(std::string_view bytes, std::uint8_t flags, Strings strings) {
-    VUnicodeString text;
-    text.MarkSensitive();
+    std::vector<VUnicodeString> texts;
     for (std::size_t item = 0; !bytes.empty(); ++item) {
         const bool flag = item < kItemFlags.size() && (flags & kItemFlags[item]) != 0;
-        const VUnicodeString expect = strings == Strings::kWide ? TakeWide(bytes) : TakeNarrow(bytes);
-        const VUnicodeString send = strings == Strings::kWide ? TakeWide(bytes) : TakeNarrow(bytes);
+        VUnicodeString expect = strings == Strings::kWide ? TakeWide(bytes) : TakeNarrow(bytes);
+        VUnicodeString send = strings == Strings::kWide ? TakeWide(bytes) : TakeNarrow(bytes);
         if (!flag && expect.IsEmpty() && send.IsEmpty()) continue;
-        for (const VUnicodeString& part : {flag ? u"1"_v : u"0"_v, expect, send}) {
-            text += part;
-            text += kUnitSeparator;
-        }
+        texts.push_back(flag ? u"1"_v : u"0"_v);
+        texts.push_back(std::move(expect));
+        texts.push_back(std::move(send));
     }
-    return text;
+    std::vector<std::u16string_view> pieces;
+    for (const VUnicodeString& text : texts) pieces.insert(pieces.end(), {text.View(), {&kUnitSeparator, 1}});
+    return VConcatenate(pieces, Str::SensitiveState::kSensitive);
 }
 
 }  // namespace

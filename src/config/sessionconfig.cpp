@@ -79,8 +79,10 @@ bool SessionConfig::StoreDefaultSession() {
 void SessionConfig::LeaveTemplate() {
     if (IsDefaultSession()) return;
     notStored = false;
-    for (ConnectConfig* config : {protocol.GetSelected(), transferProtocol.GetSelected()})
-        if (config != nullptr) config->notToBeSaved = 0;
+    // Also those that are not selected any more: the user may come back to them.
+    for (const ConnectConfigPtr* side : {&protocol, &transferProtocol})
+        for (const VRef<ConnectConfig>& config : side->GetConfigs())
+            if (config) config->notToBeSaved = 0;
 }
 
 void SessionConfig::Lock(VProfileKey&, bool) {

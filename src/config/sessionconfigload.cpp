@@ -31,22 +31,6 @@ bool HasDword(VProfileKey* key, const char16_t* name) {
     return key->ReadDword(name, value);
 }
 
-/// A text that older versions kept protected for the user, and still older ones scrambled. Empty when there is none.
-/// False when it cannot be read now.
-bool ReadOldSecret(VProfileKey& key, const VUnicodeString& name, VUnicodeString& text) {
-    VUnicodeString stored;
-    if (!key.ReadString(name.GetData(), stored)) return true;
-    if (!stored.View().starts_with(u"CAPI:")) {
-        text = DecodeScrambledText(stored);
-        return true;
-    }
-    VProfileCapiString protectedText;
-    protectedText.SetName(name);
-    text = protectedText.Unprotect(stored);
-    text.MarkSensitive();
-    return protectedText.GetLastReport()->GetCode() == 0;
-}
-
 }  // namespace
 
 SessionConfig::SessionConfig(const VUnicodeString& name, VProfileKey* key)
@@ -89,9 +73,15 @@ void SessionConfig::LoadLoginScript(VProfileKey* key) {
     loginScript.Load(key, u"Login Script V2"_v);
     loginScript.Edit().MarkSensitive();
     if (key == nullptr || !loginScript.IsMissing()) return;
+    const VUnicodeString olderName = u"Login Script"_v;
+    VUnicodeString stored;
+    if (!key->ReadString(olderName.GetData(), stored)) return;
+    // Protected for the user once, and only scrambled before that.
     VUnicodeString oldForm;
-    // One that cannot be read now is converted when it can: an empty script must not take its place.
-    if (!ReadOldSecret(*key, u"Login Script"_v, oldForm)) loginScript.LeaveAbsent();
+    if (!IsProtectedText(stored))
+        oldForm = DecodeScrambledText(stored);
+    else if (!ReadProtectedText(olderName, stored, oldForm))
+        loginScript.KeepAsFound(olderName, stored);
     if (oldForm.IsEmpty()) return;
     const ConvertedLoginScript script = ConvertLoginScript(oldForm);
     loginScript.Set(script.text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace connectdialog {
 
@@ -116,32 +117,30 @@ bool VSplitCommaList(std::u16string_view text, VStringArray& tokens) {
     return VTokenize(text, tokens, {u","}, {u"\"\""}, false, false);
 }
 
+VUnicodeString VConcatenate(std::span<const std::u16string_view> pieces, Str::SensitiveState state) {
+    std::size_t length = 0;
+    for (const std::u16string_view piece : pieces) length += piece.size();
+    VUnicodeString text;
+    text.SetState(state);
+    text.Resize(length);
+    char16_t* end = &text.MutableAt(0);
+    for (const std::u16string_view piece : pieces) end = std::ranges::copy(piece, end).out;
+    return text;
+}
+
 VUnicodeString VJoin(const VStringArray& elements, std::u16string_view delimiter, std::u16string_view quotePair,
                      std::u16string_view forcing) {
-    const auto forEachPiece = [&](auto take) {
-        bool isFirst = true;
-        for (const VUnicodeString& element : elements) {
-            if (element.IsEmpty()) continue;
-            const bool isQuoted = NeedsQuotes(element, quotePair, forcing);
-            if (!isFirst) take(delimiter);
-            if (isQuoted) take(quotePair.substr(0, 1));
-            take(element.View());
-            if (isQuoted) take(quotePair.substr(quotePair.size() - 1));
-            isFirst = false;
-        }
-    };
-    VUnicodeString joined;
-    if (std::ranges::any_of(elements, &VUnicodeString::IsSensitive)) joined.MarkSensitive();
-    // Strings grow by exact fit: appending would copy all that is there for each element.
-    std::size_t length = 0;
-    forEachPiece([&](std::u16string_view piece) { length += piece.size(); });
-    joined.Resize(length);
-    std::size_t end = 0;
-    forEachPiece([&](std::u16string_view piece) {
-        std::ranges::copy(piece, &joined.MutableAt(end));
-        end += piece.size();
-    });
-    return joined;
+    std::vector<std::u16string_view> pieces;
+    for (const VUnicodeString& element : elements) {
+        if (element.IsEmpty()) continue;
+        const bool isQuoted = NeedsQuotes(element, quotePair, forcing);
+        if (!pieces.empty()) pieces.push_back(delimiter);
+        if (isQuoted) pieces.push_back(quotePair.substr(0, 1));
+        pieces.push_back(element.View());
+        if (isQuoted) pieces.push_back(quotePair.substr(quotePair.size() - 1));
+    }
+    const bool isSensitive = std::ranges::any_of(elements, &VUnicodeString::IsSensitive);
+    return VConcatenate(pieces, isSensitive ? Str::SensitiveState::kSensitive : Str::SensitiveState::kPlain);
 }
 
 VUnicodeString VQuoteIfNeeded(const VUnicodeString& text, std::u16string_view quotePair, std::u16string_view forcing) {

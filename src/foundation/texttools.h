@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <span>
 #include <string_view>
 
 #include "foundation/vstringarray.h"
@@ -25,6 +26,10 @@ bool VSplitOnChar(std::u16string_view text, VStringArray& tokens, char16_t delim
 
 /// Splits on commas outside double quotes; empty tokens and the quotes are kept.
 bool VSplitCommaList(std::u16string_view text, VStringArray& tokens);
+
+/// The pieces one after the other, in one buffer. A string grows by exact fit: appended one by one, each would copy all
+/// that is there.
+VUnicodeString VConcatenate(std::span<const std::u16string_view> pieces, Str::SensitiveState state);
 
 /// Joins the elements that are not empty, each passed through VQuoteIfNeeded, with `delimiter` between them. A quote
 /// pair of one character stands for opening and closing alike.

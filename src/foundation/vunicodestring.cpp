@@ -174,19 +174,19 @@ void VUnicodeString::TrimRight() {
 std::size_t VUnicodeString::Replace(const char16_t* oldText, const char16_t* newText) {
     const std::u16string_view removed = TextOf(oldText);
     const std::u16string_view added = TextOf(newText);
+    const std::u16string_view text = TextOf(GetData());
     if (removed.empty()) return 0;
     std::size_t hits = 0;
-    for (std::size_t at = Find(oldText); at != kNotFound; at = Find(oldText, at + removed.size())) ++hits;
+    for (std::size_t at = 0; (at = text.find(removed, at)) != text.npos; at += removed.size()) ++hits;
     if (hits == 0) return 0;
 
     VUnicodeString replaced;
     replaced.SetState(GetState());
     replaced.Reserve(GetLength() - hits * removed.size() + hits * added.size());
     std::size_t done = 0;
-    for (std::size_t at = Find(oldText); at != kNotFound; at = Find(oldText, done)) {
+    for (std::size_t at = 0; (at = text.find(removed, done)) != text.npos; done = at + removed.size()) {
         replaced += View().substr(done, at - done);
         replaced += added;
-        done = at + removed.size();
     }
     replaced += View().substr(done);
     *this = replaced;

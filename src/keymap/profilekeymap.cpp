@@ -13,6 +13,8 @@ namespace {
 
 constexpr char16_t kListMark[] = u" v3";
 constexpr char16_t kSecondMark[] = u" v2";
+constexpr char16_t kSecondName[] = u"Keymap v2";
+constexpr char16_t kFirstName[] = u"Keymap";
 
 /// Asks for the size first: few sessions have such a value, and then no memory is needed.
 bool ReadBinary(VProfileKey* key, const VUnicodeString& name, std::vector<std::uint8_t>& data) {
@@ -24,6 +26,12 @@ bool ReadBinary(VProfileKey* key, const VUnicodeString& name, std::vector<std::u
     if (!key->ReadBinary(name.GetData(), data.data(), size)) return false;
     data.resize(size);
     return true;
+}
+
+bool HasOlderForm(VProfileKey* key) {
+    std::uint32_t size = 0;
+    return key != nullptr &&
+           (key->ReadBinary(kSecondName, nullptr, size) || key->ReadBinary(kFirstName, nullptr, size));
 }
 
 /// The value of that name, or else the one of the form before.
@@ -69,9 +77,10 @@ ProfileKeymap ProfileKeymap::CopyWithLines() const {
 bool ProfileKeymap::LoadNewest(VProfileKey* key) {
     const VUnicodeString name = u"Keymap v3"_v;
     LoadLinesValue(key, name, VStringArray());
+    if (!IsMissing() || !HasOlderForm(key)) return true;
+    SetMissing(false);  // also where it cannot be read: an empty keymap must not take its place
     std::vector<std::uint8_t> data;
-    if (!IsMissing() || !ReadBinaryOrOlder(key, u"Keymap v2"_v, data)) return true;
-    SetMissing(false);
+    if (!ReadBinaryOrOlder(key, VUnicodeString(kSecondName), data)) return true;
     return LoadBinaryValue(key, name, data.data(), data.size());
 }
 

@@ -88,4 +88,16 @@ void VProfileCapiString::Save(VProfileKey& key, bool force) {
     EditStored() = Get();
 }
 
+bool IsProtectedText(std::u16string_view stored) {
+    return stored.starts_with(kPrefix);
+}
+
+bool ReadProtectedText(const VUnicodeString& valueName, const VUnicodeString& stored, VUnicodeString& text) {
+    VProfileCapiString value;
+    value.SetName(valueName);
+    text = value.Unprotect(stored);
+    text.MarkSensitive();
+    return value.GetLastReport()->GetCode() == 0;
+}
+
 }  // namespace connectdialog

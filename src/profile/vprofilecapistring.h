@@ -42,4 +42,9 @@ class VProfileCapiString : public VProfileText {
     VUnicodeString unreadable;  ///< the stored form that could not be unprotected
 };
 
+/// Whether a stored text is one that is protected for its user.
+bool IsProtectedText(std::u16string_view stored);
+/// Reads such a text, whatever value it stands in; what is read is sensitive. On failure: false, and it is empty.
+bool ReadProtectedText(const VUnicodeString& valueName, const VUnicodeString& stored, VUnicodeString& text);
+
 }  // namespace connectdialog

@@ -6,6 +6,7 @@
 #include "foundation/hextext.h"
 #include "foundation/vbasicbuffer.h"
 #include "platform/randombytes.h"
+#include "profile/vprofilekey.h"
 
 namespace connectdialog {
 
@@ -59,7 +60,18 @@ bool VProfileEncodedString::Read(VProfileKey* key) {
     return true;
 }
 
+void VProfileEncodedString::KeepAsFound(const VUnicodeString& valueName, const VUnicodeString& stored) {
+    foundName = valueName;
+    found = stored;
+    SetMissing(false);
+}
+
 void VProfileEncodedString::Save(VProfileKey& key, bool force) {
+    if (IsChanged()) found.Empty();
+    if (!found.IsEmpty()) {
+        if (force) key.WriteString(foundName.GetData(), found.GetData());
+        return;
+    }
     if (!force && !IsMissing() && !IsChanged()) return;
     WriteStored(key, EncodeScrambled(VNarrowString(Get())));
     EditStored() = Get();

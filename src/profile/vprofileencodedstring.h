@@ -17,8 +17,11 @@ class VProfileEncodedString : public VProfileText {
     /// Sets the name and loads; an absent value is empty. Always true.
     bool Load(VProfileKey* key, const VUnicodeString& name) { return Load(key, name, VUnicodeString()); }
     bool Read(VProfileKey* key) override;
-    /// Counts as stored although nothing is: a Save without force leaves it so until it is changed.
-    void LeaveAbsent() { SetMissing(false); }
+    /// Keeps what the store has under `valueName` and nobody can read now: until another value is saved, a Save with
+    /// force writes it there as it was found, and one without writes nothing.
+    void KeepAsFound(const VUnicodeString& valueName, const VUnicodeString& stored);
+    /// What was kept goes, also where an empty value takes its place.
+    void DropWhatWasFound() { found.Empty(); }
     void Save(VProfileKey& key, bool force) override;
 
     /// The text form of `bytes`, in their state.
@@ -26,6 +29,10 @@ class VProfileEncodedString : public VProfileText {
     /// The bytes of `length` characters of text form, followed by two zero bytes. Decoding stops at what is no pair of
     /// digits; less than a mask gives nothing but the zeros, and an empty text nothing at all.
     static VNarrowString DecodeScrambled(const char16_t* text, std::size_t length);
+
+  private:
+    VUnicodeString foundName;
+    VUnicodeString found;
 };
 
 /// The plain text of the text form, up to its first zero.

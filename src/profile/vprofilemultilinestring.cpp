@@ -1,5 +1,8 @@
 #include "profile/vprofilemultilinestring.h"
 
+#include <string_view>
+#include <vector>
+
 #include "foundation/texttools.h"
 
 namespace connectdialog {
@@ -15,13 +18,12 @@ void VProfileMultiLineString::SetText(const VUnicodeString& text) {
 }
 
 void VProfileMultiLineString::GetText(VUnicodeString& text, bool carriageReturns) const {
-    text.Empty();
-    bool first = true;
+    std::vector<std::u16string_view> pieces;
     for (const VUnicodeString& line : Get()) {
-        if (!first) text += carriageReturns ? u"\r\n" : u"\n";
-        text += line;
-        first = false;
+        if (!pieces.empty()) pieces.push_back(carriageReturns ? u"\r\n" : u"\n");
+        pieces.push_back(line);
     }
+    text = VConcatenate(pieces, text.GetState());
 }
 
 bool VProfileMultiLineString::LoadNamed(VProfileKey* key, const VUnicodeString& name) {

@@ -37,7 +37,9 @@ void UpgradeButtonBars() {
     for (const VUnicodeString& name : names) {
         const auto bar = VRef<ProfileUserButtonMap>::Adopt(new ProfileUserButtonMap);
         bar->LoadButtons(&from, name);
-        bar->Save(to, true);
+        const std::uint32_t code = from.GetImpl()->GetLastReport()->GetCode();
+        const bool isDamaged = code != platform::kSuccess && code != platform::kFileNotFound;
+        if (!isDamaged) bar->Save(to, true);  // an empty bar must not hide what can still be mended
     }
 }
 

@@ -117,6 +117,12 @@ TEST_F(LoginScriptTest, ASessionTakesTheOlderFormOnlyWhereThePresentOneIsMissing
     EXPECT_TRUE(Load([](VProfileKey& key) { key.WriteString(u"Login Script", u""); })->loginScript.Get().IsEmpty());
 }
 
+TEST_F(LoginScriptTest, AnOlderFormOfManyItemsIsReadInOnePass) {
+    std::string items(1, '\0');
+    for (int i = 0; i < 100'000; ++i) items += "expect\0send\0"sv;
+    EXPECT_EQ(ConvertLoginScript(OldForm(items, u"")).text.GetLength(), 100'000U * 14);
+}
+
 TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {
     const TemporaryFolder folder;
     setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);
@@ -141,6 +147,16 @@ TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {
         unread->Save(key, false);
         VUnicodeString text;
         EXPECT_FALSE(key.ReadString(u"Login Script V2", text)) << "or the older form would never be looked at again";
+    });
+    WithKey(u"Sessions\\copy", [&](VProfileKey& key) {
+        unread->Save(key, true);
+        VUnicodeString text;
+        EXPECT_FALSE(key.ReadString(u"Login Script V2", text));
+        EXPECT_TRUE(key.ReadString(u"Login Script", text));
+        EXPECT_EQ(text, u"CAPI:00") << "a copy has it too: the first one may go";
+        unread->loginScript.Set(u"0\x1Fx\x1Fy\x1F");
+        unread->Save(key, false);
+        EXPECT_TRUE(key.ReadString(u"Login Script V2", text)) << "a script of the user's takes its place";
     });
     unsetenv("XDG_DATA_HOME");
     unsetenv("DBUS_SESSION_BUS_ADDRESS");

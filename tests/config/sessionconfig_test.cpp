@@ -262,8 +262,10 @@ TEST_F(SessionConfigTest, AnyOtherPathMakesATemporarySessionAStoredOne) {
 
 TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
     const auto session = OpenSession(u"Default");
+    session->SetProtocolName(u"Telnet"_v);
     session->SetPath(u"new");
     session->SetName(u"new");
+    session->SetProtocolName(u"SSH2"_v);
     session->GetConnectConfig()->SetHostName(u"h");
     ASSERT_TRUE(SaveSession(*session));
     EXPECT_EQ(HostOf(*OpenSession(u"new")), u"h");

@@ -37,12 +37,17 @@ TEST_F(ToolTest, WhatIsSetIsGot) {
         {"Description", "one\r\ntwo", R"(["one","two"])", {"one", "two"}},
         {"Description", "", "[]", Json::array()},
         {"Hostname", "other.example.net", "other.example.net", "other.example.net"},
+        {"Remote ExplorerFrame State", "0,5,-7", "0,5,-7", "0,5,-7"},
     };
     for (const SettingRow& row : rows) {
         EXPECT_EQ(RunWell({"set", "Servers\\db", row.name, row.value}), "") << row.name << ": " << row.value;
         EXPECT_EQ(RunWell({"get", "Servers\\db", row.name}), row.text + "\n") << row.name;
         EXPECT_EQ(Json::parse(RunWell({"get", "--json", "Servers\\db", row.name}))["value"], row.json) << row.name;
     }
+    RunWell({"set", "zeta", "Keymap v3", R"(["N VK_A MENU_COPY"])"});
+    EXPECT_NE(RunWell({"keymap", "show", "zeta"}).find("MENU_COPY\n"), std::string::npos);
+    RunWell({"set", "zeta", "Keymap v3", "[]"});
+    EXPECT_EQ(RunWell({"get", "zeta", "Keymap v3"}), "[]\n");
 }
 
 TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
@@ -61,6 +66,7 @@ TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
         {"Trace Level", "-1", "uint32 (0 to 4294967295), not \"-1\""},
         {"Idle Timeout", "3", "does not take 3: it would read 10"},
         {"Is Session", "false", "does not take false"},
+        {"Remote ListView State", "garbage", "numbers with commas between"},
         {"Tessaly Bookmarks", "[\"a\"", "\"Tessaly Bookmarks\" is list (a JSON array of texts, or one text a line)"},
         {"Tessaly Bookmarks", "[1]", "not \"[1]\""},
         {"Protocol Name", "Gopher", "is one of \"None\", \"Telnet\""},

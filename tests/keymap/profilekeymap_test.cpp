@@ -116,6 +116,12 @@ TEST_F(ProfileKeymapTest, OlderFormsAreReadValueByValue) {
     EXPECT_EQ(keymap.GetEntries().GetCount(), 0U);
 }
 
+TEST_F(ProfileKeymapTest, AnOlderFormThatIsTooLongIsNotHiddenByAnEmptyOne) {
+    WriteBinary(kV2, std::string(ProfileKeymap::kLargestBinaryValue + 1, '\0'));
+    EXPECT_TRUE(LoadNewest());
+    EXPECT_EQ(LinesAfterSave(false), Lines{u"none"});
+}
+
 TEST_F(ProfileKeymapTest, TheLastBindingOfAnOlderFormCanBeRemoved) {
     WriteBinary(kV2, Number(1) + Record(0x41, "MENU_COPY", ""));
     EXPECT_TRUE(LoadNewest());

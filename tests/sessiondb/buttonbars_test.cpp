@@ -87,6 +87,21 @@ TEST_F(ButtonBarsTest, TheNewestOlderFormIsMovedOnce) {
     EXPECT_EQ(Load(u"ButtonBarV2", u"Mine")->GetLines(), Lines({u"SEND,9,,,"})) << "the older keys stay";
 }
 
+TEST_F(ButtonBarsTest, TheFirstFormIsMovedWhateverItsLinesHold) {
+    std::u16string breaks;
+    for (int i = 0; i < 200'000; ++i) breaks += u"\\r\\n";
+    WithKey(u"ButtonBar", [&](VProfileKey& key) {
+        VStringArray lines;
+        lines.Add(VUnicodeString(u"SEND," + breaks + u",,,"));
+        key.WriteMultiString(u"long", lines);
+    });
+    UpgradeButtonBars();
+    const auto map = Load(u"ButtonBarV3", u"long");
+    ASSERT_EQ(map->GetButtons().GetCount(), 1U);
+    EXPECT_EQ(map->GetButtons()[0].text.GetLength(), 400'000U);
+    EXPECT_TRUE(map->GetButtons()[0].label.IsEmpty());
+}
+
 TEST_F(ButtonBarsTest, WithoutOlderBarsAnEmptyDefaultIsMade) {
     UpgradeButtonBars();
     VStringArray lines = Lines({u"x"});

@@ -6,6 +6,7 @@
 #include "foundation/texttools.h"
 #include "foundation/vfile.h"
 #include "foundation/vreportmessageparams.h"
+#include "keymap/builtinkeymap.h"
 #include "keymap/keymapreader.h"
 #include "keymap/keymapwriter.h"
 #include "keymap/profilekeymap.h"
@@ -76,6 +77,10 @@ Failure Check(const KeymapArguments& arguments) {
     return kDone;
 }
 
+void PrintErrors(const VStringArray& errors) {
+    for (const VUnicodeString& error : errors) PrintNotice(platform::ToNarrow(error));
+}
+
 /// The tabs between the three parts of a line stay; those in a text are shown.
 std::string PrintableLine(std::u16string_view line) {
     std::string text;
@@ -89,8 +94,7 @@ std::string PrintableLine(std::u16string_view line) {
 
 /// The mark stands where a line of a keymap file may have any text, so what is printed is such a file itself.
 void PrintKeymap(const Keymap& keymap) {
-    Keymap all;
-    if (keymap.GetDefaults() != nullptr) all = *keymap.GetDefaults();
+    Keymap all = *MakeBuiltInKeymap();
     for (const auto& [key, entry, next] : keymap.GetEntries()) all.SetEntry(key, entry);
     for (const std::uint32_t key : GetSortedKeys(all.GetEntries())) {
         const bool isBuiltIn = keymap.GetEntries().Find(key) == nullptr;
@@ -102,7 +106,7 @@ void PrintKeymap(const Keymap& keymap) {
 Failure ShowFile(const KeymapArguments& arguments) {
     LoadedKeymap loaded;
     if (Failure failure = LoadFile(arguments.file, loaded)) return failure;
-    for (const VUnicodeString& error : loaded.errors) PrintNotice(platform::ToNarrow(error));
+    PrintErrors(loaded.errors);
     if (!loaded.isWhole) return ErrorsFailure(arguments, loaded);
     PrintKeymap(loaded.keymap);
     return kDone;
@@ -114,6 +118,12 @@ Failure ShowSession(const Entry& entry) {
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(entry.path).GetData(), 0);
     ProfileKeymap keymap;
     keymap.LoadNewest(&key);
+    Keymap again;
+    KeymapReader reader(again);
+    for (const VUnicodeString& line : keymap.Get()) reader.ReadLine(line);
+    VStringArray errors;
+    VSplitOnChar(reader.GetErrorText(), errors, u'\n');
+    PrintErrors(errors);
     PrintKeymap(keymap);
     return kDone;
 }
@@ -151,7 +161,11 @@ Failure Convert(const KeymapArguments& arguments) {
     LoadedKeymap loaded;
     if (Failure failure = DecodeArgument(arguments.out, out)) return failure;
     if (Failure failure = LoadFile(arguments.file, loaded)) return failure;
-    if (!loaded.errors.IsEmpty()) return ErrorsFailure(arguments, loaded);
+    if (!loaded.errors.IsEmpty()) {
+        std::string text = *ErrorsFailure(arguments, loaded);
+        for (const VUnicodeString& error : loaded.errors) text += "; " + Printable(error);
+        return text;
+    }
     if (Failure failure = CheckReadsBack(loaded.keymap)) return failure;
     if (!loaded.keymap.Save(out)) return FileFailure(out, platform::GetLastErrorCode());
     if (loaded.keymap.HasComments()) PrintNotice("the comments are not kept");

@@ -22,6 +22,8 @@ class SettingOrigins {
     const char* Of(const VProfileData& setting);
 
   private:
+    bool Has(const char16_t* name);
+
     VProfileStore store;
     VProfileKey key;
 };

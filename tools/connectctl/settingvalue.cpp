@@ -91,25 +91,25 @@ bool Parse(VProfile<T>& setting, std::u16string_view text) {
     return true;
 }
 
-bool SetList(VProfileTextList& setting, std::u16string_view text) {
+bool ParseList(std::u16string_view text, VStringArray& list) {
+    if (text.starts_with(u'[')) return ListFromJson(platform::ToNarrow(text), list);
     VProfileMultiLineString lines;
-    VStringArray list;
-    if (text.starts_with(u'[')) {
-        if (!ListFromJson(platform::ToNarrow(text), list)) return false;
-        setting.Set(list);
-        return true;
-    }
     lines.SetText(VUnicodeString(text));
-    setting.Set(lines.Get());
+    list = lines.Get();
     return true;
 }
 
 bool Parse(VProfileData& setting, std::u16string_view text) {
     bool isTaken = false;
     if (VisitProfile(setting, [&](auto& profile) { isTaken = Parse(profile, text); })) return isTaken;
-    if (auto* list = dynamic_cast<VProfileTextList*>(&setting)) return SetList(*list, text);
     VReportMessageParams report;
-    return setting.SetVariant(VVariant(VUnicodeString(text)), report);
+    if (dynamic_cast<VProfileTextList*>(&setting) != nullptr) {
+        VStringArray list;
+        return ParseList(text, list) && setting.SetVariant(VariantFromStrings(list), report);
+    }
+    if (!setting.SetVariant(VVariant(VUnicodeString(text)), report)) return false;
+    const auto* state = dynamic_cast<VProfileStateText*>(&setting);
+    return state == nullptr || state->FormatFields() == text;
 }
 
 }  // namespace
@@ -149,6 +149,7 @@ std::string GetSettingRange(VProfileData& setting) {
     };
     if (VisitProfile(setting, nameRange)) return range;
     if (dynamic_cast<VProfileTextList*>(&setting) != nullptr) return "a JSON array of texts, or one text a line";
+    if (dynamic_cast<VProfileStateText*>(&setting) != nullptr) return "numbers with commas between, as they are shown";
     return GetVariant(setting).GetType() == VVariantType::kText ? "any text" : "nothing that can be typed";
 }
 
