@@ -1,8 +1,8 @@
 // norhalden as a user runs it, with clients of the test's own in PATH.
 #include "sessiondb/sessiontree.h"
 #include "support/processrunner.h"
+#include "support/suitetest.h"
 #include "support/temporaryfolder.h"
-#include "tests/suite/suitetest.h"
 
 namespace connectdialog::test {
 namespace {
