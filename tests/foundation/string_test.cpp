@@ -122,17 +122,6 @@ TEST(UnicodeString, OnlyTheWholeStringKeepsTheStateOfAPart) {
     EXPECT_TRUE(text.Right(2) == u"et" && text.Mid(2, 3) == u"cre" && text.Mid(6) == u"");
 }
 
-TEST(UnicodeString, ASensitiveBlockIsZeroedAsAWholeBeforeItIsFreed) {
-    FreeWatch watch(kSecret);
-    {
-        const VUnicodeString secret = Sensitive(kSecret);
-        const auto* block = reinterpret_cast<const std::uint8_t*>(secret.GetData()) - sizeof(VStringHeader);
-        watch.Expect(block, sizeof(VStringHeader) + sizeof(kSecret));
-    }
-    EXPECT_TRUE(watch.WasFreedZeroed());
-    EXPECT_EQ(watch.GetResidues(), 0);
-}
-
 TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
     FreeWatch watch(kSecret);
     {
@@ -198,14 +187,6 @@ TEST(UnicodeString, Replaces) {
         EXPECT_EQ(text.Replace(row.from, row.to), row.hits);
         EXPECT_TRUE(text == row.expected);
     }
-}
-
-TEST(UnicodeString, ComparesByCodeUnitsAndWithoutCase) {
-    EXPECT_TRUE(VUnicodeString(u"ab") < VUnicodeString(u"abc"));
-    EXPECT_TRUE(VUnicodeString(u"B") < VUnicodeString(u"a"));
-    EXPECT_EQ(VUnicodeString(u"B").CompareNoCase(u"a"), 1);
-    EXPECT_EQ(VUnicodeString(u"AB").CompareNoCase(u"abc"), -1);
-    EXPECT_TRUE(VUnicodeString(u"\u00C4\u0416\u03A3\u212A").EqualsNoCase(u"\u00E4\u0436\u03C3k"));
 }
 
 TEST(CaseFolding, FollowsTheSimpleMappings) {

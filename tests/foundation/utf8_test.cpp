@@ -11,12 +11,8 @@ namespace connectdialog {
 namespace {
 
 TEST(Utf8, DecodesLenientlyAndStopsAtWhatItCannotRead) {
-    struct Row {
-        std::string_view bytes;
-        std::u16string_view expected;
-    };
     using namespace std::string_view_literals;
-    const Row rows[] = {
+    const std::pair<std::string_view, std::u16string_view> rows[] = {
         {"", u""},
         {"a\xC3\xA4\xE4\xB8\xAD\xF0\x9F\x98\x80", u"a\u00E4\u4E2D\U0001F600"},
         {"\xC0\x80"sv, u"\0"sv},
@@ -28,7 +24,7 @@ TEST(Utf8, DecodesLenientlyAndStopsAtWhatItCannotRead) {
         {"a\xF4\x90\x80\x80z", u"a"},
         {"a\xF8\x88\x80\x80z", u"a"},
     };
-    for (const Row& row : rows) EXPECT_TRUE(WideFromUtf8(row.bytes) == row.expected) << row.bytes;
+    for (const auto& [bytes, expected] : rows) EXPECT_TRUE(WideFromUtf8(bytes) == expected) << bytes;
 }
 
 TEST(Utf8, EncodesAllButALoneHighSurrogate) {
@@ -78,16 +74,12 @@ TEST(Utf8, TellsHowFarItCame) {
 }
 
 TEST(CodePage, ReplacesWhatIsMalformed) {
-    struct Row {
-        std::string_view bytes;
-        std::u16string_view expected;
-    };
     using namespace std::string_view_literals;
-    const Row rows[] = {
+    const std::pair<std::string_view, std::u16string_view> rows[] = {
         {"a\0b"sv, u"a\0b"sv},     {"\xC0\x80", u"\uFFFD\uFFFD"}, {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"\xE4\xB8z", u"\uFFFDz"}, {"\xFF\xFE", u"\uFFFD\uFFFD"},
     };
-    for (const Row& row : rows) EXPECT_EQ(platform::ToWide(row.bytes), row.expected) << row.bytes;
+    for (const auto& [bytes, expected] : rows) EXPECT_EQ(platform::ToWide(bytes), expected) << bytes;
     EXPECT_EQ(platform::ToNarrow(u"a\xD800z\xDC00\xD83D\xDE00"), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80");
 }
 

@@ -80,17 +80,6 @@ TEST_F(IpcLockTest, SurvivesTheDeathOfItsHolder) {
     lock.Unlock();
 }
 
-TEST_F(IpcLockTest, TellsThatItCouldNotBeTaken) {
-    VIpcLock lock(u"name");
-    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
-        std::error_code ignored;
-        if (fs::read_symlink(entry, ignored) == own / "name") close(std::stoi(entry.path().filename()));
-    }
-    lock.Lock();
-    EXPECT_EQ(lock.GetStatus().GetCode(), platform::kInvalidHandle);
-    lock.Unlock();
-}
-
 TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
     VIpcLock lock(u"name");
     int count = 0;
@@ -174,39 +163,30 @@ TEST_F(MappedBufferTest, KeepsALockThatIsHeld) {
     lock->Unlock();
 }
 
-TEST_F(MappedBufferTest, NeverGrows) {
-    VMemoryMappedBuffer buffer;
-    EXPECT_EQ(buffer.AppendString("x"), nullptr) << "nothing is open";
-    ASSERT_TRUE(buffer.Create(4));
-    EXPECT_EQ(buffer.GetCapacity(), 4U);
-    EXPECT_NE(buffer.AppendString("abc"), nullptr);
-    EXPECT_EQ(buffer.AppendString("de"), nullptr);
-    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
-    EXPECT_EQ(buffer.Append(nullptr, ~std::uint64_t{0}, 0), nullptr);
-    EXPECT_EQ(buffer.GetDataLength(), 3U);
-    EXPECT_THROW(buffer.SetDataLength(5), std::overflow_error);
-    buffer.SetDataLength(4);
-}
-
-TEST_F(MappedBufferTest, CreationFailsWithTheReason) {
+TEST_F(MappedBufferTest, NeverGrowsAndIsRefusedWithTheReason) {
     VMemoryMappedBuffer first;
     VMemoryMappedBuffer second;
-    const struct {
-        std::uint64_t size;
-        std::uint32_t error;
-    } rows[] = {{0, platform::kInvalidParameter},
-                {platform::kLargestSharedMemory + 1, platform::kInvalidParameter},
-                {platform::kExistingSize, platform::kFileNotFound}};
-    for (const auto& row : rows) {
-        EXPECT_FALSE(first.Create(row.size));
-        EXPECT_EQ(platform::GetLastErrorCode(), row.error);
+    const std::pair<std::uint64_t, std::uint32_t> rows[] = {
+        {0, platform::kInvalidParameter},
+        {platform::kLargestSharedMemory + 1, platform::kInvalidParameter},
+        {platform::kExistingSize, platform::kFileNotFound}};
+    for (const auto& [size, error] : rows) {
+        EXPECT_FALSE(first.Create(size));
+        EXPECT_EQ(platform::GetLastErrorCode(), error);
     }
-    ASSERT_TRUE(first.Create(16));
-    EXPECT_FALSE(second.Create(17));
+    EXPECT_EQ(first.AppendString("x"), nullptr) << "nothing is open";
+    ASSERT_TRUE(first.Create(4));
+    EXPECT_NE(first.AppendString("abc"), nullptr);
+    EXPECT_EQ(first.AppendString("de"), nullptr);
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
-    ASSERT_TRUE(second.Create(8));
+    EXPECT_EQ(first.Append(nullptr, ~std::uint64_t{0}, 0), nullptr);
+    EXPECT_EQ(first.GetDataLength(), 3U);
+    EXPECT_THROW(first.SetDataLength(5), std::overflow_error);
+    EXPECT_FALSE(second.Create(5));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
+    ASSERT_TRUE(second.Create(2));
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kAlreadyExists);
-    EXPECT_EQ(second.GetCapacity(), 8U);
+    EXPECT_EQ(second.GetCapacity(), 2U);
 }
 
 TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {
