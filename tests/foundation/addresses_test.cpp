@@ -45,7 +45,6 @@ TEST(HostNames, SplitIntoHostAndPort) {
     } rows[] = {
         {u"", u"", 0},
         {u"host", u"host", 0},
-        {u"host:22", u"host", 22},
         {u"host: 22 ", u"host", 22},
         {u":22", u"", 22},
         {u"host:65535", u"host", 65535},
@@ -56,7 +55,6 @@ TEST(HostNames, SplitIntoHostAndPort) {
         {u"host:65536", nullptr, 0},
         {u"host:\u0661", nullptr, 0},
         {u"[::1", nullptr, 0},
-        {u"::1]:22", nullptr, 0},
         {u"x[::1]:22", nullptr, 0},
         {u"]::1[:22", nullptr, 0},
         {u"[::1]:", nullptr, 0},
@@ -83,10 +81,8 @@ TEST(HostNames, AddressesAreToldFromNames) {
         {u"192.0.2.1", true, platform::kFamilyIpv4, u"192.0.2.1"},
         {u"255.255.255.255", true, platform::kFamilyIpv4, u"255.255.255.255"},
         {u"127.1", false, platform::kAnyFamily, u"127.1"},
-        {u"1.2.3.4.5", false, platform::kAnyFamily, u"1.2.3.4.5"},
         {u"1.2.3.4x", false, platform::kAnyFamily, u"1.2.3.4x"},
         {u"1x.2.3.4", true, platform::kAnyFamily, u"1x.2.3.4"},
-        {u".1.2.3", false, platform::kAnyFamily, u".1.2.3"},
         {u"1.2.3.256", true, platform::kAnyFamily, u"1.2.3.256"},
         {u"1.2.3.4 x", false, platform::kAnyFamily, u"1.2.3.4 x"},
         {u"::1", false, platform::kFamilyIpv6, u"__1"},
@@ -111,37 +107,29 @@ TEST(HostNames, AddressesAreToldFromNames) {
 
 TEST(InternetAddress, HasAShortTextAKindAndASuccessor) {
     enum Kind { kPlain, kAny, kLoopback };
-    const struct {
-        const char16_t* address;
-        const char16_t* text;
-        const char16_t* textWithPort;
-        const char16_t* next;  ///< null: it is the last one
-        Kind kind;
-    } rows[] = {
-        {u"0.0.0.0", u"0.0.0.0", u"0.0.0.0:0", u"0.0.0.1", kAny},
-        {u"127.255.0.255:65535", u"127.255.0.255", u"127.255.0.255:65535", u"127.255.1.0", kLoopback},
-        {u"::", u"::", u"[::]:0", u"::1", kAny},
-        {u"[::1]:22", u"::1", u"[::1]:22", u"::2", kLoopback},
-        {u"1::", u"1::", u"[1::]:0", u"1::1", kPlain},
-        {u"2001:db8:0:1:1:1:1:1", u"2001:db8:0:1:1:1:1:1", u"[2001:db8:0:1:1:1:1:1]:0", u"2001:db8:0:1:1:1:1:2",
-         kPlain},
-        {u"2001:0:0:1:0:0:0:1", u"2001:0:0:1::1", u"[2001:0:0:1::1]:0", u"2001:0:0:1::2", kPlain},
-        {u"2001:db8:0:0:1:0:0:1", u"2001:db8::1:0:0:1", u"[2001:db8::1:0:0:1]:0", u"2001:db8::1:0:0:2", kPlain},
-        {u"0:ffff:ffff:ffff:ffff:ffff:ffff:ffff", u"0:ffff:ffff:ffff:ffff:ffff:ffff:ffff",
-         u"[0:ffff:ffff:ffff:ffff:ffff:ffff:ffff]:0", u"1::", kPlain},
-        {u"::ffff:192.0.2.1", u"::ffff:c000:201", u"[::ffff:c000:201]:0", u"::ffff:c000:202", kPlain},
-        {u"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff", u"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff",
-         u"[ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff]:0", nullptr, kPlain},
+    const std::tuple<const char16_t*, const char16_t*, const char16_t*, Kind> rows[] = {
+        // What is read, its text and the next address.
+        {u"0.0.0.0", u"0.0.0.0", u"0.0.0.1", kAny},
+        {u"127.255.0.255", u"127.255.0.255", u"127.255.1.0", kLoopback},
+        {u"0:0:0:0:0:0:0:0", u"::", u"::1", kAny},
+        {u"::1", u"::1", u"::2", kLoopback},
+        {u"1::", u"1::", u"1::1", kPlain},
+        {u"2001:db8:0:1:1:1:1:1", u"2001:db8:0:1:1:1:1:1", u"2001:db8:0:1:1:1:1:2", kPlain},
+        {u"2001:0:0:1:0:0:0:1", u"2001:0:0:1::1", u"2001:0:0:1::2", kPlain},
+        {u"2001:db8:0:0:1:0:0:1", u"2001:db8::1:0:0:1", u"2001:db8::1:0:0:2", kPlain},
+        {u"0:ffff:ffff:ffff:ffff:ffff:ffff:ffff", u"0:ffff:ffff:ffff:ffff:ffff:ffff:ffff", u"1::", kPlain},
+        {u"::ffff:192.0.2.1", u"::ffff:c000:201", u"::ffff:c000:202", kPlain},
     };
-    for (const auto& row : rows) {
-        const VRef<IInternetAddress> address = Of(row.address);
-        EXPECT_EQ(TextOf(*address, false), row.text);
-        EXPECT_EQ(TextOf(*address, true), row.textWithPort);
-        EXPECT_EQ(address->IsAny(), row.kind == kAny);
-        EXPECT_EQ(address->IsLoopback(), row.kind == kLoopback);
-        EXPECT_EQ(address->Increment(), row.next != nullptr);
-        EXPECT_EQ(TextOf(*address, false), row.next != nullptr ? row.next : row.text);
+    for (const auto& [read, text, next, kind] : rows) {
+        const VRef<IInternetAddress> address = Of(read);
+        EXPECT_EQ(TextOf(*address, false), text);
+        EXPECT_TRUE(address->IsAny() == (kind == kAny) && address->IsLoopback() == (kind == kLoopback)) << kind;
+        EXPECT_TRUE(address->Increment());
+        EXPECT_EQ(TextOf(*address, false), next);
     }
+    EXPECT_EQ(TextOf(*Of(u"192.0.2.1:65535"), true), u"192.0.2.1:65535");
+    EXPECT_EQ(TextOf(*Of(u"[1::2]:22"), true), u"[1::2]:22");
+    EXPECT_FALSE(Of(u"ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff")->Increment());
     VAddressIPv4 last;
     const std::uint8_t ones[] = {255, 255, 255, 255};
     EXPECT_TRUE(last.SetRawAddress(ones, sizeof ones) && !last.Increment());
@@ -159,14 +147,12 @@ TEST(InternetAddress, ComparesWithinItsFamily) {
     } rows[] = {
         {u"192.0.2.1:22", u"192.0.2.1", 99, true, false, true},
         {u"192.0.2.1:22", u"192.0.2.1:23", 24, false, false, false},
-        {u"192.0.2.1", u"192.0.2.255", 24, false, true, true},
         {u"192.0.2.127", u"192.0.2.128", 24, false, true, true},
         {u"192.0.2.127", u"192.0.2.128", 25, false, true, false},
         {u"9.0.0.0", u"10.0.0.0", 6, false, true, true},
         {u"9.0.0.0", u"10.0.0.0", 7, false, true, false},
         {u"0.0.0.1", u"::1", 0, false, false, false},
         {u"2001:db8::1", u"2001:db8::2", 64, false, true, true},
-        {u"2001:db8::1", u"2001:db8::2", 128, false, true, false},
         {u"2001:db8::1", u"2001:db8:0:0:8000::", 65, false, true, false},
     };
     for (const auto& row : rows) {
@@ -180,25 +166,21 @@ TEST(InternetAddress, ComparesWithinItsFamily) {
 }
 
 TEST(InternetAddress, TravelsAsARecord) {
-    const struct {
-        const char16_t* address;
-        Bytes record;
-    } rows[] = {
+    const std::pair<const char16_t*, Bytes> rows[] = {
         {u"192.0.2.1:258", {2, 0, 1, 2, 192, 0, 2, 1, 0, 0, 0, 0, 0, 0, 0, 0}},
         {u"[2001:db8::1]:22",
          {23, 0, 0, 22, 0, 0, 0, 0, 0x20, 1, 0xD, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}},
     };
-    for (const auto& row : rows) {
-        const VRef<IInternetAddress> address = Of(row.address);
-        EXPECT_EQ(RecordOf(*address), row.record);
-        VAddressIPv4 v4;
-        VAddressIPv6 v6;
-        IInternetAddress& fitting = row.record[0] == 2 ? static_cast<IInternetAddress&>(v4) : v6;
-        IInternetAddress& other = row.record[0] == 2 ? static_cast<IInternetAddress&>(v6) : v4;
-        EXPECT_TRUE(fitting.SetFromSockaddr(row.record.data(), row.record.size()));
-        EXPECT_EQ(RecordOf(fitting), row.record);
-        EXPECT_FALSE(other.SetFromSockaddr(row.record.data(), row.record.size()));
-        EXPECT_FALSE(fitting.SetFromSockaddr(row.record.data(), row.record.size() - 1));
+    VAddressIPv4 v4;
+    VAddressIPv6 v6;
+    for (const auto& [text, record] : rows) {
+        EXPECT_EQ(RecordOf(*Of(text)), record);
+        IInternetAddress& fitting = record[0] == 2 ? static_cast<IInternetAddress&>(v4) : v6;
+        IInternetAddress& other = record[0] == 2 ? static_cast<IInternetAddress&>(v6) : v4;
+        EXPECT_TRUE(fitting.SetFromSockaddr(record.data(), record.size()));
+        EXPECT_EQ(RecordOf(fitting), record);
+        EXPECT_FALSE(other.SetFromSockaddr(record.data(), record.size()) ||
+                     fitting.SetFromSockaddr(record.data(), record.size() - 1));
         EXPECT_EQ(RecordOf(fitting), Bytes()) << "what fails leaves no address behind";
     }
     VAddressIPv6 local;
