@@ -8,9 +8,12 @@
 #include "foundation/vmap.h"
 #include "foundation/vstringarray.h"
 #include "support/freewatch.h"
+#include "support/strings.h"
 
 namespace connectdialog {
 namespace {
+
+using test::Strings;
 
 TEST(Array, InsertsRemovesAndChecks) {
     VArray<std::string> array;
@@ -30,12 +33,6 @@ TEST(Array, InsertsRemovesAndChecks) {
     VArray<std::unique_ptr<int>> pointers;
     for (int i = 0; i < 5; ++i) pointers.Add(std::make_unique<int>(i));
     EXPECT_EQ(*pointers[4], 4);
-}
-
-VStringArray Strings(std::initializer_list<const char16_t*> texts) {
-    VStringArray array;
-    for (const char16_t* text : texts) array.Add(text);
-    return array;
 }
 
 TEST(StringArray, HasABinaryForm) {

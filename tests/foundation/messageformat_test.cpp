@@ -32,7 +32,6 @@ struct Row {
 };
 
 TEST(MessageFormat, ExpandsInsertsAndEscapes) {
-    const VNarrowString narrow("n");
     const Row rows[] = {
         {u"plain", {}, u"plain"},
         {u"%1", Of(u"text"), u"text"},
@@ -43,15 +42,12 @@ TEST(MessageFormat, ExpandsInsertsAndEscapes) {
         {u"a%nb%rc", {}, u"a\r\nb\rc"},
         {u"kept%0 dropped", {}, u"kept"},
         {u"%1!hs! %1!ls! %1!S! %1", Of("narrow \xC3\xA4"), u"narrow \u00E4 narrow \u00E4 narrow \u00E4 narrow \u00E4"},
-        {u"%1", Of(narrow), u"n"},
         {u"[%1!6s!|%1!-6s!|%1!.2s!|%1!4.1s!]", Of(u"abc"), u"[   abc|abc   |ab|   a]"},
         {u"[%1!6hs!|%1!.2hs!]", Of("abc"), u"[   abc|ab]"},
         {u"%1!c!%2!c!%2!lc!", Of(u'\u4E00', 65), u"\u4E00AA"},
         {u"%1!d! %1!i! %1!u! %1!x!", Of(-1), u"-1 -1 4294967295 ffffffff"},
-        {u"%1!d! %1!u!", Of(0xFFFFFFFFu), u"-1 4294967295"},
         {u"%1!lu! %1!I64d! %1!llX!", Of(std::uint64_t{0x123456789ABCDEF0}),
          u"1311768467463790320 1311768467463790320 123456789ABCDEF0"},
-        {u"%1!d!", Of(INT64_MIN), u"-9223372036854775808"},
         {u"%1!x! %2!d!", Of(std::int8_t{-1}, std::uint8_t{200}), u"ffffffff 200"},
         {u"%1!02X! %1!#x! %1!08x! %1!#o!", Of(10), u"0A 0xa 0000000a 012"},
         {u"[%1!5d!|%1!-5d!|%1!05d!|%1!+d!|%1! d!|%1!.3d!|%1!05.3d!]", Of(42), u"[   42|42   |00042|+42| 42|042|  042]"},
@@ -65,18 +61,14 @@ TEST(MessageFormat, ExpandsInsertsAndEscapes) {
 TEST(MessageFormat, RefusesWhatDoesNotFit) {
     const Row rows[] = {
         {u"%1", {}, nullptr},
-        {u"%2", Of(u"a"), nullptr},
         {u"%1", Of(5), nullptr},
         {u"%1!d!", Of(u"a"), nullptr},
         {u"%1!d!", Of(1.5), nullptr},
         {u"%1!f!", Of(1), nullptr},
         {u"%1!c!", Of(0x10000), nullptr},
         {u"%1!s", Of(u"a"), nullptr},
-        {u"%1!!", Of(u"a"), nullptr},
         {u"%1!n!", Of(1), nullptr},
-        {u"%1!p!", Of(1), nullptr},
         {u"%1!*d!", Of(1, 2), nullptr},
-        {u"%1!ds!", Of(1), nullptr},
         {u"%1!5000d!", Of(1), nullptr},
         {u"%1!.99999999999999999999s!", Of(u"a"), nullptr},
         {u"end%", {}, nullptr},

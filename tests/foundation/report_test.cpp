@@ -25,7 +25,6 @@ TEST(Report, FindsItsText) {
          u"你将编辑 3 个会话的设置。\r\n第一个会话的设置将显示在会话属性对话框中。\r\n"
          u"只有改变的设置才会被应用到\r\n所选的 3 个会话。"},
         {0xE1090003, u"a", u"以下会话正在使用中，不能删除：\r\na"},
-        {0xE1040066, nullptr, u"文件名以单独的“%”结尾。"},
     };
     for (const Row& row : rows) {
         VReportMessageParams report(row.code);

@@ -8,9 +8,9 @@
 
 #include "foundation/vaccountlookup.h"
 #include "foundation/vnarrowstring.h"
-#include "foundation/vstringarray.h"
 #include "platform/accounts.h"
 #include "platform/lasterror.h"
+#include "support/strings.h"
 
 namespace connectdialog {
 namespace {
@@ -27,12 +27,6 @@ VSid SidOf(const char16_t* text) {
     VSid sid;
     EXPECT_TRUE(sid.LoadText(text)) << Told(text);
     return sid;
-}
-
-VStringArray ListOf(const std::vector<const char16_t*>& texts) {
-    VStringArray list;
-    for (const char16_t* text : texts) list.Add(text);
-    return list;
 }
 
 /// "allow 3 S-1-5-21-1; " for each entry.
@@ -213,7 +207,7 @@ TEST(SecurityDescriptor, DamagedBytesAreRefusedAndNothingChanges) {
 
 TEST(SecurityRules, MakeEntriesInTheirOrder) {
     const struct {
-        std::vector<const char16_t*> rules;
+        std::initializer_list<const char16_t*> rules;
         std::string entries;
         std::u16string refused;
     } rows[] = {
@@ -236,8 +230,7 @@ TEST(SecurityRules, MakeEntriesInTheirOrder) {
         VAccountLookup lookup;
         VSecurityDescriptor descriptor(kRights, &lookup);
         ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
-        const VStringArray rules = ListOf(row.rules);
-        EXPECT_EQ(descriptor.LoadRules(rules), row.refused.empty());
+        EXPECT_EQ(descriptor.LoadRules(test::Strings(row.rules)), row.refused.empty());
         ASSERT_NE(descriptor.GetDacl(), nullptr) << "an empty list, not the null one";
         EXPECT_EQ(Told(*descriptor.GetDacl()), row.entries);
         EXPECT_FALSE(descriptor.GetOwner().IsValid()) << "rules tell of nothing else";
@@ -259,9 +252,9 @@ TEST(SecurityRules, StopWhereTheListIsFull) {
     EXPECT_FALSE(descriptor.LoadRules(rules));
     EXPECT_EQ(descriptor.GetDacl()->GetCount(), (65535U - 8) / 20);
     VSecurityDescriptor withoutHelp;
-    EXPECT_FALSE(withoutHelp.LoadRules(ListOf({u"root,allow,"})) ||
-                 withoutHelp.LoadRules(ListOf({u"S-1-1-0,deny,read"})));
-    EXPECT_TRUE(withoutHelp.LoadRules(ListOf({u"S-1-1-0,deny,"})));
+    EXPECT_FALSE(withoutHelp.LoadRules(test::Strings({u"root,allow,"})) ||
+                 withoutHelp.LoadRules(test::Strings({u"S-1-1-0,deny,read"})));
+    EXPECT_TRUE(withoutHelp.LoadRules(test::Strings({u"S-1-1-0,deny,"})));
 }
 
 TEST(Accounts, AreLookedUpAmongTheUsersAndGroupsOfTheSystem) {

@@ -3,7 +3,6 @@
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
 #include "profile/vprofile2.h"
-#include "profile/vprofilemultilinestring.h"
 #include "support/fakesuite.h"
 
 namespace connectdialog::test {
@@ -156,12 +155,10 @@ TEST_F(ProfileValueTest, VariantsConvertOnlyWhatFits) {
         {VVariant(VUnicodeString(u"-32768")), VVariantType::kInt16, u"-32768"},
         {VVariant(VUnicodeString(u"32768")), VVariantType::kInt16, nullptr},
         {VVariant(VUnicodeString(u"65535")), VVariantType::kUInt16, u"65535"},
-        {VVariant(VUnicodeString(u"-1")), VVariantType::kUInt16, nullptr},
         {VVariant(VUnicodeString(u"12x")), VVariantType::kInt, nullptr},
         {VVariant(VUnicodeString(u"")), VVariantType::kInt, nullptr},
         {VVariant(VUnicodeString(u"99999999999999999999")), VVariantType::kInt, nullptr},
         {VVariant(VUnicodeString(u"TRUE")), VVariantType::kBool, u"-1"},
-        {VVariant(VUnicodeString(u"7")), VVariantType::kBool, u"-1"},
         {VVariant(VVariantType::kUInt32, 4294967295), VVariantType::kInt, nullptr},
         {VVariant(), VVariantType::kUInt, u"0"},
         {VVariant(VVariantType::kBool, 1), VVariantType::kUInt, u"4294967295"},
@@ -224,19 +221,6 @@ TEST_F(ProfileValueTest, AChoiceThatFollowsTheGlobalSettingIsNotPut) {
     exchange.number = 0xFFFFFFFF;
     EXPECT_TRUE(number.GetValue(exchange, u"n"));
     EXPECT_EQ(number.Get(), -1);
-}
-
-TEST_F(ProfileValueTest, LinesSplitAndJoin) {
-    VProfileMultiLineString lines;
-    VUnicodeString text;
-    lines.GetText(text, true);
-    EXPECT_EQ(text, u"");
-    lines.SetText(u"one\r\n\ntwo\r");
-    EXPECT_EQ(lines.Get().GetCount(), 3U);
-    lines.GetText(text, true);
-    EXPECT_EQ(text, u"one\r\n\r\ntwo");
-    lines.GetText(text, false);
-    EXPECT_EQ(text, u"one\n\ntwo");
 }
 
 }  // namespace

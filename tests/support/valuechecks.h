@@ -7,7 +7,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vsecuritydescriptor.h"
-#include "foundation/vstringarray.h"
+#include "support/strings.h"
 
 namespace connectdialog::test {
 
@@ -22,8 +22,7 @@ void ExpectValuesComeBack(Key& key) {
         EXPECT_EQ(number, written);
     }
     const std::string bytes("\0\x01\xFF\0", 4);
-    VStringArray list;
-    for (const char16_t* text : {u"first", u"", u"line\r\nbreak \xD800 \""}) list.Add(text);
+    const VStringArray list = Strings({u"first", u"", u"line\r\nbreak \xD800 \""});
     ASSERT_TRUE(key.WriteString(u"string", u"before") && key.WriteString(u"string", u"tab\t\\\"") &&
                 key.WriteBinary(u"empty", nullptr, 0) && key.WriteBinary(u"binary", bytes.data(), 4) &&
                 key.WriteMultiString(u"list", list));
@@ -64,11 +63,8 @@ void ExpectValuesComeBack(Key& key) {
 /// A security descriptor is kept in binary and read from rules too.
 template <class Key>
 void ExpectSecurityComesBack(Key& key) {
-    VStringArray rules;
-    rules.Add(u"S-1-1-0,deny,");
-    rules.Add(u"S-1-1-0,nonsense,");
     VSecurityDescriptor descriptor;
-    ASSERT_TRUE(key.WriteMultiString(u"rules", rules));
+    ASSERT_TRUE(key.WriteMultiString(u"rules", Strings({u"S-1-1-0,deny,", u"S-1-1-0,nonsense,"})));
     EXPECT_FALSE(key.ReadSecurity(u"rules", descriptor));
     EXPECT_EQ(key.GetLastReport()->GetCode(), 13U);
     EXPECT_EQ(std::u16string_view(key.GetLastReport()->GetInserts()[0]), u"\"S-1-1-0,nonsense,\"");
