@@ -167,7 +167,6 @@ TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
     };
     const Row rows[] = {
         {u"SSH2", u"SOCKSv5", u"proxy.example", u"", viaSsh("-X 5 -x 'proxy.example:1080'"), kLaunchFine},
-        {u"SSH2", u"SOCKSv4", u"10.0.0.1", u"", viaSsh("-X 4 -x '10.0.0.1:1080'"), kLaunchFine},
         {u"SSH2", u"HTTP", u"fe80::1", u"", viaSsh("-X connect -x '[fe80::1]:1080'"), kLaunchFine},
         {u"SSH2", u"None", u"", u"", {"ssh", "-p", "22", "--", "h"}, kLaunchFine},
         {u"SSH2", u"SOCKSv5", u"p;reboot", u"", {}, kLaunchNoHostName},
