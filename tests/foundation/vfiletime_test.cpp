@@ -43,6 +43,7 @@ TEST_F(FileTimeTest, TellsTheCalendarUpToItsBorders) {
 TEST_F(FileTimeTest, ComparesAndSubtracts) {
     EXPECT_EQ(VCompareFileTimes(1, 2), -1);
     EXPECT_EQ(VCompareFileTimes(~VFileTime{0}, 2) + VCompareFileTimes(2, 2), 1);
+    EXPECT_EQ(VSubtractFileTimes(3 * kSecond - 1, kSecond), 1);
     EXPECT_EQ(VSubtractFileTimes(kSecond, 3 * kSecond - 1), -1);
     EXPECT_EQ(VSubtractFileTimes(0, ~VFileTime{0}), -1'844'674'407'370);
 }

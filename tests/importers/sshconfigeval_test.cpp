@@ -64,6 +64,7 @@ constexpr const char* kCases[][3] = {
     {"Host h\n HostName a%%.%h", "h", "a%.h 22"},
     {"Host 1234\n Port 5", "1234", "0.0.4.210 5"},
     {"Host h\n HostName 0x7f.010.3", "h", "127.8.0.3 22"},
+    {"Host h\n HostName 256.1", "h", "256.1 22"},
     {"Host h\n HostName 1.2.3.4.5", "h", "1.2.3.4.5 22"},
     {"Host h\n IdentityFile none\n IdentityFile ~/k\n IdentityFile b\nHost *\n IdentityFile b\n IdentityFile c", "h",
      "h 22 id=/home/me/k id=b id=c"},

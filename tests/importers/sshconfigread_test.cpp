@@ -119,6 +119,7 @@ TEST(BrokenLine, IsReportedAndTheRestIsRead) {
     const BrokenCase cases[] = {
         {"User", "R no argument after keyword 'user'"},
         {"User \"x", "R a quote is not closed"},
+        {"User \"\"", "R keyword user lacks its argument"},
         {"User # x", "R keyword user lacks its argument"},
         {"HostName b c", "R keyword hostname has extra arguments", "a=@b:5 "},
         {"Bogus \x1b[2Jx", "R unknown keyword 'bogus'"},
@@ -127,7 +128,9 @@ TEST(BrokenLine, IsReportedAndTheRestIsRead) {
         {"Tag x", "N OpenSSH before 9.4 refuses keyword tag"},
         {"Host b\nPort 65536", "R bad port '65536'", "a=@a:5 b=@b:22 "},
         {"ProxyJump a,,b", "R ProxyJump cannot be 'a,,b'"},
+        {"ProxyJump a:0", "R ProxyJump cannot be 'a:0'"},
         {"ProxyJump ssh://h/path", "R ProxyJump cannot be 'ssh://h/path'"},
+        {"ConnectTimeout 1h30x", "R keyword connecttimeout has the bad argument '1h30x'"},
         {"Compression maybe", "R keyword compression has the bad argument 'maybe'"},
         {"ServerAliveCountMax -1", "R keyword serveralivecountmax has the bad argument '-1'"},
         {"Ciphers arcfour,aes128-ctr", "R keyword ciphers has the bad argument 'arcfour,aes128-ctr'"},

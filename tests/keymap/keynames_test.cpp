@@ -15,6 +15,7 @@ TEST(KeyNamesTest, KeysAreKnownByNameAndByNumber) {
         {u"0x70", 0x70},
         {u"0X70 \t", 0x70},
         {u"112", 0x70},
+        {u"0160", 0x70},
         {u"0", 0},
         {u"4294967294", 0xFFFFFFFE},
         {u"VK_NUMLOCK", 0x90},

@@ -132,34 +132,66 @@ TEST(BlowfishString, OutlivesARandomSourceThatFails) {
     EXPECT_EQ(string.DecipherBlowfish(string.EncipherBlowfish()), u"abc");
 }
 
-class EncipheredValueTest : public LibraryTest {};
+/// A user of his own, with a key file and without a Secret Service.
+class HiddenValueTest : public LibraryTest {
+  protected:
+    HiddenValueTest() {
+        setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);
+        setenv("TEMP", folder.GetPath().c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    }
+    ~HiddenValueTest() override {
+        for (const char* name : {"XDG_DATA_HOME", "TEMP", "DBUS_SESSION_BUS_ADDRESS"}) unsetenv(name);
+    }
+    TemporaryFolder folder;
+};
 
-TEST_F(EncipheredValueTest, APasswordIsStoredEncipheredAndAnewWhenItMustBe) {
-    WithKey(u"k", [](VProfileKey& key) {
-        VProfileBlowfishString value;
-        EXPECT_FALSE(value.Load(&key, u"V"_v, u"initial"_v));
-        EXPECT_TRUE(value.IsMissing());
-        EXPECT_EQ(value.GetText(), u"initial");
-        EXPECT_FALSE(value.IsChanged());
-        value.Save(key, false);
-        const VUnicodeString first = StoredText(key);
-        EXPECT_TRUE(first.View().starts_with(u'u'));
-        value.Save(key, true);
-        EXPECT_NE(StoredText(key), first) << "equal texts differ in the store";
-
-        VProfileBlowfishString other;
-        EXPECT_TRUE(other.Load(&key, u"V"_v, VUnicodeString()));
-        EXPECT_EQ(other.GetText(), u"initial");
-        EXPECT_FALSE(other.IsMissing() || other.IsChanged());
-        other.SetText(u"");
-        EXPECT_TRUE(other.IsChanged());
-        other.Save(key, false);
-        EXPECT_EQ(StoredText(key), u"") << "an empty password is an empty text";
-        EXPECT_TRUE(value.Read(&key) && value.GetText().IsEmpty());
-    });
+const VUnicodeString& TextOf(const VProfileText& value) {
+    return value.Get();
+}
+const VUnicodeString& TextOf(const VProfileBlowfishString& value) {
+    return value.GetText();
 }
 
-TEST_F(EncipheredValueTest, AScriptMovesAPasswordWithoutLearningIt) {
+/// A value is stored with the prefix and what hides it, differently each time, and reads back.
+template <class Value>
+void ExpectHidden(VProfileKey& key, const char16_t* prefix) {
+    key.GetImpl()->DeleteValue(u"V");
+    Value value;
+    value.Load(&key, u"V"_v, u"initial s\u00E9nd"_v);
+    EXPECT_TRUE(value.IsMissing() && !value.IsChanged());
+    value.Save(key, false);
+    const VUnicodeString first = StoredText(key);
+    EXPECT_TRUE(first.View().starts_with(prefix) && first.Find(u"initial") == VUnicodeString::kNotFound);
+    value.Save(key, true);
+    EXPECT_NE(StoredText(key), first) << "equal texts differ in the store";
+    Value other;
+    other.Load(&key, u"V"_v, VUnicodeString());
+    EXPECT_EQ(TextOf(other), u"initial s\u00E9nd");
+    EXPECT_FALSE(other.IsMissing() || other.IsChanged());
+    other.Edit() = Value().Get();
+    EXPECT_TRUE(other.IsChanged());
+    other.Save(key, false);
+    EXPECT_EQ(StoredText(key), u"") << "an empty text stays empty";
+    value.Read(&key);
+    EXPECT_TRUE(TextOf(value).IsEmpty());
+}
+
+TEST_F(HiddenValueTest, EachKindIsStoredHiddenAndReadBack) {
+    WithKey(u"k", [](VProfileKey& key) {
+        ExpectHidden<VProfileBlowfishString>(key, u"u");
+        ExpectHidden<VProfileEncodedString>(key, u"");
+        ExpectHidden<VProfileCapiString>(key, u"CAPI:");
+    });
+    VProfileCapiString value;
+    VUnicodeString text = value.Protect(u"initial").Mid(5);
+    EXPECT_EQ(value.Unprotect(text), u"initial") << "without its prefix";
+    text.MakeLower();
+    EXPECT_EQ(value.Unprotect(text), u"initial");
+    EXPECT_TRUE(value.Protect(u"").IsEmpty() && value.Unprotect(u"").IsEmpty());
+}
+
+TEST_F(HiddenValueTest, AScriptMovesAPasswordWithoutLearningIt) {
     WithKey(u"k", [](VProfileKey& key) {
         VProfileBlowfishString from;
         from.SetName(u"V"_v);
@@ -179,26 +211,7 @@ TEST_F(EncipheredValueTest, AScriptMovesAPasswordWithoutLearningIt) {
     });
 }
 
-TEST_F(EncipheredValueTest, AScrambledTextHidesItselfAndReadsBack) {
-    WithKey(u"k", [](VProfileKey& key) {
-        VProfileEncodedString value;
-        EXPECT_TRUE(value.Load(&key, u"V"_v));
-        EXPECT_TRUE(value.IsMissing());
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key), u"");
-        value.Load(&key, u"V"_v);
-        EXPECT_TRUE(!value.IsMissing() && value.Get().IsEmpty());
-        value.Set(u"expect\x1Fsénd");
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key).GetLength(), 8 + 2 * 12U);
-        VProfileEncodedString other;
-        other.Load(&key, u"V"_v);
-        EXPECT_EQ(other.Get(), u"expect\x1Fsénd");
-        EXPECT_FALSE(other.IsChanged());
-        const VUnicodeString first = StoredText(key);
-        other.Save(key, true);
-        EXPECT_NE(StoredText(key), first);
-    });
+TEST(ScrambledText, IsReadAsFarAsItIsWhole) {
     constexpr const char16_t* kRows[][2] = {
         {u"010203046063", u"aa"}, {u"0102030460636", u"aa"}, {u"0102030460zz63", u"a"}, {u"01020304", u""},
         {u"0102", u""},           {u"zz0203046063", u""},    {u"0102030401", u""},      {u"0A0B0C0d6B", u"a"},
@@ -209,45 +222,7 @@ TEST_F(EncipheredValueTest, AScrambledTextHidesItselfAndReadsBack) {
     EXPECT_EQ(bytes, std::string_view("aa\0\0", 4));
 }
 
-/// A user of his own, with a key file and without a Secret Service.
-class CapiStringTest : public LibraryTest {
-  protected:
-    CapiStringTest() {
-        setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);
-        setenv("TEMP", folder.GetPath().c_str(), 1);
-        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-    }
-    ~CapiStringTest() override {
-        for (const char* name : {"XDG_DATA_HOME", "TEMP", "DBUS_SESSION_BUS_ADDRESS"}) unsetenv(name);
-    }
-    TemporaryFolder folder;
-};
-
-TEST_F(CapiStringTest, AValueIsStoredProtectedAndReadBack) {
-    WithKey(u"k", [](VProfileKey& key) {
-        VProfileCapiString value;
-        EXPECT_TRUE(value.Load(&key, u"V"_v, u"initial"_v));
-        EXPECT_TRUE(value.IsMissing());
-        value.Save(key, false);
-        const VUnicodeString first = StoredText(key);
-        EXPECT_TRUE(first.View().starts_with(u"CAPI:"));
-        VProfileCapiString other;
-        other.Load(&key, u"V"_v, VUnicodeString());
-        EXPECT_EQ(other.Get(), u"initial");
-        EXPECT_FALSE(other.IsMissing() || other.IsChanged() || other.Get().IsSensitive());
-        EXPECT_EQ(other.Unprotect(first.Mid(5)), u"initial") << "without its prefix";
-        VUnicodeString lower = first.Mid(5);
-        lower.MakeLower();
-        EXPECT_EQ(other.Unprotect(lower), u"initial");
-        value.Set(u"");
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key), u"");
-        EXPECT_EQ(value.Protect(u""), u"");
-        EXPECT_EQ(value.Unprotect(u""), u"");
-    });
-}
-
-TEST_F(CapiStringTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
+TEST_F(HiddenValueTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
     struct Row {
         const char16_t* text;
         std::uint32_t code;
@@ -287,7 +262,7 @@ TEST_F(CapiStringTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
     }
 }
 
-TEST_F(CapiStringTest, WithoutAKeyNothingIsStoredInPlace) {
+TEST_F(HiddenValueTest, WithoutAKeyNothingIsStoredInPlace) {
     setenv("XDG_DATA_HOME", "/proc/none", 1);
     WithKey(u"k", [](VProfileKey& key) {
         VProfileCapiString value;
@@ -298,7 +273,7 @@ TEST_F(CapiStringTest, WithoutAKeyNothingIsStoredInPlace) {
     });
 }
 
-TEST_F(CapiStringTest, NothingOfASecretIsLeftInFreedMemory) {
+TEST_F(HiddenValueTest, NothingOfASecretIsLeftInFreedMemory) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
     VUnicodeString secret(kSecret);
     secret.MarkSensitive();

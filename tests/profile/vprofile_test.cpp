@@ -3,6 +3,7 @@
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
 #include "profile/vprofile2.h"
+#include "profile/vprofilemultilinestring.h"
 #include "support/fakesuite.h"
 
 namespace connectdialog::test {
@@ -221,6 +222,16 @@ TEST_F(ProfileValueTest, AChoiceThatFollowsTheGlobalSettingIsNotPut) {
     exchange.number = 0xFFFFFFFF;
     EXPECT_TRUE(number.GetValue(exchange, u"n"));
     EXPECT_EQ(number.Get(), -1);
+}
+
+TEST_F(ProfileValueTest, LinesSplitAndJoin) {
+    VProfileMultiLineString lines;
+    lines.SetText(u"one\r\n\ntwo\r");
+    for (const bool carriageReturns : {true, false}) {
+        VUnicodeString text;
+        lines.GetText(text, carriageReturns);
+        EXPECT_EQ(text, carriageReturns ? u"one\r\n\r\ntwo" : u"one\n\ntwo");
+    }
 }
 
 }  // namespace
