@@ -38,11 +38,8 @@ Bytes RecordOf(const IInternetAddress& address) {
 }
 
 TEST(HostNames, SplitIntoHostAndPort) {
-    const struct {
-        const char16_t* text;
-        const char16_t* host;  ///< null: refused
-        std::uint16_t port;
-    } rows[] = {
+    // The host is null where the text is refused.
+    constexpr std::tuple<const char16_t*, const char16_t*, std::uint16_t> kRows[] = {
         {u"", u"", 0},
         {u"host", u"host", 0},
         {u"host: 22 ", u"host", 22},
@@ -60,12 +57,12 @@ TEST(HostNames, SplitIntoHostAndPort) {
         {u"]::1[:22", nullptr, 0},
         {u"[::1]:", nullptr, 0},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, expected, expectedPort] : kRows) {
         VUnicodeString host(u"kept");
         std::uint16_t port = 7;
-        EXPECT_EQ(VSplitHostPort(row.text, host, port), row.host != nullptr) << VNarrowString(row.text).GetData();
-        EXPECT_EQ(host, row.host != nullptr ? row.host : u"kept") << VNarrowString(row.text).GetData();
-        EXPECT_EQ(port, row.host != nullptr ? row.port : 7) << VNarrowString(row.text).GetData();
+        EXPECT_EQ(VSplitHostPort(text, host, port), expected != nullptr) << VNarrowString(text).GetData();
+        EXPECT_EQ(host, expected != nullptr ? expected : u"kept") << VNarrowString(text).GetData();
+        EXPECT_EQ(port, expected != nullptr ? expectedPort : 7) << VNarrowString(text).GetData();
     }
     VUnicodeString host;
     std::uint16_t port = 0;

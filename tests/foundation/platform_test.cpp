@@ -112,23 +112,19 @@ TEST_F(PlatformTest, RefusesWhatIsNoProgram) {
     SetVariable("PATH", folder.GetPath().string());
     WriteProgram("plain", "echo never", 0600);
     WriteProgram("noshebang", "echo never > never", 0700);
-    struct Row {
-        std::vector<std::string> arguments;
-        std::uint32_t error;
-    };
-    const Row rows[] = {{{}, 87},
-                        {{""}, 2},
-                        {{"absent"}, 2},
-                        {{"plain"}, 5},
-                        {{"noshebang"}, 193},
-                        {{folder.GetPath().string()}, 5},
-                        {{"noshebang", std::string("a\0b", 3)}, 87}};
-    for (const Row& row : rows) {
+    const std::pair<std::vector<std::string>, std::uint32_t> rows[] = {{{}, 87},
+                                                                       {{""}, 2},
+                                                                       {{"absent"}, 2},
+                                                                       {{"plain"}, 5},
+                                                                       {{"noshebang"}, 193},
+                                                                       {{folder.GetPath().string()}, 5},
+                                                                       {{"noshebang", std::string("a\0b", 3)}, 87}};
+    for (const auto& [arguments, error] : rows) {
         int exitCode = -1;
-        EXPECT_FALSE(RunAndWait(row.arguments, exitCode));
-        EXPECT_EQ(GetLastErrorCode(), row.error);
-        EXPECT_FALSE(ReplaceProcess(row.arguments));
-        EXPECT_EQ(GetLastErrorCode(), row.error);
+        EXPECT_FALSE(RunAndWait(arguments, exitCode));
+        EXPECT_EQ(GetLastErrorCode(), error);
+        EXPECT_FALSE(ReplaceProcess(arguments));
+        EXPECT_EQ(GetLastErrorCode(), error);
         EXPECT_EQ(exitCode, -1);
     }
 }

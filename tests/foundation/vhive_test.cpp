@@ -54,11 +54,7 @@ VHiveTree ReadTwice(const std::string& bytes) {
 }
 
 TEST(HiveReader, EachFormOfAValueGivesItsTypeAndBytes) {
-    const struct {
-        const char* line;
-        std::uint32_t type;
-        Bytes data;
-    } kRows[] = {
+    const std::tuple<const char*, std::uint32_t, Bytes> kRows[] = {
         {R"("v"="")", 1, {0, 0}},
         {R"("v"="a\\\"b")", 1, {'a', 0, '\\', 0, '"', 0, 'b', 0, 0, 0}},
         {" \t\"v\" = \"\xC3\xA9\" ; why", 1, {0xE9, 0, 0, 0}},
@@ -74,13 +70,13 @@ TEST(HiveReader, EachFormOfAValueGivesItsTypeAndBytes) {
         {"\"v\"=hex(4):01,02", 4, {1, 2}},
         {"\"v\"=\"old\"\n\"v\"=dword:2", 4, {2, 0, 0, 0}},
     };
-    for (const auto& row : kRows) {
-        const std::string narrow = std::string(kFirst) + "\n; about\n" + kKey + row.line + "\r\n";
+    for (const auto& [line, type, data] : kRows) {
+        const std::string narrow = std::string(kFirst) + "\n; about\n" + kKey + line + "\r\n";
         for (const std::string& bytes : {narrow, "\xEF\xBB\xBF" + narrow, Utf16(narrow)}) {
             const VHiveTree tree = ReadTwice(bytes);
             const VHiveValue* value = FindValue(tree, u"hkey_local_machine\\a", u"v");
-            ASSERT_NE(value, nullptr) << row.line;
-            EXPECT_EQ(*value, (VHiveValue{row.type, row.data})) << row.line;
+            ASSERT_NE(value, nullptr) << line;
+            EXPECT_EQ(*value, (VHiveValue{type, data})) << line;
         }
     }
 }
@@ -94,10 +90,8 @@ TEST(HiveReader, TextInBytesIsNarrowInTheOlderForm) {
 }
 
 TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
-    const struct {
-        const char* lines;  // behind the first line, a key and "a"="1"
-        const char* told;
-    } kRows[] = {
+    // What stands behind the first line, a key and "a"="1".
+    constexpr const char* kRows[][2] = {
         {"\"x\"=\"open\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
         {"\"x\"=\"C:\\Temp\"\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
         {"\"x\"=dword:123456789\n", "4 dword: is not followed by 1 to 8 hex digits\n"},
@@ -116,13 +110,13 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
         {"[-HKEY_LOCAL_MACHINE]\n[HKEY_LOCAL_MACHINE\\A]\n", "4 a root cannot be removed\n"},
         {"\"\xFF\"=\"1\"\n", "4 the characters are neither UTF-8 nor UTF-16\n"},
     };
-    for (const auto& row : kRows) {
+    for (const auto& [lines, told] : kRows) {
         VHiveTree tree;
-        const std::string bytes = std::string(kFirst) + kKey + "\"a\"=\"1\"\n" + row.lines + "\"b\"=\"2\"\n";
-        EXPECT_EQ(Told(ReadHive(bytes, tree)), row.told);
-        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"a"), nullptr) << row.lines;
-        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b"), nullptr) << row.lines;
-        EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"y"), nullptr) << row.lines;
+        const std::string bytes = std::string(kFirst) + kKey + "\"a\"=\"1\"\n" + lines + "\"b\"=\"2\"\n";
+        EXPECT_EQ(Told(ReadHive(bytes, tree)), told);
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"a"), nullptr) << lines;
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b"), nullptr) << lines;
+        EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"y"), nullptr) << lines;
     }
     VHiveTree tree;
     EXPECT_EQ(Told(ReadHive("; no first line\n", tree)), "1 the file does not begin like a registry export\n");

@@ -46,19 +46,15 @@ TEST_F(Policies, AProductsSettingStandsUnderItsNamesOldAndNew) {
         "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark\\NorHalden]\n\"new\"=dword:1\n"
         "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second]\n\"old\"=dword:2\n"
         "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second 3.0]\n\"old\"=dword:3\n");
-    const struct {
-        const char16_t* name;
-        const char16_t* product;
-        const char16_t* secondary;
-        std::uint32_t value;  // 0: not found
-    } kRows[] = {
+    // The name, both products and the value; 0: not found.
+    constexpr std::tuple<const char16_t*, const char16_t*, const char16_t*, std::uint32_t> kRows[] = {
         {u"new", u"NorHalden", u"Second", 1}, {u"old", u"norhalden x", u"Second", 2}, {u"old", u"HALDEN", u"Second", 3},
         {u"old", u"Tessaly", u"Second", 0},   {u"new", u"NorHalden", u"", 0},         {u"new", nullptr, u"Second", 0},
     };
-    for (const auto& row : kRows) {
+    for (const auto& [name, product, secondary, expected] : kRows) {
         std::uint32_t value = 0;
-        EXPECT_EQ(VGetProductDword(row.name, row.product, row.secondary, value), row.value != 0);
-        EXPECT_EQ(value, row.value);
+        EXPECT_EQ(VGetProductDword(name, product, secondary, value), expected != 0);
+        EXPECT_EQ(value, expected);
     }
 }
 

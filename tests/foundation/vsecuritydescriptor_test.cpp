@@ -15,6 +15,7 @@
 namespace connectdialog {
 namespace {
 
+using test::Strings;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr AccessRight kRights[] = {{u"read", 1}, {u"write", 2}, {u"delete", 0x10000}, {nullptr, 0}};
@@ -41,25 +42,20 @@ std::string Told(const VAcl& list) {
 }
 
 TEST(Sid, HasABinaryAndATextForm) {
-    const struct {
-        const char16_t* text;
-        const char16_t* written;
-        Bytes bytes;
-    } rows[] = {
+    const std::tuple<const char16_t*, const char16_t*, Bytes> rows[] = {
         {u"S-1-1-0", u"S-1-1-0", {1, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0}},
         {u"s-1-5-32-544", u"S-1-5-32-544", {1, 2, 0, 0, 0, 0, 0, 5, 32, 0, 0, 0, 0x20, 2, 0, 0}},
         {u"S-1-0x0000000F-4294967295", u"S-1-15-4294967295", {1, 1, 0, 0, 0, 0, 0, 15, 255, 255, 255, 255}},
         {u"S-1-0x123456789ABC-1", u"S-1-0x123456789ABC-1", {1, 1, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 1, 0, 0, 0}},
     };
-    for (const auto& row : rows) {
-        const VSid sid = SidOf(row.text);
-        EXPECT_EQ(Bytes(sid.GetBytes().begin(), sid.GetBytes().end()), row.bytes) << Told(row.text);
-        EXPECT_EQ(sid.ToText(), row.written);
+    for (const auto& [text, written, bytes] : rows) {
+        const VSid sid = SidOf(text);
+        EXPECT_EQ(Bytes(sid.GetBytes().begin(), sid.GetBytes().end()), bytes) << Told(text);
+        EXPECT_EQ(sid.ToText(), written);
         VSid loaded;
-        EXPECT_TRUE(loaded.Load(row.bytes) && loaded == sid);
-        for (std::size_t length = 0; length < row.bytes.size(); ++length) {
-            EXPECT_FALSE(loaded.Load(std::span(row.bytes).first(length)));
-        }
+        EXPECT_TRUE(loaded.Load(bytes) && loaded == sid);
+        for (std::size_t length = 0; length < bytes.size(); ++length)
+            EXPECT_FALSE(loaded.Load(std::span(bytes).first(length)));
         EXPECT_EQ(loaded, sid) << "what fails leaves the identifier";
     }
     for (const char16_t* text :
@@ -115,15 +111,13 @@ TEST(Acl, WhatItDoesNotKnowIsCarriedAlongAndWhatIsDamagedRefused) {
     EXPECT_TRUE(list.AddEntry(AccessKind::kAllow, 1, SidOf(u"S-1-1-0")));
     EXPECT_EQ(Told(list), "type 5 0 ; deny 15 S-1-1-0; allow 1 S-1-1-0; ");
     EXPECT_EQ(list.GetBytes().size(), 56U);
-    const struct {
-        std::size_t offset;
-        std::uint8_t value;
-    } faults[] = {{0, 1},  {0, 5},  {2, 7},  {2, 45},  {2, 20},  {3, 1},  {4, 3},  {5, 1},
-                  {10, 3}, {10, 0}, {18, 7}, {18, 19}, {18, 29}, {24, 2}, {25, 2}, {25, 16}};
-    for (const auto& fault : faults) {
+    const std::pair<std::size_t, std::uint8_t> faults[] = {{0, 1},   {0, 5},  {2, 7},  {2, 45}, {2, 20}, {3, 1},
+                                                           {4, 3},   {5, 1},  {10, 3}, {10, 0}, {18, 7}, {18, 19},
+                                                           {18, 29}, {24, 2}, {25, 2}, {25, 16}};
+    for (const auto& [offset, value] : faults) {
         Bytes bytes = good;
-        bytes[fault.offset] = fault.value;
-        EXPECT_FALSE(VAcl().Load(bytes)) << fault.offset << ' ' << int{fault.value};
+        bytes[offset] = value;
+        EXPECT_FALSE(VAcl().Load(bytes)) << offset << ' ' << int{value};
         EXPECT_EQ(platform::GetLastErrorCode(), 1336U);
     }
     for (std::size_t length = 0; length < good.size(); ++length)
@@ -187,16 +181,13 @@ TEST(SecurityDescriptor, NoListANullListAndAnEmptyListAreThreeThings) {
 TEST(SecurityDescriptor, DamagedBytesAreRefusedAndNothingChanges) {
     VSecurityDescriptor descriptor;
     ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
-    const struct {
-        std::size_t offset;
-        std::uint8_t value;
-    } faults[] = {{0, 0},    {0, 2},  {3, 0x40}, {4, 19},  {4, 1},   {4, 52},  {4, 255},
-                  {7, 1},    {8, 20}, {11, 255}, {12, 19}, {12, 36}, {16, 51}, {16, 1},
-                  {19, 128}, {20, 9}, {22, 255}, {28, 0},  {32, 1},  {40, 0},  {41, 2}};
-    for (const auto& fault : faults) {
+    const std::pair<std::size_t, std::uint8_t> faults[] = {
+        {0, 0},   {0, 2},   {3, 0x40}, {4, 19},   {4, 1},  {4, 52},   {4, 255}, {7, 1},  {8, 20}, {11, 255}, {12, 19},
+        {12, 36}, {16, 51}, {16, 1},   {19, 128}, {20, 9}, {22, 255}, {28, 0},  {32, 1}, {40, 0}, {41, 2}};
+    for (const auto& [offset, value] : faults) {
         Bytes bytes = kForeign;
-        bytes[fault.offset] = fault.value;
-        EXPECT_FALSE(descriptor.LoadSelfRelative(bytes)) << fault.offset << ' ' << int{fault.value};
+        bytes[offset] = value;
+        EXPECT_FALSE(descriptor.LoadSelfRelative(bytes)) << offset << ' ' << int{value};
         EXPECT_EQ(descriptor.GetLastReport()->GetCode(), 1338U);
     }
     for (std::size_t length = 0; length < kForeign.size(); ++length) {
@@ -206,38 +197,33 @@ TEST(SecurityDescriptor, DamagedBytesAreRefusedAndNothingChanges) {
 }
 
 TEST(SecurityRules, MakeEntriesInTheirOrder) {
-    const struct {
-        std::initializer_list<const char16_t*> rules;
-        std::string entries;
-        std::u16string refused;
-    } rows[] = {
-        {{}, "", u""},
-        {{u"root,ALLOW,Read WRITE"}, "allow 3 S-1-22-1-0; ", u""},
-        {{u"root,deny, read  write "}, "deny 3 S-1-22-1-0; ", u""},
-        {{u"root,allow,read", u"localhost\\root,allow,write", u"root,deny,delete", u"root@LOCALHOST,deny,read"},
-         "allow 3 S-1-22-1-0; deny 65537 S-1-22-1-0; ",
-         u""},
-        {{u"S-1-1-0,allow,", u"s-1-1-0,allow,write"}, "allow 2 S-1-1-0; ", u""},
-        {{u"root,allow,read fly", u"root,allow,write"}, "allow 2 S-1-22-1-0; ", u"\"root,allow,read fly\""},
-        {{u"root,permit,read", u"no such account,allow,read", u",allow,read"},
-         "",
+    // The rules, the entries they make, and the rules that are refused.
+    const std::tuple<VStringArray, std::string, std::u16string> rows[] = {
+        {Strings({}), "", u""},
+        {Strings({u"root,ALLOW,Read WRITE"}), "allow 3 S-1-22-1-0; ", u""},
+        {Strings({u"root,deny, read  write "}), "deny 3 S-1-22-1-0; ", u""},
+        {Strings(
+             {u"root,allow,read", u"localhost\\root,allow,write", u"root,deny,delete", u"root@LOCALHOST,deny,read"}),
+         "allow 3 S-1-22-1-0; deny 65537 S-1-22-1-0; ", u""},
+        {Strings({u"S-1-1-0,allow,", u"s-1-1-0,allow,write"}), "allow 2 S-1-1-0; ", u""},
+        {Strings({u"root,allow,read fly", u"root,allow,write"}), "allow 2 S-1-22-1-0; ", u"\"root,allow,read fly\""},
+        {Strings({u"root,permit,read", u"no such account,allow,read", u",allow,read"}), "",
          u"\"root,permit,read\", \"no such account,allow,read\", \",allow,read\""},
-        {{u"", u"root", u"root,allow", u"root,allow,read,", u"root, allow,read"},
-         "",
+        {Strings({u"", u"root", u"root,allow", u"root,allow,read,", u"root, allow,read"}), "",
          u"\"\", \"root\", \"root,allow\", \"root,allow,read,\", \"root, allow,read\""},
     };
-    for (const auto& row : rows) {
+    for (const auto& [rules, entries, refused] : rows) {
         VAccountLookup lookup;
         VSecurityDescriptor descriptor(kRights, &lookup);
         ASSERT_TRUE(descriptor.LoadSelfRelative(kForeign));
-        EXPECT_EQ(descriptor.LoadRules(test::Strings(row.rules)), row.refused.empty());
+        EXPECT_EQ(descriptor.LoadRules(rules), refused.empty());
         ASSERT_NE(descriptor.GetDacl(), nullptr) << "an empty list, not the null one";
-        EXPECT_EQ(Told(*descriptor.GetDacl()), row.entries);
+        EXPECT_EQ(Told(*descriptor.GetDacl()), entries);
         EXPECT_FALSE(descriptor.GetOwner().IsValid()) << "rules tell of nothing else";
         const VReportMessageParams& report = *descriptor.GetLastReport();
-        EXPECT_EQ(report.GetCode(), row.refused.empty() ? 0U : 13U);
+        EXPECT_EQ(report.GetCode(), refused.empty() ? 0U : 13U);
         const std::u16string told = report.GetInsertCount() > 0 ? report.GetInserts()[0] : u"";
-        EXPECT_EQ(told, row.refused);
+        EXPECT_EQ(told, refused);
     }
 }
 
@@ -252,9 +238,9 @@ TEST(SecurityRules, StopWhereTheListIsFull) {
     EXPECT_FALSE(descriptor.LoadRules(rules));
     EXPECT_EQ(descriptor.GetDacl()->GetCount(), (65535U - 8) / 20);
     VSecurityDescriptor withoutHelp;
-    EXPECT_FALSE(withoutHelp.LoadRules(test::Strings({u"root,allow,"})) ||
-                 withoutHelp.LoadRules(test::Strings({u"S-1-1-0,deny,read"})));
-    EXPECT_TRUE(withoutHelp.LoadRules(test::Strings({u"S-1-1-0,deny,"})));
+    EXPECT_FALSE(withoutHelp.LoadRules(Strings({u"root,allow,"})) ||
+                 withoutHelp.LoadRules(Strings({u"S-1-1-0,deny,read"})));
+    EXPECT_TRUE(withoutHelp.LoadRules(Strings({u"S-1-1-0,deny,"})));
 }
 
 TEST(Accounts, AreLookedUpAmongTheUsersAndGroupsOfTheSystem) {

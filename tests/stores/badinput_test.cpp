@@ -95,12 +95,7 @@ TEST_F(SqliteFile, IsPrivateAndMadeByTheFirstWriteOnly) {
 }
 
 TEST_F(SqliteFile, WhatIsNoStoreIsRefusedAndNotTouched) {
-    struct Row {
-        const char* what;
-        std::uint32_t code;
-        std::function<void(const std::string& path)> make;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::uint32_t, std::function<void(const std::string& path)>> rows[] = {
         {"a folder", 5, [](const std::string& at) { fs::create_directory(at); }},
         {"a pipe", 5, [](const std::string& at) { ::mkfifo(at.c_str(), 0600); }},
         {"a text", 13, [](const std::string& at) { WriteFile(at, std::string(5000, 't')); }},
@@ -112,16 +107,16 @@ TEST_F(SqliteFile, WhatIsNoStoreIsRefusedAndNotTouched) {
         {"a newer version", 50,
          [](const std::string& at) { RunSql(at, "PRAGMA application_id = 0x424D7364; PRAGMA user_version = 2;"); }},
     };
-    for (const Row& row : rows) {
-        path = folder / row.what;
-        row.make(path);
+    for (const auto& [what, code, make] : rows) {
+        path = folder / what;
+        make(path);
         const std::string before = fs::is_regular_file(path) ? ReadFile(path) : "";
         const std::size_t files = NamesIn(folder.GetPath()).size();
-        EXPECT_EQ(Open(), nullptr) << row.what;
-        EXPECT_EQ(report.GetCode(), row.code) << row.what;
+        EXPECT_EQ(Open(), nullptr) << what;
+        EXPECT_EQ(report.GetCode(), code) << what;
         EXPECT_EQ(Inserts(report).front(), path);
-        EXPECT_EQ(NamesIn(folder.GetPath()).size(), files) << row.what;
-        EXPECT_EQ(fs::is_regular_file(path) ? ReadFile(path) : "", before) << row.what;
+        EXPECT_EQ(NamesIn(folder.GetPath()).size(), files) << what;
+        EXPECT_EQ(fs::is_regular_file(path) ? ReadFile(path) : "", before) << what;
     }
     for (const char16_t* url : {u"", u"sqlite", u"sqlite:", u"file:/tmp/x", u"memory:x", u"SQLITE:x"}) {
         EXPECT_EQ(stores::OpenProfileStoreFactory(url, report), nullptr);
