@@ -112,23 +112,19 @@ TEST_F(PlatformTest, RefusesWhatIsNoProgram) {
     SetVariable("PATH", folder.GetPath().string());
     WriteProgram("plain", "echo never", 0600);
     WriteProgram("noshebang", "echo never > never", 0700);
-    struct Row {
-        std::vector<std::string> arguments;
-        std::uint32_t error;
-    };
-    const Row rows[] = {{{}, 87},
-                        {{""}, 2},
-                        {{"absent"}, 2},
-                        {{"plain"}, 5},
-                        {{"noshebang"}, 193},
-                        {{folder.GetPath().string()}, 5},
-                        {{"noshebang", std::string("a\0b", 3)}, 87}};
-    for (const Row& row : rows) {
+    const std::pair<std::vector<std::string>, std::uint32_t> rows[] = {{{}, 87},
+                                                                       {{""}, 2},
+                                                                       {{"absent"}, 2},
+                                                                       {{"plain"}, 5},
+                                                                       {{"noshebang"}, 193},
+                                                                       {{folder.GetPath().string()}, 5},
+                                                                       {{"noshebang", std::string("a\0b", 3)}, 87}};
+    for (const auto& [arguments, error] : rows) {
         int exitCode = -1;
-        EXPECT_FALSE(RunAndWait(row.arguments, exitCode));
-        EXPECT_EQ(GetLastErrorCode(), row.error);
-        EXPECT_FALSE(ReplaceProcess(row.arguments));
-        EXPECT_EQ(GetLastErrorCode(), row.error);
+        EXPECT_FALSE(RunAndWait(arguments, exitCode));
+        EXPECT_EQ(GetLastErrorCode(), error);
+        EXPECT_FALSE(ReplaceProcess(arguments));
+        EXPECT_EQ(GetLastErrorCode(), error);
         EXPECT_EQ(exitCode, -1);
     }
 }
@@ -137,22 +133,20 @@ TEST_F(PlatformTest, ModuleHandlesAreCheckedBeforeUse) {
     const ModuleHandle library = GetLibraryModule();
     ASSERT_NE(library, nullptr);
     EXPECT_EQ(GetModuleFile(library), GetExecutablePath());
-    const ModuleHandle math = LoadModule(u"libm.so.6");
-    ASSERT_NE(math, nullptr);
-    EXPECT_NE(FindSymbol(math, "cos"), nullptr);
-    EXPECT_NE(GetModuleFile(math).find(u"\\libm.so.6"), std::u16string::npos);
-    FreeModule(math);
     FreeModule(library);
     int noModule = 0;
-    EXPECT_EQ(GetModuleFile(math), u"");
+    EXPECT_EQ(GetModuleFile(&noModule), u"");
     EXPECT_EQ(FindSymbol(&noModule, "cos"), nullptr);
     EXPECT_EQ(GetLastErrorCode(), 6u);
     FreeModule(&noModule);
-    EXPECT_EQ(LoadModule(u"\\no\\such\\module.so"), nullptr);
-    EXPECT_EQ(GetLastErrorCode(), 126u);
     EXPECT_EQ(LoadModule(FromNativePath(folder.Write("no.so", "text"))), nullptr);
     EXPECT_EQ(GetLastErrorCode(), 193u);
     EXPECT_EQ(LoadModule(u""), nullptr);
+    const ModuleHandle math = LoadModule(u"libm.so.6");
+    ASSERT_NE(math, nullptr);
+    EXPECT_NE(GetModuleFile(math).find(u"\\libm.so.6"), std::u16string::npos);
+    FreeModule(math);
+    EXPECT_EQ(GetModuleFile(math), u"");
 }
 
 TEST_F(PlatformTest, RegisteredMessagesComeFromTheNameAlone) {
@@ -161,11 +155,6 @@ TEST_F(PlatformTest, RegisteredMessagesComeFromTheNameAlone) {
     EXPECT_EQ(GetRegisteredMessage(u"A"), 0xFCD7u);
     EXPECT_NE(GetRegisteredMessage(u"Some message"), GetRegisteredMessage(u"Some messagf"));
     EXPECT_EQ(GetRegisteredMessage(u""), 0u);
-}
-
-TEST_F(PlatformTest, TheClockIsTheSystems) {
-    EXPECT_NEAR(static_cast<double>(GetFileTimeNow() - kUnixEpoch) / kFileTimePerSecond,
-                static_cast<double>(std::time(nullptr)), 2.0);
 }
 
 TEST_F(PlatformTest, FunctionsOfModulesAreSetAndOptionalOnesMayBeMissing) {
@@ -186,8 +175,8 @@ TEST_F(PlatformTest, FunctionsOfModulesAreSetAndOptionalOnesMayBeMissing) {
     EXPECT_EQ(report.GetCode(), kReportSymbolNotFound);
     ASSERT_EQ(report.GetInsertCount(), 2U);
     EXPECT_EQ(std::u16string_view(report.GetInserts()[0]), u"libm.so.6");
-    EXPECT_NE(report.GetInserts()[1][0], 0);
     EXPECT_EQ(LoadModuleFunctions(u"no\\such\\module.so", needed).GetCode(), kReportModuleNotLoaded);
+    EXPECT_EQ(GetLastErrorCode(), 126u);
     const ModuleFunction optional[] = {{&missing, "cos", true, false}};
     EXPECT_EQ(LoadModuleFunctions(u"no\\such\\module.so", optional).GetCode(), 0U);
 }

@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "foundation/messageformat.h"
 #include "foundation/messagetable.h"
+#include "foundation/stringerrors.h"
+#include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
+#include "foundation/vunicodestring.h"
 
 namespace connectdialog {
 namespace {
@@ -11,12 +16,7 @@ namespace {
 using Text = std::u16string;
 
 TEST(Report, FindsItsText) {
-    struct Row {
-        std::uint32_t code;
-        const char16_t* insert;
-        const char16_t* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<std::uint32_t, const char16_t*, const char16_t*> rows[] = {
         {0, nullptr, u"The operation succeeded."},
         {5, u"unused", u"Access was denied."},
         {0x61090001, u"a", u"\"a\" 未找到。"},
@@ -25,40 +25,33 @@ TEST(Report, FindsItsText) {
          u"你将编辑 3 个会话的设置。\r\n第一个会话的设置将显示在会话属性对话框中。\r\n"
          u"只有改变的设置才会被应用到\r\n所选的 3 个会话。"},
         {0xE1090003, u"a", u"以下会话正在使用中，不能删除：\r\na"},
-        {0xE1040066, nullptr, u"文件名以单独的“%”结尾。"},
     };
-    for (const Row& row : rows) {
-        VReportMessageParams report(row.code);
-        if (row.insert != nullptr) report.AddInsert(row.insert);
+    for (const auto& [code, insert, expected] : rows) {
+        VReportMessageParams report(code);
+        if (insert != nullptr) report.AddInsert(insert);
         EXPECT_EQ(report.GetTextLength(), 0u);
-        EXPECT_EQ(Text(report.GetText()), row.expected);
-        EXPECT_EQ(report.GetTextLength(), Text(row.expected).size());
+        EXPECT_EQ(Text(report.GetText()), expected);
+        EXPECT_EQ(report.GetTextLength(), Text(expected).size());
     }
 }
 
 TEST(Report, LooksInTheOwnModuleBeforeTheFallbackAndAfterTheSystem) {
     int module = 0;
-    const MessageRow rows[] = {{5, u"never shown"}, {1629 + 1, u"own %1"}, {0xE1040047, u"own text"}};
+    const MessageRow rows[] = {{5, u"never shown"}, {0xE1040047, u"own %1"}};
     RegisterMessageTable(&module, rows);
     EXPECT_EQ(Text(VReportMessageParams(5, &module).GetText()), u"Access was denied.");
-    VReportMessageParams own(1630, &module);
+    VReportMessageParams own(0xE1040047, &module);
     own.AddInsert("n\xC3\xA4me");
     EXPECT_EQ(Text(own.GetText()), u"own n\u00E4me");
-    EXPECT_EQ(Text(VReportMessageParams(0xE1040047, &module).GetText()), u"own text");
     RemoveMessageTables(&module);
     VReportMessageParams fallback(0xE1040047, &module);
     fallback.AddInsert(u"a");
     EXPECT_NE(Text(fallback.GetText()).find(u"“a”"), Text::npos);
-}
-
-TEST(Report, AnUnknownCodeStillHasAText) {
-    VReportMessageParams library(0xE1040099);
-    EXPECT_EQ(Text(library.GetText()),
+    EXPECT_NE(Text(VReportMessageParams(77777, &module).GetText()).find(u"<Unknown Module>:317"), Text::npos);
+    EXPECT_EQ(Text(VReportMessageParams(0xE1040099).GetText()),
               u"Could not retrieve the error text for error code 0xe1040099.\r\n"
               u"Status codes from FormatMessage were " +
                   platform::GetModuleFile(platform::GetLibraryModule()) + u":317 and 317.");
-    int module = 0;
-    EXPECT_NE(Text(VReportMessageParams(77777, &module).GetText()).find(u"<Unknown Module>:317"), Text::npos);
 }
 
 TEST(Report, TheTextStaysUntilTheMessageIsSetAnew) {
@@ -67,12 +60,11 @@ TEST(Report, TheTextStaysUntilTheMessageIsSetAnew) {
     report.SetCode(5);
     report.AddInsert(u"late");
     EXPECT_EQ(report.GetText(), text);
-    report.SetUserData(7);
     report.SetMessage(5);
     EXPECT_EQ(Text(report.GetText()), u"Access was denied.");
-    EXPECT_EQ(report.GetInsertCount() + report.GetUserData(), 0u);
+    EXPECT_EQ(report.GetInsertCount(), 0u);
     EXPECT_FALSE(report.Fail(0x61090001, u"a"));
-    EXPECT_FALSE(report.Fail(0x61090001, report.GetInserts()[0]));
+    EXPECT_FALSE(report.Fail(0x61090001, report.GetInserts()[0])) << "an insert of its own";
     EXPECT_EQ(Text(report.GetText()), u"\"a\" 未找到。");
     report.Clear();
     EXPECT_EQ(report.GetCode() + report.GetInsertCount(), 0u);
@@ -88,8 +80,8 @@ TEST(Report, CopiesAreDeepAndLeaveTheSeverity) {
     source->SetSeverity(3);
     source->SetUserData(9);
     VReportMessageParams copy;
-    EXPECT_EQ(copy.Assign(source.get()), &copy);
     EXPECT_EQ(copy.Assign(nullptr), nullptr);
+    copy = *source;
     copy = *&copy;
     source.reset();
     ASSERT_EQ(copy.GetInsertCount(), 3u);
@@ -99,16 +91,9 @@ TEST(Report, CopiesAreDeepAndLeaveTheSeverity) {
     EXPECT_EQ(copy.GetSeverity(), -1);
 }
 
-struct CountedReport : VReportMessageParams {
-    using VReportMessageParams::VReportMessageParams;
-    ~CountedReport() override { ++destroyed; }
-    static inline int destroyed = 0;
-};
-
 struct TestRouter : VReportMessageRouter {
     std::uint32_t HandleReport(IReportMessageParams* report) override {
         handled = report;
-        EXPECT_EQ(report->GetSeverity(), 0);
         EXPECT_EQ(Text(report->GetInserts()[0]), u"insert");
         return 42;
     }
@@ -123,16 +108,98 @@ TEST(Report, IsRoutedToTheHost) {
     SetReportRouterGetter([]() -> VReportMessageRouter* { return &router; });
     EXPECT_EQ(RouteReport(&report), 42u);
     EXPECT_EQ(router.handled, &report);
-    SetReportFactory([](std::uint32_t code, ModuleHandle module) -> IReportMessageParams* {
-        return new CountedReport(code, module);
-    });
     EXPECT_EQ(RouteReportCopy(&report), 42u);
     EXPECT_NE(router.handled, &report);
-    EXPECT_EQ(CountedReport::destroyed, 1);
     SetReportFactory([](std::uint32_t, ModuleHandle) -> IReportMessageParams* { return nullptr; });
     EXPECT_EQ(RouteReportCopy(&report), 0x61090001u);
     SetReportFactory(nullptr);
     SetReportRouterGetter(nullptr);
+}
+
+using Arguments = std::vector<FormatArgument>;
+
+template <class... Values>
+Arguments Of(const Values&... values) {
+    return {FormatArgument(values)...};
+}
+
+std::u16string Expand(const char16_t* text, const Arguments& arguments, std::uint32_t flags = kMessagePlain) {
+    const std::size_t length = ExpandMessage(text, arguments.data(), arguments.size(), flags, nullptr);
+    std::u16string message(length, u'?');
+    EXPECT_EQ(ExpandMessage(text, arguments.data(), arguments.size(), flags, message.data()), length);
+    return message;
+}
+
+struct Row {
+    const char16_t* text;
+    Arguments arguments;
+    const char16_t* expected;
+};
+
+TEST(MessageFormat, ExpandsInsertsAndEscapes) {
+    const Row rows[] = {
+        {u"plain", {}, u"plain"},
+        {u"%1", Of(u"text"), u"text"},
+        {u"%2%1%2", Of(u"a", u"b"), u"bab"},
+        {u"%10", Of(u"1", u"2", u"3", u"4", u"5", u"6", u"7", u"8", u"9", u"ten"), u"ten"},
+        {u"%1 of %2!d!", Of(u"a", 7), u"a of 7"},
+        {u"100%% a%ab% c%.d%!e", {}, u"100% aab c.d!e"},
+        {u"a%nb%rc", {}, u"a\r\nb\rc"},
+        {u"kept%0 dropped", {}, u"kept"},
+        {u"%1!hs! %1!ls! %1!S! %1", Of("narrow \xC3\xA4"), u"narrow \u00E4 narrow \u00E4 narrow \u00E4 narrow \u00E4"},
+        {u"[%1!6s!|%1!-6s!|%1!.2s!|%1!4.1s!]", Of(u"abc"), u"[   abc|abc   |ab|   a]"},
+        {u"[%1!6hs!|%1!.2hs!]", Of("abc"), u"[   abc|ab]"},
+        {u"%1!c!%2!c!%2!lc!", Of(u'\u4E00', 65), u"\u4E00AA"},
+        {u"%1!d! %1!i! %1!u! %1!x!", Of(-1), u"-1 -1 4294967295 ffffffff"},
+        {u"%1!lu! %1!I64d! %1!llX!", Of(std::uint64_t{0x123456789ABCDEF0}),
+         u"1311768467463790320 1311768467463790320 123456789ABCDEF0"},
+        {u"%1!x! %2!d!", Of(std::int8_t{-1}, std::uint8_t{200}), u"ffffffff 200"},
+        {u"%1!02X! %1!#x! %1!08x! %1!#o!", Of(10), u"0A 0xa 0000000a 012"},
+        {u"[%1!5d!|%1!-5d!|%1!05d!|%1!+d!|%1! d!|%1!.3d!|%1!05.3d!]", Of(42), u"[   42|42   |00042|+42| 42|042|  042]"},
+        {u"[%1!06d!|%2!.0d!|%2!#x!]", Of(-42, 0), u"[-00042||0]"},
+        {u"%1!f! %1!.1f! %1!08.2f! %1!E! %1!g!", Of(-3.25), u"-3.250000 -3.2 -0003.25 -3.250000E+00 -3.25"},
+        {u"%1", Of(static_cast<const char16_t*>(nullptr)), u"(null)"},
+    };
+    for (const Row& row : rows) EXPECT_EQ(Expand(row.text, row.arguments), row.expected);
+}
+
+TEST(MessageFormat, RefusesWhatDoesNotFit) {
+    const Row rows[] = {
+        {u"%1", {}, nullptr},
+        {u"%1", Of(5), nullptr},
+        {u"%1!d!", Of(u"a"), nullptr},
+        {u"%1!d!", Of(1.5), nullptr},
+        {u"%1!f!", Of(1), nullptr},
+        {u"%1!c!", Of(0x10000), nullptr},
+        {u"%1!s", Of(u"a"), nullptr},
+        {u"%1!n!", Of(1), nullptr},
+        {u"%1!*d!", Of(1, 2), nullptr},
+        {u"%1!5000d!", Of(1), nullptr},
+        {u"%1!.99999999999999999999s!", Of(u"a"), nullptr},
+        {u"end%", {}, nullptr},
+    };
+    for (const Row& row : rows) EXPECT_THROW(Expand(row.text, row.arguments), InvalidParameter);
+    EXPECT_EQ(Expand(u"%1!4096d!", Of(1)).size(), kMaxMessageField);
+}
+
+TEST(MessageFormat, FlagsDropLineBreaksAndLeaveInserts) {
+    EXPECT_EQ(Expand(u"a\r\nb%nc%1", Of(u"\r\nx"), kMessageOneLine), u"ab\r\nc\r\nx");
+    EXPECT_EQ(Expand(u"%1!08x! %2 %% %.%nx%0y", {}, kMessageIgnoreInserts), u"%1!08x! %2 %% %.\r\nx");
+    EXPECT_THROW(Expand(u"%", {}, kMessageIgnoreInserts), InvalidParameter);
+}
+
+TEST(MessageFormat, AStringFallsBackToTheTemplateAndElseStaysAsItWas) {
+    VUnicodeString text = u"before";
+    text.Format(u"lone %");
+    EXPECT_TRUE(text == u"before");
+    text.Format(nullptr);
+    EXPECT_TRUE(text == u"before");
+    text.Format(u"%1 and %2", u"a");
+    EXPECT_TRUE(text == u"%1 and %2");
+    text.Format(u"%1!999999999d!", 1);
+    EXPECT_TRUE(text == u"%1!999999999d!");
+    text.Format(u"%1", u"");
+    EXPECT_TRUE(text.IsEmpty());
 }
 
 }  // namespace

@@ -5,10 +5,12 @@
 #include <vector>
 
 #include "foundation/casefold.h"
+#include "foundation/stringerrors.h"
 #include "foundation/utf8.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunicodestringi.h"
+#include "platform/codepage.h"
 #include "support/freewatch.h"
 
 namespace connectdialog {
@@ -41,12 +43,15 @@ std::vector<VUnicodeString> AllKinds() {
 TEST(UnicodeString, AppendingAndAssigningFollowTheRulesForEachPairOfKinds) {
     for (const VUnicodeString& left : AllKinds()) {
         for (const VUnicodeString& right : AllKinds()) {
-            const std::u16string expected = std::u16string(left.View()) + std::u16string(right.View());
+            const std::u16string before(left.View());
             VUnicodeString sum(left);
             sum += right;
-            EXPECT_TRUE(sum == expected);
+            sum += u'!';
+            sum.MutableAt(0) = u'#';
+            EXPECT_TRUE(sum == u'#' + (before + std::u16string(right.View()) + u'!').substr(1));
             EXPECT_EQ(sum.GetData()[sum.GetLength()], 0);
             EXPECT_EQ(sum.IsSensitive(), left.IsSensitive() || right.IsSensitive());
+            EXPECT_TRUE(left == before) << "a write leaves other handles alone";
 
             VUnicodeString assigned(left);
             assigned = right;
@@ -55,20 +60,6 @@ TEST(UnicodeString, AppendingAndAssigningFollowTheRulesForEachPairOfKinds) {
             const bool shares = assigned.GetData() == right.GetData();
             EXPECT_EQ(shares, !left.IsSensitive() || right.IsSensitive());
         }
-    }
-}
-
-TEST(UnicodeString, AWriteLeavesOtherHandlesAlone) {
-    for (const VUnicodeString& original : AllKinds()) {
-        const std::u16string before(original.View());
-        const bool wasSensitive = original.IsSensitive();
-        VUnicodeString copy(original);
-        copy.MarkSensitive();
-        copy += u'!';
-        copy.MutableAt(0) = u'#';
-        EXPECT_TRUE(original == before);
-        EXPECT_TRUE(copy.IsSensitive() && original.IsSensitive() == wasSensitive);
-        EXPECT_TRUE(copy == u'#' + (before + u'!').substr(1));
     }
 }
 
@@ -122,17 +113,6 @@ TEST(UnicodeString, OnlyTheWholeStringKeepsTheStateOfAPart) {
     EXPECT_TRUE(text.Right(2) == u"et" && text.Mid(2, 3) == u"cre" && text.Mid(6) == u"");
 }
 
-TEST(UnicodeString, ASensitiveBlockIsZeroedAsAWholeBeforeItIsFreed) {
-    FreeWatch watch(kSecret);
-    {
-        const VUnicodeString secret = Sensitive(kSecret);
-        const auto* block = reinterpret_cast<const std::uint8_t*>(secret.GetData()) - sizeof(VStringHeader);
-        watch.Expect(block, sizeof(VStringHeader) + sizeof(kSecret));
-    }
-    EXPECT_TRUE(watch.WasFreedZeroed());
-    EXPECT_EQ(watch.GetResidues(), 0);
-}
-
 TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
     FreeWatch watch(kSecret);
     {
@@ -181,45 +161,31 @@ TEST(UnicodeString, Finds) {
 }
 
 TEST(UnicodeString, Replaces) {
-    struct Row {
-        const char16_t *text, *from, *to, *expected;
-        std::size_t hits;
-    };
-    const Row rows[] = {{u"aXbXc", u"X", u"--", u"a--b--c", 2},
-                        {u"aaaa", u"aa", u"a", u"aa", 2},
-                        {u"abc", u"b", nullptr, u"ac", 1},
-                        {u"abc", u"x", u"y", u"abc", 0},
-                        {u"abc", u"", u"y", u"abc", 0},
-                        {u"", u"a", u"b", u"", 0},
-                        {u"aa", u"a", u"", u"", 2},
-                        {u"ab", u"ab", u"abab", u"abab", 1}};
-    for (const Row& row : rows) {
-        VUnicodeString text(row.text);
-        EXPECT_EQ(text.Replace(row.from, row.to), row.hits);
-        EXPECT_TRUE(text == row.expected);
+    // The text, what is replaced, by what, the result and the number of hits.
+    const std::tuple<const char16_t*, const char16_t*, const char16_t*, const char16_t*, std::size_t> rows[] = {
+        {u"aXbXc", u"X", u"--", u"a--b--c", 2},
+        {u"aaaa", u"aa", u"a", u"aa", 2},
+        {u"abc", u"b", nullptr, u"ac", 1},
+        {u"abc", u"x", u"y", u"abc", 0},
+        {u"abc", u"", u"y", u"abc", 0},
+        {u"", u"a", u"b", u"", 0},
+        {u"aa", u"a", u"", u"", 2},
+        {u"ab", u"ab", u"abab", u"abab", 1}};
+    for (const auto& [before, from, to, expected, hits] : rows) {
+        VUnicodeString text(before);
+        EXPECT_EQ(text.Replace(from, to), hits);
+        EXPECT_TRUE(text == expected);
     }
 }
 
-TEST(UnicodeString, ComparesByCodeUnitsAndWithoutCase) {
-    EXPECT_TRUE(VUnicodeString(u"ab") < VUnicodeString(u"abc"));
-    EXPECT_TRUE(VUnicodeString(u"B") < VUnicodeString(u"a"));
-    EXPECT_EQ(VUnicodeString(u"B").CompareNoCase(u"a"), 1);
-    EXPECT_EQ(VUnicodeString(u"AB").CompareNoCase(u"abc"), -1);
-    EXPECT_TRUE(VUnicodeString(u"\u00C4\u0416\u03A3\u212A").EqualsNoCase(u"\u00E4\u0436\u03C3k"));
-}
-
 TEST(CaseFolding, FollowsTheSimpleMappings) {
-    struct Row {
-        char16_t upper, lower;
-    };
-    const Row bothWays[] = {{u'A', u'a'},     {u'Z', u'z'},     {0x00C0, 0x00E0}, {0x0178, 0x00FF}, {0x0139, 0x013A},
-                            {0x01CD, 0x01CE}, {0x0386, 0x03AC}, {0x0410, 0x0430}, {0x10A0, 0x2D00}, {0x13A0, 0xAB70},
-                            {0x1E00, 0x1E01}, {0x2160, 0x2170}, {0xA640, 0xA641}, {0xFF21, 0xFF41}};
-    for (const Row& row : bothWays) {
-        EXPECT_EQ(ToLower(row.upper), row.lower) << std::hex << +row.upper;
-        EXPECT_EQ(ToUpper(row.lower), row.upper) << std::hex << +row.lower;
-        EXPECT_EQ(ToLower(row.lower), row.lower);
-        EXPECT_EQ(ToUpper(row.upper), row.upper);
+    const std::pair<char16_t, char16_t> bothWays[] = {
+        {u'A', u'a'},     {u'Z', u'z'},     {0x00C0, 0x00E0}, {0x0178, 0x00FF}, {0x0139, 0x013A},
+        {0x01CD, 0x01CE}, {0x0386, 0x03AC}, {0x0410, 0x0430}, {0x10A0, 0x2D00}, {0x13A0, 0xAB70},
+        {0x1E00, 0x1E01}, {0x2160, 0x2170}, {0xA640, 0xA641}, {0xFF21, 0xFF41}};
+    for (const auto& [upper, lower] : bothWays) {
+        EXPECT_TRUE(ToLower(upper) == lower && ToLower(lower) == lower) << std::hex << +upper;
+        EXPECT_TRUE(ToUpper(lower) == upper && ToUpper(upper) == upper) << std::hex << +lower;
     }
     EXPECT_EQ(ToLower(0x0130), u'i');
     for (const char16_t unmapped :
@@ -260,6 +226,79 @@ TEST(StringInterface, AnAssignTakesTheStateAsGiven) {
     EXPECT_TRUE(text == u"e" && !text.IsSensitive());
     text.Assign(static_cast<const char16_t*>(nullptr), Str::SensitiveState::kPlain);
     EXPECT_TRUE(static_cast<const IString&>(text).IsEmpty());
+}
+
+TEST(Utf8, DecodesLenientlyAndStopsAtWhatItCannotRead) {
+    using namespace std::string_view_literals;
+    const std::pair<std::string_view, std::u16string_view> rows[] = {
+        {"", u""},
+        {"a\xC3\xA4\xE4\xB8\xAD\xF0\x9F\x98\x80", u"a\u00E4\u4E2D\U0001F600"},
+        {"\xC0\x80"sv, u"\0"sv},
+        {"\xED\xA0\x80", u"\xD800"},
+        {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
+        {"\x80\xBF", u"\u0080\u00BF"},
+        {"ab\xC3", u"ab"},
+        {"ab\xC3zd", u"ab"},
+        {"a\xF4\x90\x80\x80z", u"a"},
+        {"a\xF8\x88\x80\x80z", u"a"},
+    };
+    for (const auto& [bytes, expected] : rows) EXPECT_TRUE(WideFromUtf8(bytes) == expected) << bytes;
+}
+
+TEST(Utf8, EncodesAllButALoneHighSurrogate) {
+    const std::u16string_view all = u"a\u00E4\u4E2D\U0001F600\xDC00z";
+    EXPECT_TRUE(Utf8FromWide(all) == "a\xC3\xA4\xE4\xB8\xAD\xF0\x9F\x98\x80\xED\xB0\x80z");
+    EXPECT_TRUE(Utf8FromWide(u"abc\xD800") == "");
+    EXPECT_TRUE(Utf8FromWide(u"abc\xD800z") == "");
+}
+
+TEST(Utf8, CodePointsOfEachLengthComeBack) {
+    // A prime step meets all bit patterns; the limits of the lengths are near the start of the range.
+    for (char32_t codePoint = 0; codePoint < 0x110000; codePoint += codePoint < 0x900 ? 1 : 13) {
+        if (codePoint >= 0xD800 && codePoint < 0xE000) continue;
+        const char16_t pair[] = {static_cast<char16_t>(0xD7C0 + (codePoint >> 10)),
+                                 static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF))};
+        const char16_t single = static_cast<char16_t>(codePoint);
+        const std::u16string_view text(codePoint < 0x10000 ? &single : pair, codePoint < 0x10000 ? 1 : 2);
+        char bytes[8];
+        char16_t back[4];
+        Utf8Progress encoded;
+        EncodeUtf8(text, bytes, sizeof(bytes), encoded);
+        ASSERT_EQ(std::string_view(bytes, encoded.written), platform::ToNarrow(text));
+        Utf8Progress decoded;
+        DecodeUtf8({bytes, encoded.written}, back, std::size(back), decoded);
+        ASSERT_EQ(std::u16string_view(back, decoded.written), text);
+        ASSERT_EQ(platform::ToWide({bytes, encoded.written}), text);
+    }
+}
+
+TEST(Utf8, TellsHowFarItCame) {
+    char16_t units[2];
+    Utf8Progress progress;
+    DecodeUtf8("ab\xC3", units, 2, progress);
+    EXPECT_EQ(progress.consumed, 2u);
+    progress = {};
+    EXPECT_THROW(DecodeUtf8("a\xF0\x9F\x98\x80", units, 2, progress), std::overflow_error);
+    EXPECT_EQ(progress.written, 1u);
+    progress = {};
+    EXPECT_THROW(DecodeUtf8("a\xC3zz", units, 2, progress), IllegalSequence);
+    EXPECT_EQ(progress.consumed, 1u);
+
+    char bytes[4];
+    progress = {};
+    EncodeUtf8(u"ab\u4E2D", bytes, sizeof(bytes), progress);
+    EXPECT_EQ(progress.consumed, 2u);
+    EXPECT_EQ(progress.written, 2u);
+}
+
+TEST(CodePage, ReplacesWhatIsMalformed) {
+    using namespace std::string_view_literals;
+    const std::pair<std::string_view, std::u16string_view> rows[] = {
+        {"a\0b"sv, u"a\0b"sv},     {"\xC0\x80", u"\uFFFD\uFFFD"}, {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"\xE4\xB8z", u"\uFFFDz"}, {"\xFF\xFE", u"\uFFFD\uFFFD"},
+    };
+    for (const auto& [bytes, expected] : rows) EXPECT_EQ(platform::ToWide(bytes), expected) << bytes;
+    EXPECT_EQ(platform::ToNarrow(u"a\xD800z\xDC00\xD83D\xDE00"), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80");
 }
 
 }  // namespace

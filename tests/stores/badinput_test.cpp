@@ -59,9 +59,9 @@ class SqliteFile : public testing::Test {
         }
         ASSERT_TRUE(store.Close());
     }
-    std::vector<std::string> NamesInFolder() {
+    static std::vector<std::string> NamesIn(const fs::path& folder) {
         std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.GetPath())) names.push_back(entry.path().filename());
+        for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename());
         return names;
     }
     static void SetDay(std::uint64_t day) {
@@ -95,12 +95,7 @@ TEST_F(SqliteFile, IsPrivateAndMadeByTheFirstWriteOnly) {
 }
 
 TEST_F(SqliteFile, WhatIsNoStoreIsRefusedAndNotTouched) {
-    struct Row {
-        const char* what;
-        std::uint32_t code;
-        std::function<void(const std::string& path)> make;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::uint32_t, std::function<void(const std::string& path)>> rows[] = {
         {"a folder", 5, [](const std::string& at) { fs::create_directory(at); }},
         {"a pipe", 5, [](const std::string& at) { ::mkfifo(at.c_str(), 0600); }},
         {"a text", 13, [](const std::string& at) { WriteFile(at, std::string(5000, 't')); }},
@@ -112,16 +107,16 @@ TEST_F(SqliteFile, WhatIsNoStoreIsRefusedAndNotTouched) {
         {"a newer version", 50,
          [](const std::string& at) { RunSql(at, "PRAGMA application_id = 0x424D7364; PRAGMA user_version = 2;"); }},
     };
-    for (const Row& row : rows) {
-        path = folder / row.what;
-        row.make(path);
+    for (const auto& [what, code, make] : rows) {
+        path = folder / what;
+        make(path);
         const std::string before = fs::is_regular_file(path) ? ReadFile(path) : "";
-        const std::size_t files = NamesInFolder().size();
-        EXPECT_EQ(Open(), nullptr) << row.what;
-        EXPECT_EQ(report.GetCode(), row.code) << row.what;
+        const std::size_t files = NamesIn(folder.GetPath()).size();
+        EXPECT_EQ(Open(), nullptr) << what;
+        EXPECT_EQ(report.GetCode(), code) << what;
         EXPECT_EQ(Inserts(report).front(), path);
-        EXPECT_EQ(NamesInFolder().size(), files) << row.what;
-        EXPECT_EQ(fs::is_regular_file(path) ? ReadFile(path) : "", before) << row.what;
+        EXPECT_EQ(NamesIn(folder.GetPath()).size(), files) << what;
+        EXPECT_EQ(fs::is_regular_file(path) ? ReadFile(path) : "", before) << what;
     }
     for (const char16_t* url : {u"", u"sqlite", u"sqlite:", u"file:/tmp/x", u"memory:x", u"SQLITE:x"}) {
         EXPECT_EQ(stores::OpenProfileStoreFactory(url, report), nullptr);
@@ -172,22 +167,10 @@ TEST_F(SqliteFile, AStoreWithoutItsTablesIsSetAside) {
 }
 
 TEST_F(SqliteFile, ADamagedRowFailsAloneAndIsNotOverwritten) {
-    const char* const rows[] = {"x''",
-                                "x'02'",
-                                "x'0101'",
-                                "x'010109'",
-                                "x'01011105'",
-                                "x'01000900'",
-                                "x'0101090101090005'",
-                                "x'01FFFFFFFFFF0900'",
-                                "x'01FFFFFFFF0F09000109'",
-                                "x'016409FF'",
-                                "x'0101FFFFFFFF0F'",
-                                "x'01010F00'",
-                                "zeroblob(100000)"};
-    ASSERT_TRUE(WriteDwords(*Open(), u"good", {u"a"}, 7));
-    ASSERT_TRUE(WriteDwords(*Open(), u"bad", {u"a"}, 7));
-    for (const char* row : rows) {
+    ASSERT_TRUE(WriteDwords(*Open(), u"good", {u"a"}, 7) && WriteDwords(*Open(), u"bad", {u"a"}, 7));
+    for (const char* row : {"x''", "x'02'", "x'0101'", "x'010109'", "x'01011105'", "x'01000900'", "x'0101090101090005'",
+                            "x'01FFFFFFFFFF0900'", "x'01FFFFFFFF0F09000109'", "x'016409FF'", "x'0101FFFFFFFF0F'",
+                            "x'01010F00'", "zeroblob(100000)"}) {
         RunSql(path,
                "UPDATE rows SET data = " + std::string(row) + " WHERE id = (SELECT id FROM tree WHERE name = 'bad')");
         const std::string before = ReadFile(path);
@@ -222,7 +205,7 @@ TEST_F(SqliteFile, APageOfNoiseMakesNoCrash) {
             VProfileStore store(factory.get());
             store.GetRootKey()->DeleteKey(u"f");
         }
-        for (const std::string& name : NamesInFolder()) fs::remove_all(folder / name);
+        for (const std::string& name : NamesIn(folder.GetPath())) fs::remove_all(folder / name);
     }
 }
 
@@ -232,10 +215,9 @@ TEST_F(SqliteFile, KeepsTheNewestFiveBackupsOneADay) {
         Fill(static_cast<std::uint32_t>(day));
         Fill(1);
     }
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path + ".backups")) names.push_back(entry.path().filename());
-    EXPECT_THAT(names, testing::UnorderedElementsAre("2024-10-07.db", "2024-10-08.db", "2024-10-09.db", "2024-10-10.db",
-                                                     "2024-10-11.db"));
+    EXPECT_THAT(NamesIn(path + ".backups"),
+                testing::UnorderedElementsAre("2024-10-07.db", "2024-10-08.db", "2024-10-09.db", "2024-10-10.db",
+                                              "2024-10-11.db"));
     path += ".backups/2024-10-11.db";
     EXPECT_EQ(ReadDwordOr(*Open(), u"f\\A", u"a", 0), 20007U);
 }

@@ -112,7 +112,21 @@ class Walker {
             return index < at.keys.size() ? *at.keys[index] : *at.stores.front()->GetRootKey();
         };
     }
-    static Outcome OutcomeOf(VProfileKey& key, bool result) { return {result, CodeOf(key), ""}; }
+    /// The same on both sides with a picked key; what `act` adds to its text is compared too.
+    void OnKey(const std::string& what, const std::function<bool(VProfileKey& key, std::string& read)>& act) {
+        const auto key = PickKey();
+        pair.Compare(
+            [&](std::size_t side) {
+                Outcome outcome;
+                outcome.result = act(key(side), outcome.read);
+                outcome.code = CodeOf(key(side));
+                return outcome;
+            },
+            what);
+    }
+    void OnStore(const std::string& what, const std::function<bool(Pair::Side& side)>& act) {
+        pair.Compare([&](std::size_t side) { return Outcome{act(pair.sides[side]), 0, ""}; }, what);
+    }
 
     void OpenStore() {
         if (pair.sides[0].stores.size() == 3) return;
@@ -120,14 +134,12 @@ class Walker {
     }
     void CloseStore() {
         const bool isLast = pair.sides[0].stores.size() == 1;
-        pair.Compare(
-            [&](std::size_t side) {
-                if (isLast) pair.sides[side].keys.clear();
-                const bool closed = pair.sides[side].stores.back()->Close();
-                pair.sides[side].stores.pop_back();
-                return Outcome{closed, 0, ""};
-            },
-            "close");
+        OnStore("close", [&](Pair::Side& side) {
+            if (isLast) side.keys.clear();
+            const bool closed = side.stores.back()->Close();
+            side.stores.pop_back();
+            return closed;
+        });
     }
     void OpenKey() {
         const auto parent = PickKey();
@@ -138,7 +150,7 @@ class Walker {
         pair.Compare(
             [&](std::size_t side) {
                 auto key = std::make_unique<VProfileKey>(&parent(side), path.c_str(), folder);
-                const Outcome outcome = OutcomeOf(*key, true);
+                const Outcome outcome{true, CodeOf(*key), ""};
                 auto& keys = pair.sides[side].keys;
                 full ? keys[replaced].swap(key) : keys.push_back(std::move(key));
                 return outcome;
@@ -151,92 +163,69 @@ class Walker {
         }
     }
     void Write() {
-        const auto key = PickKey();
         const std::u16string& name = PickFrom(kValues);
         const std::u16string& text = PickFrom(kTexts);
         const auto number = static_cast<std::uint32_t>(random()) >> (8 * Pick(4));
         const std::size_t type = Pick(4);
         VStringArray strings;
         for (std::size_t i = Pick(3); i > 0; --i) strings.Add(VUnicodeString(PickFrom(kTexts)));
-        pair.Compare(
-            [&](std::size_t side) {
-                VProfileKey& at = key(side);
-                const bool written = type == 0   ? at.WriteDword(name.c_str(), number)
-                                     : type == 1 ? at.WriteString(name.c_str(), text.c_str())
-                                     : type == 2 ? at.WriteBinary(name.c_str(), text.data(), number & 3)
-                                                 : at.WriteMultiString(name.c_str(), strings);
-                return OutcomeOf(at, written);
-            },
-            "write " + Escape(name));
+        OnKey("write " + Escape(name), [&](VProfileKey& key, std::string&) {
+            return type == 0   ? key.WriteDword(name.c_str(), number)
+                   : type == 1 ? key.WriteString(name.c_str(), text.c_str())
+                   : type == 2 ? key.WriteBinary(name.c_str(), text.data(), number & 3)
+                               : key.WriteMultiString(name.c_str(), strings);
+        });
     }
     void CopyValues() {
         const auto key = PickKey();
         const auto source = PickKey();
-        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).CopyValues(source(side))); },
-                     "copy");
+        pair.Compare(
+            [&](std::size_t side) {
+                const bool copied = key(side).CopyValues(source(side));
+                return Outcome{copied, CodeOf(key(side)), ""};
+            },
+            "copy");
     }
     void Erase() {
-        const auto key = PickKey();
         const std::u16string& name = PickFrom(kValues);
-        pair.Compare(
-            [&](std::size_t side) { return OutcomeOf(key(side), key(side).GetImpl()->DeleteValue(name.c_str())); },
-            "erase " + Escape(name));
+        OnKey("erase " + Escape(name),
+              [&](VProfileKey& key, std::string&) { return key.GetImpl()->DeleteValue(name.c_str()); });
     }
     void DeleteKey() {
-        const auto key = PickKey();
         const std::u16string path = PickPath();
-        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).DeleteKey(path.c_str())); },
-                     "delete " + Escape(path));
+        OnKey("delete " + Escape(path), [&](VProfileKey& key, std::string&) { return key.DeleteKey(path.c_str()); });
     }
     void KeyExists() {
-        const auto key = PickKey();
         const std::u16string path = PickPath();
-        pair.Compare([&](std::size_t side) { return OutcomeOf(key(side), key(side).KeyExists(path.c_str())); },
-                     "exists " + Escape(path));
+        OnKey("exists " + Escape(path), [&](VProfileKey& key, std::string&) { return key.KeyExists(path.c_str()); });
     }
     void Read() {
-        const auto key = PickKey();
         const std::u16string& name = PickFrom(kValues);
-        pair.Compare(
-            [&](std::size_t side) {
-                VUnicodeString text;
-                const bool found = key(side).ReadString(name.c_str(), text);
-                Outcome outcome = OutcomeOf(key(side), found);
-                outcome.read = Escape(text);
-                return outcome;
-            },
-            "read " + Escape(name));
+        OnKey("read " + Escape(name), [&](VProfileKey& key, std::string& read) {
+            VUnicodeString text;
+            const bool found = key.ReadString(name.c_str(), text);
+            read = Escape(text);
+            return found;
+        });
     }
     void List() {
-        const auto key = PickKey();
-        pair.Compare(
-            [&](std::size_t side) {
-                VProfileKeyIterator children(key(side), false);
-                Outcome outcome = OutcomeOf(key(side), true);
-                VUnicodeString name;
-                for (std::uint32_t kind = 0; children.NextWithKind(name, kind);) {
-                    outcome.read += Escape(name) + "/" + std::to_string(kind) + " ";
-                }
-                return outcome;
-            },
-            "list");
+        OnKey("list", [](VProfileKey& key, std::string& read) {
+            VProfileKeyIterator children(key, false);
+            VUnicodeString name;
+            for (std::uint32_t kind = 0; children.NextWithKind(name, kind);) {
+                read += Escape(name) + "/" + std::to_string(kind) + " ";
+            }
+            return true;
+        });
     }
     void Commit() {
-        pair.Compare(
-            [&](std::size_t side) {
-                return Outcome{pair.sides[side].stores.front()->Commit(), 0, ""};
-            },
-            "commit");
+        OnStore("commit", [](Pair::Side& side) { return side.stores.front()->Commit(); });
     }
     void Abandon() {
         for (Pair::Side& side : pair.sides) side.stores.front()->Abandon();
     }
     void Join() {
-        pair.Compare(
-            [&](std::size_t side) {
-                return Outcome{pair.sides[side].stores.back()->JoinUnitOfWork(), 0, ""};
-            },
-            "join");
+        OnStore("join", [](Pair::Side& side) { return side.stores.back()->JoinUnitOfWork(); });
     }
 
     Pair& pair;

@@ -161,35 +161,21 @@ TEST(StoreProcesses, WritersOfDifferentValuesOfOneKeyBothKeepTheirs) {
 
 TEST(StoreProcesses, AWriterThatWaitsTooLongFailsAndLosesNothing) {
     const TemporaryFolder folder;
-    const std::string path = folder / "store.db";
-    ASSERT_TRUE(WriteDwords(*OpenFile(path), u"k", {u"mine", u"theirs"}, 1));
-    ChildProcess holder([&](ChildProcess& parent) {
-        parent.WaitForGo();
-        const Factory factory = OpenFile(path);
-        VProfileStore store(factory.get());
-        if (!VProfileKey(store.GetRootKey(), u"k", 0).WriteDword(u"theirs", 2)) return 2;
-        parent.Report();
-        parent.WaitForGo();
-        if (!store.Commit()) return 3;
-        parent.Report();
-        return 0;
-    });
-    const Factory factory = OpenFile(path, 50);
-    VProfileStore store(factory.get());
+    const Factory theirs = OpenFile(folder / "store.db");
+    const Factory mine = OpenFile(folder / "store.db", 50);
+    ASSERT_TRUE(WriteDwords(*theirs, u"k", {u"mine", u"theirs"}, 1));
+    VProfileStore holder(theirs.get());
+    VProfileStore store(mine.get());
     VProfileKey openBefore(store.GetRootKey(), u"k", 0);
-    holder.LetGo();
-    ASSERT_TRUE(holder.WaitForReport());
+    ASSERT_TRUE(VProfileKey(holder.GetRootKey(), u"k", 0).WriteDword(u"theirs", 2));
     EXPECT_FALSE(store.JoinUnitOfWork());
     EXPECT_EQ(store.GetLastReport()->GetCode(), 32U);
     EXPECT_FALSE(openBefore.WriteDword(u"mine", 3));
     EXPECT_EQ(CodeOf(openBefore), 32U);
-    EXPECT_EQ(ReadDwordOr(*factory, u"k", u"theirs", 0), 1U);  // reading goes on beside the writer
-    holder.LetGo();
-    ASSERT_TRUE(holder.WaitForReport());
-    EXPECT_EQ(ReadDwordOr(*factory, u"k", u"theirs", 0), 2U);
+    EXPECT_EQ(ReadDwordOr(*mine, u"k", u"theirs", 0), 1U) << "reading goes on beside the writer";
+    EXPECT_TRUE(holder.Commit());
     EXPECT_TRUE(openBefore.WriteDword(u"mine", 3) && store.Close());
-    EXPECT_EQ(holder.Wait(), 0);
-    EXPECT_EQ(DumpStore(*factory, {u"mine", u"theirs"}), "k 5\n  .mine=3\n  .theirs=2\n");
+    EXPECT_EQ(DumpStore(*mine, {u"mine", u"theirs"}), "k 5\n  .mine=3\n  .theirs=2\n");
 }
 
 TEST(StoreProcesses, AKeyThatAnotherMadeAnewIsFoundWhereItIsNow) {

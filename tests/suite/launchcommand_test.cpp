@@ -7,7 +7,7 @@
 #include "profile/vvariant.h"
 #include "suite/protocols/launchmessages.h"
 #include "suite/protocols/protocoltraits.h"
-#include "tests/suite/suitetest.h"
+#include "support/suitetest.h"
 
 namespace connectdialog::test {
 namespace {
@@ -40,11 +40,6 @@ class LaunchCommandTest : public SuiteTest {
 };
 
 TEST_F(LaunchCommandTest, EachProtocolStartsItsClient) {
-    struct Row {
-        Text protocol;
-        Values values;
-        Words words;
-    };
     const Values host = {{u"Hostname", u"h"}};
     const Values user = {{u"Hostname", u"h"}, {u"Username", u"DOM\\u"}};
     const Values address = {{u"Hostname", u"[fe80::1%eth0]"}};
@@ -57,7 +52,7 @@ TEST_F(LaunchCommandTest, EachProtocolStartsItsClient) {
                          {u"SSH Forward X11", u"1"},
                          {u"SSH Remote Command", u"tail -f \"$LOG\" | less"}};
     const Values line = {{u"Serial Device", u"ttyUSB0"}, {u"Serial Parity", u"2"}, {u"Serial Flow Control", u"1"}};
-    const Row rows[] = {
+    const std::tuple<Text, Values, Words> rows[] = {
         {u"SSH2", host, {"ssh", "-p", "22", "--", "h"}},
         {u"SSH2",
          full,
@@ -82,7 +77,7 @@ TEST_F(LaunchCommandTest, EachProtocolStartsItsClient) {
          host,
          {"lftp", "-e", "set ftp:ssl-force yes; set ftp:ssl-protect-data yes", "-p", "21", "ftp://h"}},
     };
-    for (const Row& row : rows) EXPECT_EQ(Build(row.protocol, row.values), row.words);
+    for (const auto& [protocol, values, words] : rows) EXPECT_EQ(Build(protocol, values), words);
 }
 
 TEST_F(LaunchCommandTest, TheUsersShellNeedsAPath) {
@@ -141,12 +136,7 @@ TEST_F(LaunchCommandTest, HostileTextsAreRefusedByEveryProtocol) {
 }
 
 TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
-    struct Row {
-        Text protocol;
-        Values values;
-        LaunchFault fault;
-    };
-    const Row rows[] = {
+    const std::tuple<Text, Values, LaunchFault> rows[] = {
         {u"TAPI", {{u"TAPI Phone Number", u"110"}}, kLaunchNoClient},
         {u"Raw", {{u"Hostname", u"h"}}, kLaunchOutOfRange},
         {u"SSH2", {{u"Hostname", u"h"}, {u"SSH Port", u"0"}}, kLaunchOutOfRange},
@@ -157,9 +147,9 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
         {u"Local Shell", {{u"Local Shell Command", u"  "}}, kLaunchMissing},
         {u"Local Shell", {{u"Local Shell Command", u" \"-c\" x"}}, kLaunchLeadingDash},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(Build(row.protocol, row.values), Words());
-        EXPECT_EQ(report.GetCode(), row.fault) << VNarrowString(report.GetTextOneLine()).GetData();
+    for (const auto& [protocol, values, fault] : rows) {
+        EXPECT_EQ(Build(protocol, values), Words());
+        EXPECT_EQ(report.GetCode(), fault) << VNarrowString(report.GetTextOneLine()).GetData();
     }
 }
 
@@ -177,7 +167,6 @@ TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
     };
     const Row rows[] = {
         {u"SSH2", u"SOCKSv5", u"proxy.example", u"", viaSsh("-X 5 -x 'proxy.example:1080'"), kLaunchFine},
-        {u"SSH2", u"SOCKSv4", u"10.0.0.1", u"", viaSsh("-X 4 -x '10.0.0.1:1080'"), kLaunchFine},
         {u"SSH2", u"HTTP", u"fe80::1", u"", viaSsh("-X connect -x '[fe80::1]:1080'"), kLaunchFine},
         {u"SSH2", u"None", u"", u"", {"ssh", "-p", "22", "--", "h"}, kLaunchFine},
         {u"SSH2", u"SOCKSv5", u"p;reboot", u"", {}, kLaunchNoHostName},
@@ -203,14 +192,8 @@ TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
 }
 
 TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
-    struct Row {
-        const char16_t* application;
-        const char16_t* terminal;
-        const char16_t* transfer;
-        std::string program;
-        LaunchFault fault;
-    };
-    const Row rows[] = {
+    // The application, both protocols, the program.
+    const std::tuple<const char16_t*, const char16_t*, const char16_t*, std::string, LaunchFault> rows[] = {
         {u"NorHalden", u"SSH2", u"SFTP", "ssh", kLaunchFine},
         {u"Tessaly", u"SSH2", u"SFTP", "sftp", kLaunchFine},
         {u"connectctl", u"SSH2", u"SFTP", "ssh", kLaunchFine},
@@ -218,19 +201,18 @@ TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
         {u"NorHalden", u"None", u"SFTP", "", kLaunchTransferOnly},
         {u"Tessaly", u"SSH2", u"None", "", kLaunchTerminalOnly},
         {u"NorHalden", u"None", u"None", "", kLaunchNoProtocol},
-        {u"connectctl", u"None", u"None", "", kLaunchNoProtocol},
     };
-    for (const Row& row : rows) {
-        InstallReferenceSuite(row.application, *factory);
-        const auto session = Make(row.terminal);
-        session->SetTransferProtocolName(row.transfer);
+    for (const auto& [application, terminal, transfer, program, fault] : rows) {
+        InstallReferenceSuite(application, *factory);
+        const auto session = Make(terminal);
+        session->SetTransferProtocolName(transfer);
         for (ConnectConfig* config : {session->GetConnectConfig(), session->GetTransferConnectConfig()})
             if (config != nullptr) config->SetHostName(u"h");
         LaunchCommand command;
         report.Clear();
-        EXPECT_EQ(BuildLaunchCommand(*session, command, report), row.fault == kLaunchFine);
-        EXPECT_EQ(report.GetCode(), row.fault);
-        EXPECT_EQ(command.arguments.empty() ? "" : command.arguments.front(), row.program);
+        EXPECT_EQ(BuildLaunchCommand(*session, command, report), fault == kLaunchFine);
+        EXPECT_EQ(report.GetCode(), fault);
+        EXPECT_EQ(command.arguments.empty() ? "" : command.arguments.front(), program);
     }
 }
 

@@ -7,7 +7,7 @@
 #include "imports/configpanels.h"
 #include "profile/vvariant.h"
 #include "suite/protocols/protocoltraits.h"
-#include "tests/suite/suitetest.h"
+#include "support/suitetest.h"
 
 namespace connectdialog::test {
 namespace {
@@ -126,13 +126,8 @@ TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
 }
 
 TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNextSave) {
-    struct Row {
-        const char16_t* protocol;
-        const char16_t* name;
-        std::vector<std::uint32_t> wrong;
-        std::uint32_t corrected;
-    };
-    const Row rows[] = {
+    // The setting, what is stored, and what it is corrected to.
+    const std::tuple<const char16_t*, const char16_t*, std::vector<std::uint32_t>, std::uint32_t> rows[] = {
         {u"SSH2", u"SSH Port", {0, 65536, 65558, 0xFFFFFFFF}, 22},
         {u"SSH2", u"SSH Port", {65535}, 65535},
         {u"Serial", u"Serial Baud Rate", {0, 0x80000000}, 9600},
@@ -141,21 +136,15 @@ TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNex
         {u"Serial", u"Serial Stop Bits", {0, 3}, 1},
         {u"Serial", u"Serial Flow Control", {7}, 0},
     };
-    for (const Row& row : rows) {
-        for (const std::uint32_t stored : row.wrong) {
+    for (const auto& [protocol, name, values, corrected] : rows) {
+        for (const std::uint32_t stored : values) {
             WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
-            WithKey(u"k", [&](VProfileKey& key) {
-                key.WriteString(u"Protocol Name", row.protocol);
-                key.WriteDword(row.name, stored);
-            });
+            ASSERT_TRUE(WriteDwords(*factory, u"k", {name}, stored));
+            WithKey(u"k", [named = protocol](VProfileKey& key) { key.WriteString(u"Protocol Name", named); });
             const auto session = Load();
-            EXPECT_EQ(Protocol(*session).IsChanged(), stored != row.corrected);
+            EXPECT_EQ(Protocol(*session).IsChanged(), stored != corrected);
             Save(*session);
-            WithKey(u"k", [&](VProfileKey& key) {
-                std::uint32_t repaired = 0;
-                EXPECT_TRUE(key.ReadDword(row.name, repaired));
-                EXPECT_EQ(repaired, row.corrected) << stored;
-            });
+            EXPECT_EQ(ReadDwordOr(*factory, u"k", name, 99), corrected) << stored;
         }
     }
 }
@@ -165,6 +154,11 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     Protocol(*session).SetHostName(u"h");
     session->SetProtocolName(u"Telnet");
     EXPECT_EQ(Protocol(*session).GetPort(), 23);
+    session->SetProtocolName(u"SSH2");
+    Protocol(*session).SetPort(2222);
+    Protocol(*session).ReleasePort();
+    session->SetProtocolName(u"Telnet");
+    EXPECT_EQ(Protocol(*session).GetPort(), 23) << "a released port stays with its protocol";
     session->SetProtocolName(u"SSH2");
     Protocol(*session).SetPort(2222);
     session->SetProtocolName(u"Telnet");
@@ -184,16 +178,6 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     VUnicodeString user;
     Protocol(*session).GetRemoteHost().GetUsername(user);
     EXPECT_EQ(user, u"u");
-}
-
-TEST_F(ProtocolConfigTest, AReleasedPortStaysWithItsProtocol) {
-    const auto session = Make(u"SSH2");
-    Protocol(*session).SetPort(2222);
-    Protocol(*session).ReleasePort();
-    session->SetProtocolName(u"Telnet");
-    EXPECT_EQ(Protocol(*session).GetPort(), 23);
-    session->SetProtocolName(u"SSH2");
-    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
 }
 
 TEST_F(ProtocolConfigTest, AnEditSurvivesTheMakingOfAnotherProtocolAndCanStillBeDropped) {
@@ -243,21 +227,18 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
 }
 
 TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
-    struct Row {
-        const char16_t* protocol;
-        std::uint32_t without;  ///< the state of a new session; 0: complete
-        std::uint32_t with;     ///< once the target is known
-    };
-    constexpr Row kRows[] = {{u"SSH2", 1, 0}, {u"FTP", 1, 0},         {u"Raw", 2, 2},   {u"Serial", 2, 0},
-                             {u"TAPI", 2, 0}, {u"Local Shell", 0, 0}, {u"Marks", 0, 0}, {u"Telnet/SSL", 1, 0}};
-    for (const Row& row : kRows) {
-        const auto session = Make(row.protocol);
+    // The state of a new session, and once the target is known; 0: complete.
+    constexpr std::tuple<const char16_t*, std::uint32_t, std::uint32_t> kRows[] = {
+        {u"SSH2", 1, 0}, {u"FTP", 1, 0},         {u"Raw", 2, 2},   {u"Serial", 2, 0},
+        {u"TAPI", 2, 0}, {u"Local Shell", 0, 0}, {u"Marks", 0, 0}, {u"Telnet/SSL", 1, 0}};
+    for (const auto& [protocol, without, with] : kRows) {
+        const auto session = Make(protocol);
         std::uint32_t state = 99;
-        EXPECT_EQ(Protocol(*session).IsComplete(state), row.without == 0);
-        EXPECT_EQ(state, row.without);
+        EXPECT_EQ(Protocol(*session).IsComplete(state), without == 0);
+        EXPECT_EQ(state, without);
         Protocol(*session).SetHostName(u"x");
-        EXPECT_EQ(Protocol(*session).IsComplete(state), row.with == 0);
-        EXPECT_EQ(state, row.with);
+        EXPECT_EQ(Protocol(*session).IsComplete(state), with == 0);
+        EXPECT_EQ(state, with);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "support/freewatch.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>
@@ -21,15 +20,7 @@ FreeWatch::~FreeWatch() {
     currentWatch = nullptr;
 }
 
-void FreeWatch::Expect(const void* block, std::size_t size) {
-    expected = block;
-    expectedSize = size;
-}
-
 void FreeWatch::OnFree(const std::uint8_t* block, std::size_t size) {
-    if (block == expected) {
-        freedZeroed = std::all_of(block, block + expectedSize, [](std::uint8_t byte) { return byte == 0; });
-    }
     if (HasPiece(block, size, secret) || HasPiece<char>(block, size, narrowSecret)) ++residues;
 }
 

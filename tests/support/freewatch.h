@@ -8,8 +8,8 @@
 
 namespace connectdialog {
 
-/// While it lives, looks in all freed blocks for pieces of a secret, as wide and as narrow text, and at one block for
-/// what is left in it. One at a time, for the frees of its own thread.
+/// While it lives, looks in all freed blocks for pieces of a secret, as wide and as narrow text. One at a time, for the
+/// frees of its own thread.
 class FreeWatch {
   public:
     explicit FreeWatch(std::u16string_view secret);
@@ -17,11 +17,8 @@ class FreeWatch {
     FreeWatch(const FreeWatch&) = delete;
     FreeWatch& operator=(const FreeWatch&) = delete;
 
-    /// Remembers the block of `size` bytes.
-    void Expect(const void* block, std::size_t size);
     /// Blocks that were freed with eight bytes in a row of the secret in them.
     int GetResidues() const { return residues; }
-    bool WasFreedZeroed() const { return freedZeroed; }
 
     void OnFree(const std::uint8_t* block, std::size_t size);
 
@@ -31,10 +28,7 @@ class FreeWatch {
 
     std::u16string_view secret;
     std::string narrowSecret;
-    const void* expected = nullptr;
-    std::size_t expectedSize = 0;
     int residues = 0;
-    bool freedZeroed = false;
 };
 
 }  // namespace connectdialog

@@ -14,7 +14,7 @@ struct ProcessResult {
 
 /// Starts `arguments` (the program's path first) with `input` on standard input, waits for its end and collects both
 /// outputs. `environment` holds NAME=VALUE pairs that replace or join those of the test. A program that has not ended
-/// after a minute is killed: exit code 142.
+/// after a minute is ended: exit code 124.
 ProcessResult RunProcess(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
                          const std::string& input = {});
 

@@ -29,12 +29,14 @@ inline std::vector<VProfileData*> SettingsOf(ConnectConfig& config) {
 
 class SuiteTest : public ::testing::Test {
   protected:
-    SuiteTest() {
+    SuiteTest() { StartOver(); }
+
+    /// An empty store.
+    void StartOver() {
         VReportMessageParams report;
         factory = stores::OpenProfileStoreFactory(u"memory:", report);
         InstallReferenceSuite(u"NorHalden", *factory);
     }
-
     /// A session read from the key "k".
     static VRef<SessionConfig> Load() {
         VRef<SessionConfig> session;
@@ -50,7 +52,7 @@ class SuiteTest : public ::testing::Test {
         session->SetProtocolName(protocol);
         return session;
     }
-    static ProtocolConfig& Protocol(SessionConfig& session) {
+    static ProtocolConfig& Protocol(ISessionConfig& session) {
         return dynamic_cast<ProtocolConfig&>(*session.GetConnectConfig());
     }
 
