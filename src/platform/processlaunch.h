@@ -6,6 +6,7 @@
 // standard descriptors, with no signal blocked and a broken pipe ending it as usual.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,18 @@ std::string FindProgram(std::string_view name);
 bool ReplaceProcess(const std::vector<std::string>& arguments);
 
 /// Starts the program and waits for its end. `exitCode` is its exit status (0 to 255), or 128 plus the number of the
-/// signal that ended it. On failure: as ReplaceProcess; `exitCode` stays as it was.
+/// signal that ended it. Meanwhile the program is what the terminal speaks to: its signals for interrupting, quitting
+/// and stopping are left to the program, this process stops and goes on when the program does, and a request to end or
+/// a hang-up is passed on to it. One thread may do this at a time.
+/// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
+
+/// Whether this process speaks to a user at a terminal: its standard input and output are one.
+bool HasTerminal();
+
+/// Runs a helper that speaks to nobody: without input, and what it prints is dropped. One that has not ended after
+/// `patience` is killed.
+/// On failure: false, as ReplaceProcess, and 1460 when it was killed; also when its exit status is not 0.
+bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
 
 }  // namespace connectdialog::platform

@@ -80,6 +80,10 @@ bool MergeList(std::u16string_view list, const VStringArray& present, VStringArr
     return differs || !rest.empty();
 }
 
+bool CanBeListed(std::u16string_view name) {
+    return name.find(kListMark) == std::u16string_view::npos;
+}
+
 VUnicodeString MakeList(const VStringArray& names) {
     std::u16string list;
     for (const VUnicodeString& name : names) (list += name.View()) += kListMark;

@@ -14,6 +14,9 @@ namespace connectdialog {
 /// Gives true when list and names differed: a stale or repeated name, or a name that was not listed.
 bool MergeList(std::u16string_view list, const VStringArray& present, VStringArray& ordered);
 
+/// Whether a list can hold the name as itself: a name with ":" in it reads as several.
+bool CanBeListed(std::u16string_view name);
+
 /// The list of the names: each with ":" behind it.
 VUnicodeString MakeList(const VStringArray& names);
 

@@ -77,9 +77,12 @@ void ProfileFolderData::Enumerate(VProfileStore& store, bool hideDotEntries) {
     VUnicodeString name;
     std::uint32_t kind = 0;
     while (children.NextWithKind(name, kind)) {
-        if (hideDotEntries && name.View().starts_with(u'.')) continue;
         if (name.EqualsNoCase(kFolderDataKey)) continue;
-        (IsSessionChild(folder, name, kind) ? sessions : folders).Add(name);
+        const bool isHidden = hideDotEntries && name.View().starts_with(u'.');
+        if (IsSessionChild(folder, name, kind))
+            (isHidden ? hiddenSessions : sessions).Add(name);
+        else
+            (isHidden ? hiddenFolders : folders).Add(name);
     }
 }
 
@@ -96,6 +99,10 @@ const VStringArray& ProfileFolderData::GetShownFolders() const {
 }
 const VStringArray& ProfileFolderData::GetShownSessions() const {
     return IsManuallyArranged() ? orderedSessions : sessions;
+}
+
+bool ProfileFolderData::IsEmpty() const {
+    return folders.IsEmpty() && sessions.IsEmpty() && hiddenFolders.IsEmpty() && hiddenSessions.IsEmpty();
 }
 
 bool ProfileFolderData::SaveToStore() {

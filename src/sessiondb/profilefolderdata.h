@@ -28,12 +28,18 @@ class ProfileFolderData : public VProfileComposite<ProfileFolderData> {
     const VStringArray& GetFolders() const { return folders; }
     /// Session names in the store's order, or sorted where sessions are arranged logically.
     const VStringArray& GetSessions() const { return sessions; }
+    /// Names that the global settings hide, in the store's order. They are in no other array and in no list.
+    const VStringArray& GetHiddenFolders() const { return hiddenFolders; }
+    const VStringArray& GetHiddenSessions() const { return hiddenSessions; }
     /// The names in the user's order; editing them is how an arrangement changes.
     VStringArray& GetOrderedFolders() { return orderedFolders; }
     VStringArray& GetOrderedSessions() { return orderedSessions; }
     /// The names as they are shown: the user's order where that arrangement holds, else the other.
     const VStringArray& GetShownFolders() const;
     const VStringArray& GetShownSessions() const;
+
+    /// No children at all, hidden ones neither.
+    bool IsEmpty() const;
 
     bool GetIsExpanded() const { return isExpanded.Get(); }
 
@@ -49,6 +55,8 @@ class ProfileFolderData : public VProfileComposite<ProfileFolderData> {
     VProfileText sessionList;
     VStringArray folders;
     VStringArray sessions;
+    VStringArray hiddenFolders;
+    VStringArray hiddenSessions;
     VStringArray orderedFolders;
     VStringArray orderedSessions;
     VUnicodeString dataKeyPath;

@@ -8,13 +8,13 @@
 #include "config/connectconfigptr.h"
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
-#include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/buttonbarupgrade.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "sessiondb/treesteps.h"
 
 namespace connectdialog {
 
@@ -36,39 +36,9 @@ bool IsKnownProtocol(const VUnicodeString& name) {
     return false;
 }
 
-/// A unit of work round the steps of one operation, each of which has stores of its own.
-template <class Steps>
-bool AsOneUnit(Steps steps) {
-    VProfileStore unit(false);
-    if (!unit.JoinUnitOfWork()) return false;
-    try {
-        if (steps()) return unit.Close();
-    } catch (...) {
-        unit.Abandon();  // before the store closes, which would commit what was done so far
-        throw;
-    }
-    // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
-    if (unit.JoinUnitOfWork()) unit.Abandon();
-    return false;
-}
-
 bool WriteSession(ISessionConfig& config, bool force) {
     return WriteToKey(BuildSessionKeyPath(config.GetPath()).GetData(),
                       [&](VProfileKey& key) { config.Save(key, force); });
-}
-
-bool CreateFolderKey(const VUnicodeString& path) {
-    VProfileStore store(false);
-    const bool made =
-        VProfileKey(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 1).GetImpl()->GetLastReport()->GetCode() ==
-        0;
-    return store.Close() && made;
-}
-
-VRef<ISessionConfig> LoadFrom(VProfileKey& key, const VUnicodeString& path, const VUnicodeString& leaf) {
-    auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), &key));
-    config->SetPath(path);
-    return config;
 }
 
 /// What the session becomes, written whole the first time and afterwards as what differs from the key before.
@@ -95,16 +65,6 @@ bool NoteOutcome(ISessionConfig& config, bool saved) {
     auto* session = dynamic_cast<SessionConfig*>(&config);
     if (!saved && session != nullptr) session->SetMustWriteAll();
     return saved;
-}
-
-/// Brings the lists of a folder up to date, makes the change in the tree, and then the change in the lists: a name that
-/// was not there before finds its place, one that was keeps it.
-template <class ChangeTree, class ChangeLists>
-bool ChangeFolder(const VUnicodeString& path, ChangeTree changeTree, ChangeLists changeLists) {
-    ProfileFolderData folder(path, false);
-    if (!folder.SaveToStore() || !changeTree()) return false;
-    changeLists(folder);
-    return folder.SaveToStore();
 }
 
 }  // namespace
@@ -164,7 +124,7 @@ bool SessionHasProtocol(AppKind kind, const VUnicodeString& path) {
 VRef<ISessionConfig> LoadSessionEntry(const VUnicodeString& path, const VUnicodeString& leaf) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
-    return LoadFrom(key, path, leaf);
+    return LoadSessionFrom(key, path, leaf);
 }
 
 VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
@@ -172,7 +132,7 @@ VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
     VProfileStore store(true);
     const VUnicodeString keyPath = BuildSessionKeyPath(path);
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
-    if (HasSessionMark(key)) return LoadFrom(key, path, GetEntryLeaf(path));
+    if (HasSessionMark(key)) return LoadSessionFrom(key, path, GetEntryLeaf(path));
     if (path != kDefaultSession || store.GetRootKey()->KeyExists(keyPath.GetData())) return nullptr;
     return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
 }
@@ -208,7 +168,11 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
     if (name.IsEmpty()) return false;
     return AsOneUnit([&] {
         return ChangeFolder(
-            parent, [&] { return CreateFolderKey(JoinEntryPath(parent, name)); },
+            parent,
+            [&] {
+                VProfileStore store(false);
+                return CreateFolderKey(store, JoinEntryPath(parent, name)) && store.Close();
+            },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
     });
 }

@@ -35,6 +35,7 @@ struct Command {
 };
 
 CommandBody DeclareImport(CLI::App& parser);
+CommandBody DeclareExport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);
@@ -42,6 +43,15 @@ CommandBody DeclareDefault(CLI::App& parser);
 CommandBody DeclareDiff(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
+CommandBody DeclareNew(CLI::App& parser);
+CommandBody DeclareMkdir(CLI::App& parser);
+CommandBody DeclareCp(CLI::App& parser);
+CommandBody DeclareMv(CLI::App& parser);
+CommandBody DeclareRename(CLI::App& parser);
+CommandBody DeclareRm(CLI::App& parser);
+CommandBody DeclareArrange(CLI::App& parser);
+CommandBody DeclareFind(CLI::App& parser);
+CommandBody DeclareShortcut(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
 CommandBody DeclareFirewall(CLI::App& parser);
 CommandBody DeclareButtons(CLI::App& parser);

@@ -1,0 +1,20 @@
+#include "sessiondb/treesteps.h"
+
+#include "config/sessionconfig.h"
+#include "foundation/vreportmessageparams.h"
+#include "sessiondb/sessionpaths.h"
+
+namespace connectdialog {
+
+bool CreateFolderKey(VProfileStore& store, const VUnicodeString& path) {
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 1);
+    return key.GetImpl()->GetLastReport()->GetCode() == 0;
+}
+
+VRef<ISessionConfig> LoadSessionFrom(VProfileKey& key, const VUnicodeString& path, const VUnicodeString& leaf) {
+    auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), &key));
+    config->SetPath(path);
+    return config;
+}
+
+}  // namespace connectdialog
