@@ -1,6 +1,5 @@
 // The dialog entry points. A dialog that this version does not have is closed with nothing chosen.
 #include "frame/connectdialogapi.h"
-#include "imports/connectconfig.h"
 
 namespace connectdialog {
 
@@ -28,20 +27,6 @@ void CleanupConnectDialogSessionConfigs() {
     GetModuleState().connectResultConfigs.Clear();
 }
 
-std::int64_t ShowQuickConnectDialog(ISessionConfig**, const VUnicodeString&, unsigned, VWindow*) {
-    return kDialogCancelled;
-}
-void GetQuickConnectConfig(ISessionConfig** config, unsigned) {
-    *config = nullptr;
-}
-void CleanupQuickConnectDialog() {}
-std::int64_t LaunchHostnamePromptDialog(const char16_t*, IString*, VWindow*) {
-    return kDialogCancelled;
-}
-bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t*) {
-    std::uint32_t state = 0;
-    return config->IsComplete(state) || state != ConnectConfig::kHostNameMissing;
-}
 bool CheckPeriodicUpdate(VWindow*) {
     return false;
 }

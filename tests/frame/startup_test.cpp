@@ -86,9 +86,9 @@ TEST_F(StartupTest, DialogsThatAreClosedTouchNothing) {
 
 TEST_F(StartupTest, TheCommandLineAndTheLockAreReplaced) {
     ConnectDialogInitApplicationCommandLine(u"app");
-    EXPECT_EQ(GetModuleState().applicationCommandLine, u"app");
+    EXPECT_EQ(GetHostCallbacks().applicationCommandLine, u"app");
     ConnectDialogInitApplicationCommandLine(nullptr);
-    EXPECT_TRUE(GetModuleState().applicationCommandLine.IsEmpty());
+    EXPECT_TRUE(GetHostCallbacks().applicationCommandLine.IsEmpty());
     auto lock = VRef<ISynchObject>::Adopt(new VCriticalSection);
     ConnectDialogDllInit(nullptr, lock.Get());
     EXPECT_EQ(lock->AddRef(), 3);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <vector>
 
 #include "imports/configpanels.h"
 #include "imports/connectconfig.h"
@@ -69,6 +70,13 @@ class FakeConfigPanels : public IConfigPanels {
                              VWindow*) override {
         return true;
     }
+    void LaunchTerminalApp(VWindow*, const char16_t* commandLine) override { Launch(u"terminal: ", commandLine); }
+    void LaunchFileTransferApp(VWindow*, const char16_t* commandLine) override { Launch(u"transfer: ", commandLine); }
+    int ShowOptionalMessageBox(VWindow*, const VUnicodeString& text, const VUnicodeString&, VProfile<int>&,
+                               const VUnicodeString&, bool, int, unsigned) override {
+        optionalText = text;
+        return optionalAnswer;
+    }
     bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
     bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
 
@@ -79,10 +87,18 @@ class FakeConfigPanels : public IConfigPanels {
     const char16_t* promptAnswer = nullptr;
     bool promptSaves = false;
     int prompts = 0;
+    /// What was launched: the side, then the command line.
+    std::vector<VUnicodeString> launches;
+    /// The text of the last optional box, and what is answered.
+    VUnicodeString optionalText;
+    int optionalAnswer = 1;
     PickSessionsFunction pick = nullptr;
 
   private:
     bool Ask(IString* answer, bool& save);
+    void Launch(const char16_t* side, const char16_t* commandLine) {
+        launches.push_back(VUnicodeString(side) + commandLine);
+    }
 };
 
 /// An empty memory store as the default store, the fake neighbours, and the application "NorHalden".
