@@ -1,4 +1,4 @@
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 
 #include "connectdialog/findsessiondialog.h"
 #include "connectdialog/multiconnectwarningdialog.h"
@@ -81,7 +81,7 @@ TEST_F(SmallDialogs, AShortcutNeedsANameThatIsNotBlank) {
 
 TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     using namespace FindSessionIds;
-    FindQuery remembered;
+    FindOptions remembered;
     remembered.inHostnames = remembered.inFolderNames = false;
     kit.ExpectDialog(kDialog, [&](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetTitle(), u"查找会话");
@@ -99,7 +99,7 @@ TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     });
     FindSessionDialog dialog(remembered, nullptr);
     EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
-    const FindQuery& query = dialog.GetQuery();
+    const FindOptions& query = dialog.GetOptions();
     EXPECT_EQ(query.text, u"web");
     EXPECT_TRUE(query.inHostnames && query.matchCase);
     EXPECT_FALSE(query.inSessionNames || query.inFolderNames || query.inDescriptions);
