@@ -147,8 +147,8 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
     const bool isFolder = IsFolderItem(source);
     const bool isTaken = SessionKeyExists(JoinEntryPath(folderPath, GetItemText(source)));
     if (isFolder) SaveExpansion();
-    lastPastedPath = (isMove ? MoveEntry : CopyEntry)(sourcePath, folderPath, true, referenceName,
-                                                      insertBehindReference);
+    lastPastedPath =
+        (isMove ? MoveEntry : CopyEntry)(sourcePath, folderPath, true, referenceName, insertBehindReference);
     if (lastPastedPath.IsEmpty()) {
         ShowFailure(u"ERROR: Could not copy the item in the database.");
         return false;
@@ -159,8 +159,7 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
     const bool sortsAnew = isTaken && arrangement != SessionArrangement::kManual;
     if (isFolder) {
         if (sortsAnew) PositionFolderSorted(folder, leaf);
-        const TreeItem made =
-            AddFolderItemAndChildren(folder, leaf, ItemHasChildren(source), insertMode, insertAfter);
+        const TreeItem made = AddFolderItemAndChildren(folder, leaf, ItemHasChildren(source), insertMode, insertAfter);
         ReapplyExpansion(made);
     } else if (GetItemData(folder)->sessionsLoaded) {
         if (sortsAnew) PositionSessionSorted(folder, leaf);

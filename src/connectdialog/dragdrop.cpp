@@ -39,8 +39,7 @@ bool ConnectDialogBase::BeginDragFromItem(TreeItem item, VDragData& data) {
 DropEffect ConnectDialogBase::OnDragEntered(const VDragData& data, VPoint point, KeyModifiers modifiers) {
     // A drag may come from outside; only an item of this tree can be told from garbage.
     const auto record = TreeTransferRecord::Unpack(data.GetBytes());
-    const TreeItem source =
-        data.HasFormat(kTreeTransferFormat) && record ? GetLiveSource(*record) : TreeItem::kNone;
+    const TreeItem source = data.HasFormat(kTreeTransferFormat) && record ? GetLiveSource(*record) : TreeItem::kNone;
     dragAccepted = source != TreeItem::kNone && DragEnter(point);
     if (!dragAccepted) return DropEffect::kNone;
     dragSourceItem = source;

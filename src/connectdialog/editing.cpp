@@ -266,8 +266,7 @@ bool ConnectDialogBase::SaveEdited(const VArray<TreeItem>& list, ISessionConfig&
 void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config) {
     const VUnicodeString newName = config.GetName();
     const VUnicodeString parentPath = GetEntryParent(path);
-    if (!ValidateSessionName(path, GetEntryLeaf(path), newName, false, this))
-        return config.SetName(GetEntryLeaf(path));
+    if (!ValidateSessionName(path, GetEntryLeaf(path), newName, false, this)) return config.SetName(GetEntryLeaf(path));
     const TreeItem parent = GetParentItem(item);
     const bool isManual = arrangement == SessionArrangement::kManual;
     if (isManual)

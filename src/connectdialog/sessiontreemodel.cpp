@@ -33,8 +33,9 @@ void ConnectDialogBase::ReloadTree() {
         AddFolderItem(TreeItem::kNone, kRootLabel, VUnicodeString(), false, TreePlace::kLast, TreeItem::kNone);
     FillFolder(root, VUnicodeString());
     const VRef<GlobalConfig> global = FetchGlobalConfig();
-    const TreeItem found = browseMode ? FindItemByPath(initialPath, false)
-                                      : FindItemByPath(global->lastSessionPath.Get(), global->lastSessionExpanded.Get());
+    const TreeItem found = browseMode
+                               ? FindItemByPath(initialPath, false)
+                               : FindItemByPath(global->lastSessionPath.Get(), global->lastSessionExpanded.Get());
     if (found != TreeItem::kNone)
         SelectItem(found);
     else if (!browseWithoutPath)
