@@ -204,11 +204,11 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
 }
 
 bool ConnectDialogBase::RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName) {
-    // The first session of a folder has no neighbour before it, and its own name is gone once it has the new one: the
-    // session behind it says where it goes.
+    // The first of its kind has no neighbour before it, and its own name may be gone once it has the new one: the one
+    // behind it says where it goes.
     TreeItem next = item;
     const bool isFirst = arrangement == SessionArrangement::kManual && referenceName == GetEntryLeaf(path);
-    if (!isFirst || IsFolderItem(item) || GetNextSiblingItem(next) == TreeItem::kNone)
+    if (!isFirst || GetNextSiblingItem(next) == TreeItem::kNone || IsFolderItem(next) != IsFolderItem(item))
         return RenameEntry(path, newName, referenceName);
     const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newName);
     return AsOneUnit([&] {

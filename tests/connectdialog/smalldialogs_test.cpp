@@ -1,10 +1,9 @@
-#include "resources/dialogids.h"
-
 #include "connectdialog/findsessiondialog.h"
 #include "connectdialog/multiconnectwarningdialog.h"
 #include "connectdialog/shortcutnamedialog.h"
 #include "foundation/vunicodestringi.h"
 #include "quickconnect/hostnameprompt.h"
+#include "resources/dialogids.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"

@@ -151,7 +151,8 @@ std::string ConnectDialogTest::StoredIn(const char16_t* folder) {
     const ProfileFolderData data(folder, true);
     std::string text;
     for (const VUnicodeString& name : data.GetShownFolders()) text += platform::ToNarrow(name) + "/ ";
-    for (const VUnicodeString& name : data.GetShownSessions()) text += platform::ToNarrow(name) + ' ';
+    for (const VUnicodeString& name : data.GetShownSessions())
+        if (*folder != 0 || name != kDefaultSession) text += platform::ToNarrow(name) + ' ';
     if (!text.empty()) text.pop_back();
     return text;
 }

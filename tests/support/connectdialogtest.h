@@ -1,11 +1,14 @@
 // The connect dialog over an empty memory store, with a user who acts on it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "connectdialog/ui/connectdialog.h"
+#include "resources/connectcommands.h"
+#include "resources/dialogids.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/dialogkit/headless/headlesstree.h"
@@ -91,14 +94,16 @@ class ConnectDialogTest : public LibraryTest {
         EXPECT_TRUE(Tree().Click(At(path), modifiers)) << Escape(path);
     }
     void Expand(std::u16string_view path) {
-        if (!dialog->Items().HasState(At(path), kTreeExpanded)) EXPECT_TRUE(Tree().ClickExpander(At(path)));
+        if (dialog->Items().HasState(At(path), kTreeExpanded)) return;
+        EXPECT_TRUE(Tree().ClickExpander(At(path)));
     }
     void Command(int command) { EXPECT_TRUE(Window().Choose(command)); }
     void Rename(std::u16string_view path, const VUnicodeString& name);
     void CopyTo(std::u16string_view source, std::u16string_view target, bool isCut);
     /// Drags an item to a place of a row: 0 its upper edge, 1 its middle, 2 its lower edge.
     bool DragTo(std::u16string_view source, std::u16string_view target, int zone = 1, KeyModifiers modifiers = 0);
-    /// The folder as the store shows it: its folders and then its sessions, in order, "a/ b/ s t".
+    /// The folder as the store shows it: its folders and then its sessions, in order, "a/ b/ s t"; without the template
+    /// of new sessions.
     static std::string StoredIn(const char16_t* folder);
     /// All selected paths, in tree order.
     std::string Selected();
