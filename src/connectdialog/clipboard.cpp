@@ -126,9 +126,8 @@ bool ConnectDialogBase::ReorderInFolder(TreeItem source, TreeItem parent) {
     }
     const bool isFolder = IsFolderItem(source);
     if (isFolder) SaveExpansion();
-    const TreeItem moved =
-        isFolder ? AddFolderItemAndChildren(parent, leaf, ItemHasChildren(source), insertMode, insertAfter)
-                 : AddSessionItem(parent, leaf, insertMode, insertAfter);
+    const TreeItem moved = isFolder ? AddFolderItemAndChildren(parent, leaf, insertMode, insertAfter)
+                                    : AddSessionItem(parent, leaf, insertMode, insertAfter);
     RemoveItem(source);
     if (isFolder) ReapplyExpansion(moved);
     return true;
@@ -159,7 +158,7 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
     const bool sortsAnew = isTaken && arrangement != SessionArrangement::kManual;
     if (isFolder) {
         if (sortsAnew) PositionFolderSorted(folder, leaf);
-        const TreeItem made = AddFolderItemAndChildren(folder, leaf, ItemHasChildren(source), insertMode, insertAfter);
+        const TreeItem made = AddFolderItemAndChildren(folder, leaf, insertMode, insertAfter);
         ReapplyExpansion(made);
     } else if (GetItemData(folder)->sessionsLoaded) {
         if (sortsAnew) PositionSessionSorted(folder, leaf);

@@ -215,10 +215,8 @@ class ConnectDialogBase : public VDialog {
     // The tree model.
     void FillFolder(TreeItem top, const VUnicodeString& topPath);
     void AddSessions(TreeItem folder, const VStringArray& names, const VUnicodeString& path);
-    TreeItem AddFolderItem(TreeItem parent, const VUnicodeString& name, const VUnicodeString& path, bool pathIsParent,
-                           TreePlace place, TreeItem after);
-    TreeItem AddFolderItemAndChildren(TreeItem parent, const VUnicodeString& name, bool fill, TreePlace place,
-                                      TreeItem after);
+    TreeItem AddFolderItem(TreeItem parent, const VUnicodeString& name, TreePlace place, TreeItem after);
+    TreeItem AddFolderItemAndChildren(TreeItem parent, const VUnicodeString& name, TreePlace place, TreeItem after);
     TreeItem AddSessionItem(TreeItem parent, const VUnicodeString& name, TreePlace place, TreeItem after);
     TreeItem FindItemByPath(const VUnicodeString& path, bool expandLast);
     TreeItem FindChild(TreeItem parent, std::u16string_view name);

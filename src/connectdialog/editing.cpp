@@ -63,7 +63,7 @@ void ConnectDialogBase::NewFolder() {
     const VUnicodeString path = GetItemPath(target);
     const VUnicodeString name = MakeUniqueName(path, u"New Folder"_v);
     // The database gets it when the name is final.
-    const TreeItem item = AddFolderItem(target, name, path, true, insertMode, insertAfter);
+    const TreeItem item = AddFolderItem(target, name, insertMode, insertAfter);
     SelectItem(item);
     freshFolder = true;
     EditLabel(item);
@@ -172,7 +172,7 @@ void ConnectDialogBase::FinishFreshFolder(TreeItem item, const VUnicodeString& n
         SelectItem(parent);
         return DeleteItem(item);
     }
-    const TreeItem made = AddFolderItemAndChildren(parent, name, false, insertMode, insertAfter);
+    const TreeItem made = AddFolderItem(parent, name, insertMode, insertAfter);
     DeleteItem(item);
     SelectItem(made);
     RedrawTree();
@@ -194,9 +194,8 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
         SetItemText(item, GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");
     }
-    const TreeItem renamed =
-        isFolder ? AddFolderItemAndChildren(parent, newName, ItemHasChildren(item), insertMode, insertAfter)
-                 : AddSessionItem(parent, newName, insertMode, insertAfter);
+    const TreeItem renamed = isFolder ? AddFolderItemAndChildren(parent, newName, insertMode, insertAfter)
+                                      : AddSessionItem(parent, newName, insertMode, insertAfter);
     DeleteItem(item);
     SelectItem(renamed);
     RedrawTree();

@@ -1,4 +1,5 @@
 // Filling the tree, walking it, and keeping how it looked.
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,6 +19,15 @@ namespace {
 
 constexpr int kArrangementCount = 3;
 
+/// The template of new sessions is not counted: it is not shown where it stands.
+bool HasEntries(const ProfileFolderData& folder) {
+    const auto isEntry = [](const VUnicodeString& name) { return name != kDefaultSession; };
+    for (const VStringArray* names :
+         {&folder.GetFolders(), &folder.GetSessions(), &folder.GetHiddenFolders(), &folder.GetHiddenSessions()})
+        if (std::any_of(names->begin(), names->end(), isEntry)) return true;
+    return false;
+}
+
 bool IsTerminalHost() {
     return VGetAppName().View().find(u"Halden") != std::u16string_view::npos;
 }
@@ -29,8 +39,7 @@ void ConnectDialogBase::ReloadTree() {
     const VWaitCursor wait;
     DeleteAllItems();
     findCurrent = TreeItem::kNone;
-    const TreeItem root =
-        AddFolderItem(TreeItem::kNone, kRootLabel, VUnicodeString(), false, TreePlace::kLast, TreeItem::kNone);
+    const TreeItem root = AddFolderItem(TreeItem::kNone, kRootLabel, TreePlace::kLast, TreeItem::kNone);
     FillFolder(root, VUnicodeString());
     const VRef<GlobalConfig> global = FetchGlobalConfig();
     const TreeItem found = browseMode
@@ -43,38 +52,37 @@ void ConnectDialogBase::ReloadTree() {
     OnSelectionChanged();
 }
 
-/// All folders below come at once, whatever their depth; sessions only where a folder was open the last time.
+/// All folders below come at once, whatever their depth; sessions only where a folder was open the last time. A folder
+/// with anything in it gets an expander.
 void ConnectDialogBase::FillFolder(TreeItem top, const VUnicodeString& topPath) {
     const bool remembers = FetchGlobalConfig()->rememberFolderExpansion.Get();
+    // A key that stays open spares the store a look at its file for each folder.
+    VProfileStore store(true);
+    const VProfileKey sessionsKey(store.GetRootKey(), kSessionsKey, 0);
     std::vector<std::pair<TreeItem, VUnicodeString>> waiting{{top, topPath}};
     while (!waiting.empty()) {
         const auto [item, path] = std::move(waiting.back());
         waiting.pop_back();
         const ProfileFolderData folder(path, true);
-        for (const VUnicodeString& name : folder.GetShownFolders()) {
-            VUnicodeString childPath = JoinEntryPath(path, name);
-            const TreeItem child = AddFolderItem(item, name, childPath, false, TreePlace::kLast, TreeItem::kNone);
-            waiting.emplace_back(child, std::move(childPath));
-        }
+        if (HasEntries(folder)) SetItemHasChildren(item);
+        for (const VUnicodeString& name : folder.GetShownFolders())
+            waiting.emplace_back(AddFolderItem(item, name, TreePlace::kLast, TreeItem::kNone),
+                                 JoinEntryPath(path, name));
         if (!remembers || !folder.GetIsExpanded()) continue;
         AddSessions(item, folder.GetShownSessions(), path);
         ExpandItem(item);
     }
 }
 
-TreeItem ConnectDialogBase::AddFolderItem(TreeItem parent, const VUnicodeString& name, const VUnicodeString& path,
-                                          bool pathIsParent, TreePlace place, TreeItem after) {
-    const TreeItem item = InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kFolder, false, {}});
-    if (FolderHasEntries(pathIsParent ? JoinEntryPath(path, name) : path)) SetItemHasChildren(item);
-    return item;
+TreeItem ConnectDialogBase::AddFolderItem(TreeItem parent, const VUnicodeString& name, TreePlace place,
+                                          TreeItem after) {
+    return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kFolder, false, {}});
 }
 
-TreeItem ConnectDialogBase::AddFolderItemAndChildren(TreeItem parent, const VUnicodeString& name, bool fill,
-                                                     TreePlace place, TreeItem after) {
-    const TreeItem item = InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kFolder, false, {}});
-    if (!fill || item == TreeItem::kNone) return item;
-    SetItemHasChildren(item);
-    FillFolder(item, GetItemPath(item));
+TreeItem ConnectDialogBase::AddFolderItemAndChildren(TreeItem parent, const VUnicodeString& name, TreePlace place,
+                                                     TreeItem after) {
+    const TreeItem item = AddFolderItem(parent, name, place, after);
+    if (item != TreeItem::kNone) FillFolder(item, GetItemPath(item));
     return item;
 }
 
