@@ -29,6 +29,8 @@ const std::vector<std::vector<std::string>> kCommandWords = {{},
                                                              {"rm"},
                                                              {"arrange"},
                                                              {"find"},
+                                                             {"export"},
+                                                             {"import", "json"},
                                                              {"keymap"},
                                                              {"keymap", "show"},
                                                              {"completion"}};

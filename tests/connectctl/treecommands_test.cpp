@@ -1,6 +1,7 @@
 #include "config/isessionconfig.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilemultilinestring.h"
+#include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
 #include "tests/connectctl/toolfixture.h"
 
@@ -85,6 +86,23 @@ TEST_F(TreeCommandsTest, RefusalsAreTold) {
     };
     for (const auto& row : rows) ExpectRefusal(row.arguments, row.text);
     EXPECT_NE(RunBadly({"arrange", "zeta"}, 2).find("--before or --after"), std::string::npos);
+}
+
+TEST_F(TreeCommandsTest, WhatIsOpenIsNotDeleted) {
+    Seed();
+    setenv("XDG_RUNTIME_DIR", scratch.GetPath().c_str(), 1);
+    {
+        RunningSessionsHost host(kNorHaldenFrameClass);
+        ASSERT_EQ(host.GetError(), 0U);
+        VStringArray open;
+        for (const char16_t* path : {u"ZETA", u"Servers\\Web\\beta", u"other"}) open.Add(path);
+        host.SetPaths(open);
+        ExpectRefusal({"rm", "servers\\db", "servers\\web\\BETA", "zeta"},
+                      "以下会话正在使用中，不能删除： Servers\\Web\\beta ZETA");
+        RunWell({"rm", "servers\\db"});
+    }
+    RunWell({"rm", "zeta"});
+    unsetenv("XDG_RUNTIME_DIR");
 }
 
 TEST_F(TreeCommandsTest, TheUsersOrderIsKept) {

@@ -29,6 +29,7 @@ struct Command {
 };
 
 CommandBody DeclareImport(CLI::App& parser);
+CommandBody DeclareExport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);

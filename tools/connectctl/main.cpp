@@ -19,7 +19,8 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr auto kCommands = std::to_array<Command>({
-    {"import", "Make sessions from another program's configuration", true, DeclareImport},
+    {"import", "Make sessions from an export or another program's configuration", true, DeclareImport},
+    {"export", "Write sessions and folders as JSON", true, DeclareExport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},

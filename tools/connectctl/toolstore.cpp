@@ -29,10 +29,14 @@ void CloseToolStore() {
     openStore.reset();
 }
 
-Failure ChangeStore(const std::function<Failure()>& change) {
+Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
     VProfileStore unit(false);
     if (!unit.JoinUnitOfWork()) return ReportText(*unit.GetLastReport());
     Failure failure = change();
+    if (!failure && isDryRun) {
+        unit.Abandon();
+        return kDone;
+    }
     if (!failure) return unit.Close() ? Failure(kDone) : ReportText(*unit.GetLastReport());
     // A unit that failed tells why when it is asked to go on.
     if (!unit.JoinUnitOfWork()) failure = ReportText(*unit.GetLastReport());

@@ -18,8 +18,8 @@ Failure OpenToolStore(const std::string& url);
 void CloseToolStore();
 
 /// Makes a change of several steps one unit of work: when `change` fails nothing of it stays. A store that refused
-/// tells why, in place of the change's own words.
-Failure ChangeStore(const std::function<Failure()>& change);
+/// tells why, in place of the change's own words. In a dry run nothing stays of a change that went well either.
+Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun = false);
 
 /// DescribeReport of suite/hostsetup, as UTF-8.
 std::string ReportText(VReportMessageParams& report);

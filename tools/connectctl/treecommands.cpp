@@ -10,6 +10,7 @@
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/entryrefusals.h"
 #include "sessiondb/profilefolderdata.h"
+#include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
 #include "suite/configpanels/sessionname.h"
 #include "tools/connectctl/command.h"
@@ -163,9 +164,26 @@ Failure FindDoomed(const std::vector<std::string>& arguments, std::vector<VUnico
     return kDone;
 }
 
+/// Fails when a running application has one of the entries open.
+Failure CheckInUse(const std::vector<VUnicodeString>& paths) {
+    const RunningSessions running = GetRunningSessionPaths();
+    if (running.silentHosts > 0)
+        PrintNotice("running applications that do not answer: " + std::to_string(running.silentHosts) +
+                    "; what they have open is not known");
+    const VUnicodeString entries = ListEntriesInUse(paths, running.paths);
+    if (entries.IsEmpty()) return kDone;
+    std::string line;  // the message has line breaks
+    for (const char character : platform::ToNarrow(DescribeEntriesInUse(entries))) {
+        if (character == '\n') line += ' ';
+        if (character != '\n' && character != '\r') line += character;
+    }
+    return line;
+}
+
 Failure Remove(const TreeArguments& arguments) {
     std::vector<VUnicodeString> paths;
     if (Failure failure = FindDoomed(arguments.paths, paths)) return failure;
+    if (Failure failure = CheckInUse(paths)) return failure;
     return ChangeStore([&]() -> Failure {
         if (DeleteEntries(paths) == paths.size()) return kDone;
         return platform::ToNarrow(kDeletionFailed);
@@ -237,7 +255,9 @@ CommandBody DeclareRename(CLI::App& parser) {
 CommandBody DeclareRm(CLI::App& parser) {
     auto arguments = std::make_shared<TreeArguments>();
     parser.add_option("PATH", arguments->paths, kPathHelp)->required();
-    parser.footer("Folders go with everything in them. All are deleted or none.");
+    parser.footer(
+        "Folders go with everything in them. All are deleted or none. What a running application has open is not "
+        "deleted.");
     return [arguments] { return Remove(*arguments); };
 }
 
