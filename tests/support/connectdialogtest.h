@@ -49,7 +49,7 @@ class TestConnectDialog : public ConnectDialog {
     void EnableEditButtons(bool properties, bool cutCopy, bool canDelete) override;
     void PostPasteAvailable(bool isAvailable) override { canPaste = isAvailable; }
     RunningSessions AskRunningSessions() override;
-    bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
+    bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;
     std::int64_t RunQuickConnect(VRef<ISessionConfig>& config, const VUnicodeString& folder) override;
 
