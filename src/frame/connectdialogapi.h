@@ -10,10 +10,15 @@
 
 #include <cstdint>
 
+#include "connectdialog/shortcutnamedialog.h"
 #include "foundation/varray.h"
 #include "foundation/vunicodestring.h"
 #include "frame/modulestate.h"
+#include "imports/dialogkit/vdialog.h"
+#include "imports/hostcallbacks.h"
 #include "profile/vprofilekey.h"
+#include "quickconnect/hostnameprompt.h"
+#include "quickconnect/quickconnect.h"
 
 namespace SSH2 {
 class IKeyGenerationWizardSink;
@@ -21,14 +26,9 @@ class IKeyGenerationWizardSink;
 
 namespace connectdialog {
 
-class ConnectConfig;
-class IString;
 class VIcon;
 class VProfileListViewState;
 class VReportMessageRouter;
-
-inline constexpr std::int64_t kDialogAccepted = 1;
-inline constexpr std::int64_t kDialogCancelled = 2;
 
 // Start-up.
 
@@ -79,16 +79,9 @@ void CleanupConnectDialogSessionConfigs();
 
 // Smaller dialogs.
 
-/// On 1 `config` is the session to connect to, with one reference for the caller; else it stays.
-std::int64_t ShowQuickConnectDialog(ISessionConfig** config, const VUnicodeString& targetFolder, unsigned appKind,
-                                    VWindow* parent);
-/// A copy of the last quick connect's settings, with one reference for the caller; null when there are none.
-void GetQuickConnectConfig(ISessionConfig** config, unsigned appKind);
-void CleanupQuickConnectDialog();
-/// Asks for the host of the session called `sessionName`; on 1 `hostname` is the answer, else it stays.
-std::int64_t LaunchHostnamePromptDialog(const char16_t* sessionName, IString* hostname, VWindow* parent);
-/// Asks when nothing but the host name is missing. False only when the user cancelled.
-bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t* sessionName);
+// Quick connect stands in quickconnect/quickconnect.h; LaunchHostnamePromptDialog and UpdateHostnameForConfig stand in
+// quickconnect/hostnameprompt.h; ShortcutNameDialog stands in connectdialog/shortcutnamedialog.h.
+
 /// True when the user wants the update check now.
 bool CheckPeriodicUpdate(VWindow* parent);
 

@@ -6,20 +6,10 @@
 #include "config/isessionconfig.h"
 #include "foundation/isynchobject.h"
 #include "foundation/varray.h"
-#include "foundation/vunicodestring.h"
 #include "platform/modules.h"
 #include "resources/accelerators.h"
 
 namespace connectdialog {
-
-class VWindow;
-
-/// The host's session options dialog: edits `config` in place; 1 means accepted. `pageMode` is 0 for one session and 4
-/// for several.
-using SessionOptionsFunction = std::int64_t (*)(ISessionConfig* config, int pageMode, bool multiEdit, bool isNewSession,
-                                                VWindow* parent);
-/// The host's help; the library calls it only as (dialog window, 11, 0).
-using HelpFunction = void (*)(VWindow* window, unsigned command, unsigned long data);
 
 struct ModuleState {
     // Set when the library is loaded.
@@ -30,12 +20,9 @@ struct ModuleState {
     std::uint32_t wakestoneShowSelectionMessage;
     std::uint32_t wakestoneCanExitApplicationMessage;
 
-    // Set by the host. The getters of the profile factory and of the report router stand with those who call them:
-    // profile/vprofilekey.h and foundation/vreportmessageparams.h.
+    // Set by the host. What others below call stands with them: the getters of the profile factory and of the report
+    // router in profile/vprofilekey.h and foundation/vreportmessageparams.h, the rest in imports/hostcallbacks.h.
     VRef<ISynchObject> toolbarLock;
-    VUnicodeString applicationCommandLine;
-    SessionOptionsFunction sessionOptionsCallback = nullptr;
-    HelpFunction helpCallback = nullptr;
     bool connectClassRegistered = false;
 
     /// The result of the last connect dialog: one reference each.

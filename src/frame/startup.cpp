@@ -45,14 +45,13 @@ void ConnectDialogDllInitProfileFactory(ProfileFactoryGetter factoryGetter) {
 }
 
 void ConnectDialogInitApplicationCommandLine(const char16_t* commandLine) {
-    GetModuleState().applicationCommandLine = commandLine;
+    GetHostCallbacks().applicationCommandLine = commandLine;
 }
 
 void ConnectDialogInitGUI(VIcon* icon, SessionOptionsFunction sessionOptions, HelpFunction help) {
-    ModuleState& state = GetModuleState();
-    state.sessionOptionsCallback = sessionOptions;
-    state.helpCallback = help;
-    state.connectClassRegistered = RegisterConnectClass(icon);
+    GetHostCallbacks().sessionOptions = sessionOptions;
+    GetHostCallbacks().help = help;
+    GetModuleState().connectClassRegistered = RegisterConnectClass(icon);
     UpgradeStoredData();
     ConfigPanelsInitGUI(ShowConnectDialogMultiSelectBrowseMode, nullptr);
 }

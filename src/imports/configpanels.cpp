@@ -41,6 +41,18 @@ bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldNa
                          bool isNew, VWindow* parent) {
     return installed->ValidateSessionName(path, oldName, newName, isNew, parent);
 }
+void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) {
+    installed->LaunchTerminalApp(parent, commandLine);
+}
+void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) {
+    installed->LaunchFileTransferApp(parent, commandLine);
+}
+int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
+                           VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
+                           unsigned helpId) {
+    return installed->ShowOptionalMessageBox(parent, text, checkText, suppress, buttonText, isQuestion, picture,
+                                             helpId);
+}
 bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) {
     return installed->LaunchFirewallUsernameDialog(answer, save, parent);
 }

@@ -46,6 +46,17 @@ class IConfigPanels {
     /// cannot hold and names that exist beside it, with a message of its own over `parent` when that is not null.
     virtual bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
                                      const VUnicodeString& newName, bool isNew, VWindow* parent) = 0;
+    /// Starts the sister application of that side with the command line, which names a session. What fails is told by
+    /// the neighbour.
+    virtual void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) = 0;
+    virtual void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) = 0;
+    /// Shows a text with a check box that asks for no such box any more, and waits. The box writes `suppress`: 1 when
+    /// it was answered with the check box ticked. `checkText` empty stands for the neighbour's own words, `buttonText`
+    /// is that of the button for 1. With `isQuestion` the other button says No and not Cancel. `picture` is 1 for a
+    /// notice, 2 for a question; `helpId` is the all-ones number for none. Gives 1 for the positive answer.
+    virtual int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
+                                       VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion,
+                                       int picture, unsigned helpId) = 0;
     /// Asks the user for the user name or the password that a firewall wants, and whether to save it. False when the
     /// user gave up; `answer` is empty then. `parent` may be null.
     virtual bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) = 0;
@@ -67,6 +78,11 @@ bool IsTessalyInstalled();
 bool HasKeldaEmulation();
 bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                          bool isNew, VWindow* parent);
+void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine);
+void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine);
+int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
+                           VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
+                           unsigned helpId);
 bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent);
 bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent);
 

@@ -91,4 +91,7 @@ class GlobalConfig : public VUnknown<IUnknownBase> {
     ~GlobalConfig() override = default;
 };
 
+/// The settings for the running application; where there are none, a record of zeros and empty texts that nobody saves.
+VRef<GlobalConfig> FetchGlobalConfig();
+
 }  // namespace connectdialog

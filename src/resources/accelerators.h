@@ -8,7 +8,7 @@ namespace connectdialog {
 
 /// One key of an accelerator table. The key is a virtual key: a capital letter or one of kKey….
 struct Accelerator {
-    enum Modifier : std::uint8_t { kNone = 0, kControl = 1, kAlt = 2 };
+    enum Modifier : std::uint8_t { kNone = 0, kControl = 1, kAlt = 2, kShift = 4 };
 
     std::uint8_t modifiers;
     std::uint16_t key;
@@ -16,6 +16,12 @@ struct Accelerator {
 };
 
 inline constexpr std::uint16_t kKeyReturn = 0x0D;
+inline constexpr std::uint16_t kKeyEscape = 0x1B;
+inline constexpr std::uint16_t kKeyLeft = 0x25;
+inline constexpr std::uint16_t kKeyUp = 0x26;
+inline constexpr std::uint16_t kKeyRight = 0x27;
+inline constexpr std::uint16_t kKeyDown = 0x28;
+inline constexpr std::uint16_t kKeyDelete = 0x2E;
 inline constexpr std::uint16_t kKeyF2 = 0x71;
 inline constexpr std::uint16_t kKeyF3 = 0x72;
 

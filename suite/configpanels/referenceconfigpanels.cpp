@@ -3,10 +3,12 @@
 #include <string>
 
 #include "config/appkind.h"
+#include "imports/dialogkit/vmessagebox.h"
 #include "platform/modules.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
 #include "sessiondb/sessionpaths.h"
+#include "suite/configpanels/optionalbox.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/configpanels/sessionname.h"
 #include "suite/protocols/protocoltraits.h"
@@ -50,9 +52,26 @@ bool ReferenceConfigPanels::IsTessalyInstalled() {
 }
 
 bool ReferenceConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
-                                                const VUnicodeString& newName, bool isNew, VWindow*) {
+                                                const VUnicodeString& newName, bool isNew, VWindow* parent) {
     const VUnicodeString currentName = isNew ? VUnicodeString() : oldName;
-    return CheckSessionName(GetEntryParent(path), currentName, newName) == SessionNameFault::kNone;
+    const SessionNameFault fault = CheckSessionName(GetEntryParent(path), currentName, newName);
+    if (fault != SessionNameFault::kNone && parent != nullptr)
+        VMessageBox(parent, DescribeSessionNameFault(fault, newName), kBoxWarning);
+    return fault == SessionNameFault::kNone;
+}
+
+void ReferenceConfigPanels::LaunchTerminalApp(VWindow* parent, const char16_t*) {
+    VMessageBox(parent, u"This version cannot start NorHalden from here."_v, kBoxWarning);
+}
+
+void ReferenceConfigPanels::LaunchFileTransferApp(VWindow* parent, const char16_t*) {
+    VMessageBox(parent, u"This version cannot start Tessaly from here."_v, kBoxWarning);
+}
+
+int ReferenceConfigPanels::ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text,
+                                                  const VUnicodeString& checkText, VProfile<int>& suppress,
+                                                  const VUnicodeString& buttonText, bool isQuestion, int, unsigned) {
+    return ShowOptionalBox(parent, text, checkText, suppress, buttonText, isQuestion);
 }
 
 }  // namespace connectdialog

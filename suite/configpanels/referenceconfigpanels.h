@@ -25,10 +25,15 @@ class ReferenceConfigPanels : public IConfigPanels {
     bool IsTessalyInstalled() override;
     /// The clients of this suite have no such emulation.
     bool HasKeldaEmulation() override { return false; }
-    /// By CheckSessionName. Without message boxes in the suite nothing is shown; DescribeSessionNameFault has the
-    /// words.
+    /// By CheckSessionName. A refusal is told in the words of DescribeSessionNameFault when there is a parent.
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
+    /// The programs of this suite cannot start each other yet: says so.
+    void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) override;
+    void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) override;
+    int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
+                               VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
+                               unsigned helpId) override;
     /// Without dialogs in the suite nobody can be asked: as if the user had given up.
     bool LaunchFirewallUsernameDialog(IString*, bool&, IParentable*) override { return false; }
     bool LaunchFirewallPasswordDialog(IString*, bool&, IParentable*) override { return false; }

@@ -6,6 +6,7 @@
 #include "frame/connectdialogapi.h"
 #include "imports/dialogkit/browseforfolder.h"
 #include "imports/dialogkit/windowclass.h"
+#include "suite/dialogkit/headless/headlesskit.h"
 #include "support/fakesuite.h"
 
 namespace connectdialog::test {
@@ -80,9 +81,9 @@ TEST_F(StartupTest, DialogsThatAreClosedTouchNothing) {
 
 TEST_F(StartupTest, WhatTheHostHandsInIsReplaced) {
     ConnectDialogInitApplicationCommandLine(u"app");
-    EXPECT_EQ(GetModuleState().applicationCommandLine, u"app");
+    EXPECT_EQ(GetHostCallbacks().applicationCommandLine, u"app");
     ConnectDialogInitApplicationCommandLine(nullptr);
-    EXPECT_TRUE(GetModuleState().applicationCommandLine.IsEmpty());
+    EXPECT_TRUE(GetHostCallbacks().applicationCommandLine.IsEmpty());
     auto lock = VRef<ISynchObject>::Adopt(new VCriticalSection);
     for (const std::int32_t references : {3, 2}) {
         ConnectDialogDllInit(nullptr, references == 3 ? lock.Get() : nullptr);
@@ -103,40 +104,21 @@ TEST_F(StartupTest, ASecondLookForKeyToolsDoesNothing) {
     EXPECT_EQ(g_pfnExportPublickKey, nullptr);
 }
 
-class ScriptedBrowser : public IFolderBrowser {
-  public:
-    bool Browse(VWindow*, const char16_t* shownTitle, VUnicodeString& path) override {
-        title = shownTitle;
-        offered = path;
-        if (answer != nullptr) path = answer;
-        return answer != nullptr;
-    }
-    void Warn(VWindow*, const char16_t* text) override { warning = text; }
-
-    const char16_t* answer = nullptr;
-    VUnicodeString title;
-    VUnicodeString offered;
-    VUnicodeString warning;
-};
-
 TEST(BrowseForFolder, TheAnswerCountsAlsoWhenItIsNoFolderOfTheDisk) {
     VUnicodeString path = u"\\first"_v;
     EXPECT_FALSE(VBrowseForFolder(nullptr, path)) << "nobody to ask with";
-    ScriptedBrowser browser;
-    InstallFolderBrowser(&browser);
+    HeadlessDialogKit kit;
+    kit.ExpectFolder(nullptr);
     EXPECT_FALSE(VBrowseForFolder(nullptr, path)) << "given up";
     EXPECT_EQ(path, u"\\first");
-    EXPECT_EQ(browser.offered, u"\\first");
-    EXPECT_EQ(browser.title, u"Select a folder for storing application data:");
-    browser.answer = u"\\chosen";
+    kit.ExpectFolder(u"\\chosen");
     EXPECT_TRUE(VBrowseForFolder(nullptr, path));
     EXPECT_EQ(path, u"\\chosen");
-    EXPECT_EQ(browser.warning, u"");
-    browser.answer = u"";
+    kit.ExpectFolder(u"");
+    kit.ExpectBox(u"Failed to retrieve a valid path."_v, kAnswerOk);
     EXPECT_TRUE(VBrowseForFolder(nullptr, path));
     EXPECT_EQ(path, u"");
-    EXPECT_EQ(browser.warning, u"Failed to retrieve a valid path.");
-    InstallFolderBrowser(nullptr);
+    EXPECT_EQ(kit.TakeFaults(), "");
 }
 
 }  // namespace

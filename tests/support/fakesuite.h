@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <vector>
 
 #include "imports/configpanels.h"
 #include "imports/connectconfig.h"
@@ -59,30 +60,48 @@ class FakeConfigPanels : public IConfigPanels {
     bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) override;
     void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) override;
     const ConnectProtocolTable& GetConnectProtocolTable() override { return table; }
-    AppKind GetCurrentAppProductID() override { return AppKind::kNorHalden; }
+    AppKind GetCurrentAppProductID() override { return product; }
     bool IsIntegrated() override { return true; }
-    bool IsNorHaldenInstalled() override { return true; }
-    bool IsNorHaldenOrHaldenInstalled() override { return true; }
-    bool IsTessalyInstalled() override { return true; }
+    bool IsNorHaldenInstalled() override { return isTerminalInstalled; }
+    bool IsNorHaldenOrHaldenInstalled() override { return isTerminalInstalled; }
+    bool IsTessalyInstalled() override { return isTransferInstalled; }
     bool HasKeldaEmulation() override { return false; }
-    bool ValidateSessionName(const VUnicodeString&, const VUnicodeString&, const VUnicodeString&, bool,
-                             VWindow*) override {
-        return true;
+    bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
+                             bool isNew, VWindow*) override;
+    void LaunchTerminalApp(VWindow*, const char16_t* commandLine) override { Launch(u"terminal: ", commandLine); }
+    void LaunchFileTransferApp(VWindow*, const char16_t* commandLine) override { Launch(u"transfer: ", commandLine); }
+    int ShowOptionalMessageBox(VWindow*, const VUnicodeString& text, const VUnicodeString&, VProfile<int>&,
+                               const VUnicodeString&, bool, int, unsigned) override {
+        optionalText = text;
+        return optionalAnswer;
     }
     bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
     bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
 
     VRef<FakeGlobalConfig> global = VRef<FakeGlobalConfig>::Adopt(new FakeGlobalConfig);
     ConnectProtocolTable table;
+    AppKind product = AppKind::kNorHalden;
+    bool isTerminalInstalled = true;
+    bool isTransferInstalled = true;
+    /// Names that were refused, by the reference rules.
+    std::vector<VUnicodeString> refusedNames;
     int initCalls = 0;
     /// What the user answers at a firewall's prompt; null: gives up.
     const char16_t* promptAnswer = nullptr;
     bool promptSaves = false;
     int prompts = 0;
+    /// What was launched: the side, then the command line.
+    std::vector<VUnicodeString> launches;
+    /// The text of the last optional box, and what is answered.
+    VUnicodeString optionalText;
+    int optionalAnswer = 1;
     PickSessionsFunction pick = nullptr;
 
   private:
     bool Ask(IString* answer, bool& save);
+    void Launch(const char16_t* side, const char16_t* commandLine) {
+        launches.push_back(VUnicodeString(side) + commandLine);
+    }
 };
 
 /// An empty memory store as the default store, the fake neighbours, and the application "NorHalden".

@@ -1,21 +1,15 @@
 #include "imports/dialogkit/browseforfolder.h"
 
+#include "imports/dialogkit/idialogkit.h"
+#include "imports/dialogkit/vmessagebox.h"
+
 namespace connectdialog {
 
-namespace {
-constexpr char16_t kTitle[] = u"Select a folder for storing application data:";
-constexpr char16_t kNoPath[] = u"Failed to retrieve a valid path.";
-
-IFolderBrowser* installed = nullptr;
-}  // namespace
-
-void InstallFolderBrowser(IFolderBrowser* browser) {
-    installed = browser;
-}
-
 bool VBrowseForFolder(VWindow* owner, VUnicodeString& path) {
-    if (installed == nullptr || !installed->Browse(owner, kTitle, path)) return false;
-    if (path.IsEmpty()) installed->Warn(owner, kNoPath);
+    IDialogKit* kit = GetDialogKit();
+    if (kit == nullptr) return false;
+    if (!kit->BrowseForFolder(owner, u"Select a folder for storing application data:"_v, path)) return false;
+    if (path.IsEmpty()) VMessageBox(owner, u"Failed to retrieve a valid path."_v, kBoxWarning);
     return true;
 }
 

@@ -1,0 +1,82 @@
+// The window of one dialog: its controls by id, and what the user does with them.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/vunicodestring.h"
+#include "profile/vwindowplacement.h"
+
+namespace connectdialog {
+
+class ITreeEvents;
+class ITreeView;
+class VToolbarState;
+class VTreeItems;
+struct DialogRectangle;
+
+/// Bits of Accelerator::Modifier.
+using KeyModifiers = std::uint8_t;
+
+/// What a back end tells a dialog. What code sets raises no event.
+class IDialogEvents {
+  public:
+    virtual ~IDialogEvents() = default;
+    /// A button or a check box was clicked (its new state is set already), or a button of the toolbar. Closing the
+    /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the default button,
+    /// unless that is disabled.
+    virtual void OnCommandEvent(int id) = 0;
+    /// The user changed the text of an edit control.
+    virtual void OnTextChanged(int id) = 0;
+    /// A key, before any control sees it; a capital letter, a digit or one of kKey…. True when that was all.
+    virtual bool OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) = 0;
+    /// A timer of IDialogWindow::StartTimer ran out; it goes on until it is stopped.
+    virtual void OnTimer(int timer) = 0;
+    /// The inside of the window has another size, pixels.
+    virtual void OnSize(std::int32_t width, std::int32_t height) = 0;
+    /// The window goes, with all its controls still there.
+    virtual void OnWindowGone() = 0;
+};
+
+/// Where an id names no control, nothing happens, texts are empty and answers false. Rectangles are pixels of the
+/// window's inside.
+class IDialogWindow {
+  public:
+    virtual ~IDialogWindow() = default;
+
+    /// Shows the window and handles what the user does until Close was called.
+    virtual void RunModal() = 0;
+    /// Shows it and comes back at once.
+    virtual void ShowModeless() = 0;
+    /// Ends RunModal as soon as the event at hand is over.
+    virtual void Close() = 0;
+
+    virtual void SetTitle(const VUnicodeString& title) = 0;
+    virtual VUnicodeString GetText(int id) const = 0;
+    virtual void SetText(int id, const VUnicodeString& text) = 0;
+    virtual bool IsChecked(int id) const = 0;
+    virtual void SetChecked(int id, bool isChecked) = 0;
+    virtual bool IsEnabled(int id) const = 0;
+    virtual void SetEnabled(int id, bool isEnabled) = 0;
+    virtual bool IsShown(int id) const = 0;
+    virtual void SetShown(int id, bool isShown) = 0;
+    /// Moves the focus; an edit control has its text selected by it.
+    virtual void SetFocus(int id) = 0;
+    virtual VRectangle GetRectangle(int id) const = 0;
+    virtual void SetRectangle(int id, const VRectangle& place) = 0;
+    virtual VRectangle ToPixels(const DialogRectangle& place) const = 0;
+    /// The width of a text in the control's font, pixels.
+    virtual std::int32_t GetTextWidth(int id, std::u16string_view text) const = 0;
+
+    /// Gives a number for the timer. Milliseconds.
+    virtual int StartTimer(unsigned milliseconds) = 0;
+    virtual void StopTimer(int timer) = 0;
+
+    /// Lets a tree control show `items` and tell `events`. The view is owned by the window; null when there is no tree
+    /// control of that id. Requires: both outlive the window.
+    virtual ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& events) = 0;
+    /// Shows a toolbar along the upper edge, or shows it anew after `toolbar` changed. Requires: it outlives the
+    /// window.
+    virtual void ShowToolbar(int id, const VToolbarState& toolbar) = 0;
+};
+
+}  // namespace connectdialog

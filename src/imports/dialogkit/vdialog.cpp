@@ -1,0 +1,132 @@
+#include "imports/dialogkit/vdialog.h"
+
+#include "imports/dialogkit/idialogkit.h"
+
+namespace connectdialog {
+
+// The window's end is told to no object that is half gone: whoever shows a dialog ends it before it is destroyed.
+VDialog::~VDialog() = default;
+
+bool VDialog::Open() {
+    IDialogKit* kit = GetDialogKit();
+    if (kit == nullptr || dialogTemplate == nullptr) return false;
+    hasEnded = false;
+    result = kDialogCancelled;
+    window = kit->CreateDialogWindow(*dialogTemplate, *this, parent);
+    if (window == nullptr) return false;
+    isDestroyed = false;
+    OnInitDialog();
+    return true;
+}
+
+std::int64_t VDialog::DoModal() {
+    if (!Open()) return kDialogCancelled;
+    if (!hasEnded) window->RunModal();
+    CloseWindow();
+    return result;
+}
+
+bool VDialog::Create() {
+    if (!Open()) return false;
+    if (!hasEnded) window->ShowModeless();
+    return true;
+}
+
+void VDialog::Destroy() {
+    CloseWindow();
+}
+
+void VDialog::CloseWindow() {
+    OnWindowGone();
+    window.reset();
+}
+
+void VDialog::OnWindowGone() {
+    if (isDestroyed) return;
+    isDestroyed = true;
+    hasEnded = true;
+    OnDestroy();
+}
+
+void VDialog::EndDialog(std::int64_t newResult) {
+    if (hasEnded) return;
+    hasEnded = true;
+    result = newResult;
+    if (window != nullptr) window->Close();
+}
+
+bool VDialog::UpdateData(bool save) {
+    if (window == nullptr) return false;
+    VDataExchange exchange(*window, save);
+    DoDataExchange(exchange);
+    return !exchange.IsRefused();
+}
+
+VUnicodeString VDialog::GetControlText(int id) const {
+    return window != nullptr ? window->GetText(id) : VUnicodeString();
+}
+void VDialog::SetControlText(int id, const VUnicodeString& text) {
+    if (window != nullptr) window->SetText(id, text);
+}
+bool VDialog::IsControlChecked(int id) const {
+    return window != nullptr && window->IsChecked(id);
+}
+void VDialog::SetControlChecked(int id, bool isChecked) {
+    if (window != nullptr) window->SetChecked(id, isChecked);
+}
+void VDialog::EnableControl(int id, bool isEnabled) {
+    if (window != nullptr) window->SetEnabled(id, isEnabled);
+}
+void VDialog::ShowControl(int id, bool isShown) {
+    if (window != nullptr) window->SetShown(id, isShown);
+}
+void VDialog::FocusControl(int id) {
+    if (window != nullptr) window->SetFocus(id);
+}
+void VDialog::SetTitle(const VUnicodeString& title) {
+    if (window != nullptr) window->SetTitle(title);
+}
+
+void VDialog::OnInitDialog() {
+    UpdateData(false);
+}
+void VDialog::DoDataExchange(VDataExchange&) {}
+
+bool VDialog::OnCommand(int command) {
+    if (command == kIdOk)
+        OnOK();
+    else if (command == kIdCancel)
+        OnCancel();
+    return command == kIdOk || command == kIdCancel;
+}
+
+void VDialog::OnControlChanged(int) {}
+
+void VDialog::OnOK() {
+    if (UpdateData(true)) EndDialog(kDialogAccepted);
+}
+void VDialog::OnCancel() {
+    EndDialog(kDialogCancelled);
+}
+
+bool VDialog::PreTranslateKey(std::uint16_t key, KeyModifiers modifiers) {
+    for (const Accelerator& row : accelerators)
+        if (row.key == key && row.modifiers == modifiers) return OnCommand(row.command);
+    return false;
+}
+
+void VDialog::OnTimer(int) {}
+void VDialog::OnSize(std::int32_t, std::int32_t) {}
+void VDialog::OnDestroy() {}
+
+void VDialog::OnCommandEvent(int id) {
+    if (!hasEnded) OnCommand(id);
+}
+void VDialog::OnTextChanged(int id) {
+    if (!hasEnded) OnControlChanged(id);
+}
+bool VDialog::OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) {
+    return hasEnded || PreTranslateKey(key, modifiers);
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,30 @@
+// What the host gives the library at its start for dialogs to use.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+
+class ISessionConfig;
+class VWindow;
+
+/// The host's session options dialog: edits `config` in place; 1 means accepted. `pageMode` is 0 for one session and 4
+/// for several.
+using SessionOptionsFunction = std::int64_t (*)(ISessionConfig* config, int pageMode, bool multiEdit, bool isNewSession,
+                                                VWindow* parent);
+/// The host's help; the library calls it only as (dialog window, 11, 0).
+using HelpFunction = void (*)(VWindow* window, unsigned command, unsigned long data);
+
+struct HostCallbacks {
+    /// What stands for "%1" in launch commands.
+    VUnicodeString applicationCommandLine;
+    SessionOptionsFunction sessionOptions = nullptr;
+    HelpFunction help = nullptr;
+};
+
+/// One for the process.
+HostCallbacks& GetHostCallbacks();
+
+}  // namespace connectdialog

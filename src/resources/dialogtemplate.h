@@ -1,0 +1,55 @@
+// What a dialog looks like, as data.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace connectdialog {
+
+enum class ControlKind : std::uint8_t {
+    kStatic,  ///< a text that the user cannot change; "&" in it marks the letter of the control that follows
+    kIcon,    ///< one of the system's pictures, by the label: "warning"
+    kEdit,    ///< one line of text
+    kButton,
+    kDefaultButton,  ///< the button that the Return key presses; at most one in a dialog
+    kCheckBox,
+    kGroupBox,  ///< a frame with a heading round the controls that lie in it
+    kTree
+};
+
+/// Dialog units: a quarter of the average width, an eighth of the height, of the dialog's font.
+struct DialogRectangle {
+    std::int16_t x = 0;
+    std::int16_t y = 0;
+    std::int16_t width = 0;
+    std::int16_t height = 0;
+};
+
+/// The ids that every dialog has in common.
+inline constexpr int kIdOk = 1;
+inline constexpr int kIdCancel = 2;
+/// For controls that the logic never names.
+inline constexpr int kNoId = -1;
+
+struct ControlTemplate {
+    ControlKind kind;
+    int id;  ///< of its own in the dialog, or kNoId
+    const char16_t* label;
+    DialogRectangle place;
+};
+
+/// Controls stand in the order in which the Tab key walks them.
+struct DialogTemplate {
+    int id;
+    const char16_t* title;
+    std::int16_t width;
+    std::int16_t height;
+    std::span<const ControlTemplate> controls;
+    /// The window class that gives the dialog its icon (see imports/dialogkit/windowclass.h); empty: none.
+    const char16_t* windowClass = u"";
+};
+
+/// The template of that number, or null.
+const DialogTemplate* FindDialogTemplate(int id);
+
+}  // namespace connectdialog

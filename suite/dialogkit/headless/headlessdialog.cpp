@@ -1,0 +1,226 @@
+#include "suite/dialogkit/headless/headlessdialog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "resources/accelerators.h"
+#include "suite/dialogkit/headless/headlesskit.h"
+#include "suite/dialogkit/headless/headlesstree.h"
+
+namespace connectdialog {
+
+namespace {
+
+// The size of an average character, of which a dialog unit is a quarter across and an eighth down.
+constexpr int kCharacterWidth = 6;
+constexpr int kCharacterHeight = 13;
+constexpr char16_t kFirstWideCharacter = 0x1100;
+
+bool TakesFocus(ControlKind kind) {
+    return kind != ControlKind::kStatic && kind != ControlKind::kIcon && kind != ControlKind::kGroupBox;
+}
+
+}  // namespace
+
+std::int32_t HeadlessTextWidth(std::u16string_view text) {
+    std::int32_t width = 0;
+    for (const char16_t character : text) width += kCharacterWidth * (character >= kFirstWideCharacter ? 2 : 1);
+    return width;
+}
+
+HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events)
+    : kit(kit), dialog(dialog), events(events), title(dialog.title) {
+    for (const ControlTemplate& row : dialog.controls) {
+        controls.push_back({row.kind, row.id, row.label, ToPixels(row.place), false, true, true, nullptr});
+        if (focus == kNoId && TakesFocus(row.kind)) focus = row.id;
+    }
+}
+
+HeadlessDialog::~HeadlessDialog() = default;
+
+const HeadlessDialog::Control* HeadlessDialog::Find(int id) const {
+    if (id == kNoId) return nullptr;
+    const auto found = std::find_if(controls.begin(), controls.end(), [&](const Control& c) { return c.id == id; });
+    return found != controls.end() ? &*found : nullptr;
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
+    Control* control = Find(id);
+    const bool isUsable =
+        !isClosed && control != nullptr && control->kind == kind && control->isEnabled && control->isShown;
+    return isUsable ? control : nullptr;
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindDefaultButton() {
+    for (const Control& control : controls)
+        if (control.kind == ControlKind::kDefaultButton) return FindUsable(control.id, ControlKind::kDefaultButton);
+    return nullptr;
+}
+
+bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
+    Control* control = FindUsable(id, ControlKind::kEdit);
+    if (control == nullptr) return false;
+    focus = id;
+    if (control->text == text) return true;
+    control->text = text;
+    events.OnTextChanged(id);
+    return true;
+}
+
+bool HeadlessDialog::Tick(int id, bool isChecked) {
+    Control* control = FindUsable(id, ControlKind::kCheckBox);
+    if (control == nullptr) return false;
+    focus = id;
+    if (control->isChecked == isChecked) return true;
+    control->isChecked = isChecked;
+    events.OnCommandEvent(id);
+    return true;
+}
+
+bool HeadlessDialog::Press(int id) {
+    if (PressToolbar(id)) return true;
+    if (FindUsable(id, ControlKind::kButton) == nullptr && FindUsable(id, ControlKind::kDefaultButton) == nullptr)
+        return false;
+    focus = id;
+    events.OnCommandEvent(id);
+    return true;
+}
+
+bool HeadlessDialog::PressLabelled(const VUnicodeString& label) {
+    for (const Control& control : controls)
+        if (control.text == label && control.isShown && Press(control.id)) return true;
+    return false;
+}
+
+bool HeadlessDialog::PressToolbar(int command) {
+    if (isClosed || toolbar == nullptr || command == 0) return false;
+    for (const VToolbarState::Button& button : toolbar->GetButtons()) {
+        if (button.command != command || !button.isEnabled) continue;
+        events.OnCommandEvent(command);
+        return true;
+    }
+    return false;
+}
+
+bool HeadlessDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
+    if (isClosed) return false;
+    HeadlessTree* tree = GetTree(focus);
+    // While a label is edited the edit box gets every key.
+    if (tree != nullptr && tree->IsEditing()) return tree->PressKey(key, modifiers);
+    if (events.OnKeyEvent(key, modifiers)) return true;
+    if (key == kKeyEscape) return CloseByFrame();
+    if (key == kKeyReturn) {
+        const Control* button = FindDefaultButton();
+        return button != nullptr && Press(button->id);
+    }
+    return tree != nullptr && tree->PressKey(key, modifiers);
+}
+
+bool HeadlessDialog::CloseByFrame() {
+    return Choose(kIdCancel);
+}
+
+bool HeadlessDialog::Choose(int command) {
+    if (isClosed) return false;
+    events.OnCommandEvent(command);
+    return true;
+}
+
+void HeadlessDialog::Elapse(unsigned milliseconds) {
+    while (!timers.empty() && !isClosed) {
+        const auto next = std::min_element(timers.begin(), timers.end(),
+                                           [](const Timer& a, const Timer& b) { return a.left < b.left; });
+        const unsigned step = next->left;
+        if (step > milliseconds) break;
+        milliseconds -= step;
+        for (Timer& timer : timers) timer.left -= step;
+        next->left = next->period;
+        events.OnTimer(next->number);
+    }
+    for (Timer& timer : timers) timer.left -= std::min(timer.left, milliseconds);
+}
+
+bool HeadlessDialog::Resize(std::int32_t width, std::int32_t height) {
+    if (isClosed) return false;
+    events.OnSize(width, height);
+    return true;
+}
+
+HeadlessTree* HeadlessDialog::GetTree(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr ? control->tree.get() : nullptr;
+}
+
+void HeadlessDialog::RunModal() {
+    kit.Play(*this);
+}
+
+VUnicodeString HeadlessDialog::GetText(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr ? control->text : VUnicodeString();
+}
+void HeadlessDialog::SetText(int id, const VUnicodeString& text) {
+    if (Control* control = Find(id)) control->text = text;
+}
+bool HeadlessDialog::IsChecked(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr && control->isChecked;
+}
+void HeadlessDialog::SetChecked(int id, bool isChecked) {
+    if (Control* control = Find(id)) control->isChecked = isChecked;
+}
+bool HeadlessDialog::IsEnabled(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr && control->isEnabled;
+}
+void HeadlessDialog::SetEnabled(int id, bool isEnabled) {
+    if (Control* control = Find(id)) control->isEnabled = isEnabled;
+}
+bool HeadlessDialog::IsShown(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr && control->isShown;
+}
+void HeadlessDialog::SetShown(int id, bool isShown) {
+    if (Control* control = Find(id)) control->isShown = isShown;
+}
+void HeadlessDialog::SetFocus(int id) {
+    if (Find(id) != nullptr) focus = id;
+}
+VRectangle HeadlessDialog::GetRectangle(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr ? control->place : VRectangle();
+}
+void HeadlessDialog::SetRectangle(int id, const VRectangle& place) {
+    if (Control* control = Find(id)) control->place = place;
+}
+
+VRectangle HeadlessDialog::ToPixels(const DialogRectangle& place) const {
+    const auto across = [](int units) { return units * kCharacterWidth / 4; };
+    const auto down = [](int units) { return units * kCharacterHeight / 8; };
+    return {across(place.x), down(place.y), across(place.x + place.width), down(place.y + place.height)};
+}
+
+std::int32_t HeadlessDialog::GetTextWidth(int, std::u16string_view text) const {
+    return HeadlessTextWidth(text);
+}
+
+int HeadlessDialog::StartTimer(unsigned milliseconds) {
+    timers.push_back({++lastTimer, std::max(milliseconds, 1U), std::max(milliseconds, 1U)});
+    return lastTimer;
+}
+void HeadlessDialog::StopTimer(int timer) {
+    std::erase_if(timers, [&](const Timer& known) { return known.number == timer; });
+}
+
+ITreeView* HeadlessDialog::AttachTree(int id, VTreeItems& items, ITreeEvents& treeEvents) {
+    Control* control = Find(id);
+    if (control == nullptr || control->kind != ControlKind::kTree) return nullptr;
+    control->tree = std::make_unique<HeadlessTree>(*this, id, items, treeEvents);
+    return control->tree.get();
+}
+
+void HeadlessDialog::ShowToolbar(int, const VToolbarState& newToolbar) {
+    toolbar = &newToolbar;
+}
+
+}  // namespace connectdialog

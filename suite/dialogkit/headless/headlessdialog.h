@@ -1,0 +1,114 @@
+// The window of a dialog that nobody sees: what a user would read there, and what a user can do.
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "imports/dialogkit/idialogwindow.h"
+#include "imports/dialogkit/vtoolbarstate.h"
+#include "resources/dialogtemplate.h"
+
+namespace connectdialog {
+
+class HeadlessDialogKit;
+class HeadlessTree;
+
+/// A text's width where nothing is drawn: 6 pixels a character, 12 for those of East Asian scripts.
+std::int32_t HeadlessTextWidth(std::u16string_view text);
+
+class HeadlessDialog : public IDialogWindow {
+  public:
+    HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events);
+    ~HeadlessDialog() override;
+
+    // What the user does. Each is false, and nothing happens, when the user could not do it: the control is not there,
+    // of another kind, hidden or disabled, or the dialog is closed.
+
+    /// Replaces the text of an edit control.
+    bool Type(int id, const VUnicodeString& text);
+    bool Tick(int id, bool isChecked);
+    /// A button, also one of the toolbar.
+    bool Press(int id);
+    /// The button that shows this label.
+    bool PressLabelled(const VUnicodeString& label);
+    /// A key: to the dialog, then to the focused tree, then Return to the default button and Escape to the frame.
+    bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
+    bool CloseByFrame();
+    /// A command from a menu, whose state the user has seen.
+    bool Choose(int command);
+    /// Time passes: timers run out in their order.
+    void Elapse(unsigned milliseconds);
+    bool Resize(std::int32_t width, std::int32_t height);
+
+    // What the user sees.
+
+    int GetTemplateId() const { return dialog.id; }
+    const VUnicodeString& GetTitle() const { return title; }
+    int GetFocus() const { return focus; }
+    bool IsClosed() const { return isClosed; }
+    /// The tree control of the id, or null.
+    HeadlessTree* GetTree(int id) const;
+    /// Null while there is none.
+    const VToolbarState* GetToolbar() const { return toolbar; }
+
+    // IDialogWindow.
+    void RunModal() override;
+    void ShowModeless() override {}
+    void Close() override { isClosed = true; }
+    void SetTitle(const VUnicodeString& newTitle) override { title = newTitle; }
+    VUnicodeString GetText(int id) const override;
+    void SetText(int id, const VUnicodeString& text) override;
+    bool IsChecked(int id) const override;
+    void SetChecked(int id, bool isChecked) override;
+    bool IsEnabled(int id) const override;
+    void SetEnabled(int id, bool isEnabled) override;
+    bool IsShown(int id) const override;
+    void SetShown(int id, bool isShown) override;
+    void SetFocus(int id) override;
+    VRectangle GetRectangle(int id) const override;
+    void SetRectangle(int id, const VRectangle& place) override;
+    VRectangle ToPixels(const DialogRectangle& place) const override;
+    std::int32_t GetTextWidth(int id, std::u16string_view text) const override;
+    int StartTimer(unsigned milliseconds) override;
+    void StopTimer(int timer) override;
+    ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& treeEvents) override;
+    void ShowToolbar(int id, const VToolbarState& newToolbar) override;
+
+  private:
+    struct Control {
+        ControlKind kind;
+        int id;
+        VUnicodeString text;
+        VRectangle place;
+        bool isChecked = false;
+        bool isEnabled = true;
+        bool isShown = true;
+        std::unique_ptr<HeadlessTree> tree;
+    };
+    struct Timer {
+        int number;
+        unsigned period;
+        unsigned left;
+    };
+
+    const Control* Find(int id) const;
+    Control* Find(int id) { return const_cast<Control*>(std::as_const(*this).Find(id)); }
+    /// The control when the user can use it and it is of that kind.
+    Control* FindUsable(int id, ControlKind kind);
+    Control* FindDefaultButton();
+    bool PressToolbar(int command);
+
+    HeadlessDialogKit& kit;
+    const DialogTemplate& dialog;
+    IDialogEvents& events;
+    VUnicodeString title;
+    std::vector<Control> controls;
+    std::vector<Timer> timers;
+    const VToolbarState* toolbar = nullptr;
+    int lastTimer = 0;
+    int focus = kNoId;
+    bool isClosed = false;
+};
+
+}  // namespace connectdialog

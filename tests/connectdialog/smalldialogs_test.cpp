@@ -1,0 +1,170 @@
+#include "connectdialog/findsessiondialog.h"
+#include "connectdialog/multiconnectwarningdialog.h"
+#include "connectdialog/shortcutnamedialog.h"
+#include "foundation/vunicodestringi.h"
+#include "quickconnect/hostnameprompt.h"
+#include "resources/dialogids.h"
+#include "suite/configpanels/optionalbox.h"
+#include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlesskit.h"
+#include "support/fakesuite.h"
+
+namespace connectdialog::test {
+namespace {
+
+class SmallDialogs : public LibraryTest {
+  protected:
+    ~SmallDialogs() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    HeadlessDialogKit kit;
+};
+
+TEST_F(SmallDialogs, TheMultiConnectWarningKeepsItsTickOnContinueOnly) {
+    struct Row {
+        int button;
+        bool isTicked;
+        bool before;
+        bool after;
+    };
+    for (const Row& row :
+         {Row{kIdOk, true, false, true}, {kIdOk, false, true, false}, {kIdCancel, true, false, false}}) {
+        bool suppressed = row.before;
+        kit.ExpectDialog(MultiConnectIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetTitle(), u"NorHalden");
+            EXPECT_EQ(dialog.GetText(MultiConnectIds::kText), u"你选定要打开的会话多于 20 个。");
+            EXPECT_TRUE(dialog.Tick(MultiConnectIds::kDontShowAgain, row.isTicked));
+            EXPECT_TRUE(dialog.Press(row.button));
+        });
+        EXPECT_EQ(MultiConnectWarningDialog(suppressed, nullptr).DoModal(), row.button);
+        EXPECT_EQ(suppressed, row.after);
+    }
+}
+
+TEST_F(SmallDialogs, TheShortcutDialogOffersALabelForOneEntryOrForSeveral) {
+    struct Row {
+        const char16_t* path;
+        bool multiple;
+        const char16_t* name;
+        const char16_t* shownPath;
+        const char16_t* intro;
+    };
+    const char16_t* const one = u"NorHalden will create a shortcut on the\nDesktop to the following session or folder:";
+    const char16_t* const several = u"NorHalden will create a shortcut on the\nDesktop to the selected sessions.";
+    const Row rows[] = {{u"A\\B & C", false, u"B & C", u"A\\B && C", one},
+                        {u"A\\B", true, u"NorHalden sessions", u"", several},
+                        {u"", false, u"NorHalden sessions", u"", several}};
+    for (const Row& row : rows) {
+        kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kName), row.name);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kPath), row.shownPath);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kIntro), row.intro);
+        });
+        EXPECT_EQ(ShortcutNameDialog(row.path, row.multiple, nullptr).DoModal(), kDialogCancelled);
+    }
+}
+
+TEST_F(SmallDialogs, AShortcutNeedsANameThatIsNotBlank) {
+    kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
+        dialog.Type(ShortcutNameIds::kName, u" \t "_v);
+        kit.ExpectBox(u"Shortcut name error.\n\nShortcut name must be non-empty."_v, kAnswerOk);
+        dialog.Press(kIdOk);
+        EXPECT_FALSE(dialog.IsClosed());
+        EXPECT_EQ(dialog.GetFocus(), ShortcutNameIds::kName);
+        dialog.Type(ShortcutNameIds::kName, u"  my box "_v);
+        dialog.PressKey(kKeyReturn);
+    });
+    ShortcutNameDialog dialog(u"A\\B"_v, false, nullptr);
+    EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
+    EXPECT_EQ(dialog.GetShortcutName(), u"my box");
+}
+
+TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
+    using namespace FindSessionIds;
+    FindOptions remembered;
+    remembered.inHostnames = remembered.inFolderNames = false;
+    kit.ExpectDialog(kDialog, [&](HeadlessDialog& dialog) {
+        EXPECT_EQ(dialog.GetTitle(), u"查找会话");
+        EXPECT_FALSE(dialog.Press(kIdOk)) << "no text";
+        EXPECT_FALSE(dialog.PressKey(kKeyReturn));
+        dialog.Type(kText, u"web"_v);
+        EXPECT_TRUE(dialog.IsEnabled(kIdOk));
+        dialog.Tick(kSessionNames, false);
+        EXPECT_TRUE(dialog.IsEnabled(kIdOk));
+        dialog.Tick(kDescriptions, false);
+        dialog.Tick(kMatchCase, true);
+        EXPECT_FALSE(dialog.IsEnabled(kIdOk)) << "nowhere to look";
+        dialog.Tick(kHostnames, true);
+        EXPECT_TRUE(dialog.Press(kIdOk));
+    });
+    FindSessionDialog dialog(remembered, nullptr);
+    EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
+    const FindOptions& query = dialog.GetOptions();
+    EXPECT_EQ(query.text, u"web");
+    EXPECT_TRUE(query.inHostnames && query.matchCase);
+    EXPECT_FALSE(query.inSessionNames || query.inFolderNames || query.inDescriptions);
+}
+
+TEST_F(SmallDialogs, AMissingHostNameIsAskedForAndNothingElseIs) {
+    const ConnectProtocolTableElement row = MakeRow(AppKind::kNorHalden, u"SSH2");
+    const auto config = VRef<FakeProtocol>::Adopt(new FakeProtocol(nullptr, row));
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+        EXPECT_EQ(dialog.GetTitle(), u"输入主机名");
+        EXPECT_EQ(dialog.GetText(HostnamePromptIds::kSessionName), u"web && co");
+        EXPECT_FALSE(dialog.PressKey(kKeyReturn)) << "no host yet";
+        dialog.PressKey(kKeyEscape);
+    });
+    EXPECT_FALSE(UpdateHostnameForConfig(config.Get(), u"web & co"));
+    EXPECT_EQ(config->host.Get(), u"");
+
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+        dialog.Type(HostnamePromptIds::kHostname, u"x"_v);
+        dialog.Type(HostnamePromptIds::kHostname, u""_v);
+        EXPECT_FALSE(dialog.Press(kIdOk));
+        dialog.Type(HostnamePromptIds::kHostname, u" "_v);
+        EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
+    });
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), nullptr));
+    EXPECT_EQ(config->host.Get(), u" ");
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"s")) << "complete: no dialog";
+}
+
+TEST_F(SmallDialogs, TheHostPromptAnswersThroughTheTextOfItsCaller) {
+    VUnicodeStringI host(u"before");
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.CloseByFrame(); });
+    EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogCancelled);
+    EXPECT_EQ(host, u"before");
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+        dialog.Type(HostnamePromptIds::kHostname, u"h.example"_v);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogAccepted);
+    EXPECT_EQ(host, u"h.example");
+}
+
+TEST_F(SmallDialogs, AnOptionalBoxIsNotSuppressedByWhoCancels) {
+    struct Row {
+        bool isQuestion;
+        const char16_t* button;
+        int result;
+        int suppressed;
+    };
+    for (const Row& row : {Row{false, u"OK", 1, 1}, {false, u"取消", 2, 0}, {true, u"否", 2, 1}}) {
+        VProfile<int> suppress;
+        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"sure?");
+            EXPECT_TRUE(dialog.Tick(OptionalBoxIds::kDontShowAgain, true));
+            EXPECT_TRUE(dialog.PressLabelled(row.button));
+        });
+        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion), row.result);
+        EXPECT_EQ(suppress.Get(), row.suppressed);
+    }
+}
+
+TEST(SmallDialogsWithoutBackEnd, AreClosedWithNothingChosen) {
+    bool suppressed = true;
+    EXPECT_EQ(MultiConnectWarningDialog(suppressed, nullptr).DoModal(), kDialogCancelled);
+    EXPECT_EQ(VMessageBox(nullptr, u"sure?"_v, kBoxYesNo), kAnswerCancel);
+}
+
+}  // namespace
+}  // namespace connectdialog::test
