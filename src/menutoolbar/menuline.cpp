@@ -1,0 +1,84 @@
+#include "menutoolbar/menuline.h"
+
+#include "foundation/casefold.h"
+
+namespace connectdialog {
+
+namespace {
+
+struct Keyword {
+    std::u16string_view word;
+    MenuLineKind kind;
+    bool hasOperands;
+};
+
+/// In the order in which they are tried.
+constexpr Keyword kKeywords[] = {
+    {u"END", MenuLineKind::kEnd, false},
+    {u"ACCELERATOR", MenuLineKind::kAccelerator, false},
+    {u"STRINGTABLE", MenuLineKind::kStringTable, false},
+    {u"SEPARATOR", MenuLineKind::kSeparator, false},
+    {u"MENU ", MenuLineKind::kMenu, true},
+    {u"TOOLBAR ", MenuLineKind::kToolbar, true},
+    {u"POPUPMENU", MenuLineKind::kPopupMenu, true},
+    {u"FONT", MenuLineKind::kFont, true},
+    {u"MENUITEM", MenuLineKind::kMenuItem, true},
+    {u"TOOLBARITEM", MenuLineKind::kToolbarItem, true},
+};
+
+/// Most characters of a description are printable ASCII: those need no look into the table.
+bool IsBlank(char16_t character) {
+    return (character <= u' ' || character >= 0x7F) && IsSpace(character);
+}
+
+void AddToken(MenuLine& line, std::u16string_view token) {
+    token = TrimmedView(token);
+    if (token.starts_with(u'"')) {
+        const bool isClosed = token.size() > 1 && token.ends_with(u'"');
+        line.isValid &= isClosed;
+        if (isClosed) token = token.substr(1, token.size() - 2);
+    }
+    if (line.tokenCount < line.tokens.size()) line.tokens[line.tokenCount] = token;
+    ++line.tokenCount;
+}
+
+/// The same places as VSplitCommaList finds, without a string for each token.
+void SplitOperands(std::u16string_view text, MenuLine& line) {
+    if (text.empty()) return;
+    bool isQuoted = false;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'"') isQuoted = !isQuoted;
+        if (text[i] != u',' || isQuoted) continue;
+        AddToken(line, text.substr(start, i - start));
+        start = i + 1;
+    }
+    AddToken(line, text.substr(start));
+}
+
+}  // namespace
+
+std::u16string_view TrimmedView(std::u16string_view text) {
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    return text;
+}
+
+std::u16string_view PrepareMenuLine(std::u16string_view line) {
+    const std::u16string_view prepared = TrimmedView(line);
+    return prepared.starts_with(u"//") ? std::u16string_view() : prepared;
+}
+
+MenuLine ReadMenuLine(std::u16string_view line) {
+    MenuLine read;
+    for (const Keyword& keyword : kKeywords) {
+        if (!line.starts_with(keyword.word)) continue;
+        read.kind = keyword.kind;
+        if (keyword.hasOperands) SplitOperands(line.substr(keyword.word.size()), read);
+        return read;
+    }
+    SplitOperands(line, read);
+    return read;
+}
+
+}  // namespace connectdialog
