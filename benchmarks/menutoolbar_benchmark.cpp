@@ -1,8 +1,10 @@
 // Parsing descriptions of menus and toolbars of a growing number of lines, beside reading the same lines. `speed` is
 // our speed over that speed.
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdlib>
+#include <limits>
 
 #include "foundation/vtextfile.h"
 #include "menutoolbar/standardcommands.h"
@@ -66,22 +68,21 @@ bool ReadLines(const VUnicodeString& name) {
     return true;
 }
 
-/// The two take turns, so that what else the machine does hits both alike.
+/// The two take turns, and the best turn of each counts: what else the machine does only makes turns longer.
 void BenchmarkParse(benchmark::State& state) {
     const auto lines = static_cast<std::size_t>(state.range(0));
     const SampleFile sample(lines);
-    double raw = 0;
-    double ours = 0;
+    double raw = std::numeric_limits<double>::max();
+    double ours = raw;
     for (auto _ : state) {
         VMenuToolbarTextRep rep;
         rep.SetCommandTable(&GetStandardMenuCommands());
         rep.SetFileName(sample.Name());
-        raw += SecondsOf([&] { return ReadLines(sample.Name()); });
-        ours += SecondsOf([&] { return rep.Parse() == MenuParseResult::kClean; });
+        raw = std::min(raw, SecondsOf([&] { return ReadLines(sample.Name()); }));
+        ours = std::min(ours, SecondsOf([&] { return rep.Parse() == MenuParseResult::kClean; }));
     }
-    const double total = static_cast<double>(lines) * static_cast<double>(state.iterations());
-    state.counters["ns/line"] = ours / total * 1e9;
-    state.counters["raw ns/line"] = raw / total * 1e9;
+    state.counters["ns/line"] = ours / static_cast<double>(lines) * 1e9;
+    state.counters["raw ns/line"] = raw / static_cast<double>(lines) * 1e9;
     state.counters["speed"] = raw / ours;
 }
 BENCHMARK(BenchmarkParse)->ArgName("lines")->Arg(1'000)->Arg(5'000)->Arg(10'000)->Arg(20'000)->Arg(40'000);

@@ -23,13 +23,11 @@ constexpr Modifier kModifiers[] = {
 }  // namespace
 
 AcceleratorRep::AcceleratorRep(std::u16string_view key, std::u16string_view modifiers)
-    : key(key.empty() ? u'\0' : key.front()), modifiers(modifiers) {
-    ReadModifiers();
-    if (this->key != 0) shownText += this->key;
-}
+    : key(key.empty() ? u'\0' : key.front()), modifiers(modifiers), shownText(ReadModifiers(modifiers)) {}
 
-void AcceleratorRep::ReadModifiers() {
-    std::u16string_view rest = modifiers;
+/// Sets the flags and gives the text that is shown.
+VUnicodeString AcceleratorRep::ReadModifiers(std::u16string_view rest) {
+    std::u16string shown;
     while (!rest.empty()) {
         const std::u16string_view word = rest.substr(0, rest.find(u'|'));
         rest.remove_prefix(word.size() + (word.size() < rest.size() ? 1 : 0));
@@ -37,9 +35,11 @@ void AcceleratorRep::ReadModifiers() {
             // Each once: the text is shown by every item that has the key, and must not grow with the line.
             if ((flags & modifier.flag) != 0 || !EqualsNoCase(TrimmedView(word), modifier.word)) continue;
             flags |= modifier.flag;
-            shownText += modifier.shown;
+            shown += modifier.shown;
         }
     }
+    if (key != 0) shown += key;
+    return VUnicodeString(shown);
 }
 
 }  // namespace connectdialog

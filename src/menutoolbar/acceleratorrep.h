@@ -1,6 +1,7 @@
 // A named key of a menu and toolbar description.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "menutoolbar/vmenutoolbaritem.h"
@@ -9,7 +10,6 @@ namespace connectdialog {
 
 class AcceleratorRep {
   public:
-    AcceleratorRep() = default;
     /// The first character of `key` is the key; with none it is 0. `modifiers` is a list of VIRTKEY, CTRL, ALT and
     /// SHIFT with "|" between them, in any case; other words do not count, nor does one that comes again.
     AcceleratorRep(std::u16string_view key, std::u16string_view modifiers);
@@ -23,7 +23,7 @@ class AcceleratorRep {
     const VUnicodeString& GetShownText() const { return shownText; }
 
   private:
-    void ReadModifiers();
+    VUnicodeString ReadModifiers(std::u16string_view rest);
 
     char16_t key = 0;
     VUnicodeString modifiers;

@@ -60,13 +60,13 @@ bool MenuItemReader::Refuse(std::uint32_t code, std::initializer_list<std::u16st
 bool MenuItemReader::SetFunction() {
     if (line.tokenCount <= kFunction) return Refuse(kMenuLineOutOfPlace);
     const std::u16string_view name = line.tokens[kFunction];
-    const VMenuResourceData* commands = rep.GetCommandTable();
-    const std::uint32_t number = commands != nullptr ? commands->GetCommandNumber(name) : 0;
-    if (number == 0 || (number == kMenuTypePopup && !IsTool())) return Refuse(kMenuUnknownFunction, {name});
-    if (!IsTool()) item->SetText(line.tokens[kWhat]);
-    item->SetFunctionName(name);
-    item->SetType(number);
-    item->SetCommandId(number);
+    const VMenuResourceData* table = rep.GetCommandTable();
+    const VMenuResourceData::Command* command = table != nullptr ? table->Find(name) : nullptr;
+    if (command == nullptr || command->number == 0 || (command->number == kMenuTypePopup && !IsTool()))
+        return Refuse(kMenuUnknownFunction, {name});
+    item->SetFunctionName(command->name);
+    item->SetType(command->number);
+    item->SetCommandId(command->number);
     item->SetTakesArgument(TakesArgument(name));
     return true;
 }
@@ -94,15 +94,15 @@ bool MenuItemReader::SetArgument() {
         const auto* function = std::ranges::find(kArgumentFunctions, item->GetType(), &ArgumentFunction::number);
         return function == std::end(kArgumentFunctions) || Refuse(kMenuNoArgument, {function->argument});
     }
+    if (line.tokens[kArgument].empty() && line.tokens[kFunction] != kRun) return true;
     const VUnicodeString argument(line.tokens[kArgument]);
     item->SetArgument(argument);
     return line.tokens[kFunction] != kRun || OpensForReading(argument) || Refuse(kMenuNoScript, {argument});
 }
 
 bool MenuItemReader::SetTexts() {
-    if (line.tokenCount <= kStringKey) return true;
     const std::u16string_view key = line.tokens[kStringKey];
-    if (key.empty() && !IsTool()) return true;
+    if (line.tokenCount <= kStringKey || (key.empty() && !IsTool())) return true;
     const MenuString* string = rep.FindString(key);
     if (string == nullptr) return Refuse(kMenuUnknownString, {key});
     item->SetPrompt(string->prompt);
@@ -111,9 +111,11 @@ bool MenuItemReader::SetTexts() {
 }
 
 bool MenuItemReader::SetAccelerator() {
-    if (line.tokenCount <= kAcceleratorKey) return true;
     const std::u16string_view key = line.tokens[kAcceleratorKey];
-    if (key.empty() && !IsTool()) return true;
+    if (line.tokenCount <= kAcceleratorKey || (key.empty() && !IsTool())) {
+        if (!IsTool()) item->SetText(line.tokens[kWhat]);
+        return true;
+    }
     const AcceleratorRep* accelerator = rep.FindAccelerator(key);
     if (accelerator == nullptr) return Refuse(kMenuUnknownAccelerator, {key});
     if (!IsTool()) ShowAccelerator(*accelerator);

@@ -26,9 +26,9 @@ constexpr Keyword kKeywords[] = {
     {u"TOOLBARITEM", MenuLineKind::kToolbarItem, true},
 };
 
-/// Most characters of a description are printable ASCII: those need no look into the table.
+/// Most characters at the ends of lines and operands are blanks and printable ASCII: those need no look into the table.
 bool IsBlank(char16_t character) {
-    return (character <= u' ' || character >= 0x7F) && IsSpace(character);
+    return character == u' ' || ((character < u' ' || character >= 0x7F) && IsSpace(character));
 }
 
 void AddToken(MenuLine& line, std::u16string_view token) {
@@ -48,6 +48,7 @@ void SplitOperands(std::u16string_view text, MenuLine& line) {
     bool isQuoted = false;
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] > u',') continue;  // letters and digits
         if (text[i] == u'"') isQuoted = !isQuoted;
         if (text[i] != u',' || isQuoted) continue;
         AddToken(line, text.substr(start, i - start));
@@ -69,16 +70,15 @@ std::u16string_view PrepareMenuLine(std::u16string_view line) {
     return prepared.starts_with(u"//") ? std::u16string_view() : prepared;
 }
 
-MenuLine ReadMenuLine(std::u16string_view line) {
-    MenuLine read;
+void ReadMenuLine(std::u16string_view text, MenuLine& line) {
+    line = MenuLine();
     for (const Keyword& keyword : kKeywords) {
-        if (!line.starts_with(keyword.word)) continue;
-        read.kind = keyword.kind;
-        if (keyword.hasOperands) SplitOperands(line.substr(keyword.word.size()), read);
-        return read;
+        if (text.front() != keyword.word.front() || !text.starts_with(keyword.word)) continue;
+        line.kind = keyword.kind;
+        if (keyword.hasOperands) SplitOperands(text.substr(keyword.word.size()), line);
+        return;
     }
-    SplitOperands(line, read);
-    return read;
+    SplitOperands(text, line);
 }
 
 }  // namespace connectdialog

@@ -45,8 +45,8 @@ struct MenuLine {
 /// The line without the white space round it; empty for a comment.
 std::u16string_view PrepareMenuLine(std::u16string_view line);
 
-/// Requires: `line` was prepared and is not empty.
-MenuLine ReadMenuLine(std::u16string_view line);
+/// Requires: `text` was prepared and is not empty.
+void ReadMenuLine(std::u16string_view text, MenuLine& line);
 
 /// The text without the white space round it.
 std::u16string_view TrimmedView(std::u16string_view text);

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "foundation/vunicodestring.h"
+
 namespace connectdialog {
 
 struct CmdData {
@@ -27,8 +29,16 @@ class VMenuResourceData {
     /// -1 when there is no such name.
     std::int32_t GetBitmapIndex(std::u16string_view name) const;
 
+    struct Command {
+        std::uint32_t number = 0;
+        std::int32_t bitmapIndex = -1;
+        VUnicodeString name;
+    };
+    /// The row of that name, or null. Owned by the table.
+    const Command* Find(std::u16string_view name) const;
+
   private:
-    std::unordered_map<std::u16string_view, const CmdData*> rows;
+    std::unordered_map<std::u16string_view, Command> rows;
 };
 
 }  // namespace connectdialog

@@ -15,7 +15,7 @@ class VMenuToolbar : public VMenuToolbarItem {
   public:
     using Items = std::vector<std::unique_ptr<VMenuToolbarItem>>;
 
-    explicit VMenuToolbar(MenuBlockKind kind) : kind(kind) {}
+    explicit VMenuToolbar(MenuBlockKind kind) : kind(kind) { items.reserve(kUsualSize); }
     VMenuToolbar(const VMenuToolbar&) = delete;
     VMenuToolbar& operator=(const VMenuToolbar&) = delete;
 
@@ -25,6 +25,8 @@ class VMenuToolbar : public VMenuToolbarItem {
     const Items& GetItems() const { return items; }
 
   private:
+    static constexpr std::size_t kUsualSize = 10;
+
     MenuBlockKind kind;
     Items items;
 };

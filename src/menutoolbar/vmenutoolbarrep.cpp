@@ -16,11 +16,11 @@ const T* FindIn(const MenuNameMap<T>& map, std::u16string_view name) {
 
 }  // namespace
 
-MenuString::MenuString(std::u16string_view text) {
-    const std::size_t mark = text.find(kToolTipMark);
-    prompt = text.substr(0, mark);
-    toolTip = mark == text.npos ? prompt : VUnicodeString(text.substr(mark + kToolTipMark.size()));
-}
+MenuString::MenuString(std::u16string_view text) : MenuString(text, text.find(kToolTipMark)) {}
+
+MenuString::MenuString(std::u16string_view text, std::size_t mark)
+    : prompt(text.substr(0, mark)),
+      toolTip(mark == text.npos ? prompt : VUnicodeString(text.substr(mark + kToolTipMark.size()))) {}
 
 void VMenuToolbarRep::SetFileName(const VUnicodeString& name) {
     fileName = name;

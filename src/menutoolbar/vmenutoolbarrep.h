@@ -23,12 +23,14 @@ enum class MenuParseResult : std::uint32_t {
 
 /// A string for the status line and the tool tip of items.
 struct MenuString {
-    MenuString() = default;
     /// The prompt, the two characters `\n`, and the tool tip; without those two the text is both.
     explicit MenuString(std::u16string_view text);
 
     VUnicodeString prompt;
     VUnicodeString toolTip;
+
+  private:
+    MenuString(std::u16string_view text, std::size_t mark);
 };
 
 /// Names the file and the commands for a reader, and owns what it has read. Belongs to one thread.

@@ -85,14 +85,13 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadFont() {
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadTopLevelBlock() {
     auto block = std::make_unique<VMenuToolbar>(BlockKindOf(line.kind));
     const VUnicodeString name(line.tokens[0]);
-    const Outcome outcome = ReadBlock(*block, 0);
+    const Outcome outcome = ReadBlock(*block, name, 0);
     if (outcome != Outcome::kFatal) AddMenu(name, std::move(block));
     return outcome;
 }
 
-/// Takes the name from the line that begins the block.
-VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadBlock(VMenuToolbar& block, int depth) {
-    const std::u16string_view name = line.tokens[0];
+VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadBlock(VMenuToolbar& block, const VUnicodeString& name,
+                                                            int depth) {
     if (FindMenu(name) != nullptr) return Fail(kMenuNameTwice, {name});
     block.SetText(name);
     return ReadUntilEnd([&] { return ReadBlockLine(block, depth); });
@@ -128,7 +127,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadPopup(VMenuToolbar& parent
     if (depth == kDeepestPopup) return Fail(kMenuKeywordOutOfPlace);
     auto popup = std::make_unique<VMenuToolbar>(MenuBlockKind::kPopup);
     popup->SetType(kMenuTypePopup);
-    const Outcome outcome = ReadBlock(*popup, depth + 1);
+    const Outcome outcome = ReadBlock(*popup, line.tokens[0], depth + 1);
     if (outcome != Outcome::kFatal) parent.Append(std::move(popup));
     return outcome;
 }
@@ -141,15 +140,12 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadItem(VMenuToolbar& block) 
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadAccelerators() {
-    return ReadUntilEnd([&] {
-        return ReadDefinition(accelerators, kMenuAcceleratorTwice,
-                              [&] { return AcceleratorRep(line.tokens[1], line.tokens[2]); });
-    });
+    return ReadUntilEnd(
+        [&] { return ReadDefinition(accelerators, kMenuAcceleratorTwice, line.tokens[1], line.tokens[2]); });
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadStrings() {
-    return ReadUntilEnd(
-        [&] { return ReadDefinition(strings, kMenuStringTwice, [&] { return MenuString(line.tokens[1]); }); });
+    return ReadUntilEnd([&] { return ReadDefinition(strings, kMenuStringTwice, line.tokens[1]); });
 }
 
 /// Reads the lines of a block up to its END, `readEntry` one that is valid and not END.
@@ -165,12 +161,13 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadUntilEnd(ReadEntry readEnt
     return error.GetCode() != 0 ? Outcome::kFatal : Fail(kMenuKeywordOutOfPlace);
 }
 
-template <class T, class Make>
+/// Reads a line that gives a name to what `operands` make.
+template <class T, class... Operands>
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadDefinition(MenuNameMap<T>& definitions, std::uint32_t twice,
-                                                                 Make make) {
+                                                                 const Operands&... operands) {
     if (line.kind != MenuLineKind::kData) return Fail(kMenuKeywordOutOfPlace);
     if (line.tokenCount < 2) return Warn(kMenuLineOutOfPlace);
-    const bool isNew = definitions.try_emplace(VUnicodeString(line.tokens[0]), make()).second;
+    const bool isNew = definitions.try_emplace(VUnicodeString(line.tokens[0]), operands...).second;
     return isNew ? Outcome::kGood : Fail(twice);
 }
 
@@ -187,7 +184,7 @@ bool VMenuToolbarTextRep::ReadLine() {
         }
         const std::u16string_view prepared = PrepareMenuLine(text);
         if (prepared.empty()) continue;
-        line = ReadMenuLine(prepared);
+        ReadMenuLine(prepared, line);
         return true;
     }
     if (platform::GetLastErrorCode() != platform::kHandleEof) FailToRead();

@@ -55,7 +55,7 @@ class VMenuToolbarTextRep : public VMenuToolbarRep {
     Outcome ReadTopLevelLine();
     Outcome ReadFont();
     Outcome ReadTopLevelBlock();
-    Outcome ReadBlock(VMenuToolbar& block, int depth);
+    Outcome ReadBlock(VMenuToolbar& block, const VUnicodeString& name, int depth);
     Outcome ReadBlockLine(VMenuToolbar& block, int depth);
     Outcome ReadPopup(VMenuToolbar& parent, int depth);
     Outcome ReadItem(VMenuToolbar& block);
@@ -63,8 +63,8 @@ class VMenuToolbarTextRep : public VMenuToolbarRep {
     Outcome ReadStrings();
     template <class ReadEntry>
     Outcome ReadUntilEnd(ReadEntry readEntry);
-    template <class T, class Make>
-    Outcome ReadDefinition(MenuNameMap<T>& definitions, std::uint32_t twice, Make make);
+    template <class T, class... Operands>
+    Outcome ReadDefinition(MenuNameMap<T>& definitions, std::uint32_t twice, const Operands&... operands);
 
     bool ReadLine();
     Outcome ReportUnbalancedQuote();
