@@ -13,7 +13,11 @@ namespace connectdialog::connectctl {
 
 /// Nothing when all went well; else the one line that tells the user why not. It may quote names as they stand: who
 /// prints it escapes it.
-using Failure = std::optional<std::string>;
+class Failure : public std::optional<std::string> {
+  public:
+    using std::optional<std::string>::optional;
+    int exitCode = 1;
+};
 inline constexpr std::nullopt_t kDone = std::nullopt;
 
 /// Does a command's work with the arguments that were parsed. Requires: the store is open when the command needs it.
@@ -39,6 +43,7 @@ CommandBody DeclareFirewall(CLI::App& parser);
 CommandBody DeclareButtons(CLI::App& parser);
 CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareKeymap(CLI::App& parser);
+CommandBody DeclareMenu(CLI::App& parser);
 CommandBody DeclareSecret(CLI::App& parser);
 CommandBody DeclareTrace(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);
