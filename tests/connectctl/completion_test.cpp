@@ -7,9 +7,9 @@ namespace connectdialog::test {
 namespace {
 
 const std::vector<std::vector<std::string>> kCommandWords = {
-    {},        {"import"},  {"import", "openssh"}, {"tree"},      {"ls"},   {"show"},        {"get"},
-    {"set"},   {"connect"}, {"firewall"},          {"buttons"},   {"hive"}, {"hive", "set"}, {"secret"},
-    {"trace"}, {"keymap"},  {"keymap", "show"},    {"completion"}};
+    {},        {"import"},  {"import", "openssh"}, {"tree"},          {"ls"},        {"show"},        {"get"},
+    {"set"},   {"connect"}, {"firewall"},          {"buttons"},       {"hive"},      {"hive", "set"}, {"secret"},
+    {"trace"}, {"keymap"},  {"keymap", "show"},    {"menu", "check"}, {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
