@@ -6,13 +6,11 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <vector>
 
 #include "foundation/vtextfile.h"
+#include "fuzz/memoryfile.h"
 #include "fuzz/require.h"
-#include "platform/paths.h"
 
 using namespace connectdialog;
 using fuzz::Require;
@@ -20,22 +18,6 @@ using fuzz::Require;
 namespace {
 
 using Lines = std::vector<std::u16string>;
-
-/// A file in memory with a name.
-class MemoryFile {
-  public:
-    MemoryFile() : descriptor(memfd_create("fuzz", MFD_CLOEXEC)) {}
-    VUnicodeString Name() const {
-        return VUnicodeString(platform::FromNativePath("/proc/self/fd/" + std::to_string(descriptor)));
-    }
-    void Write(const std::string& bytes) const {
-        const auto size = static_cast<ssize_t>(bytes.size());
-        if (ftruncate(descriptor, 0) != 0 || pwrite(descriptor, bytes.data(), bytes.size(), 0) != size) std::abort();
-    }
-
-  private:
-    int descriptor;
-};
 
 Lines Split(std::u16string_view text) {
     Lines lines;
@@ -83,7 +65,7 @@ std::string WithFiller(std::string_view bytes, std::uint8_t amount) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile memory;
+    static const fuzz::MemoryFile memory;
     if (size == 0) return 0;
     const std::string bytes = WithFiller({reinterpret_cast<const char*>(data + 1), size - 1}, data[0]);
     memory.Write(bytes);
