@@ -10,6 +10,7 @@
 
 namespace connectdialog {
 
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): hosts write their rows in this order
 struct CmdData {
     std::uint32_t number;
     const char16_t* name;  ///< not owned

@@ -31,7 +31,7 @@ VUnicodeString TextOf(const VMenuToolbarItem& item, void (VMenuToolbarItem::*get
 /// empty left out from the end.
 class Dump : public IMenuToolbarBuilder {
   public:
-    explicit Dump(const VMenuToolbar& block) {
+    void AddBlock(const VMenuToolbar& block) {
         BeginPopup(TextOf(block, &VMenuToolbarItem::GetText));
         BuildMenuToolbar(block, *this);
         EndPopup();
@@ -95,9 +95,9 @@ class MenuReaderTest : public testing::Test {
         return all;
     }
     std::string Tree() const {
-        std::string all;
-        for (const auto& menu : rep.GetMenus()) all += Dump(*menu).line;
-        return all.substr(0, all.empty() ? 0 : all.size() - 1);
+        Dump dump;
+        for (const auto& menu : rep.GetMenus()) dump.AddBlock(*menu);
+        return dump.line.substr(0, dump.line.find_last_not_of(' ') + 1);
     }
 
     test::TemporaryFolder folder;
