@@ -1,5 +1,7 @@
 #include "menutoolbar/acceleratorrep.h"
 
+#include <algorithm>
+
 #include "foundation/casefold.h"
 #include "menutoolbar/menuline.h"
 
@@ -23,23 +25,32 @@ constexpr Modifier kModifiers[] = {
 }  // namespace
 
 AcceleratorRep::AcceleratorRep(std::u16string_view key, std::u16string_view modifiers)
-    : key(key.empty() ? u'\0' : key.front()), modifiers(modifiers), shownText(ReadModifiers(modifiers)) {}
-
-/// Sets the flags and gives the text that is shown.
-VUnicodeString AcceleratorRep::ReadModifiers(std::u16string_view rest) {
-    std::u16string shown;
-    while (!rest.empty()) {
-        const std::u16string_view word = rest.substr(0, rest.find(u'|'));
-        rest.remove_prefix(word.size() + (word.size() < rest.size() ? 1 : 0));
-        for (const Modifier& modifier : kModifiers) {
-            // Each once: the text is shown by every item that has the key, and must not grow with the line.
-            if ((flags & modifier.flag) != 0 || !EqualsNoCase(TrimmedView(word), modifier.word)) continue;
-            flags |= modifier.flag;
-            shown += modifier.shown;
-        }
+    : key(key.empty() ? u'\0' : key.front()), modifiers(modifiers) {
+    while (!modifiers.empty()) {
+        const std::u16string_view word = modifiers.substr(0, modifiers.find(u'|'));
+        modifiers.remove_prefix(std::min(word.size() + 1, modifiers.size()));
+        AddModifier(TrimmedView(word));
     }
-    if (key != 0) shown += key;
-    return VUnicodeString(shown);
+}
+
+void AcceleratorRep::AddModifier(std::u16string_view word) {
+    for (const Modifier& modifier : kModifiers) {
+        if (word.size() != modifier.word.size() || !EqualsNoCase(word, modifier.word)) continue;
+        if ((flags & modifier.flag) == 0 && !modifier.shown.empty()) *std::ranges::find(shown, u"") = modifier.shown;
+        flags |= modifier.flag;
+    }
+}
+
+VUnicodeString AcceleratorRep::ShowBehind(std::u16string_view label) const {
+    const std::u16string_view keyText(&key, key != 0 ? 1 : 0);
+    const std::u16string_view parts[] = {label, u"\t", shown[0], shown[1], shown[2], keyText};
+    std::size_t length = 0;
+    for (const std::u16string_view part : parts) length += part.size();
+    VUnicodeString text;
+    text.Resize(length);  // appending would copy the label each time
+    char16_t* end = &text.MutableAt(0);
+    for (const std::u16string_view part : parts) end = std::ranges::copy(part, end).out;
+    return text;
 }
 
 }  // namespace connectdialog

@@ -1,7 +1,7 @@
 // A named key of a menu and toolbar description.
 #pragma once
 
-#include <string>
+#include <array>
 #include <string_view>
 
 #include "menutoolbar/vmenutoolbaritem.h"
@@ -19,16 +19,18 @@ class AcceleratorRep {
     const VUnicodeString& GetModifiers() const { return modifiers; }
     /// Values of VMenuAccelerator::Flag.
     std::uint8_t GetFlags() const { return flags; }
-    /// What a menu shows: the modifiers in the order in which they were written, and the key ("Ctrl+Shift+X").
-    const VUnicodeString& GetShownText() const { return shownText; }
+    /// The label as a menu shows it: a tab behind it, the modifiers in the order in which they were written, and the
+    /// key ("Copy\tCtrl+Shift+C").
+    VUnicodeString ShowBehind(std::u16string_view label) const;
 
   private:
-    VUnicodeString ReadModifiers(std::u16string_view rest);
+    void AddModifier(std::u16string_view word);
 
     char16_t key = 0;
     VUnicodeString modifiers;
     std::uint8_t flags = VMenuAccelerator::kNoInvert;
-    VUnicodeString shownText;
+    /// The names of those that show, then empty ones. Read once: the line may be long, and many items may have the key.
+    std::array<std::u16string_view, 3> shown{};
 };
 
 }  // namespace connectdialog

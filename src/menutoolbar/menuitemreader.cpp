@@ -47,9 +47,9 @@ bool IsAbsolute(std::u16string_view name) {
 }  // namespace
 
 std::unique_ptr<VMenuToolbarItem> MenuItemReader::Read() {
-    item = std::make_unique<VMenuToolbarItem>();
-    const bool isGood = SetFunction() && (!IsTool() || SetImage()) && SetArgument() && SetTexts() && SetAccelerator();
-    return isGood ? std::move(item) : nullptr;
+    const bool isGood =
+        FindFunction() && (!IsTool() || FindImage()) && CheckArgument() && FindTexts() && FindAccelerator();
+    return isGood ? MakeItem() : nullptr;
 }
 
 bool MenuItemReader::Refuse(std::uint32_t code, std::initializer_list<std::u16string_view> inserts) {
@@ -57,81 +57,77 @@ bool MenuItemReader::Refuse(std::uint32_t code, std::initializer_list<std::u16st
     return false;
 }
 
-bool MenuItemReader::SetFunction() {
+bool MenuItemReader::FindFunction() {
     if (line.tokenCount <= kFunction) return Refuse(kMenuLineOutOfPlace);
     const std::u16string_view name = line.tokens[kFunction];
     const VMenuResourceData* table = rep.GetCommandTable();
-    const VMenuResourceData::Command* command = table != nullptr ? table->Find(name) : nullptr;
-    if (command == nullptr || command->number == 0 || (command->number == kMenuTypePopup && !IsTool()))
-        return Refuse(kMenuUnknownFunction, {name});
-    item->SetFunctionName(command->name);
-    item->SetType(command->number);
-    item->SetCommandId(command->number);
-    item->SetTakesArgument(TakesArgument(name));
-    return true;
+    command = table != nullptr ? table->Find(name) : nullptr;
+    const bool isKnown = command != nullptr && command->number != 0;
+    return (isKnown && (command->number != kMenuTypePopup || IsTool())) || Refuse(kMenuUnknownFunction, {name});
 }
 
-bool MenuItemReader::SetImage() {
+bool MenuItemReader::FindImage() {
     const std::u16string_view image = TrimmedView(line.tokens[kWhat]);
     if (image.empty()) return Refuse(kMenuNoImage);
-    const std::int32_t index = rep.GetCommandTable()->GetBitmapIndex(image);
-    if (index == -1) return SetImageFile(image);
-    item->SetBitmapIndex(index);
-    return true;
+    bitmapIndex = rep.GetCommandTable()->GetBitmapIndex(image);
+    return bitmapIndex != -1 || LoadImage(image);
 }
 
-bool MenuItemReader::SetImageFile(std::u16string_view name) {
+bool MenuItemReader::LoadImage(std::u16string_view name) {
     VUnicodeString path(name);
     if (!IsAbsolute(name) && !rep.GetFolder().IsEmpty()) path = VJoinPath(rep.GetFolder().GetData(), path.GetData());
-    item->SetBitmap(images.Load(path));
-    if (item->GetBitmap() != nullptr) return true;
+    bitmap = images.Load(path);
+    if (bitmap != nullptr) return true;
     VReportMessageParams cause(platform::GetLastErrorCode());
     return Refuse(kMenuBadImage, {path, cause.GetTextOneLine()});
 }
 
-bool MenuItemReader::SetArgument() {
+bool MenuItemReader::CheckArgument() {
     if (line.tokenCount <= kArgument) {
-        const auto* function = std::ranges::find(kArgumentFunctions, item->GetType(), &ArgumentFunction::number);
+        const auto* function = std::ranges::find(kArgumentFunctions, command->number, &ArgumentFunction::number);
         return function == std::end(kArgumentFunctions) || Refuse(kMenuNoArgument, {function->argument});
     }
-    if (line.tokens[kArgument].empty() && line.tokens[kFunction] != kRun) return true;
-    const VUnicodeString argument(line.tokens[kArgument]);
-    item->SetArgument(argument);
-    return line.tokens[kFunction] != kRun || OpensForReading(argument) || Refuse(kMenuNoScript, {argument});
+    const std::u16string_view script = line.tokens[kArgument];
+    return line.tokens[kFunction] != kRun || OpensForReading(script) || Refuse(kMenuNoScript, {script});
 }
 
-bool MenuItemReader::SetTexts() {
-    const std::u16string_view key = line.tokens[kStringKey];
-    if (line.tokenCount <= kStringKey || (key.empty() && !IsTool())) return true;
-    const MenuString* string = rep.FindString(key);
-    if (string == nullptr) return Refuse(kMenuUnknownString, {key});
-    item->SetPrompt(string->prompt);
-    item->SetToolTip(string->toolTip);
-    return true;
+bool MenuItemReader::HasKey(std::size_t operand) const {
+    return line.tokenCount > operand && (IsTool() || !line.tokens[operand].empty());
 }
 
-bool MenuItemReader::SetAccelerator() {
-    const std::u16string_view key = line.tokens[kAcceleratorKey];
-    if (line.tokenCount <= kAcceleratorKey || (key.empty() && !IsTool())) {
-        if (!IsTool()) item->SetText(line.tokens[kWhat]);
-        return true;
+bool MenuItemReader::FindTexts() {
+    if (!HasKey(kStringKey)) return true;
+    texts = rep.FindString(line.tokens[kStringKey]);
+    return texts != nullptr || Refuse(kMenuUnknownString, {line.tokens[kStringKey]});
+}
+
+bool MenuItemReader::FindAccelerator() {
+    if (!HasKey(kAcceleratorKey)) return true;
+    accelerator = rep.FindAccelerator(line.tokens[kAcceleratorKey]);
+    return accelerator != nullptr || Refuse(kMenuUnknownAccelerator, {line.tokens[kAcceleratorKey]});
+}
+
+VUnicodeString MenuItemReader::MakeText() const {
+    if (IsTool()) return {};
+    if (accelerator != nullptr) return accelerator->ShowBehind(line.tokens[kWhat]);
+    return line.tokens[kWhat];
+}
+
+std::unique_ptr<VMenuToolbarItem> MenuItemReader::MakeItem() const {
+    const VUnicodeString none;
+    auto item = std::make_unique<VMenuToolbarItem>(MakeText(), command->name, line.tokens[kArgument],
+                                                   texts != nullptr ? texts->toolTip : none,
+                                                   texts != nullptr ? texts->prompt : none);
+    item->SetType(command->number);
+    item->SetCommandId(command->number);
+    item->SetTakesArgument(TakesArgument(command->name));
+    item->SetBitmapIndex(bitmapIndex);
+    if (bitmap != nullptr) item->SetBitmap(bitmap);
+    if (accelerator != nullptr) {
+        item->SetAccelerator(
+            {accelerator->GetFlags(), accelerator->GetKey(), static_cast<std::uint16_t>(command->number)});
     }
-    const AcceleratorRep* accelerator = rep.FindAccelerator(key);
-    if (accelerator == nullptr) return Refuse(kMenuUnknownAccelerator, {key});
-    if (!IsTool()) ShowAccelerator(*accelerator);
-    item->SetAccelerator({accelerator->GetFlags(), accelerator->GetKey(), static_cast<std::uint16_t>(item->GetType())});
-    return true;
-}
-
-void MenuItemReader::ShowAccelerator(const AcceleratorRep& accelerator) {
-    const std::u16string_view label = line.tokens[kWhat];
-    const std::u16string_view shown = accelerator.GetShownText();
-    VUnicodeString text;
-    text.Resize(label.size() + 1 + shown.size());  // appending would copy the label each time
-    char16_t* end = std::ranges::copy(label, &text.MutableAt(0)).out;
-    *end++ = u'\t';
-    std::ranges::copy(shown, end);
-    item->SetText(text);
+    return item;
 }
 
 }  // namespace connectdialog

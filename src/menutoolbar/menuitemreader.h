@@ -29,21 +29,28 @@ class MenuItemReader {
 
   private:
     // Each step is false when it has added a warning.
-    bool SetFunction();
-    bool SetImage();
-    bool SetImageFile(std::u16string_view name);
-    bool SetArgument();
-    bool SetTexts();
-    bool SetAccelerator();
-    void ShowAccelerator(const AcceleratorRep& accelerator);
+    bool FindFunction();
+    bool FindImage();
+    bool LoadImage(std::u16string_view name);
+    bool CheckArgument();
+    bool FindTexts();
+    bool FindAccelerator();
+    VUnicodeString MakeText() const;
+    std::unique_ptr<VMenuToolbarItem> MakeItem() const;
     bool Refuse(std::uint32_t code, std::initializer_list<std::u16string_view> inserts = {});
     bool IsTool() const { return line.kind == MenuLineKind::kToolbarItem; }
+    /// Whether the line names a key there. In a menu item an empty one is none.
+    bool HasKey(std::size_t operand) const;
 
     VMenuToolbarRep& rep;
     MenuImages& images;
     const MenuLine& line;
     std::uint32_t lineNumber;
-    std::unique_ptr<VMenuToolbarItem> item;
+    const VMenuResourceData::Command* command = nullptr;
+    std::int32_t bitmapIndex = -1;
+    VMenuBitmap bitmap;
+    const MenuString* texts = nullptr;
+    const AcceleratorRep* accelerator = nullptr;
 };
 
 }  // namespace connectdialog

@@ -46,15 +46,16 @@ void AddToken(MenuLine& line, std::u16string_view token) {
 void SplitOperands(std::u16string_view text, MenuLine& line) {
     if (text.empty()) return;
     bool isQuoted = false;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] > u',') continue;  // letters and digits
-        if (text[i] == u'"') isQuoted = !isQuoted;
-        if (text[i] != u',' || isQuoted) continue;
-        AddToken(line, text.substr(start, i - start));
-        start = i + 1;
+    const char16_t* start = text.data();
+    const char16_t* const end = start + text.size();
+    for (const char16_t* at = start; at != end; ++at) {
+        if (*at > u',') continue;  // most are letters
+        if (*at == u'"') isQuoted = !isQuoted;
+        if (*at != u',' || isQuoted) continue;
+        AddToken(line, {start, at});
+        start = at + 1;
     }
-    AddToken(line, text.substr(start));
+    AddToken(line, {start, end});
 }
 
 }  // namespace

@@ -37,6 +37,10 @@ enum MenuItemType : std::uint32_t {
 class VMenuToolbarItem {
   public:
     VMenuToolbarItem() = default;
+    /// With these texts from the start, which costs half as much as setting them.
+    VMenuToolbarItem(const VUnicodeString& text, const VUnicodeString& functionName, const VUnicodeString& argument,
+                     const VUnicodeString& toolTip, const VUnicodeString& prompt)
+        : text(text), functionName(functionName), argument(argument), toolTip(toolTip), prompt(prompt) {}
     VMenuToolbarItem(const VMenuToolbarItem&) = default;
     VMenuToolbarItem& operator=(const VMenuToolbarItem&) = default;
     virtual ~VMenuToolbarItem() = default;
