@@ -30,7 +30,7 @@ void CompareOperands(std::u16string_view text, const MenuLine& line) {
         const bool isClosed = token.GetLength() > 1 && token.View().ends_with(u'"');
         if (isQuoted) isValid &= isClosed;
         if (isQuoted && isClosed) token = token.Mid(1, token.GetLength() - 2);
-        if (i < MenuLine::kMostTokens) Require(line.tokens[i] == token.View(), "an operand");
+        if (i < MenuLine::kMostTokens) Require(line.Token(i) == token.View(), "an operand");
     }
     Require(isValid == line.isValid, "quotes pair");
 }

@@ -59,7 +59,7 @@ bool MenuItemReader::Refuse(std::uint32_t code, std::initializer_list<std::u16st
 
 bool MenuItemReader::FindFunction() {
     if (line.tokenCount <= kFunction) return Refuse(kMenuLineOutOfPlace);
-    const std::u16string_view name = line.tokens[kFunction];
+    const std::u16string_view name = line.Token(kFunction);
     const VMenuResourceData* table = rep.GetCommandTable();
     command = table != nullptr ? table->Find(name) : nullptr;
     const bool isKnown = command != nullptr && command->number != 0;
@@ -67,7 +67,7 @@ bool MenuItemReader::FindFunction() {
 }
 
 bool MenuItemReader::FindImage() {
-    const std::u16string_view image = TrimmedView(line.tokens[kWhat]);
+    const std::u16string_view image = TrimmedView(line.Token(kWhat));
     if (image.empty()) return Refuse(kMenuNoImage);
     bitmapIndex = rep.GetCommandTable()->GetBitmapIndex(image);
     return bitmapIndex != -1 || LoadImage(image);
@@ -87,35 +87,35 @@ bool MenuItemReader::CheckArgument() {
         const auto* function = std::ranges::find(kArgumentFunctions, command->number, &ArgumentFunction::number);
         return function == std::end(kArgumentFunctions) || Refuse(kMenuNoArgument, {function->argument});
     }
-    const std::u16string_view script = line.tokens[kArgument];
-    return line.tokens[kFunction] != kRun || OpensForReading(script) || Refuse(kMenuNoScript, {script});
+    const std::u16string_view script = line.Token(kArgument);
+    return line.Token(kFunction) != kRun || OpensForReading(script) || Refuse(kMenuNoScript, {script});
 }
 
 bool MenuItemReader::HasKey(std::size_t operand) const {
-    return line.tokenCount > operand && (IsTool() || !line.tokens[operand].empty());
+    return line.tokenCount > operand && (IsTool() || !line.Token(operand).empty());
 }
 
 bool MenuItemReader::FindTexts() {
     if (!HasKey(kStringKey)) return true;
-    texts = rep.FindString(line.tokens[kStringKey]);
-    return texts != nullptr || Refuse(kMenuUnknownString, {line.tokens[kStringKey]});
+    texts = rep.FindString(line.Token(kStringKey));
+    return texts != nullptr || Refuse(kMenuUnknownString, {line.Token(kStringKey)});
 }
 
 bool MenuItemReader::FindAccelerator() {
     if (!HasKey(kAcceleratorKey)) return true;
-    accelerator = rep.FindAccelerator(line.tokens[kAcceleratorKey]);
-    return accelerator != nullptr || Refuse(kMenuUnknownAccelerator, {line.tokens[kAcceleratorKey]});
+    accelerator = rep.FindAccelerator(line.Token(kAcceleratorKey));
+    return accelerator != nullptr || Refuse(kMenuUnknownAccelerator, {line.Token(kAcceleratorKey)});
 }
 
 VUnicodeString MenuItemReader::MakeText() const {
     if (IsTool()) return {};
-    if (accelerator != nullptr) return accelerator->ShowBehind(line.tokens[kWhat]);
-    return line.tokens[kWhat];
+    if (accelerator != nullptr) return accelerator->ShowBehind(line.Token(kWhat));
+    return line.Token(kWhat);
 }
 
 std::unique_ptr<VMenuToolbarItem> MenuItemReader::MakeItem() const {
     const VUnicodeString none;
-    auto item = std::make_unique<VMenuToolbarItem>(MakeText(), command->name, line.tokens[kArgument],
+    auto item = std::make_unique<VMenuToolbarItem>(MakeText(), command->name, line.Token(kArgument),
                                                    texts != nullptr ? texts->toolTip : none,
                                                    texts != nullptr ? texts->prompt : none);
     item->SetType(command->number);

@@ -31,8 +31,14 @@ bool IsBlank(char16_t character) {
     return character == u' ' || ((character < u' ' || character >= 0x7F) && IsSpace(character));
 }
 
-void AddToken(MenuLine& line, std::u16string_view token) {
-    token = TrimmedView(token);
+inline std::u16string_view Trimmed(std::u16string_view text) {
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    return text;
+}
+
+inline void AddToken(MenuLine& line, std::u16string_view token) {
+    token = Trimmed(token);
     if (token.starts_with(u'"')) {
         const bool isClosed = token.size() > 1 && token.ends_with(u'"');
         line.isValid &= isClosed;
@@ -49,9 +55,9 @@ void SplitOperands(std::u16string_view text, MenuLine& line) {
     const char16_t* start = text.data();
     const char16_t* const end = start + text.size();
     for (const char16_t* at = start; at != end; ++at) {
-        if (*at > u',') continue;  // most are letters
-        if (*at == u'"') isQuoted = !isQuoted;
-        if (*at != u',' || isQuoted) continue;
+        const bool isQuote = *at == u'"';
+        isQuoted ^= isQuote;
+        if (!((*at == u',') & !isQuoted)) continue;
         AddToken(line, {start, at});
         start = at + 1;
     }
@@ -61,18 +67,18 @@ void SplitOperands(std::u16string_view text, MenuLine& line) {
 }  // namespace
 
 std::u16string_view TrimmedView(std::u16string_view text) {
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    return text;
+    return Trimmed(text);
 }
 
 std::u16string_view PrepareMenuLine(std::u16string_view line) {
-    const std::u16string_view prepared = TrimmedView(line);
+    const std::u16string_view prepared = Trimmed(line);
     return prepared.starts_with(u"//") ? std::u16string_view() : prepared;
 }
 
 void ReadMenuLine(std::u16string_view text, MenuLine& line) {
-    line = MenuLine();
+    line.kind = MenuLineKind::kData;
+    line.isValid = true;
+    line.tokenCount = 0;
     for (const Keyword& keyword : kKeywords) {
         if (text.front() != keyword.word.front() || !text.starts_with(keyword.word)) continue;
         line.kind = keyword.kind;

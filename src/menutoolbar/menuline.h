@@ -34,12 +34,14 @@ struct MenuLine {
     /// No line has a meaning for more; those behind are only counted and checked.
     static constexpr std::size_t kMostTokens = 5;
 
+    /// An operand without white space and quotes round it; empty where there is none. Requires: `i` < kMostTokens.
+    std::u16string_view Token(std::size_t i) const { return i < tokenCount ? tokens[i] : std::u16string_view(); }
+
     MenuLineKind kind = MenuLineKind::kData;
     /// False when an operand begins with a double quote and does not end with another.
     bool isValid = true;
     std::size_t tokenCount = 0;
-    /// Trimmed and without the quotes round them; empty where there is no operand.
-    std::array<std::u16string_view, kMostTokens> tokens{};
+    std::array<std::u16string_view, kMostTokens> tokens;  ///< as many as tokenCount tells
 };
 
 /// The line without the white space round it; empty for a comment.

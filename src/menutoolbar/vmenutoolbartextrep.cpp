@@ -76,15 +76,15 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadTopLevelLine() {
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadFont() {
-    if (line.tokens[0].empty()) return Warn(kMenuLineOutOfPlace);
+    if (line.Token(0).empty()) return Warn(kMenuLineOutOfPlace);
     const bool isSecond = !font.IsEmpty();
-    font = line.tokens[0];
+    font = line.Token(0);
     return isSecond ? Warn(kMenuSecondFont) : Outcome::kGood;
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadTopLevelBlock() {
     auto block = std::make_unique<VMenuToolbar>(BlockKindOf(line.kind));
-    const VUnicodeString name(line.tokens[0]);
+    const VUnicodeString name(line.Token(0));
     const Outcome outcome = ReadBlock(*block, name, 0);
     if (outcome != Outcome::kFatal) AddMenu(name, std::move(block));
     return outcome;
@@ -127,7 +127,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadPopup(VMenuToolbar& parent
     if (depth == kDeepestPopup) return Fail(kMenuKeywordOutOfPlace);
     auto popup = std::make_unique<VMenuToolbar>(MenuBlockKind::kPopup);
     popup->SetType(kMenuTypePopup);
-    const Outcome outcome = ReadBlock(*popup, line.tokens[0], depth + 1);
+    const Outcome outcome = ReadBlock(*popup, line.Token(0), depth + 1);
     if (outcome != Outcome::kFatal) parent.Append(std::move(popup));
     return outcome;
 }
@@ -141,11 +141,11 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadItem(VMenuToolbar& block) 
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadAccelerators() {
     return ReadUntilEnd(
-        [&] { return ReadDefinition(accelerators, kMenuAcceleratorTwice, line.tokens[1], line.tokens[2]); });
+        [&] { return ReadDefinition(accelerators, kMenuAcceleratorTwice, line.Token(1), line.Token(2)); });
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadStrings() {
-    return ReadUntilEnd([&] { return ReadDefinition(strings, kMenuStringTwice, line.tokens[1]); });
+    return ReadUntilEnd([&] { return ReadDefinition(strings, kMenuStringTwice, line.Token(1)); });
 }
 
 /// Reads the lines of a block up to its END, `readEntry` one that is valid and not END.
@@ -167,7 +167,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadDefinition(MenuNameMap<T>&
                                                                  const Operands&... operands) {
     if (line.kind != MenuLineKind::kData) return Fail(kMenuKeywordOutOfPlace);
     if (line.tokenCount < 2) return Warn(kMenuLineOutOfPlace);
-    const bool isNew = definitions.try_emplace(VUnicodeString(line.tokens[0]), operands...).second;
+    const bool isNew = definitions.try_emplace(VUnicodeString(line.Token(0)), operands...).second;
     return isNew ? Outcome::kGood : Fail(twice);
 }
 
