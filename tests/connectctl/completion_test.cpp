@@ -36,6 +36,7 @@ const std::vector<std::vector<std::string>> kCommandWords = {{},
                                                              {"trace"},
                                                              {"keymap"},
                                                              {"keymap", "show"},
+                                                             {"menu", "check"},
                                                              {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {

@@ -13,7 +13,12 @@ namespace connectdialog::connectctl {
 
 /// Nothing when all went well; else the one line that tells the user why not. It may quote names as they stand: who
 /// prints it escapes it.
-using Failure = std::optional<std::string>;
+class Failure : public std::optional<std::string> {
+  public:
+    using std::optional<std::string>::optional;
+    /// Where it is not that of the command's failures.
+    std::optional<int> exitCode;
+};
 inline constexpr std::nullopt_t kDone = std::nullopt;
 /// Standard output has said it all: the run ends with 1 and without a line more.
 inline Failure ToldAlready() {
@@ -30,7 +35,7 @@ struct Command {
     bool needsStore;
     /// Adds the command's arguments to its parser; gives what runs it after the parse.
     CommandBody (*declare)(CLI::App& parser);
-    /// Another exit code for its failures, for a command whose answer may be 1.
+    /// The exit code of its failures; another one for a command whose answer may be 1.
     int failureCode = 1;
 };
 
@@ -57,6 +62,7 @@ CommandBody DeclareFirewall(CLI::App& parser);
 CommandBody DeclareButtons(CLI::App& parser);
 CommandBody DeclareHive(CLI::App& parser);
 CommandBody DeclareKeymap(CLI::App& parser);
+CommandBody DeclareMenu(CLI::App& parser);
 CommandBody DeclareSecret(CLI::App& parser);
 CommandBody DeclareTrace(CLI::App& parser);
 CommandBody DeclareCompletion(CLI::App& parser);

@@ -1,7 +1,7 @@
 // connectctl: the session database from the command line.
 //
 // Standard output has what was asked for, standard error one line when the answer is a failure. Exit codes: 0 done,
-// 1 failed, 2 wrong usage.
+// 1 failed, 2 wrong usage, or warnings of menu check.
 #include <CLI/CLI.hpp>
 #include <array>
 #include <cstdio>
@@ -43,6 +43,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"buttons", "The user's button bars", true, DeclareButtons},
     {"hive", "Settings of the machine and the user beside the store", false, DeclareHive},
     {"keymap", "Keymap files, and the keymaps of sessions", false, DeclareKeymap},
+    {"menu", "Descriptions of menus and toolbars", false, DeclareMenu},
     {"secret", "Protect a text for this user, and read it back", false, DeclareSecret},
     {"trace", "Print what a template of a log file's name comes to now", false, DeclareTrace},
     {"completion", "Print a completion script for a shell", false, DeclareCompletion},
@@ -51,7 +52,7 @@ constexpr auto kCommands = std::to_array<Command>({
 constexpr char kFooter[] =
     "Names in a path are joined by \\ and folders are listed with a \\ at their end. Characters that would drive\n"
     "the terminal are printed as <U+001B>, and paths may be typed so. COMMAND --help tells more.\n"
-    "Exit codes: 0 done, 1 failed with one line on standard error, 2 wrong usage.";
+    "Exit codes: 0 done, 1 failed with one line on standard error, 2 wrong usage, or warnings of menu check.";
 
 Failure RunCommand(const Command& command, const CommandBody& body, const std::string& storeUrl) {
     if (command.needsStore)
@@ -93,7 +94,7 @@ int Main(int argc, char** argv) {
         if (const Failure failure = RunCommand(kCommands[i], bodies[i], storeUrl)) {
             if (failure->empty()) return kFailed;
             PrintNotice(*failure);
-            return kCommands[i].failureCode;
+            return failure.exitCode.value_or(kCommands[i].failureCode);
         }
     }
     return 0;

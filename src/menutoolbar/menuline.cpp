@@ -1,0 +1,91 @@
+#include "menutoolbar/menuline.h"
+
+#include "foundation/casefold.h"
+
+namespace connectdialog {
+
+namespace {
+
+struct Keyword {
+    std::u16string_view word;
+    MenuLineKind kind;
+    bool hasOperands;
+};
+
+/// In the order in which they are tried.
+constexpr Keyword kKeywords[] = {
+    {u"END", MenuLineKind::kEnd, false},
+    {u"ACCELERATOR", MenuLineKind::kAccelerator, false},
+    {u"STRINGTABLE", MenuLineKind::kStringTable, false},
+    {u"SEPARATOR", MenuLineKind::kSeparator, false},
+    {u"MENU ", MenuLineKind::kMenu, true},
+    {u"TOOLBAR ", MenuLineKind::kToolbar, true},
+    {u"POPUPMENU", MenuLineKind::kPopupMenu, true},
+    {u"FONT", MenuLineKind::kFont, true},
+    {u"MENUITEM", MenuLineKind::kMenuItem, true},
+    {u"TOOLBARITEM", MenuLineKind::kToolbarItem, true},
+};
+
+/// Most characters at the ends of lines and operands are blanks and printable ASCII: those need no look into the table.
+bool IsBlank(char16_t character) {
+    return character == u' ' || ((character < u' ' || character >= 0x7F) && IsSpace(character));
+}
+
+inline std::u16string_view Trimmed(std::u16string_view text) {
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    return text;
+}
+
+inline void AddToken(MenuLine& line, std::u16string_view token) {
+    token = Trimmed(token);
+    if (token.starts_with(u'"')) {
+        const bool isClosed = token.size() > 1 && token.ends_with(u'"');
+        line.isValid &= isClosed;
+        if (isClosed) token = token.substr(1, token.size() - 2);
+    }
+    if (line.tokenCount < line.tokens.size()) line.tokens[line.tokenCount] = token;
+    ++line.tokenCount;
+}
+
+/// The same places as VSplitCommaList finds, without a string for each token.
+void SplitOperands(std::u16string_view text, MenuLine& line) {
+    if (text.empty()) return;
+    bool isQuoted = false;
+    const char16_t* start = text.data();
+    const char16_t* const end = start + text.size();
+    for (const char16_t* at = start; at != end; ++at) {
+        const bool isQuote = *at == u'"';
+        isQuoted ^= isQuote;
+        if (!((*at == u',') & !isQuoted)) continue;
+        AddToken(line, {start, at});
+        start = at + 1;
+    }
+    AddToken(line, {start, end});
+}
+
+}  // namespace
+
+std::u16string_view TrimmedView(std::u16string_view text) {
+    return Trimmed(text);
+}
+
+std::u16string_view PrepareMenuLine(std::u16string_view line) {
+    const std::u16string_view prepared = Trimmed(line);
+    return prepared.starts_with(u"//") ? std::u16string_view() : prepared;
+}
+
+void ReadMenuLine(std::u16string_view text, MenuLine& line) {
+    line.kind = MenuLineKind::kData;
+    line.isValid = true;
+    line.tokenCount = 0;
+    for (const Keyword& keyword : kKeywords) {
+        if (text.front() != keyword.word.front() || !text.starts_with(keyword.word)) continue;
+        line.kind = keyword.kind;
+        if (keyword.hasOperands) SplitOperands(text.substr(keyword.word.size()), line);
+        return;
+    }
+    SplitOperands(text, line);
+}
+
+}  // namespace connectdialog

@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "foundation/textencoding.h"
+#include "foundation/vpath.h"
+#include "menutoolbar/vmenutoolbartextrep.h"
+#include "platform/codepage.h"
+#include "platform/lasterror.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog {
+namespace {
+
+namespace fs = std::filesystem;
+constexpr MenuParseResult kClean = MenuParseResult::kClean;
+constexpr MenuParseResult kFailed = MenuParseResult::kFailed;
+constexpr MenuParseResult kWarnings = MenuParseResult::kWarnings;
+
+constexpr CmdData kCommands[] = {
+    {16, u"SIXTEEN", -1}, {17, u"SEND", 0},  {18, u"RUN", 1}, {19, u"OPEN_SESSION", -1}, {20, u"OPEN_SESSION_TAB", -1},
+    {100, u"COPY", 3},    {101, u"CUT", -1}, {7, u"COPY", 7}, {0, u"NOTHING", 5},
+};
+
+VUnicodeString TextOf(const VMenuToolbarItem& item, void (VMenuToolbarItem::*getter)(VUnicodeString&) const) {
+    VUnicodeString text;
+    (item.*getter)(text);
+    return text;
+}
+
+/// Writes a block as one line: `name{COPY(label|argument|prompt|tip|image|flags key command) - popup{}}`, with what is
+/// empty left out from the end.
+class Dump : public IMenuToolbarBuilder {
+  public:
+    void AddBlock(const VMenuToolbar& block) {
+        BeginPopup(TextOf(block, &VMenuToolbarItem::GetText));
+        BuildMenuToolbar(block, *this);
+        EndPopup();
+    }
+    void AddItem(const VMenuToolbarItem& item) override {
+        VUnicodeString fields;
+        for (auto getter : {&VMenuToolbarItem::GetText, &VMenuToolbarItem::GetArgument, &VMenuToolbarItem::GetPrompt,
+                            &VMenuToolbarItem::GetToolTip})
+            fields += TextOf(item, getter) + u"|";
+        VUnicodeString image;
+        image.Format(u"%1!d!|", item.GetBitmapIndex());
+        fields += item.GetBitmap() != nullptr ? u"file|"_v : item.GetBitmapIndex() >= 0 ? image : u"|"_v;
+        const VMenuAccelerator accelerator = item.GetAccelerator();
+        if (accelerator != VMenuAccelerator()) {
+            image.Format(u"%1!u! %2!c! %3!u!", accelerator.flags, accelerator.key, accelerator.command);
+            fields += image;
+        }
+        std::u16string shown(fields);
+        shown.erase(shown.find_last_not_of(u'|') + 1);
+        EXPECT_EQ(item.GetType(), item.GetCommandId());
+        line += platform::ToNarrow(TextOf(item, &VMenuToolbarItem::GetFunctionName)) + '(' + platform::ToNarrow(shown) +
+                ") ";
+    }
+    void AddSeparator() override { line += "- "; }
+    void BeginPopup(const VUnicodeString& label) override { line += platform::ToNarrow(label) + '{'; }
+    void EndPopup() override {
+        if (line.ends_with(' ')) line.pop_back();
+        line += "} ";
+    }
+
+    std::string line;
+};
+
+class MenuReaderTest : public testing::Test {
+  protected:
+    MenuParseResult Parse(std::string_view bytes) {
+        folder.Write("m", bytes);
+        rep.SetCommandTable(&table);
+        rep.SetFileName(folder.Name("m"));
+        return rep.Parse();
+    }
+    /// The folder of the test is written as `*`.
+    std::string Describe(VReportMessageParams& report) const {
+        VUnicodeString text;
+        text.Format(u"%1!X!@%2!u!", report.GetCode(), static_cast<std::uint32_t>(report.GetUserData()));
+        const bool isSystems = report.GetCode() < 0x10000;
+        const std::size_t lineInserts = report.GetUserData() == 0 || isSystems ? 0 : 1;
+        for (std::size_t i = lineInserts; i < report.GetInsertCount(); ++i)
+            text += u" "_v + VUnicodeString(report.GetInserts()[i]);
+        text.Replace(folder.Name("").GetData(), u"*");
+        VUnicodeString line;
+        line.Format(u"%1!u!", static_cast<std::uint32_t>(report.GetUserData()));
+        EXPECT_TRUE(lineInserts == 0 || line == report.GetInserts()[0]);
+        return platform::ToNarrow(text);
+    }
+    /// Warnings, then the error, with `, ` between them.
+    std::string Reports() {
+        std::string all;
+        for (VReportMessageParams& warning : rep.GetWarnings()) all += (all.empty() ? "" : ", ") + Describe(warning);
+        if (rep.GetError().GetCode() != 0) all += (all.empty() ? "" : ", ") + Describe(rep.GetError());
+        return all;
+    }
+    std::string Tree() const {
+        Dump dump;
+        for (const auto& menu : rep.GetMenus()) dump.AddBlock(*menu);
+        return dump.line.substr(0, dump.line.find_last_not_of(' ') + 1);
+    }
+
+    test::TemporaryFolder folder;
+    VMenuResourceData table{kCommands};
+    VMenuToolbarTextRep rep;
+};
+
+struct ReportRow {
+    const char* text;
+    MenuParseResult result;
+    const char* reports;
+};
+
+const ReportRow kReportRows[] = {
+    {"", kFailed, "E10A0002@0 *m"},
+    {"// note\n\n  // MENU x\n", kFailed, "E10A0002@0 *m"},
+    {"ACCELERATOR\na,A\n\nb,B\na,C\nEND\n", kFailed, "E10A0003@5"},
+    {"STRINGTABLE\na,x\nA,x\na,y\nEND\n", kFailed, "E10A0004@4"},
+    {"MENU m\nEND\nTOOLBAR \"m\"\nEND\n", kFailed, "E10A0005@3 m"},
+    {"MENU m\nEND\nMENU n\nPOPUPMENU m\nEND\nEND\n", kFailed, "E10A0005@4 m"},
+    {"MENU m\nPOPUPMENU m\nEND\nPOPUPMENU m\nEND\nEND\n", kClean, ""},
+    {"MENU m\nMENU n\nEND\n", kFailed, "E10A0006@2"},
+    {"TOOLBAR m\nTOOLBAR n\nEND\n", kFailed, "E10A0006@2"},
+    {"POPUPMENU m\nFONT x\nEND\n", kFailed, "E10A0006@2"},
+    {"MENU m\nACCELERATOR\n", kFailed, "E10A0006@2"},
+    {"MENU m\nPOPUPMENU n\nSTRINGTABLE\n", kFailed, "E10A0006@3"},
+    {"ACCELERATOR\nMENUITEM a,COPY\nEND\n", kFailed, "E10A0006@2"},
+    {"STRINGTABLE\nTOOLBARITEM COPY,COPY\nEND\n", kFailed, "E10A0006@2"},
+    {"STRINGTABLE\nPOPUPMENU\n", kFailed, "E10A0006@2"},
+    {"MENU m\nMENUITEM a,COPY\n\n", kFailed, "E10A0006@3"},
+    {"MENU m\nPOPUPMENU n\nEND\n", kFailed, "E10A0006@3"},
+    {"STRINGTABLE\na,b", kFailed, "E10A0006@2"},
+    {"MENU \"m\n", kFailed, "E10A0007@1 *m"},
+    {"FONT a, \"\n", kFailed, "E10A0007@1 *m"},
+    {"TOOLBAR t\nPOPUPMENU a,b,c,d,e,f,\"g\nEND\n", kFailed, "E10A0007@2 *m"},
+    {"MENU m\nMENUITEM \"a, COPY\nMENUITEM a, COPY, \"x\"y\nEND\n", kWarnings, "E10A0007@2 *m, E10A0007@3 *m"},
+    {"FONT f\n\"stray\n", kWarnings, "E10A0007@2 *m"},
+    {"ACCELERATOR\nMENUITEM \"\n\"a,b\nEND\n", kWarnings, "E10A0007@2 *m, E10A0007@3 *m"},
+    {"MENU m\nMENUITEM a,COPY,,,key\nEND\n", kWarnings, "A10A0008@2 key"},
+    {"STRINGTABLE\ns,x\nEND\nTOOLBAR t\nTOOLBARITEM COPY,COPY,,s,\nEND\n", kWarnings, "A10A0008@5 "},
+    {"MENU m\nMENUITEM a,COPY,,text\nEND\n", kWarnings, "A10A0009@2 text"},
+    {"TOOLBAR t\nTOOLBARITEM COPY,COPY,,\nEND\n", kWarnings, "A10A0009@2 "},
+    {"MENU m\nMENUITEM a\ndata\nTOOLBARITEM COPY,COPY\nEND\n", kWarnings, "A10A000A@2, A10A000A@3, A10A000A@4"},
+    {"TOOLBAR t\nTOOLBARITEM COPY\nMENUITEM a,COPY\ndata,b\nPOPUPMENU p\nEND\n", kWarnings,
+     "A10A000A@2, A10A000A@3, A10A000A@4, A10A000A@5"},
+    {"ACCELERATOR\na\nEND\nSTRINGTABLE\nb\nEND\nFONT\n", kWarnings, "A10A000A@2, A10A000A@5, A10A000A@7"},
+    {"MENU m\nMENUITEM a,copy\nMENUITEM a,\nMENUITEM a,SIXTEEN\nMENUITEM a,NOTHING\nEND\n", kWarnings,
+     "A10A000B@2 copy, A10A000B@3 , A10A000B@4 SIXTEEN, A10A000B@5 NOTHING"},
+    {"TOOLBAR t\nTOOLBARITEM no.png,COPY\nEND\n", kWarnings, "A10A000C@2 *no.png The file or entry does not exist."},
+    {"TOOLBAR t\nTOOLBARITEM ,COPY\nTOOLBARITEM \" \",COPY\nEND\n", kWarnings, "A10A000D@2, A10A000D@3"},
+    {"MENU m\nMENUITEM a,RUN,/no/script\nMENUITEM a,RUN,/dev/zero\nMENUITEM a,RUN,\nEND\n", kWarnings,
+     "A10A000E@2 /no/script, A10A000E@3 /dev/zero, A10A000E@4 "},
+    {"MENU m\nMENUITEM a,SEND\nMENUITEM a,RUN\nMENUITEM a,OPEN_SESSION\nMENUITEM a,OPEN_SESSION_TAB\nEND\n", kWarnings,
+     "A10A000F@2 send string, A10A000F@3 script file, A10A000F@4 open session, A10A000F@5 open session in tab"},
+    {"FONT a\nFONT b\n", kWarnings, "A10A0010@2"},
+    // Lines outside all blocks have no report.
+    {"FONT a\nEND\n", kFailed, ""},
+    {"MENU", kFailed, ""},
+    {"TOOLBAR\tt\nSEPARATOR\nMENUITEM a,COPY\n", kFailed, ""},
+    {"END\nFONT a\nFONT b\n", kWarnings, "A10A0010@3"},
+    {"FONT a\nFONT b\nEND\n", kFailed, "A10A0010@2"},
+};
+
+TEST_F(MenuReaderTest, EveryFaultIsReportedWithItsLine) {
+    for (const ReportRow& row : kReportRows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(Parse(row.text), row.result);
+        EXPECT_EQ(Reports(), row.reports);
+        const bool isSilent = row.result == kFailed && rep.GetError().GetCode() == 0;
+        EXPECT_TRUE(!isSilent || rep.GetStrayLine() > 0);
+        for (VReportMessageParams& report : rep.GetWarnings())
+            EXPECT_TRUE(std::u16string_view(report.GetText()).starts_with(u"第 ")) << "a text of its own";
+    }
+}
+
+struct TreeRow {
+    const char* text;
+    const char* tree;
+};
+
+const TreeRow kTreeRows[] = {
+    {"MENU m\nEND of it\nTOOLBAR t\nENDING\nPOPUPMENUp\nEND\n", "m{} t{} p{}"},
+    {"MENU  \" m \" , x\n MENUITEM \"a, \"b\"\" , COPY\t\n\tSEPARATORS\n//x\nEND", " m {COPY(a, \"b\") -}"},
+    {"MENU m\nMENUITEM a\"b,COPY,c\nMENUITEM ,COPY, \"\" \nMENUITEM a b,CUT,x,,,more,\nEND\n", "m{COPY() CUT(a b|x)}"},
+    {"MENU m\nPOPUPMENU\nPOPUPMENU q\nMENUITEM a,COPY\nEND\nSEPARATOR\nEND\nMENUITEM b,COPY\nEND\n",
+     "m{{q{COPY(a)} -} COPY(b)}"},
+    {"STRINGTABLE\ns, \"Long, text\\nTip\\nX\", y\nt, both\ne,\nEND\nMENU m\nMENUITEM a,COPY,,s\nMENUITEM a,COPY,,t,\n"
+     "MENUITEM a,COPY,,,\nMENUITEM a,COPY,,e\nMENUITEM a,COPY,,no\nEND\n",
+     "m{COPY(a||Long, text|Tip\\nX) COPY(a||both|both) COPY(a) COPY(a)}"},
+    {"ACCELERATOR\na, xyz, CTRL| shift\nv,B,VIRTKEY|Alt|HYPER|alt\np,C\nEND\n"
+     "MENU m\nMENUITEM a,COPY,,,a\nMENUITEM b,CUT,,,v\nMENUITEM c,CUT,,,p\nEND\n",
+     "m{COPY(a\tCtrl+Shift+x|||||14 x 100) CUT(b\tAlt+B|||||19 B 101) CUT(c\tC|||||2 C 101)}"},
+    {"ACCELERATOR\na,A,ALT\nEND\nSTRINGTABLE\ns,x\nEND\nTOOLBAR t\nTOOLBARITEM COPY,CUT,,s,a\nTOOLBARITEM "
+     "SEND,SIXTEEN\n"
+     "SEPARATOR\nTOOLBARITEM COPY,SEND,\nEND\n",
+     "t{CUT(||x|x|3|18 A 101) SIXTEEN(||||0) - SEND(||||3)}"},
+};
+
+TEST_F(MenuReaderTest, LinesBecomeATree) {
+    for (const TreeRow& row : kTreeRows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_NE(Parse(row.text), kFailed) << Reports();
+        EXPECT_EQ(Tree(), row.tree);
+    }
+    EXPECT_EQ(Parse("MENU m\nMENUITEM a,OPEN_SESSION,Servers\\web\nMENUITEM b,COPY,x\nEND\nFONT \"Noto Sans\",12\n"),
+              kClean);
+    const VMenuToolbar::Items& items = rep.FindMenu(u"m")->GetItems();
+    EXPECT_TRUE(items[0]->GetTakesArgument());
+    EXPECT_FALSE(items[1]->GetTakesArgument());
+    EXPECT_EQ(rep.GetFont(), u"Noto Sans");
+    EXPECT_EQ(rep.FindMenu(u"M"), nullptr);
+}
+
+TEST_F(MenuReaderTest, EveryEncodingGivesTheSameTree) {
+    const std::u16string text = u"MENU 主\r\nMENUITEM \"复制😀\", COPY\rMENUITEM ä, CUT\nEND";
+    for (const TextEncoding encoding :
+         {TextEncoding::kLocal, TextEncoding::kUtf8, TextEncoding::kUtf16Le, TextEncoding::kUtf16Be}) {
+        std::string bytes;
+        ASSERT_TRUE(EncodeText(encoding, text, bytes));
+        EXPECT_EQ(Parse(std::string(MarkOf(encoding)) + bytes), kClean);
+        EXPECT_EQ(Tree(), "主{COPY(复制😀) CUT(ä)}");
+    }
+    EXPECT_EQ(Parse("\xEF\xBB\xBF"
+                    "MENU m\nMENUITEM a,COPY\nEND\n\xC3(\n"),
+              kFailed);
+    EXPECT_EQ(Reports(), "459@3 *m") << "1113";
+}
+
+TEST_F(MenuReaderTest, ImagesAreFilesOfBoundedSize) {
+    constexpr std::string_view kPng = "\x89PNG\r\n\x1A\nrest";
+    folder.Write("a.png", kPng);
+    folder.Write("text", "no image");
+    folder.Write("empty", "");
+    folder.Write("huge", kPng);
+    fs::resize_file(folder / "huge", std::uintmax_t{1} << 30);
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const auto parse = [&](const std::string& image) {
+        return Parse("TOOLBAR t\nTOOLBARITEM \"" + image + "\",CUT\nTOOLBARITEM \"" + image + "\",CUT\nEND\n");
+    };
+    for (const std::string& good : {std::string("a.png"), folder / "a.png", "/" + (folder / "a.png")}) {
+        EXPECT_EQ(parse(good), kClean) << Reports();
+        const VMenuToolbar::Items& items = rep.FindMenu(u"t")->GetItems();
+        EXPECT_EQ(items[0]->GetBitmapIndex(), -1);
+        EXPECT_NE(items[0]->GetBitmap(), nullptr);
+        EXPECT_EQ(items[0]->GetBitmap(), items[1]->GetBitmap()) << "loaded once";
+    }
+    for (const char* bad : {"text", "empty", "huge", "pipe", ".", "/dev/zero", "a.png/x", "none"}) {
+        EXPECT_EQ(parse(bad), kWarnings) << bad;
+        EXPECT_EQ(rep.GetWarnings().GetCount(), 2U);
+        EXPECT_EQ(rep.GetWarnings()[0].GetCode(), 0xA10A000C);
+    }
+}
+
+TEST_F(MenuReaderTest, HostileFilesEndWithAnError) {
+    const auto errorCode = [&] { return rep.GetError().GetCode(); };
+    std::string nested = "MENU m\n";
+    for (int i = 0; i < 10'000; ++i) nested += "POPUPMENU x\n";
+    EXPECT_EQ(Parse(nested), kFailed);
+    EXPECT_EQ(Reports(), "E10A0006@" + std::to_string(VMenuToolbarTextRep::kDeepestPopup + 2));
+
+    EXPECT_EQ(Parse("MENU m\nMENUITEM a,COPY," + std::string(10 << 20, ',') + "\nEND\n"), kClean);
+    EXPECT_EQ(Tree(), "m{COPY(a)}");
+    EXPECT_EQ(Parse("MENU m\nMENUITEM a," + std::string(10 << 20, 'x') + "\nEND\n"), kWarnings);
+    EXPECT_LT(Reports().size(), 5000U);
+
+    folder.Write("m", "");
+    fs::resize_file(folder / "m", 100 << 20);
+    EXPECT_EQ(rep.Parse(), kFailed);
+    EXPECT_EQ(errorCode(), platform::kFileTooLarge) << "one line";
+    EXPECT_EQ(Parse("FONT x" + std::string(VMenuToolbarTextRep::kMostLines, '\n')), kClean);
+    EXPECT_EQ(Parse("FONT x" + std::string(VMenuToolbarTextRep::kMostLines + 1, '\n')), kFailed);
+    EXPECT_EQ(errorCode(), platform::kFileTooLarge) << "many lines";
+    const std::string line(std::size_t{1} << 20, 'x');
+    std::string lines = "MENU m\n";
+    for (int i = 0; i < 17; ++i) lines += line + '\n';
+    EXPECT_EQ(Parse(lines), kFailed);
+    EXPECT_EQ(errorCode(), platform::kFileTooLarge) << "much text";
+
+    rep.SetFileName(folder.Name("none"));
+    EXPECT_EQ(rep.Parse(), kFailed);
+    EXPECT_EQ(Reports(), "2@0 *none");
+    rep.SetFileName(folder.Name(""));
+    EXPECT_EQ(rep.Parse(), kFailed);
+    EXPECT_EQ(errorCode(), platform::kAccessDenied);
+}
+
+TEST_F(MenuReaderTest, ResetAndASecondParseLeaveNothingBehind) {
+    rep.Reset();
+    EXPECT_EQ(Parse("FONT a\nFONT b\nACCELERATOR\nk,K\nEND\nSTRINGTABLE\ns,x\nEND\nMENU m\n"), kFailed);
+    EXPECT_EQ(rep.GetLineCount(), 9U);
+    EXPECT_EQ(Parse("MENU m\nMENUITEM a,COPY,,s\nMENUITEM a,COPY,,,k\nMENUITEM a,COPY\nEND\n"), kWarnings);
+    EXPECT_EQ(Reports(), "A10A0009@2 s, A10A0008@3 k");
+    EXPECT_EQ(rep.GetFont(), u"");
+    rep.Reset();
+    EXPECT_EQ(rep.GetLineCount(), 0U);
+    EXPECT_EQ(Tree() + Reports(), "");
+    EXPECT_EQ(rep.GetCommandTable(), nullptr);
+    EXPECT_TRUE(rep.IsEnabled());
+    EXPECT_EQ(rep.Parse(), kWarnings) << "the name of the file stays, and no function is known";
+    EXPECT_EQ(Reports(), "A10A000B@2 COPY, A10A000B@3 COPY, A10A000B@4 COPY");
+}
+
+}  // namespace
+}  // namespace connectdialog
