@@ -1,4 +1,4 @@
-// A file for what is read by name.
+// A file for targets that read files: it lies in memory.
 #pragma once
 
 #include <cstdlib>
