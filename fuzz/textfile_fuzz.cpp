@@ -66,7 +66,7 @@ std::string WithFiller(std::string_view bytes, std::uint8_t amount) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::MemoryFile memory;
+    static const MemoryFile memory;
     if (size == 0) return 0;
     const std::string bytes = WithFiller({reinterpret_cast<const char*>(data + 1), size - 1}, data[0]);
     memory.Write(bytes);

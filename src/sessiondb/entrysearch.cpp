@@ -26,7 +26,7 @@ bool TextMatches(std::u16string_view text, const FindOptions& options) {
     const std::u16string_view wanted = options.text;
     if (options.matchCase) return text.find(wanted) != std::u16string_view::npos;
     const auto isSame = [](char16_t a, char16_t b) { return ToUpper(a) == ToUpper(b); };
-    return wanted.empty() || std::ranges::search(text, wanted, isSame).begin() != text.end();
+    return wanted.empty() || std::search(text.begin(), text.end(), wanted.begin(), wanted.end(), isSame) != text.end();
 }
 
 bool NameMatches(std::u16string_view label, bool isSession, const FindOptions& options) {

@@ -85,7 +85,7 @@ class DesktopShortcutTest : public testing::Test {
     ~DesktopShortcutTest() override { unsetenv("XDG_CONFIG_HOME"); }
 
     std::string WriteProgram(const std::string& name, const std::string& script) const {
-        const std::string path = scratch.Write(name, "#!/bin/sh\n" + script);
+        std::string path = scratch.Write(name, "#!/bin/sh\n" + script);
         fs::permissions(path, fs::perms::owner_all);
         return path;
     }
@@ -147,7 +147,8 @@ TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
 
 TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {
     WriteProgram("gio", "echo \"$@\" >> " + (scratch / "marks") + "\nexit 1\n");
-    const std::string path = std::getenv("PATH");
+    const char* const searchPath = std::getenv("PATH");
+    const std::string path = searchPath != nullptr ? searchPath : "/usr/bin:/bin";
     setenv("PATH", (scratch.GetPath().string() + ":" + path).c_str(), 1);
     const std::string web = FileOf("web").string();
     const struct {

@@ -102,7 +102,7 @@ void RefreshAll(const VUnicodeString& folder) {
 }
 
 TEST_P(RandomOperationsTest, GiveWhatTheirStepsGive) {
-    constexpr std::size_t kLargestDump = 300000;
+    constexpr std::size_t kLargestDump = 60000;
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     random.seed(seed);

@@ -189,6 +189,7 @@ TEST_F(RunningSessionsTest, RudeQuestionsStopNoHost) {
     const int runtime = platform::OpenRuntimeFolder();
     const sockaddr_un address = platform::HostAddress(runtime, hosts[0]);
     std::vector<int> sockets;
+    sockets.reserve(40);
     for (int i = 0; i < 40; ++i) {
         const int socket = platform::MakeHostSocket();
         sockets.push_back(socket);

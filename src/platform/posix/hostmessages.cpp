@@ -133,6 +133,7 @@ std::vector<HostAnswer> SendToHosts(const std::vector<HostName>& hosts, std::uin
     }
     const HostPacket packet{message, first, second};
     std::vector<std::unique_ptr<Dispatch>> dispatches;
+    dispatches.reserve(hosts.size());
     for (const HostName& host : hosts) dispatches.push_back(std::make_unique<Dispatch>(folder.number, host, packet));
     const auto isSettled = [](const auto& dispatch) { return dispatch->IsSettled(); };
     do {
