@@ -108,7 +108,7 @@ TEST_F(ProfileKeymapTest, OlderFormsAreReadValueByValue) {
 
 TEST_F(ProfileKeymapTest, AnOlderFormThatIsTooLongIsNotHiddenByAnEmptyOne) {
     WriteBinary(kV2, std::string(ProfileKeymap::kLargestBinaryValue + 1, '\0'));
-    EXPECT_TRUE(LoadNewest());
+    EXPECT_TRUE(Read());
     EXPECT_EQ(LinesAfterSave(false), Lines{u"none"});
 }
 
