@@ -22,8 +22,8 @@ class IDialogEvents {
   public:
     virtual ~IDialogEvents() = default;
     /// A button or a check box was clicked (its new state is set already), or a button of the toolbar. Closing the
-    /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the default button,
-    /// unless that is disabled.
+    /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the button that has the
+    /// focus, else on the default button, unless that is disabled.
     virtual void OnCommandEvent(int id) = 0;
     /// The user changed the text of an edit control.
     virtual void OnTextChanged(int id) = 0;

@@ -51,15 +51,27 @@ HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
     return isUsable ? control : nullptr;
 }
 
-HeadlessDialog::Control* HeadlessDialog::FindDefaultButton() {
+HeadlessDialog::Control* HeadlessDialog::FindUsableButton(int id) {
+    Control* button = FindUsable(id, ControlKind::kButton);
+    return button != nullptr ? button : FindUsable(id, ControlKind::kDefaultButton);
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindReturnButton() {
+    if (Control* focused = FindUsableButton(focus)) return focused;
     for (const Control& control : controls)
-        if (control.kind == ControlKind::kDefaultButton) return FindUsable(control.id, ControlKind::kDefaultButton);
+        if (control.kind == ControlKind::kDefaultButton) return FindUsableButton(control.id);
     return nullptr;
+}
+
+void HeadlessDialog::EndLabelEdits() {
+    for (const Control& control : controls)
+        if (control.tree != nullptr) control.tree->EndLabelEdit(true);
 }
 
 bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
     Control* control = FindUsable(id, ControlKind::kEdit);
     if (control == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     if (control->text == text) return true;
     control->text = text;
@@ -70,6 +82,7 @@ bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
 bool HeadlessDialog::Tick(int id, bool isChecked) {
     Control* control = FindUsable(id, ControlKind::kCheckBox);
     if (control == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     if (control->isChecked == isChecked) return true;
     control->isChecked = isChecked;
@@ -79,8 +92,8 @@ bool HeadlessDialog::Tick(int id, bool isChecked) {
 
 bool HeadlessDialog::Press(int id) {
     if (PressToolbar(id)) return true;
-    if (FindUsable(id, ControlKind::kButton) == nullptr && FindUsable(id, ControlKind::kDefaultButton) == nullptr)
-        return false;
+    if (FindUsableButton(id) == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     events.OnCommandEvent(id);
     return true;
@@ -96,6 +109,7 @@ bool HeadlessDialog::PressToolbar(int command) {
     if (isClosed || toolbar == nullptr || command == 0) return false;
     for (const VToolbarState::Button& button : toolbar->GetButtons()) {
         if (button.command != command || !button.isEnabled) continue;
+        EndLabelEdits();
         events.OnCommandEvent(command);
         return true;
     }
@@ -110,7 +124,7 @@ bool HeadlessDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
     if (events.OnKeyEvent(key, modifiers)) return true;
     if (key == kKeyEscape) return CloseByFrame();
     if (key == kKeyReturn) {
-        const Control* button = FindDefaultButton();
+        const Control* button = FindReturnButton();
         return button != nullptr && Press(button->id);
     }
     return tree != nullptr && tree->PressKey(key, modifiers);

@@ -32,7 +32,7 @@ class HeadlessDialog : public IDialogWindow {
     bool Press(int id);
     /// The button that shows this label.
     bool PressLabelled(const VUnicodeString& label);
-    /// A key: to the dialog, then to the focused tree, then Return to the default button and Escape to the frame.
+    /// A key: to the dialog, then to the focused tree, then Return to a button and Escape to the frame.
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
     bool CloseByFrame();
     /// A command from a menu, whose state the user has seen.
@@ -96,7 +96,11 @@ class HeadlessDialog : public IDialogWindow {
     Control* Find(int id) { return const_cast<Control*>(std::as_const(*this).Find(id)); }
     /// The control when the user can use it and it is of that kind.
     Control* FindUsable(int id, ControlKind kind);
-    Control* FindDefaultButton();
+    Control* FindUsableButton(int id);
+    /// The button that the Return key presses, when it can be.
+    Control* FindReturnButton();
+    /// What a click outside of the edit box does.
+    void EndLabelEdits();
     bool PressToolbar(int command);
 
     HeadlessDialogKit& kit;

@@ -98,10 +98,10 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
 
   private:
     friend class HeadlessDrag;
-    void OnItemInserted(TreeItem) override { areRowsKnown = false; }
+    void OnItemInserted(TreeItem) override {}
     void OnItemRemoving(TreeItem item) override;
-    void OnItemChanged(TreeItem) override { areRowsKnown = false; }
-    /// Finds the rows when something changed since the last time: not in each change, or many would take long.
+    void OnItemChanged(TreeItem) override {}
+    /// Finds the rows when they changed since the last time: not in each change, or many would take long.
     void FindRows() const;
     bool SendMouseDown(TreeItem item, MouseButton button, KeyModifiers modifiers, TreePart part);
     std::int32_t LevelOf(TreeItem item) const;
@@ -117,7 +117,7 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
     const DragScript* dragScript = nullptr;
     bool wasDragged = false;
     bool showsDragImage = false;
-    mutable bool areRowsKnown = false;
+    mutable std::uint64_t rowsShape = 0;
     mutable std::vector<TreeItem> rows;
     mutable std::unordered_map<TreeItem, std::int32_t> rowOf;
     mutable std::int32_t firstRow = 0;
