@@ -21,6 +21,7 @@ struct HeadlessBackEnd {
     using Kit = HeadlessDialogKit;
     using Dialog = HeadlessDialog;
     using Tree = HeadlessTree;
+    static bool CanDrag() { return true; }
 };
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DialogKitConformance, HeadlessBackEnd);
 

@@ -32,6 +32,7 @@ class QtDialogFrame : public QDialog {
     /// Tells nobody anything from now on, and is destroyed as soon as nothing of it runs any more.
     void GiveUp();
     bool IsGivenUp() const { return window == nullptr; }
+    QtDialogWindow* GetWindow() const { return window; }
     /// Nothing is told when the inside takes this size.
     void ExpectSize(QSize size) { knownSize = size; }
 

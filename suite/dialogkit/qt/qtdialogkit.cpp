@@ -17,6 +17,7 @@
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 #include "suite/dialogkit/qt/qtmimedata.h"
 #include "suite/dialogkit/qt/qttext.h"
+#include "suite/dialogkit/qt/qttreeaccessible.h"
 
 namespace connectdialog {
 
@@ -85,6 +86,7 @@ void AddEntries(QMenu& menu, const std::vector<VPopupMenu::Entry>& entries) {
 }  // namespace
 
 QtDialogKit::QtDialogKit() {
+    LetTreesBeRead();
     InstallDialogKit(this);
 }
 

@@ -1,5 +1,6 @@
 #include "suite/dialogkit/qt/qttree.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -61,10 +62,28 @@ void QtTree::Schedule() const {
 
 void QtTree::Sync() const {
     if (items == nullptr) return;
-    if (rows.Update(*items)) widest = 0;
+    const bool areRowsOthers = rows.Update(*items);
+    if (areRowsOthers) widest = 0;
     SyncScrollBars();
     SyncEditor();
-    if (std::exchange(isSyncPending, false)) viewport()->update();
+    if (!std::exchange(isSyncPending, false)) return;
+    viewport()->update();
+    TellReaders(areRowsOthers);
+}
+
+void QtTree::TellReaders(bool areRowsOthers) const {
+    if (!QAccessible::isActive()) return;
+    auto* self = const_cast<QtTree*>(this);  // the toolkit wants it so; readers change nothing
+    const auto tell = [&](QAccessible::Event what, int row) {
+        QAccessibleEvent event(self, what);
+        event.setChild(row);
+        QAccessible::updateAccessibility(&event);
+    };
+    if (areRowsOthers) tell(QAccessible::ObjectReorder, -1);
+    tell(QAccessible::SelectionWithin, -1);
+    const TreeItem caret = items->GetCaret();
+    const int row = rows.Find(caret);
+    if (std::exchange(readCaret, caret) != caret && row >= 0 && hasFocus()) tell(QAccessible::Focus, row);
 }
 
 void QtTree::SyncScrollBars() const {

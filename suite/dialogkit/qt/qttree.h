@@ -28,6 +28,7 @@ class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsO
     void Detach();
     /// Ends a drag that RunDrag runs, with nothing done.
     void GiveUpDrag();
+    bool IsDragging() const { return isDragging; }
 
     // For those who read the tree aloud, and for tests.
 
@@ -89,6 +90,8 @@ class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsO
     void Sync() const;
     void SyncScrollBars() const;
     void SyncEditor() const;
+    /// Tells screen readers what changed, when there are any.
+    void TellReaders(bool areRowsOthers) const;
     int CountRowsInView() const;
     int LabelWidthOf(int row) const;
     QPoint OriginOf(int row) const;
@@ -107,6 +110,7 @@ class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsO
     mutable TreeItem toBeSeen = TreeItem::kNone;
     mutable int widest = 0;  ///< the right edge of the widest row that was in view, pixels from the left of all
     mutable bool isSyncPending = false;
+    mutable TreeItem readCaret = TreeItem::kNone;  ///< where screen readers know the caret
 
     TreeItem edited = TreeItem::kNone;
     QPointer<QtLabelEditor> editor;
