@@ -110,6 +110,7 @@ void QtPlayedKit::PlayDialog(QtDialogFrame& frame) {
 
 void QtPlayedKit::PlayBox(QMessageBox& box) {
     (void)QTest::qWaitForWindowActive(&box);
+    if (lookAtBox) std::exchange(lookAtBox, nullptr)(box);
     Expectation taken;
     const std::string text = platform::ToNarrow(boxes.back().text);
     if (!Take(Kind::kBox, "box " + text, taken)) return box.reject();

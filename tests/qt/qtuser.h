@@ -135,6 +135,8 @@ class QtPlayedKit : public QObject, public QtDialogKit {
     void ExpectBox(const VUnicodeString& text, int answer);
     void ExpectFolder(const char16_t* path);
     void ExpectMenu(MenuChoice choice);
+    /// Called with the next box before it is answered.
+    void BeforeBox(std::function<void(QWidget& box)> look) { lookAtBox = std::move(look); }
     const std::vector<Box>& GetBoxes() const { return boxes; }
     std::string TakeFaults();
     bool ShowsWaitCursor() const;
@@ -167,6 +169,7 @@ class QtPlayedKit : public QObject, public QtDialogKit {
     std::deque<Expectation> expected;
     std::vector<Box> boxes;
     std::string faults;
+    std::function<void(QWidget& box)> lookAtBox;
     const VPopupMenu* tracked = nullptr;
 };
 

@@ -29,6 +29,9 @@ struct PictureRow {
     const char16_t* spoken;
 };
 
+/// What a place may lose when its edges become whole pixels, and so may the text in it.
+constexpr double kRounding = 1;
+
 constexpr PictureRow kPictures[] = {
     {u"warning", QStyle::SP_MessageBoxWarning, u"警告"},
     {u"information", QStyle::SP_MessageBoxInformation, u"信息"},
@@ -143,8 +146,12 @@ QSize NeededSize(ControlKind kind, const QWidget& widget) {
         case ControlKind::kIcon:
         case ControlKind::kButton:
         case ControlKind::kDefaultButton:
-        case ControlKind::kCheckBox:
             return widget.sizeHint();
+        case ControlKind::kCheckBox: {
+            // Without the room that styles leave above and below.
+            const int box = widget.style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, &widget);
+            return {widget.sizeHint().width(), std::max(box, widget.fontMetrics().height())};
+        }
         default:
             return {0, 0};
     }
@@ -153,7 +160,10 @@ QSize NeededSize(ControlKind kind, const QWidget& widget) {
 QSizeF AverageCharacter(const QWidget& widget) {
     const QFontMetricsF metrics(widget.font());
     const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-    return {metrics.horizontalAdvance(letters) / static_cast<double>(letters.size()), metrics.height()};
+    // A line of a label stands in nine units, also one in a script that is taller than the font itself.
+    const double line = metrics.boundingRect(QRectF(0, 0, 999, 999), 0, QStringLiteral("会g")).height();
+    return {metrics.horizontalAdvance(letters) / static_cast<double>(letters.size()),
+            std::max(metrics.height(), (line + kRounding) * 8 / 9)};
 }
 
 QToolBar* MakeToolBar(QtDialogFrame& frame) {

@@ -96,7 +96,10 @@ bool QtDialogFrame::TakeKey(QKeyEvent& event) {
         window->PressReturn();
         return true;
     }
-    return modifiers == Accelerator::kAlt && window->FollowMnemonic(QChar(event.key()).toUpper());
+    // An edit control would type the letter all the same.
+    const bool isLetter = modifiers == Accelerator::kAlt && event.key() < Qt::Key_Escape;
+    if (isLetter) window->FollowMnemonic(QChar(event.key()).toUpper());
+    return isLetter;
 }
 
 }  // namespace connectdialog

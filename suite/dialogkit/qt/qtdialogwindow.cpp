@@ -138,16 +138,13 @@ void QtDialogWindow::PressReturn() {
     if (button != nullptr && !button->isHidden()) button->click();
 }
 
-bool QtDialogWindow::FollowMnemonic(QChar letter) {
+void QtDialogWindow::FollowMnemonic(QChar letter) {
     for (Control& control : controls) {
         if (control.widget == nullptr || control.widget->isHidden() || !control.widget->isEnabled()) continue;
-        if (letter.isNull() || MnemonicOf(control.label) != letter) continue;
+        if (MnemonicOf(control.label) != letter) continue;
         Control* const target = TakesFocus(control.kind) ? &control : FindFollowing(control);
-        if (target == nullptr) continue;
-        Activate(*target);
-        return true;
+        if (target != nullptr) return Activate(*target);
     }
-    return false;
 }
 
 void QtDialogWindow::Activate(Control& control) {

@@ -31,8 +31,8 @@ class QtDialogWindow : public IDialogWindow {
     bool IsTimer(int timer) const { return timers.contains(timer); }
     /// Presses the button with the focus, else the default button.
     void PressReturn();
-    /// Goes to the control whose label marks the letter. False when there is none.
-    bool FollowMnemonic(QChar letter);
+    /// Goes to the control whose label marks the letter, where there is one.
+    void FollowMnemonic(QChar letter);
 
     // IDialogWindow.
     void RunModal() override;

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWindow>
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -42,8 +44,10 @@ bool QtLabelEditor::End(bool keepText) {
 }
 
 bool QtLabelEditor::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::MouseButtonPress || !watched->isWidgetType() || watched == this) return false;
-    if (static_cast<QWidget*>(watched)->window() != window()) return false;
+    // On its way to the window, before a control takes the focus for it.
+    if (event->type() != QEvent::MouseButtonPress || watched != window()->windowHandle()) return false;
+    const QPoint point = mapFrom(window(), static_cast<QMouseEvent*>(event)->position().toPoint());
+    if (rect().contains(point)) return false;
     // The click is lost when the user has to stay in the edit, or when a box came up and the button is up again.
     const bool hasEnded = End(true);
     return !hasEnded || QApplication::mouseButtons() == Qt::NoButton;

@@ -108,7 +108,14 @@ void QtTree::SyncScrollBars() const {
 void QtTree::SyncEditor() const {
     if (editor == nullptr) return;
     const int row = rows.Find(edited);
-    if (row < 0) return editor->hide();
+    if (row < 0) {
+        // Later: nobody who asks where a row stands expects to be told of an end.
+        const auto end = [this, item = edited] {
+            if (edited == item && rows.Find(item) < 0) const_cast<QtTree*>(this)->EndLabelEdit(false);
+        };
+        QMetaObject::invokeMethod(viewport(), end, Qt::QueuedConnection);
+        return;
+    }
     editor->Cover(PlacesOf(row).label, viewport()->rect());
     editor->show();
 }
@@ -175,9 +182,9 @@ void QtTree::changeEvent(QEvent* event) {
 }
 
 void QtTree::scrollContentsBy(int, int) {
-    isSyncPending = true;
     viewport()->update();
     SyncEditor();
+    Schedule();
 }
 
 void QtTree::focusInEvent(QFocusEvent*) {
