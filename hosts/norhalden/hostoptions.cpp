@@ -1,5 +1,6 @@
 #include "hosts/norhalden/hostoptions.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace connectdialog::hosts {
@@ -7,6 +8,13 @@ namespace connectdialog::hosts {
 namespace {
 
 constexpr std::string_view kStoreWithEquals = "--store=";
+
+bool IsOption(std::string_view argument, std::string_view option) {
+    const auto toUpper = [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
+    };
+    return std::ranges::equal(argument, option, {}, toUpper);
+}
 
 /// The word behind an option.
 bool TakeValue(std::span<const char* const> arguments, std::size_t& index, std::string& value, std::string& fault) {
@@ -32,15 +40,16 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
             if (!TakeValue(arguments, i, options.store, fault)) return false;
         } else if (argument.starts_with(kStoreWithEquals)) {
             options.store = argument.substr(kStoreWithEquals.size());
-        } else if (argument == "/S" || argument == "/s") {
-            if (!TakeValue(arguments, i, options.path, fault)) return false;
-            options.action = HostAction::kOpenSession;
+        } else if (IsOption(argument, "/S") || IsOption(argument, "/SESSION_FOLDER")) {
+            std::vector<std::string>& paths = IsOption(argument, "/S") ? options.paths : options.folders;
+            if (!TakeValue(arguments, i, paths.emplace_back(), fault)) return false;
+            options.action = HostAction::kOpenSessions;
         } else {
             fault = "unknown argument \"" + std::string(argument) + "\"";
             return false;
         }
     }
-    if (options.action == HostAction::kOpenSession) return true;
+    if (options.action == HostAction::kOpenSessions) return true;
     fault = "no session given";
     return false;
 }

@@ -6,9 +6,12 @@
 #include "config/isessionconfig.h"
 #include "foundation/textchecks.h"
 #include "foundation/vreportmessageparams.h"
+#include "foundation/vstringarray.h"
 #include "hosts/norhalden/hostoptions.h"
 #include "platform/codepage.h"
+#include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
+#include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/launchcommand.h"
@@ -19,14 +22,17 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+/// Exit codes of clients that did not end by themselves: the user wants no more of this.
+constexpr int kEndedBySignal = 128;
 
 constexpr char kUsage[] =
-    "usage: norhalden [--store URL] /S \"PATH\"\n"
+    "usage: norhalden [--store URL] /S \"PATH\" [/S \"PATH\" ...]\n"
     "       norhalden --help | --version\n"
     "\n"
-    "Opens the saved session at PATH in this terminal: its protocol's client takes over. The names of a\n"
-    "path are separated by \"\\\". URL names the store of the sessions, \"sqlite:FILE\" for instance; without\n"
-    "it the store is the one that BRENNMARK_STORE names, or else the user's own.\n";
+    "Opens the saved session at PATH in this terminal with its protocol's client; of several sessions one\n"
+    "after the other. The names of a path are separated by \"\\\". URL names the store of the sessions,\n"
+    "\"sqlite:FILE\" for instance; without it the store is the one that BRENNMARK_STORE names, or else the\n"
+    "user's own.\n";
 
 /// One line on standard error that never drives the terminal, whatever names are in it.
 void Tell(std::u16string_view text) {
@@ -59,19 +65,48 @@ bool FindCommand(const VUnicodeString& path, LaunchCommand& command) {
     return false;
 }
 
-int OpenInTerminal(const HostOptions& options) {
-    VReportMessageParams report;
-    LaunchCommand command;
-    {
-        VUnicodeString notice;
-        const auto factory = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(options.store.c_str()), notice);
-        if (!factory) return Fail(notice);
-        if (!notice.IsEmpty()) Tell(notice);
-        if (!FindCommand(VUnicodeString(options.path.c_str()), command)) return kFailed;
+/// Finds what opens the sessions. False when the reason was told: then none is opened.
+bool FindCommands(const HostOptions& options, std::vector<LaunchCommand>& commands) {
+    VUnicodeString notice;
+    const auto factory = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(options.store.c_str()), notice);
+    if (!factory) {
+        Fail(notice);
+        return false;
     }
-    if (!command.note.empty()) Tell(command.note);
-    BecomeClient(command, report);
-    return Fail(report);
+    if (!notice.IsEmpty()) Tell(notice);
+    for (const std::string& path : options.paths)
+        if (!FindCommand(VUnicodeString(path.c_str()), commands.emplace_back())) return false;
+    return true;
+}
+
+/// Runs one client after the other, until one is ended by a signal, and tells others meanwhile which sessions are still
+/// to end. Gives the exit code of the last client.
+int RunClients(const HostOptions& options, const std::vector<LaunchCommand>& commands) {
+    RunningSessionsHost host(kNorHaldenFrameClass);
+    int exitCode = 0;
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        VStringArray open;
+        for (std::size_t rest = i; rest < commands.size(); ++rest)
+            open.Add(VUnicodeString(options.paths[rest].c_str()));
+        host.SetPaths(open);
+        if (!commands[i].note.empty()) Tell(commands[i].note);
+        if (!platform::RunAndWait(commands[i].arguments, exitCode)) {
+            // What could not be started cannot be become either, and is told in full then.
+            VReportMessageParams report;
+            BecomeClient(commands[i], report);
+            return Fail(report);
+        }
+        if (exitCode >= kEndedBySignal) break;
+    }
+    return exitCode;
+}
+
+int OpenInTerminal(const HostOptions& options) {
+    if (!options.folders.empty())
+        return Fail(u"\"" + platform::ToWide(options.folders.front()) +
+                    u"\" is a folder: without a window this program opens single sessions only");
+    std::vector<LaunchCommand> commands;
+    return FindCommands(options, commands) ? RunClients(options, commands) : kFailed;
 }
 
 int Run(std::span<const char* const> arguments) {
@@ -88,7 +123,7 @@ int Run(std::span<const char* const> arguments) {
         case HostAction::kVersion:
             std::puts("norhalden " HOST_VERSION);
             return 0;
-        case HostAction::kOpenSession:
+        case HostAction::kOpenSessions:
             break;
     }
     return OpenInTerminal(options);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 
 namespace connectdialog {
 
@@ -12,8 +12,8 @@ constexpr std::array kScopes = {FindSessionIds::kSessionNames, FindSessionIds::k
                                 FindSessionIds::kDescriptions, FindSessionIds::kHostnames};
 }  // namespace
 
-FindSessionDialog::FindSessionDialog(const FindQuery& remembered, VWindow* parent)
-    : VDialog(FindSessionIds::kDialog, parent), query(remembered) {}
+FindSessionDialog::FindSessionDialog(const FindOptions& remembered, VWindow* parent)
+    : VDialog(FindSessionIds::kDialog, parent), options(remembered) {}
 
 void FindSessionDialog::OnInitDialog() {
     VDialog::OnInitDialog();
@@ -21,12 +21,12 @@ void FindSessionDialog::OnInitDialog() {
 }
 
 void FindSessionDialog::DoDataExchange(VDataExchange& exchange) {
-    DDX_Text(exchange, FindSessionIds::kText, query.text);
-    DDX_Check(exchange, FindSessionIds::kSessionNames, query.inSessionNames);
-    DDX_Check(exchange, FindSessionIds::kFolderNames, query.inFolderNames);
-    DDX_Check(exchange, FindSessionIds::kDescriptions, query.inDescriptions);
-    DDX_Check(exchange, FindSessionIds::kHostnames, query.inHostnames);
-    DDX_Check(exchange, FindSessionIds::kMatchCase, query.matchCase);
+    DDX_Text(exchange, FindSessionIds::kText, options.text);
+    DDX_Check(exchange, FindSessionIds::kSessionNames, options.inSessionNames);
+    DDX_Check(exchange, FindSessionIds::kFolderNames, options.inFolderNames);
+    DDX_Check(exchange, FindSessionIds::kDescriptions, options.inDescriptions);
+    DDX_Check(exchange, FindSessionIds::kHostnames, options.inHostnames);
+    DDX_Check(exchange, FindSessionIds::kMatchCase, options.matchCase);
 }
 
 bool FindSessionDialog::OnCommand(int command) {

@@ -2,26 +2,17 @@
 #pragma once
 
 #include "imports/dialogkit/vdialog.h"
+#include "sessiondb/entrysearch.h"
 
 namespace connectdialog {
-
-/// A text to look for, and where.
-struct FindQuery {
-    VUnicodeString text;
-    bool inSessionNames = true;
-    bool inFolderNames = true;
-    bool inDescriptions = true;
-    bool inHostnames = true;
-    bool matchCase = false;
-};
 
 class FindSessionDialog : public VDialog {
   public:
     /// Begins with `remembered`.
-    FindSessionDialog(const FindQuery& remembered, VWindow* parent);
+    FindSessionDialog(const FindOptions& remembered, VWindow* parent);
 
     /// After OK: a text that is not empty, and at least one place to look in.
-    const FindQuery& GetQuery() const { return query; }
+    const FindOptions& GetOptions() const { return options; }
 
   protected:
     void OnInitDialog() override;
@@ -32,7 +23,7 @@ class FindSessionDialog : public VDialog {
   private:
     void EnableOk();
 
-    FindQuery query;
+    FindOptions options;
 };
 
 }  // namespace connectdialog

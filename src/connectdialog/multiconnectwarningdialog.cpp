@@ -1,7 +1,7 @@
 #include "connectdialog/multiconnectwarningdialog.h"
 
 #include "imports/dialogkit/appname.h"
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 
 namespace connectdialog {
 

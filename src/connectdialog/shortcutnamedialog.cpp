@@ -3,7 +3,7 @@
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/textmetrics.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 #include "sessiondb/sessionpaths.h"
 
 namespace connectdialog {

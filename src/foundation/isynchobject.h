@@ -15,4 +15,16 @@ class ISynchObject : public IUnknownBase {
     ~ISynchObject() override = default;
 };
 
+/// Holds a lock for a scope.
+class VSynchGuard {
+  public:
+    explicit VSynchGuard(ISynchObject& lock) : lock(lock) { lock.Lock(); }
+    VSynchGuard(const VSynchGuard&) = delete;
+    VSynchGuard& operator=(const VSynchGuard&) = delete;
+    ~VSynchGuard() { lock.Unlock(); }
+
+  private:
+    ISynchObject& lock;
+};
+
 }  // namespace connectdialog

@@ -8,22 +8,6 @@
 
 namespace connectdialog {
 
-namespace {
-
-/// Holds a lock for a scope.
-class Guard {
-  public:
-    explicit Guard(ISynchObject& lock) : lock(lock) { lock.Lock(); }
-    Guard(const Guard&) = delete;
-    Guard& operator=(const Guard&) = delete;
-    ~Guard() { lock.Unlock(); }
-
-  private:
-    ISynchObject& lock;
-};
-
-}  // namespace
-
 VMemoryMappedBuffer::~VMemoryMappedBuffer() {
     platform::CloseSharedMemory(name, memory);
 }
@@ -31,7 +15,7 @@ VMemoryMappedBuffer::~VMemoryMappedBuffer() {
 bool VMemoryMappedBuffer::Create(std::uint64_t size) {
     Close();
     if (!MakeLock()) return false;
-    const Guard guard(*lock);
+    const VSynchGuard guard(*lock);
     if (const std::uint32_t error = lock->GetStatus().GetCode()) return platform::FailWith(error);
     if (!platform::OpenSharedMemory(name, size, memory)) return false;
     capacity = size == platform::kExistingSize ? memory.size : size;

@@ -1,18 +1,49 @@
 // The dialog entry points. A dialog that this version does not have is closed with nothing chosen.
+#include "connectdialog/ui/connectdialog.h"
 #include "frame/connectdialogapi.h"
 
 namespace connectdialog {
 
-std::int64_t ShowConnectDialog(const char16_t*, bool, bool, bool, VWindow*, bool&) {
-    CleanupConnectDialogSessionConfigs();
-    return kDialogCancelled;
+namespace {
+
+/// One further reference on each: the dialog's own go with it.
+void KeepResults(const ConnectDialog& dialog) {
+    for (const VRef<ISessionConfig>& config : dialog.GetChosenConfigs())
+        GetModuleState().connectResultConfigs.Add(config);
 }
-std::int64_t ShowConnectDialogBrowseMode(const char16_t*, VUnicodeString&, VWindow*) {
+
+}  // namespace
+
+std::int64_t ShowConnectDialog(const char16_t* title, bool addSystemMenu, bool tabAlways, bool tabsAvailable,
+                               VWindow* parent, bool& openInTab) {
     CleanupConnectDialogSessionConfigs();
-    return kDialogCancelled;
+    ConnectDialog dialog(title, {addSystemMenu, tabAlways, false, tabsAvailable, nullptr}, parent);
+    const std::int64_t result = dialog.DoModal();
+    if (result != kDialogAccepted) return result;
+    KeepResults(dialog);
+    openInTab = dialog.IsOpenInTab();
+    return result;
 }
-std::int64_t ShowConnectDialogMultiSelectBrowseMode(const char16_t*, VArray<VUnicodeString>&, VWindow*) {
-    return kDialogCancelled;
+
+std::int64_t ShowConnectDialogBrowseMode(const char16_t* title, VUnicodeString& path, VWindow* parent) {
+    ConnectDialog dialog(title, {false, true, true, true, &path}, parent);
+    const std::int64_t result = dialog.DoModal();
+    if (result == kDialogAccepted) {
+        KeepResults(dialog);
+        const VRef<ISessionConfig> first = VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(0));
+        if (first) path = first->GetPath();
+    }
+    CleanupConnectDialogSessionConfigs();
+    return result;
+}
+
+std::int64_t ShowConnectDialogMultiSelectBrowseMode(const char16_t* title, VArray<VUnicodeString>& paths,
+                                                    VWindow* parent) {
+    ConnectDialog dialog(title, {false, true, true, true, nullptr}, parent);
+    const std::int64_t result = dialog.DoModal();
+    if (result != kDialogAccepted) return result;
+    for (const VUnicodeString& path : dialog.GetChosenPaths()) paths.Add(path);
+    return result;
 }
 
 unsigned GetConnectDialogSessionConfigCount() {

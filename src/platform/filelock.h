@@ -9,6 +9,7 @@
 // Functions that fail set the last error.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 
@@ -22,6 +23,8 @@ inline constexpr LockHandle kInvalidLock = -1;
 LockHandle OpenNamedLock(std::u16string_view name);
 /// Waits without a limit for the lock, or with `wait` off gives false with 33 while another handle holds it.
 bool AcquireNamedLock(LockHandle lock, bool wait);
+/// Waits so long at most; false with 33 when that was in vain.
+bool AcquireNamedLockFor(LockHandle lock, std::chrono::milliseconds wait);
 void ReleaseNamedLock(LockHandle lock);
 /// Releases the lock as well. kInvalidLock does nothing.
 void CloseNamedLock(LockHandle lock);

@@ -22,7 +22,10 @@ std::string FindProgram(std::string_view name);
 bool ReplaceProcess(const std::vector<std::string>& arguments);
 
 /// Starts the program and waits for its end. `exitCode` is its exit status (0 to 255), or 128 plus the number of the
-/// signal that ended it. On failure: as ReplaceProcess; `exitCode` stays as it was.
+/// signal that ended it. Meanwhile the program is what the terminal speaks to: its signals for interrupting, quitting
+/// and stopping are left to the program, this process stops and goes on when the program does, and a request to end or
+/// a hang-up is passed on to it. One thread may do this at a time.
+/// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
 
 }  // namespace connectdialog::platform

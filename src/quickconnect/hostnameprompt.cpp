@@ -3,7 +3,7 @@
 #include "foundation/istring.h"
 #include "imports/connectconfig.h"
 #include "imports/dialogkit/textmetrics.h"
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 
 namespace connectdialog {
 

@@ -73,12 +73,6 @@ bool IsLeaf(const VUnicodeString& name) {
     return !name.IsEmpty() && name.View().find(u'\\') == std::u16string_view::npos;
 }
 
-bool IsSameOrInside(const VUnicodeString& path, const VUnicodeString& folder) {
-    if (path.EqualsNoCase(folder)) return true;
-    const std::size_t length = folder.GetLength();
-    return path.GetLength() > length && path[length] == u'\\' && path.Left(length).EqualsNoCase(folder);
-}
-
 /// The values wait in a key that is no entry of the tree while the session is gone: the new name may be the old one in
 /// other case, and then both are the same key.
 bool RenameSession(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference) {

@@ -22,6 +22,12 @@ VUnicodeString GetEntryParent(const VUnicodeString& path) {
     return separator == VUnicodeString::kNotFound ? VUnicodeString() : path.Left(separator);
 }
 
+bool IsSameOrInside(const VUnicodeString& path, const VUnicodeString& folder) {
+    const std::size_t length = folder.GetLength();
+    const bool isWhole = length == 0 || path.GetLength() <= length || path[length] == u'\\';
+    return isWhole && path.Left(length).EqualsNoCase(folder);
+}
+
 VUnicodeString JoinEntryPath(const VUnicodeString& parent, const VUnicodeString& leaf) {
     return parent.IsEmpty() ? leaf : VJoinPath(parent.GetData(), leaf.GetData());
 }

@@ -18,6 +18,8 @@ VUnicodeString BuildFolderDataKeyPath(const VUnicodeString& path);
 VUnicodeString GetEntryLeaf(const VUnicodeString& path);
 /// The path up to the last `\`, or the empty path.
 VUnicodeString GetEntryParent(const VUnicodeString& path);
+/// Whether `path` is `folder` or lies in it, by whole names, case ignored. Everything lies in the root.
+bool IsSameOrInside(const VUnicodeString& path, const VUnicodeString& folder);
 /// The path of `leaf` in the folder `parent`, which may be the root.
 VUnicodeString JoinEntryPath(const VUnicodeString& parent, const VUnicodeString& leaf);
 

@@ -6,10 +6,34 @@ namespace connectdialog::test {
 
 namespace {
 
-const std::vector<std::vector<std::string>> kCommandWords = {
-    {},        {"import"},  {"import", "openssh"}, {"tree"},      {"ls"},   {"show"},        {"get"},
-    {"set"},   {"connect"}, {"firewall"},          {"buttons"},   {"hive"}, {"hive", "set"}, {"secret"},
-    {"trace"}, {"keymap"},  {"keymap", "show"},    {"completion"}};
+const std::vector<std::vector<std::string>> kCommandWords = {{},
+                                                             {"import"},
+                                                             {"import", "openssh"},
+                                                             {"tree"},
+                                                             {"ls"},
+                                                             {"show"},
+                                                             {"get"},
+                                                             {"set"},
+                                                             {"connect"},
+                                                             {"firewall"},
+                                                             {"buttons"},
+                                                             {"hive"},
+                                                             {"hive", "set"},
+                                                             {"secret"},
+                                                             {"trace"},
+                                                             {"new"},
+                                                             {"mkdir"},
+                                                             {"cp"},
+                                                             {"mv"},
+                                                             {"rename"},
+                                                             {"rm"},
+                                                             {"arrange"},
+                                                             {"find"},
+                                                             {"export"},
+                                                             {"import", "json"},
+                                                             {"keymap"},
+                                                             {"keymap", "show"},
+                                                             {"completion"}};
 
 TEST_F(ToolTest, EveryCommandHasHelp) {
     for (const std::vector<std::string>& words : kCommandWords) {
@@ -52,6 +76,8 @@ TEST_F(ToolTest, BashCompletesCommandsOptionsAndPaths) {
         {{"--store", "show", "tre"}, "tree\n"},
         {{"completion", ""}, "bash\nzsh\nfish\n--help\n"},
         {{"show", "z"}, "zeta\n"},
+        {{"cp", "zeta", "Servers\\\\W"}, "Servers\\\\Web\\\\\nServers\\\\Web\\\\alpha\nServers\\\\Web\\\\beta\n"},
+        {{"arrange", "zeta", "--b"}, "--before\n"},
         {{"show", "$"}, "\\$\\(touch\\ x\\)\\ y\n"},
         {{"show", "Servers\\\\W"}, "Servers\\\\Web\\\\\nServers\\\\Web\\\\alpha\nServers\\\\Web\\\\beta\n"},
     };

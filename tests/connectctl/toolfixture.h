@@ -30,7 +30,8 @@ class ToolTest : public ::testing::Test {
     std::string StoreFile() const { return scratch / "sessions.db"; }
 
     TemporaryFolder scratch;
-    std::vector<std::string> environment;
+    /// Nothing of a test is seen by other programs.
+    std::vector<std::string> environment = {"XDG_RUNTIME_DIR=" + scratch.GetPath().string()};
 };
 
 /// Makes an SSH2 session. Requires: runs within WithStore.

@@ -1,10 +1,9 @@
-#include "resources/smalldialogs.h"
-
 #include "connectdialog/findsessiondialog.h"
 #include "connectdialog/multiconnectwarningdialog.h"
 #include "connectdialog/shortcutnamedialog.h"
 #include "foundation/vunicodestringi.h"
 #include "quickconnect/hostnameprompt.h"
+#include "resources/dialogids.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
@@ -81,7 +80,7 @@ TEST_F(SmallDialogs, AShortcutNeedsANameThatIsNotBlank) {
 
 TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     using namespace FindSessionIds;
-    FindQuery remembered;
+    FindOptions remembered;
     remembered.inHostnames = remembered.inFolderNames = false;
     kit.ExpectDialog(kDialog, [&](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetTitle(), u"查找会话");
@@ -99,7 +98,7 @@ TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     });
     FindSessionDialog dialog(remembered, nullptr);
     EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
-    const FindQuery& query = dialog.GetQuery();
+    const FindOptions& query = dialog.GetOptions();
     EXPECT_EQ(query.text, u"web");
     EXPECT_TRUE(query.inHostnames && query.matchCase);
     EXPECT_FALSE(query.inSessionNames || query.inFolderNames || query.inDescriptions);

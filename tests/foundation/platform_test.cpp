@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "foundation/messagetable.h"
@@ -106,6 +108,27 @@ TEST_F(PlatformTest, RunsProgramsWithTheirArgumentsAsTheyAre) {
     EXPECT_EQ(test::ReadFile(output), "<a b><$HOME><><*;'\"><\xC3\xA4>");
     ASSERT_TRUE(RunAndWait({"sh", "-c", "kill -9 $$"}, exitCode));
     EXPECT_EQ(exitCode, 137);
+}
+
+/// What a process that waits for a program does with signals, seen from outside.
+TEST_F(PlatformTest, AProgramThatIsWaitedForHasTheTerminalsSignals) {
+    const pid_t waiting = fork();
+    if (waiting == 0) {
+        int exitCode = -1;
+        // The shell interrupts the process that waits, which leaves that to the shell; then it stops itself.
+        const bool ran =
+            RunAndWait({"/bin/sh", "-c",
+                        "kill -INT $PPID; kill -TSTP $PPID; kill -STOP $$; trap 'exit 9' TERM; kill -TERM $PPID; "
+                        "while :; do sleep 0.01; done"},
+                       exitCode);
+        _exit(ran ? exitCode : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(waiting, &status, WUNTRACED), waiting);
+    EXPECT_TRUE(WIFSTOPPED(status)) << "it stops when the program does";
+    kill(waiting, SIGCONT);
+    ASSERT_EQ(waitpid(waiting, &status, 0), waiting);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 9) << "a request to end goes to the program: " << status;
 }
 
 TEST_F(PlatformTest, RefusesWhatIsNoProgram) {

@@ -1,4 +1,9 @@
 // norhalden as a user runs it, with clients of the test's own in PATH.
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+#include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
 #include "support/processrunner.h"
 #include "support/temporaryfolder.h"
@@ -15,6 +20,8 @@ class NorHaldenTest : public SuiteTest {
         const auto store = stores::OpenProfileStoreFactory(url, report);
         InstallReferenceSuite(u"NorHalden"_v, *store);
         AddSession(u"web \u540D", u"SSH2", u"host.example");
+        AddSession(u"second", u"SSH2", u"second.example");
+        AddSession(u"third", u"SSH2", u"third.example");
         AddSession(u"hostile", u"SSH2", u"-oProxyCommand=touch x");
         AddSession(u"files", u"None", u"host.example");
         AddSession(u"line", u"Serial", u"/dev/ttyS9");
@@ -36,7 +43,8 @@ class NorHaldenTest : public SuiteTest {
 
     ProcessResult Run(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), NORHALDEN_PROGRAM);
-        return RunProcess(arguments, {"PATH=" + scratch.GetPath().string(), "BRENNMARK_STORE=" + StoreUrl()});
+        const std::string folder = scratch.GetPath().string();
+        return RunProcess(arguments, {"PATH=" + folder, "XDG_RUNTIME_DIR=" + folder, "BRENNMARK_STORE=" + StoreUrl()});
     }
 
     TemporaryFolder scratch;
@@ -51,6 +59,35 @@ TEST_F(NorHaldenTest, TheClientTakesOverWithExactlyTheseArguments) {
         EXPECT_EQ(result.errors, "");
         EXPECT_EQ(result.exitCode, 7);
     }
+}
+
+TEST_F(NorHaldenTest, SeveralSessionsOpenOneAfterTheOther) {
+    scratch.Write("ssh", "#!/bin/sh\necho \"$4\"\n[ \"$4\" != third.example ] || kill $$\n");
+    EXPECT_EQ(Run({"/S", "web \u540D", "/S", "second", "/s", "web \u540D"}).output,
+              "host.example\nsecond.example\nhost.example\n");
+    const ProcessResult ended = Run({"/S", "third", "/S", "second"});
+    EXPECT_EQ(ended.output, "third.example\n") << "a client that is killed ends the row";
+    EXPECT_EQ(ended.exitCode, 128 + SIGTERM);
+    EXPECT_EQ(Run({"/S", "second", "/S", "absent"}).output, "") << "all or none";
+    const ProcessResult folder = Run({"/S", "second", "/session_folder", "\\"});
+    EXPECT_EQ(folder.exitCode, 1);
+    EXPECT_NE(folder.errors.find("\"\\\" is a folder"), std::string::npos) << folder.errors;
+}
+
+TEST_F(NorHaldenTest, OthersAreToldWhatIsOpenWhileItRuns) {
+    setenv("XDG_RUNTIME_DIR", scratch.GetPath().c_str(), 1);
+    const std::string wait = "while [ ! -e " + (scratch / "stop") + " ]; do /bin/sleep 0.02; done\n";
+    scratch.Write("ssh", "#!/bin/sh\n: > " + (scratch / "started") + '\n' + wait);
+    std::thread host([this] { EXPECT_EQ(Run({"/S", "web \u540D", "/S", "second"}).exitCode, 0); });
+    while (!std::filesystem::exists(scratch / "started")) std::this_thread::yield();
+    const RunningSessions running = GetRunningSessionPaths();
+    scratch.Write("stop", "");
+    host.join();
+    ASSERT_EQ(running.paths.GetCount(), 2U);
+    EXPECT_EQ(running.paths[0], u"web \u540D");
+    EXPECT_EQ(running.paths[1], u"second");
+    EXPECT_TRUE(GetRunningSessionPaths().paths.IsEmpty());
+    unsetenv("XDG_RUNTIME_DIR");
 }
 
 TEST_F(NorHaldenTest, WhatCannotBeOpenedIsToldInOneLine) {

@@ -6,6 +6,7 @@
 #include "imports/dialogkit/appname.h"
 #include "sessiondb/sessionpaths.h"
 #include "stores/openstore.h"
+#include "suite/configpanels/sessionname.h"
 
 namespace connectdialog::test {
 
@@ -55,6 +56,14 @@ bool FakeConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t)
     if (!global) return false;
     config = VRef<GlobalConfig>::Share(global.Get());
     return true;
+}
+
+bool FakeConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
+                                           const VUnicodeString& newName, bool isNew, VWindow*) {
+    const VUnicodeString currentName = isNew ? VUnicodeString() : oldName;
+    if (CheckSessionName(GetEntryParent(path), currentName, newName) == SessionNameFault::kNone) return true;
+    refusedNames.push_back(newName);
+    return false;
 }
 
 bool FakeConfigPanels::Ask(IString* answer, bool& save) {

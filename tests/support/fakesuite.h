@@ -60,16 +60,14 @@ class FakeConfigPanels : public IConfigPanels {
     bool GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t kind) override;
     void ConfigPanelsInitGUI(PickSessionsFunction pick, SessionImageListFunction images) override;
     const ConnectProtocolTable& GetConnectProtocolTable() override { return table; }
-    AppKind GetCurrentAppProductID() override { return AppKind::kNorHalden; }
+    AppKind GetCurrentAppProductID() override { return product; }
     bool IsIntegrated() override { return true; }
-    bool IsNorHaldenInstalled() override { return true; }
-    bool IsNorHaldenOrHaldenInstalled() override { return true; }
-    bool IsTessalyInstalled() override { return true; }
+    bool IsNorHaldenInstalled() override { return isTerminalInstalled; }
+    bool IsNorHaldenOrHaldenInstalled() override { return isTerminalInstalled; }
+    bool IsTessalyInstalled() override { return isTransferInstalled; }
     bool HasKeldaEmulation() override { return false; }
-    bool ValidateSessionName(const VUnicodeString&, const VUnicodeString&, const VUnicodeString&, bool,
-                             VWindow*) override {
-        return true;
-    }
+    bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
+                             bool isNew, VWindow*) override;
     void LaunchTerminalApp(VWindow*, const char16_t* commandLine) override { Launch(u"terminal: ", commandLine); }
     void LaunchFileTransferApp(VWindow*, const char16_t* commandLine) override { Launch(u"transfer: ", commandLine); }
     int ShowOptionalMessageBox(VWindow*, const VUnicodeString& text, const VUnicodeString&, VProfile<int>&,
@@ -82,6 +80,11 @@ class FakeConfigPanels : public IConfigPanels {
 
     VRef<FakeGlobalConfig> global = VRef<FakeGlobalConfig>::Adopt(new FakeGlobalConfig);
     ConnectProtocolTable table;
+    AppKind product = AppKind::kNorHalden;
+    bool isTerminalInstalled = true;
+    bool isTransferInstalled = true;
+    /// Names that were refused, by the reference rules.
+    std::vector<VUnicodeString> refusedNames;
     int initCalls = 0;
     /// What the user answers at a firewall's prompt; null: gives up.
     const char16_t* promptAnswer = nullptr;

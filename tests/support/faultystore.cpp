@@ -56,7 +56,8 @@ class FaultyKey : public IProfileKeyImpl {
 
   private:
     bool MayWrite() {
-        if (plan.failWrite > 0 && --plan.failWrite == 0) return inner->GetLastReport()->Fail(plan.code);
+        if (plan.failAll || (plan.failWrite > 0 && --plan.failWrite == 0))
+            return inner->GetLastReport()->Fail(plan.code);
         ++plan.writes;
         return true;
     }

@@ -11,6 +11,7 @@ namespace connectdialog::test {
 struct FaultPlan {
     int failWrite = 0;        ///< the how many-th write from now fails; 0 or below: none
     bool failCommit = false;  ///< Commit and Close fail and abandon
+    bool failAll = false;     ///< every write fails
     std::uint32_t code = 112;
     int writes = 0;  ///< writes so far that were let through
 };

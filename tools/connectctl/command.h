@@ -29,11 +29,20 @@ struct Command {
 };
 
 CommandBody DeclareImport(CLI::App& parser);
+CommandBody DeclareExport(CLI::App& parser);
 CommandBody DeclareTree(CLI::App& parser);
 CommandBody DeclareLs(CLI::App& parser);
 CommandBody DeclareShow(CLI::App& parser);
 CommandBody DeclareGet(CLI::App& parser);
 CommandBody DeclareSet(CLI::App& parser);
+CommandBody DeclareNew(CLI::App& parser);
+CommandBody DeclareMkdir(CLI::App& parser);
+CommandBody DeclareCp(CLI::App& parser);
+CommandBody DeclareMv(CLI::App& parser);
+CommandBody DeclareRename(CLI::App& parser);
+CommandBody DeclareRm(CLI::App& parser);
+CommandBody DeclareArrange(CLI::App& parser);
+CommandBody DeclareFind(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
 CommandBody DeclareFirewall(CLI::App& parser);
 CommandBody DeclareButtons(CLI::App& parser);

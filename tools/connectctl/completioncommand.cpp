@@ -30,8 +30,9 @@ std::string Extend(const std::string& command, const std::string& name) {
 void Collect(const CLI::App& parser, const std::string& command, std::vector<Completion>& completions) {
     Completion completion{command, {}, {}, false};
     for (const CLI::Option* option : parser.get_options()) {
-        if (option->get_positional()) completion.takesPath |= option->get_single_name() == "PATH";
-        for (const std::string& name : option->get_lnames()) completion.options.push_back("--" + name);
+        const std::string name = option->get_single_name();
+        if (option->get_positional()) completion.takesPath |= name == "PATH" || name == "SOURCE" || name == "FOLDER";
+        for (const std::string& longName : option->get_lnames()) completion.options.push_back("--" + longName);
     }
     const auto children = parser.get_subcommands(std::function<bool(const CLI::App*)>());
     for (const CLI::App* child : children)

@@ -54,6 +54,20 @@ VUnicodeString WithDefaultSpelled(const VUnicodeString& path) {
     return path.EqualsNoCase(kDefaultSession) ? VUnicodeString(kDefaultSession) : path;
 }
 
+/// Names that are not there stay as they are.
+VUnicodeString SpelledAsStored(const VUnicodeString& path) {
+    if (path.IsEmpty()) return path;
+    const VUnicodeString parent = SpelledAsStored(GetEntryParent(path));
+    const VUnicodeString leaf = GetEntryLeaf(path);
+    VProfileStore store(true);
+    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
+    VProfileKeyIterator children(folder, false);
+    VUnicodeString name;
+    while (children.Next(name))
+        if (name.EqualsNoCase(leaf)) return JoinEntryPath(parent, name);
+    return JoinEntryPath(parent, leaf);
+}
+
 bool Exists(std::u16string_view path) {
     EntryKind kind = EntryKind::kNone;
     return !FindKind(VUnicodeString(path), kind) && kind != EntryKind::kNone;
@@ -79,14 +93,18 @@ Failure DecodeArgument(const std::string& argument, VUnicodeString& text) {
     return kDone;
 }
 
-Failure FindEntry(const std::string& argument, Entry& entry) {
-    VUnicodeString path;
+Failure DecodePath(const std::string& argument, VUnicodeString& path) {
     if (Failure failure = DecodeArgument(argument, path)) return failure;
     if (path.View().ends_with(u'\\')) path = path.Left(path.GetLength() - 1);
     const std::u16string_view names = path;
     if (names.starts_with(u'\\') || names.ends_with(u'\\') || names.find(u"\\\\") != names.npos)
         return "the path " + Quoted(names) + " has an empty name";
+    return kDone;
+}
 
+Failure FindEntry(const std::string& argument, Entry& entry) {
+    VUnicodeString path;
+    if (Failure failure = DecodePath(argument, path)) return failure;
     EntryKind kind = EntryKind::kNone;
     for (const VUnicodeString& spelling : {path, VUnicodeString(FromPrintable(path))}) {
         entry.path = WithDefaultSpelled(spelling);
@@ -95,6 +113,13 @@ Failure FindEntry(const std::string& argument, Entry& entry) {
     }
     if (kind == EntryKind::kNone) return NotFoundText(path);
     entry.isSession = kind == EntryKind::kSession;
+    return kDone;
+}
+
+Failure FindStoredEntry(const std::string& argument, Entry& entry) {
+    if (Failure failure = FindEntry(argument, entry)) return failure;
+    if (entry.path == kDefaultSession) OpenSession(entry.path);
+    entry.path = SpelledAsStored(entry.path);
     return kDone;
 }
 

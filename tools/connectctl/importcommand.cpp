@@ -1,16 +1,21 @@
 // import: sessions from another program's configuration.
 #include <CLI/CLI.hpp>
+#include <fstream>
+#include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "platform/paths.h"
 #include "suite/importers/openssh/opensshimport.h"
 #include "suite/importers/openssh/sshfiles.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
+#include "tools/connectctl/jsonimport.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/toolstore.h"
+#include "tools/connectctl/userfile.h"
 
 namespace connectdialog::connectctl {
 
@@ -112,11 +117,50 @@ CommandBody DeclareOpenSsh(CLI::App& parser) {
     return [arguments] { return ImportOpenSshFile(*arguments); };
 }
 
+Failure ImportJson(const ImportArguments& arguments, std::istream& text) {
+    Entry folder;
+    if (Failure failure = FindStoredEntry(arguments.folder, folder)) return failure;
+    if (folder.isSession) return Quoted(folder.path) + " is a session, a folder is needed";
+    JsonImportCounts counts;
+    Failure failure = ChangeStore(
+        [&]() -> Failure {
+            if (Failure fault = ImportEntries(text, folder.path, counts)) return arguments.file + ": " + *fault;
+            return kDone;
+        },
+        arguments.isDryRun);
+    if (failure) return failure;
+    PrintLine((arguments.isDryRun ? "dry run, " : "") + std::to_string(counts.folders) + " folders and " +
+              std::to_string(counts.sessions) + " sessions made");
+    return kDone;
+}
+
+Failure ImportJsonFile(const ImportArguments& arguments) {
+    if (arguments.file == "-") return ImportJson(arguments, std::cin);
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
+    if (const std::uint32_t code = ProbeFile(name)) return FileFailure(name, code);
+    std::ifstream file(platform::ToNativePath(name), std::ios::binary);
+    return ImportJson(arguments, file);
+}
+
+CommandBody DeclareJson(CLI::App& parser) {
+    auto arguments = std::make_shared<ImportArguments>();
+    parser.add_option("FILE", arguments->file, "What export wrote; - is standard input")->required();
+    parser.add_option("--into", arguments->folder, "The folder for the entries; the root when left out");
+    parser.add_flag("--dry-run", arguments->isDryRun, "Tell what would happen and change nothing");
+    parser.footer("All entries are stored or none. An entry whose name is taken is refused.");
+    return [arguments] { return ImportJsonFile(*arguments); };
+}
+
 }  // namespace
 
 CommandBody DeclareImport(CLI::App& parser) {
     parser.require_subcommand(1);
-    return DeclareOpenSsh(*parser.add_subcommand("openssh", "From an OpenSSH client configuration"));
+    CLI::App& openSsh = *parser.add_subcommand("openssh", "From an OpenSSH client configuration");
+    CLI::App& json = *parser.add_subcommand("json", "From what export wrote");
+    const CommandBody fromOpenSsh = DeclareOpenSsh(openSsh);
+    const CommandBody fromJson = DeclareJson(json);
+    return [&parser, fromOpenSsh, fromJson] { return parser.got_subcommand("json") ? fromJson() : fromOpenSsh(); };
 }
 
 }  // namespace connectdialog::connectctl

@@ -19,6 +19,7 @@
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/subcommands.h"
 #include "tools/connectctl/toolstore.h"
+#include "tools/connectctl/userfile.h"
 
 namespace connectdialog::connectctl {
 
@@ -29,19 +30,6 @@ struct KeymapArguments {
     std::string out;
     const CLI::Option* store = nullptr;
 };
-
-Failure FileFailure(const VUnicodeString& name, std::uint32_t code) {
-    VReportMessageParams report(code);
-    return Quoted(name) + ": " + ReportText(report);
-}
-
-/// Why the file cannot be opened, or success.
-std::uint32_t ProbeFile(const VUnicodeString& name) {
-    VFile file;
-    file.SetShareMode(platform::kShareRead);
-    return file.Open(name, platform::kGenericRead, platform::kOpenExisting) ? platform::kSuccess
-                                                                            : platform::GetLastErrorCode();
-}
 
 /// A keymap file with what is wrong in it.
 struct LoadedKeymap {

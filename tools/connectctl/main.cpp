@@ -19,12 +19,21 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr auto kCommands = std::to_array<Command>({
-    {"import", "Make sessions from another program's configuration", true, DeclareImport},
+    {"import", "Make sessions from an export or another program's configuration", true, DeclareImport},
+    {"export", "Write sessions and folders as JSON", true, DeclareExport},
     {"tree", "Print the folders and sessions as a tree", true, DeclareTree},
     {"ls", "List the folders and sessions of a folder", true, DeclareLs},
     {"show", "Print every setting of a session", true, DeclareShow},
     {"get", "Print one setting of a session", true, DeclareGet},
     {"set", "Change one setting of a session", true, DeclareSet},
+    {"new", "Make a session", true, DeclareNew},
+    {"mkdir", "Make a folder", true, DeclareMkdir},
+    {"cp", "Copy a session or a folder into another folder", true, DeclareCp},
+    {"mv", "Move a session or a folder into another folder", true, DeclareMv},
+    {"rename", "Give a session or a folder another name", true, DeclareRename},
+    {"rm", "Delete sessions and folders", true, DeclareRm},
+    {"arrange", "Move a session or a folder among its siblings", true, DeclareArrange},
+    {"find", "Print the sessions and folders in which a text occurs", true, DeclareFind},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
     {"firewall", "The firewalls that sessions go through", true, DeclareFirewall},
     {"buttons", "The user's button bars", true, DeclareButtons},

@@ -4,7 +4,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
-#include "profile/iprofilestore.h"
+#include "profile/vprofilekey.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -27,6 +27,21 @@ Failure OpenToolStore(const std::string& url) {
 
 void CloseToolStore() {
     openStore.reset();
+}
+
+Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
+    VProfileStore unit(false);
+    if (!unit.JoinUnitOfWork()) return ReportText(*unit.GetLastReport());
+    Failure failure = change();
+    if (!failure && isDryRun) {
+        unit.Abandon();
+        return kDone;
+    }
+    if (!failure) return unit.Close() ? Failure(kDone) : ReportText(*unit.GetLastReport());
+    // A unit that failed tells why when it is asked to go on.
+    if (!unit.JoinUnitOfWork()) failure = ReportText(*unit.GetLastReport());
+    unit.Abandon();
+    return failure;
 }
 
 std::string ReportText(VReportMessageParams& report) {

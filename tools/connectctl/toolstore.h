@@ -1,6 +1,7 @@
 // The store that a run of the tool works on.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "tools/connectctl/command.h"
@@ -15,6 +16,10 @@ namespace connectdialog::connectctl {
 Failure OpenToolStore(const std::string& url);
 /// Closes it. Before another program takes this one's place, and at the end.
 void CloseToolStore();
+
+/// Makes a change of several steps one unit of work: when `change` fails nothing of it stays. A store that refused
+/// tells why, in place of the change's own words. In a dry run nothing stays of a change that went well either.
+Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun = false);
 
 /// DescribeReport of suite/hostsetup, as UTF-8.
 std::string ReportText(VReportMessageParams& report);

@@ -25,6 +25,10 @@ bool AcquireNamedLock(LockHandle lock, bool wait) {
     return LockExclusively(Descriptor(lock), std::chrono::milliseconds(0));
 }
 
+bool AcquireNamedLockFor(LockHandle lock, std::chrono::milliseconds wait) {
+    return LockExclusively(Descriptor(lock), wait);
+}
+
 void ReleaseNamedLock(LockHandle lock) {
     flock(Descriptor(lock), LOCK_UN);
 }

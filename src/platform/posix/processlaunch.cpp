@@ -1,6 +1,7 @@
 #include "platform/processlaunch.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -64,15 +65,59 @@ class NativeCommand {
     std::vector<char*> vector;
 };
 
+/// The program that this process waits for; 0 when there is none.
+volatile std::sig_atomic_t waitedFor = 0;
+
+void PassOn(int signal) {
+    if (waitedFor > 0) kill(static_cast<pid_t>(waitedFor), signal);
+}
+
+/// Leaves the terminal to another program as long as it lives.
+class StandBack {
+  public:
+    StandBack() {
+        struct sigaction action {};
+        sigemptyset(&action.sa_mask);
+        action.sa_flags = SA_RESTART;
+        for (std::size_t i = 0; i < kSignals.size(); ++i) {
+            sigaction(kSignals[i], nullptr, &before[i]);
+            if (IsIgnored(i)) continue;
+            action.sa_handler = i < kLeftToProgram ? SIG_IGN : PassOn;
+            sigaction(kSignals[i], &action, nullptr);
+        }
+    }
+    StandBack(const StandBack&) = delete;
+    StandBack& operator=(const StandBack&) = delete;
+    ~StandBack() {
+        waitedFor = 0;
+        for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &before[i], nullptr);
+    }
+
+    /// What the program must have as usual: signals that were ignored before stay ignored in it.
+    void AddDefaults(sigset_t& signals) const {
+        for (std::size_t i = 0; i < kLeftToProgram; ++i)
+            if (!IsIgnored(i)) sigaddset(&signals, kSignals[i]);
+    }
+
+  private:
+    static constexpr std::array<int, 5> kSignals = {SIGINT, SIGQUIT, SIGTSTP, SIGTERM, SIGHUP};
+    static constexpr std::size_t kLeftToProgram = 3;  ///< the others are passed on
+
+    bool IsIgnored(std::size_t i) const { return before[i].sa_handler == SIG_IGN; }
+
+    std::array<struct sigaction, kSignals.size()> before{};
+};
+
 /// The signal settings a program starts with.
 class SpawnAttributes {
   public:
-    SpawnAttributes() {
+    explicit SpawnAttributes(const StandBack& standBack) {
         sigset_t signals;
         posix_spawnattr_init(&attributes);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&attributes, &signals);
         sigaddset(&signals, SIGPIPE);
+        standBack.AddDefaults(signals);
         posix_spawnattr_setsigdefault(&attributes, &signals);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     }
@@ -86,9 +131,17 @@ class SpawnAttributes {
 };
 
 bool WaitForEnd(pid_t process, int& exitCode) {
+    waitedFor = process;
     int status = 0;
-    while (waitpid(process, &status, 0) < 0) {
-        if (errno != EINTR) return FailFromErrno();
+    while (true) {
+        if (waitpid(process, &status, WUNTRACED) < 0) {
+            if (errno != EINTR) return FailFromErrno();
+        } else if (WIFSTOPPED(status)) {
+            raise(SIGSTOP);  // whoever waits for this process sees the program stopped
+            kill(process, SIGCONT);
+        } else {
+            break;
+        }
     }
     exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return true;
@@ -120,7 +173,8 @@ bool ReplaceProcess(const std::vector<std::string>& arguments) {
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
     NativeCommand command;
     if (!command.Prepare(arguments)) return false;
-    const SpawnAttributes attributes;
+    const StandBack standBack;
+    const SpawnAttributes attributes(standBack);
     pid_t process = 0;
     const int error =
         posix_spawn(&process, command.GetProgram(), nullptr, attributes.Get(), command.GetArguments(), environ);

@@ -28,6 +28,15 @@ bool IsPrivate(const struct stat& info, mode_t kind) {
     return (info.st_mode & S_IFMT) == kind && info.st_uid == geteuid() && (info.st_mode & (S_IRWXG | S_IRWXO)) == 0;
 }
 
+bool IsFileName(std::u16string_view name) {
+    constexpr std::u16string_view kForbidden(u"/\\\0", 3);
+    const bool isName =
+        !name.empty() && name.size() <= kLongestName && name[0] != u'.' && name.find_first_of(kForbidden) == name.npos;
+    return isName || FailWith(kInvalidParameter);
+}
+
+}  // namespace
+
 /// What is opened is what is looked at: between a look at the name and the use of it, it could be exchanged.
 int OpenRuntimeFolder() {
     const std::u16string path = RuntimeFolder();
@@ -45,15 +54,6 @@ int OpenRuntimeFolder() {
     SetLastErrorCode(kAccessDenied);
     return -1;
 }
-
-bool IsFileName(std::u16string_view name) {
-    constexpr std::u16string_view kForbidden(u"/\\\0", 3);
-    const bool isName =
-        !name.empty() && name.size() <= kLongestName && name[0] != u'.' && name.find_first_of(kForbidden) == name.npos;
-    return isName || FailWith(kInvalidParameter);
-}
-
-}  // namespace
 
 bool IsPrivateFile(int descriptor) {
     struct stat info {};

@@ -6,6 +6,10 @@
 
 namespace connectdialog::platform {
 
+/// Opens the run-time folder itself; makes it when it is missing. Gives a descriptor that the caller closes.
+/// On failure: -1 with the last error set: 5 or 267 for a folder that is not to be trusted.
+int OpenRuntimeFolder();
+
 /// Opens the file `name` of the run-time folder for reading and writing; makes both when they are missing, for this
 /// user alone. Gives a descriptor that the caller closes.
 /// On failure: -1 with the last error set, as platform/filelock.h tells.

@@ -203,6 +203,9 @@ VPoint HeadlessTree::PointOn(TreeItem item, std::int32_t dy) {
     EnsureVisible(item);
     VRectangle label;
     if (!GetItemRectangle(item, true, label)) return {-1, -1};
+    // Away from the upper edge, where a drag would scroll.
+    if (label.top == 0) ScrollRows(-1);
+    GetItemRectangle(item, true, label);
     return {label.left + 3, label.top + (dy < 0 ? kRowHeight / 2 : dy)};
 }
 

@@ -1,4 +1,4 @@
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 
 #include "resources/dialogtemplate.h"
 
@@ -7,6 +7,14 @@ namespace connectdialog {
 namespace {
 
 using enum ControlKind;
+
+constexpr ControlTemplate kConnectControls[] = {
+    {kTree, ConnectDialogIds::kTree, u"", {7, 24, 212, 157}},
+    {kCheckBox, ConnectDialogIds::kShowOnStartup, u"启动时显示(&S)", {7, 185, 86, 10}},
+    {kCheckBox, ConnectDialogIds::kOpenInTab, u"在标签页中打开(&O)", {118, 185, 87, 10}},
+    {kDefaultButton, ConnectDialogIds::kConnect, u"连接(&C)", {118, 202, 47, 14}},
+    {kButton, kIdCancel, u"关闭", {172, 202, 47, 14}},
+};
 
 constexpr ControlTemplate kShortcutNameControls[] = {
     {kStatic, ShortcutNameIds::kIntro, u"应用程序将在桌面上创建一个到以下会话的快捷方式:", {7, 7, 212, 18}},
@@ -47,6 +55,7 @@ constexpr ControlTemplate kFindSessionControls[] = {
 };
 
 constexpr DialogTemplate kTemplates[] = {
+    {ConnectDialogIds::kDialog, u"连接", 227, 223, kConnectControls, u"Brennmark Software Connect Dialog"},
     {ShortcutNameIds::kDialog, u"创建桌面快捷方式", 226, 97, kShortcutNameControls},
     {HostnamePromptIds::kDialog, u"输入主机名", 200, 75, kHostnamePromptControls},
     {MultiConnectIds::kDialog, u"", 201, 75, kMultiConnectControls},

@@ -1,7 +1,16 @@
-// The ids of the small dialogs and of their controls.
+// The ids of the dialogs and of their controls.
 #pragma once
 
 namespace connectdialog {
+
+/// The session tree and what a user does with it. Its commands stand in connectcommands.h.
+namespace ConnectDialogIds {
+inline constexpr int kDialog = 130;
+inline constexpr int kTree = 1036;
+inline constexpr int kConnect = 1044;
+inline constexpr int kShowOnStartup = 1339;
+inline constexpr int kOpenInTab = 4002;
+}  // namespace ConnectDialogIds
 
 /// A label for a desktop shortcut.
 namespace ShortcutNameIds {

@@ -1,0 +1,205 @@
+#include "connectdialog/ui/connectdialog.h"
+
+#include "imports/dialogkit/idialogkit.h"
+#include "resources/dialogids.h"
+
+namespace connectdialog {
+
+namespace {
+
+enum Image : std::uint8_t { kImageOpenFolder = 0, kImageFolder = 1, kImageSession = 2 };
+
+/// So near to the upper or lower edge a drag scrolls the tree.
+constexpr std::int32_t kScrollEdge = 10;
+
+}  // namespace
+
+ConnectDialog::ConnectDialog(const VUnicodeString& title, const ConnectDialogOptions& options, VWindow* parent)
+    : ConnectDialogBase(options, parent), title(title) {
+    SetAccelerators(LoadAcceleratorTable(kConnectAcceleratorsId));
+}
+
+ConnectDialog::~ConnectDialog() {
+    Destroy();
+}
+
+void ConnectDialog::OnInitDialog() {
+    ConnectDialogBase::OnInitDialog();
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    SetTitle(title);
+    SetControlChecked(ConnectDialogIds::kShowOnStartup, global->connectDialogOnStartup.Get());
+    if (global->tabMode.Get() != 0 && global->tabsForced.Get()) {
+        EnableControl(ConnectDialogIds::kOpenInTab, false);
+        global->openInTab.Set(true);
+    }
+    SetControlChecked(ConnectDialogIds::kOpenInTab, global->openInTab.Get());
+    if (!tabsAvailable) SetControlText(ConnectDialogIds::kOpenInTab, u"&Open in a tiled window"_v);
+    PostPasteAvailable(false);
+    tree.Attach(*GetWindow(), ConnectDialogIds::kTree);
+    if (browseMode) {
+        SetControlText(ConnectDialogIds::kConnect, u"OK"_v);
+        SetControlText(kIdCancel, u"Cancel"_v);
+        ShowControl(ConnectDialogIds::kShowOnStartup, false);
+    }
+    if (tabAlways) ShowControl(ConnectDialogIds::kOpenInTab, false);
+    ReloadTree();
+}
+
+void ConnectDialog::OnDestroy() {
+    if (tree.GetView() != nullptr) tree.GetView()->EndLabelEdit(false);
+    SaveTreeState();
+    tree.Detach();
+}
+
+bool ConnectDialog::OnCommand(int command) {
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    if (command == ConnectDialogIds::kShowOnStartup) {
+        const bool isShown = IsControlChecked(command);
+        global->connectDialogOnStartup.Set(isShown);
+        if (isShown) global->quickConnectOnStartup.Set(false);
+        return true;
+    }
+    if (command == ConnectDialogIds::kOpenInTab) {
+        global->openInTab.Set(IsControlChecked(command));
+        return true;
+    }
+    return ConnectDialogBase::OnCommand(command);
+}
+
+bool ConnectDialog::PreTranslateKey(std::uint16_t key, KeyModifiers modifiers) {
+    if (key == kKeyReturn && modifiers == 0 && ToggleFolderByReturn()) return true;
+    return ConnectDialogBase::PreTranslateKey(key, modifiers);
+}
+
+/// Return opens and closes a folder instead of pressing Connect.
+bool ConnectDialog::ToggleFolderByReturn() {
+    const VArray<TreeItem> items = CollectSelection(Collect::kSelectedItems);
+    if (items.GetCount() != 1 || !IsFolderItem(items[0])) return false;
+    if (ItemHasChildren(items[0])) tree.SetExpanded(items[0], !IsItemExpanded(items[0]));
+    return true;
+}
+
+void ConnectDialog::OnTimer(int) {
+    OnHoverTimer();
+}
+
+TreeItem ConnectDialog::GetItemAfterRemoval(TreeItem item) {
+    VTreeItems& items = tree.GetItems();
+    if (items.GetPreviousSibling(item) != TreeItem::kNone) return items.GetPreviousSibling(item);
+    return items.GetParent(item) != TreeItem::kNone ? items.GetParent(item) : GetRootItem();
+}
+
+SessionItemData* ConnectDialog::GetItemData(TreeItem item) {
+    return static_cast<SessionItemData*>(tree.GetItems().GetData(item));
+}
+
+void ConnectDialog::EnableConnect(bool button, bool) {
+    EnableControl(ConnectDialogIds::kConnect, button);
+}
+
+void ConnectDialog::EnableEditButtons(bool, bool, bool canDeleteNow) {
+    canDelete = canDeleteNow;
+}
+
+void ConnectDialog::PostPasteAvailable(bool) {}
+
+TreeItem ConnectDialog::GetChildItem(TreeItem item, TreeItem& iterator) {
+    return iterator = tree.GetItems().GetFirstChild(item);
+}
+TreeItem ConnectDialog::GetNextSiblingItem(TreeItem& iterator) {
+    return iterator = tree.GetItems().GetNextSibling(iterator);
+}
+
+void ConnectDialog::DeleteItem(TreeItem item) {
+    VTreeItems& items = tree.GetItems();
+    const TreeItem parent = items.GetParent(item);
+    items.Remove(item);
+    // A folder whose last entry went has nothing to open any more; one that was never opened may have sessions.
+    if (items.GetFirstChild(parent) != TreeItem::kNone || !items.HasState(parent, kTreeExpandedOnce)) return;
+    items.SetState(parent, kTreeForcedExpander, false);
+    items.SetState(parent, kTreeExpanded, false);
+}
+
+TreeItem ConnectDialog::InsertItem(TreeItem parent, TreePlace place, TreeItem after, const VUnicodeString& text,
+                                   SessionItemData* data) {
+    const bool isFolder = data->kind == EntryKind::kFolder;
+    const TreeItem item = tree.GetItems().Insert(parent, place, after, text, isFolder ? kImageFolder : kImageSession,
+                                                 isFolder ? kImageOpenFolder : kImageSession, data);
+    if (item == TreeItem::kNone) delete data;
+    return item;
+}
+
+void ConnectDialog::EditLabel(TreeItem item) {
+    if (tree.GetView() != nullptr) tree.GetView()->BeginLabelEdit(item);
+}
+
+void ConnectDialog::RedrawTree() {
+    if (tree.GetView() != nullptr) tree.GetView()->Redraw();
+}
+
+void ConnectDialog::DragLeave() {
+    if (tree.GetView() != nullptr) tree.GetView()->LeaveDragImage();
+}
+bool ConnectDialog::DragEnter(VPoint point) {
+    return tree.GetView() != nullptr && tree.GetView()->EnterDragImage(point);
+}
+void ConnectDialog::DragMove(VPoint point) {
+    if (tree.GetView() != nullptr) tree.GetView()->MoveDragImage(point);
+}
+
+bool ConnectDialog::GetItemRect(TreeItem item, VRectangle& rectangle) {
+    return tree.GetView() != nullptr && tree.GetView()->GetItemRectangle(item, false, rectangle);
+}
+
+int ConnectDialog::StartHoverTimer(unsigned milliseconds) {
+    return GetWindow() != nullptr ? GetWindow()->StartTimer(milliseconds) : 0;
+}
+void ConnectDialog::StopHoverTimer(int timer) {
+    if (GetWindow() != nullptr) GetWindow()->StopTimer(timer);
+}
+
+void ConnectDialog::OnTreeExpanding(TreeItem item) {
+    const VWaitCursor wait;
+    LoadFolderSessions(item);
+}
+
+void ConnectDialog::OnKeyDown(std::uint16_t key, KeyModifiers) {
+    if (key == kKeyDelete && canDelete) DeleteSelection();
+}
+
+void ConnectDialog::OnBeginDrag(TreeItem item, VPoint) {
+    VDragData data;
+    if (BeginDragFromItem(item, data)) tree.GetView()->RunDrag(item, data);
+}
+
+bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {
+    if (!showDescriptions || editingLabel || dragAccepted) return false;
+    const VRef<ISessionConfig> config = GetItemConfig(item);
+    if (!config) return false;
+    config->GetDisplayText(text);
+    return !text.IsEmpty();
+}
+
+DropEffect ConnectDialog::OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) {
+    return OnDragEntered(data, point, modifiers);
+}
+
+DropEffect ConnectDialog::OnDragOver(const VDragData&, VPoint point, KeyModifiers modifiers) {
+    if (dragAccepted) ScrollAtEdge(point);
+    return OnDraggedOver(point, modifiers);
+}
+
+void ConnectDialog::ScrollAtEdge(VPoint point) {
+    const VRectangle client = tree.GetView()->GetClientRectangle();
+    const int rows = point.y < client.top + kScrollEdge ? -1 : point.y >= client.bottom - kScrollEdge ? 1 : 0;
+    if (rows == 0) return;
+    DragLeave();
+    tree.GetView()->ScrollRows(rows);
+    DragEnter(point);
+}
+
+bool ConnectDialog::OnDrop(const VDragData& data, VPoint point, DropEffect effect) {
+    return OnDropped(data, point, effect);
+}
+
+}  // namespace connectdialog

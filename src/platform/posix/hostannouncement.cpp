@@ -1,0 +1,167 @@
+// The side of platform/runninghosts.h that answers.
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <poll.h>
+#include <pthread.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+#include "platform/lasterror.h"
+#include "platform/posix/hostsocket.h"
+#include "platform/posix/nativefile.h"
+#include "platform/posix/runtimefile.h"
+#include "platform/randombytes.h"
+#include "platform/runninghosts.h"
+
+namespace connectdialog::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t kMostPeers = 16;
+constexpr int kBacklog = 16;
+/// What a peer has for sending its message once it is connected.
+constexpr std::chrono::seconds kPeerPatience{2};
+/// After the system refused to accept: descriptors may be short for a moment.
+constexpr std::chrono::milliseconds kAcceptPause{50};
+
+struct Peer {
+    int socket;
+    Clock::time_point until;
+};
+
+std::string RandomDigits() {
+    std::array<std::uint8_t, 8> bytes{};
+    std::string digits;
+    if (!FillRandomBytes(bytes.data(), bytes.size())) return digits;
+    for (const std::uint8_t byte : bytes) {
+        digits += "0123456789abcdef"[byte >> 4];
+        digits += "0123456789abcdef"[byte & 0xF];
+    }
+    return digits;
+}
+
+}  // namespace
+
+/// The socket and the thread that serves it.
+class HostAnnouncement::Listener {
+  public:
+    explicit Listener(HostMessageHandler handler)
+        : handler(std::move(handler)),
+          folder(OpenRuntimeFolder()),
+          socket(MakeHostSocket()),
+          wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() {
+        if (!name.empty()) unlinkat(folder.number, name.c_str(), 0);
+        if (!thread.joinable()) return;
+        eventfd_write(wake.number, 1);
+        thread.join();
+    }
+
+    /// On failure: false with the last error.
+    bool Start(std::u16string_view className) {
+        if (folder.number < 0 || socket.number < 0) return false;
+        if (wake.number < 0) return FailFromErrno();
+        const std::string digits = RandomDigits();
+        if (digits.empty()) return false;
+        // It gets its name when it listens: before that it would look like the socket of a dead host.
+        const std::string unfinished = "new." + digits;
+        const sockaddr_un address = HostAddress(folder.number, unfinished);
+        if (bind(socket.number, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+            return FailFromErrno();
+        const std::string finished = HostNamePrefix(className) + digits;
+        if (listen(socket.number, kBacklog) != 0 ||
+            renameat(folder.number, unfinished.c_str(), folder.number, finished.c_str()) != 0) {
+            FailFromErrno();
+            unlinkat(folder.number, unfinished.c_str(), 0);
+            return false;
+        }
+        name = finished;
+        StartThread();
+        return true;
+    }
+
+  private:
+    /// Signals are for the threads that the application knows of.
+    void StartThread() {
+        sigset_t all;
+        sigset_t before;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before);
+        thread = std::thread([this] { Serve(); });
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    }
+
+    void Serve() {
+        while (true) {
+            std::vector<pollfd> events = {{wake.number, POLLIN, 0}};
+            for (const Peer& peer : peers) events.push_back({peer.socket, POLLIN, 0});
+            if (peers.size() < kMostPeers) events.push_back({socket.number, POLLIN, 0});
+            poll(events.data(), static_cast<nfds_t>(events.size()), peers.empty() ? -1 : 100);
+            if (events[0].revents != 0) break;
+            ServePeers(events);
+            if (events.back().fd == socket.number && events.back().revents != 0) Accept();
+        }
+        for (const Peer& peer : peers) close(peer.socket);
+    }
+
+    /// `events` has that of peer i at i + 1.
+    void ServePeers(const std::vector<pollfd>& events) {
+        const Clock::time_point now = Clock::now();
+        std::vector<Peer> waiting;
+        for (std::size_t i = 0; i < peers.size(); ++i) {
+            const bool isServed = events[i + 1].revents != 0 && Answer(peers[i].socket);
+            if (isServed || peers[i].until < now)
+                close(peers[i].socket);
+            else
+                waiting.push_back(peers[i]);
+        }
+        peers = std::move(waiting);
+    }
+
+    /// True when nothing more is to be expected of the peer.
+    bool Answer(int peer) {
+        HostPacket packet;
+        const Received received = ReceivePacket(peer, packet);
+        if (received == Received::kPacket)
+            SendPacket(peer, {packet.message, handler(packet.message, packet.first, packet.second), 0});
+        return received != Received::kNothingYet;
+    }
+
+    void Accept() {
+        const int peer = accept4(socket.number, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+        if (peer >= 0 && IsOwnPeer(peer))
+            peers.push_back({peer, Clock::now() + kPeerPatience});
+        else if (peer >= 0)
+            close(peer);
+        else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED)
+            std::this_thread::sleep_for(kAcceptPause);
+    }
+
+    const HostMessageHandler handler;
+    const OwnedDescriptor folder;
+    const OwnedDescriptor socket;
+    const OwnedDescriptor wake;
+    std::string name;
+    std::vector<Peer> peers;  ///< the thread's own
+    std::thread thread;
+};
+
+HostAnnouncement::HostAnnouncement(std::u16string_view className, HostMessageHandler handler)
+    : listener(std::make_unique<Listener>(std::move(handler))) {
+    if (className.empty())
+        error = kInvalidParameter;
+    else if (!listener->Start(className))
+        error = GetLastErrorCode();
+}
+
+HostAnnouncement::~HostAnnouncement() = default;
+
+}  // namespace connectdialog::platform

@@ -1,0 +1,145 @@
+// The side of platform/runninghosts.h that asks.
+#include <algorithm>
+#include <cerrno>
+#include <dirent.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "platform/posix/hostsocket.h"
+#include "platform/posix/nativefile.h"
+#include "platform/posix/runtimefile.h"
+#include "platform/runninghosts.h"
+
+namespace connectdialog::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+/// How long a host whose queue is full is left alone.
+constexpr milliseconds kConnectPause{10};
+
+milliseconds TimeUntil(Clock::time_point deadline) {
+    return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(deadline - Clock::now()));
+}
+
+/// One message on its way to one host.
+class Dispatch {
+  public:
+    Dispatch(int folder, const HostName& name, const HostPacket& packet)
+        : folder(folder), name(name), packet(packet), socket(MakeHostSocket()) {
+        if (socket.number < 0) Settle(HostState::kSilent);
+    }
+
+    bool IsSettled() const { return isSettled; }
+    bool IsConnected() const { return isConnected; }
+    int GetSocket() const { return socket.number; }
+    const HostAnswer& GetAnswer() const { return answer; }
+
+    /// Stays unconnected while the host's queue is full.
+    void Connect() {
+        const sockaddr_un address = HostAddress(folder, name);
+        if (connect(socket.number, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+            isConnected = true;
+            if (!IsOwnPeer(socket.number) || !SendPacket(socket.number, packet)) Settle(HostState::kSilent);
+        } else if (errno == ECONNREFUSED) {
+            unlinkat(folder, name.c_str(), 0);
+            Settle(HostState::kGone);
+        } else if (errno == ENOENT) {
+            Settle(HostState::kGone);
+        } else if (errno != EAGAIN && errno != EINTR) {
+            Settle(HostState::kSilent);
+        }
+    }
+    void Receive() {
+        HostPacket received;
+        switch (ReceivePacket(socket.number, received)) {
+            case Received::kPacket:
+                answer.value = received.first;
+                Settle(received.message == packet.message ? HostState::kAnswered : HostState::kSilent);
+                break;
+            case Received::kEnd:
+                Settle(HostState::kGone);
+                break;
+            case Received::kGarbage:
+                Settle(HostState::kSilent);
+                break;
+            case Received::kNothingYet:
+                break;
+        }
+    }
+
+  private:
+    void Settle(HostState state) {
+        answer.state = state;
+        isSettled = true;
+    }
+
+    int folder;
+    const HostName& name;
+    const HostPacket& packet;
+    OwnedDescriptor socket;
+    HostAnswer answer;
+    bool isConnected = false;
+    bool isSettled = false;
+};
+
+/// Brings every message one step further; waits for the hosts, until the deadline at most.
+void Advance(std::vector<std::unique_ptr<Dispatch>>& dispatches, Clock::time_point deadline) {
+    std::vector<pollfd> events;
+    std::vector<Dispatch*> waiting;
+    bool isConnecting = false;
+    for (const auto& dispatch : dispatches) {
+        if (!dispatch->IsSettled() && !dispatch->IsConnected()) dispatch->Connect();
+        if (dispatch->IsSettled()) continue;
+        isConnecting = isConnecting || !dispatch->IsConnected();
+        if (!dispatch->IsConnected()) continue;
+        events.push_back({dispatch->GetSocket(), POLLIN, 0});
+        waiting.push_back(dispatch.get());
+    }
+    if (waiting.empty() && !isConnecting) return;
+    const milliseconds wait = isConnecting ? std::min(kConnectPause, TimeUntil(deadline)) : TimeUntil(deadline);
+    poll(events.data(), static_cast<nfds_t>(events.size()), static_cast<int>(wait.count()));
+    for (std::size_t i = 0; i < waiting.size(); ++i)
+        if (events[i].revents != 0) waiting[i]->Receive();
+}
+
+}  // namespace
+
+std::vector<HostName> FindHosts(std::u16string_view className) {
+    std::vector<HostName> hosts;
+    const int folder = OpenRuntimeFolder();
+    DIR* const listing = folder < 0 ? nullptr : fdopendir(folder);
+    if (listing == nullptr) {
+        if (folder >= 0) close(folder);
+        return hosts;
+    }
+    const std::string prefix = HostNamePrefix(className);
+    while (const dirent* entry = readdir(listing))
+        if (std::string_view(entry->d_name).starts_with(prefix)) hosts.emplace_back(entry->d_name);
+    closedir(listing);
+    return hosts;
+}
+
+std::vector<HostAnswer> SendToHosts(const std::vector<HostName>& hosts, std::uint32_t message, std::uint64_t first,
+                                    std::uint64_t second, Clock::time_point deadline) {
+    const OwnedDescriptor folder(hosts.empty() ? -1 : OpenRuntimeFolder());
+    std::vector<HostAnswer> answers;
+    if (folder.number < 0) {
+        answers.resize(hosts.size());
+        return answers;
+    }
+    const HostPacket packet{message, first, second};
+    std::vector<std::unique_ptr<Dispatch>> dispatches;
+    for (const HostName& host : hosts) dispatches.push_back(std::make_unique<Dispatch>(folder.number, host, packet));
+    const auto isSettled = [](const auto& dispatch) { return dispatch->IsSettled(); };
+    do {
+        Advance(dispatches, deadline);
+    } while (!std::ranges::all_of(dispatches, isSettled) && Clock::now() < deadline);
+    for (const auto& dispatch : dispatches) answers.push_back(dispatch->GetAnswer());
+    return answers;
+}
+
+}  // namespace connectdialog::platform

@@ -1,0 +1,66 @@
+// Running applications of this user, and messages to them: what other systems do with windows of a known class.
+//
+// An application announces itself under a class name for as long as it runs and answers messages, each a number with
+// two arguments and one number as the answer. On POSIX it listens on a socket in the run-time folder of
+// platform/filelock.h, under the rules told there; both ends ask the kernel whose process the other one is, and speak
+// only to one of the same user. The kernel also tells whether a host still lives: a socket that nobody listens on any
+// more is removed by whoever finds it.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace connectdialog::platform {
+
+/// Answers a message with a number. Runs on the announcement's own thread; what it uses with others it guards. The
+/// arguments come from another process and are not trusted.
+using HostMessageHandler =
+    std::function<std::uint64_t(std::uint32_t message, std::uint64_t first, std::uint64_t second)>;
+
+/// This application, announced as long as the object lives.
+class HostAnnouncement {
+  public:
+    /// `className` is any text that is not empty. One process may announce itself more than once.
+    HostAnnouncement(std::u16string_view className, HostMessageHandler handler);
+    /// Waits for an answer that is being given.
+    ~HostAnnouncement();
+    HostAnnouncement(const HostAnnouncement&) = delete;
+    HostAnnouncement& operator=(const HostAnnouncement&) = delete;
+
+    /// 0, or the error for which the application could not be announced: others do not find it then.
+    std::uint32_t GetError() const { return error; }
+
+  private:
+    class Listener;
+    std::unique_ptr<Listener> listener;
+    std::uint32_t error = 0;
+};
+
+/// A host's name, for SendToHosts. Means nothing to others.
+using HostName = std::string;
+
+/// The hosts that are announced under the class now; some may have died without a word. Empty also when the run-time
+/// folder is not there or not to be trusted.
+std::vector<HostName> FindHosts(std::u16string_view className);
+
+enum class HostState : std::uint8_t {
+    kAnswered,
+    kGone,   ///< it runs no more
+    kSilent  ///< it did not answer in time, or with what is no answer
+};
+struct HostAnswer {
+    HostState state = HostState::kSilent;
+    std::uint64_t value = 0;  ///< of kAnswered
+};
+
+/// Sends one message to all these hosts at once and waits until each has answered or is gone, at most until `deadline`.
+/// The answers are in the order of the hosts.
+std::vector<HostAnswer> SendToHosts(const std::vector<HostName>& hosts, std::uint32_t message, std::uint64_t first,
+                                    std::uint64_t second, std::chrono::steady_clock::time_point deadline);
+
+}  // namespace connectdialog::platform

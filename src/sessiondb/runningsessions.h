@@ -1,0 +1,49 @@
+// Which sessions are open in running applications: asked before a session is deleted.
+//
+// An application answers message 0x423 twice: with both arguments 0 it tells how many bytes its list needs; then, given
+// that size as the second argument, it writes the list (a string array in a buffer) into the shared block of
+// VMemoryMappedBuffer, under the block's lock, and tells how many bytes it wrote.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string_view>
+
+#include "foundation/vstringarray.h"
+#include "platform/runninghosts.h"
+
+namespace connectdialog {
+
+/// The classes of the main frames that are asked.
+inline constexpr std::u16string_view kNorHaldenFrameClass = u"Brennmark Software - NorHalden";
+inline constexpr std::u16string_view kTessalyFrameClass = u"Tessaly_MainFrame";
+inline constexpr std::uint32_t kRunningSessionsMessage = 0x423;
+
+struct RunningSessions {
+    VStringArray paths;           ///< session paths; one that is open twice is there twice
+    std::size_t silentHosts = 0;  ///< hosts that run but did not answer: what they have open is not known
+};
+
+/// Asks all running applications of this user. Takes 2 seconds at most, whatever they do.
+RunningSessions GetRunningSessionPaths();
+
+/// This application's side: answers what it was told last, on a thread of its own, as long as it lives.
+class RunningSessionsHost {
+  public:
+    explicit RunningSessionsHost(std::u16string_view frameClass);
+
+    void SetPaths(const VStringArray& paths);
+    /// 0, or the error for which others do not find this application.
+    std::uint32_t GetError() const { return announcement.GetError(); }
+
+  private:
+    std::uint64_t Answer(std::uint32_t message, std::uint64_t first, std::uint64_t second);
+
+    std::mutex guard;
+    VStringArray openPaths;
+    platform::HostAnnouncement announcement;  // last: its thread uses the others
+};
+
+}  // namespace connectdialog

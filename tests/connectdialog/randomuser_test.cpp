@@ -1,0 +1,354 @@
+// A user who does anything, against a simple model of the tree: after each action the tree, what the store shows and
+// the user's own order are compared.
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <random>
+
+#include "foundation/casefold.h"
+#include "platform/codepage.h"
+#include "sessiondb/profilefolderdata.h"
+#include "sessiondb/sessionpaths.h"
+#include "support/connectdialogtest.h"
+
+namespace connectdialog::test {
+namespace {
+
+using namespace ConnectCommands;
+using Name = std::u16string;
+
+/// A folder of the model. Both lists are in the user's order.
+struct ModelFolder {
+    std::vector<Name> folders;
+    std::vector<Name> sessions;
+    std::map<Name, ModelFolder> children;
+
+    std::vector<Name>& ListOf(bool ofFolders) { return ofFolders ? folders : sessions; }
+    bool Has(std::u16string_view name) const {
+        const auto isSame = [&](const Name& other) { return EqualsNoCase(other, name); };
+        return std::ranges::any_of(folders, isSame) || std::ranges::any_of(sessions, isSame);
+    }
+};
+
+/// Where an entry goes among its siblings.
+struct ModelPlace {
+    enum class Where { kEnd, kFront, kBefore, kBehind } where = Where::kEnd;
+    Name sibling;
+};
+
+class Model {
+  public:
+    bool isManual = false;
+    ModelFolder root;
+
+    ModelFolder& At(std::u16string_view path) {
+        ModelFolder* folder = &root;
+        while (!path.empty()) {
+            const std::u16string_view name = path.substr(0, path.find(u'\\'));
+            path.remove_prefix(std::min(path.size(), name.size() + 1));
+            folder = &folder->children.at(Name(name));
+        }
+        return *folder;
+    }
+    std::vector<Name> Shown(std::vector<Name> names) const {
+        if (!isManual) std::ranges::sort(names, [](const Name& a, const Name& b) { return CompareNoCase(a, b) < 0; });
+        return names;
+    }
+    static Name MakeUnique(const ModelFolder& folder, const Name& base) {
+        Name name = base;
+        for (int i = 1; folder.Has(name); ++i) name = base + u" (" + platform::ToWide(std::to_string(i)) + u")";
+        return name;
+    }
+    void Place(std::vector<Name>& list, const Name& name, const ModelPlace& place) const {
+        using enum ModelPlace::Where;
+        const auto sibling = std::ranges::find(list, place.sibling);
+        if (!isManual || place.where == kEnd || (place.where != kFront && sibling == list.end()))
+            list.push_back(name);
+        else
+            list.insert(place.where == kFront ? list.begin() : sibling + (place.where == kBehind ? 1 : 0), name);
+    }
+    void Remove(ModelFolder& folder, const Name& name, bool isFolder) {
+        std::erase(folder.ListOf(isFolder), name);
+        if (isFolder) folder.children.erase(name);
+    }
+    /// A copied folder has its content in the order in which it was shown.
+    ModelFolder Copy(const ModelFolder& folder) const {
+        ModelFolder copy{Shown(folder.folders), Shown(folder.sessions), {}};
+        for (const auto& [name, child] : folder.children) copy.children[name] = Copy(child);
+        return copy;
+    }
+    void Rename(ModelFolder& folder, const Name& from, const Name& to, bool isFolder) {
+        std::vector<Name>& list = folder.ListOf(isFolder);
+        if (isFolder) {
+            ModelFolder content = Copy(folder.children.at(from));
+            folder.children.erase(from);
+            folder.children[to] = std::move(content);
+        }
+        const auto place = std::ranges::find(list, from);
+        if (isManual) {
+            *place = to;
+            return;
+        }
+        list.erase(place);
+        list.push_back(to);
+    }
+    /// False when it is refused.
+    bool Transfer(const Name& source, bool isFolder, const Name& target, const ModelPlace& place, bool isMove) {
+        const std::size_t cut = source.rfind(u'\\');
+        const Name parent = cut == source.npos ? Name() : source.substr(0, cut);
+        const Name leaf = source.substr(cut + 1);
+        ModelFolder& from = At(parent);
+        if (isMove && parent == target) return Reorder(from.ListOf(isFolder), leaf, place);
+        if (isFolder && (target == source || target.starts_with(source + u"\\"))) return false;
+        ModelFolder& to = At(target);
+        if (isFolder && parent != target && to.Has(leaf)) return false;
+        const Name name = MakeUnique(to, leaf);
+        if (isFolder) {
+            ModelFolder content = Copy(from.children.at(leaf));
+            // A copy under another name leaves out a subfolder of that name, which might be the copy itself.
+            if (name != leaf) Remove(content, name, true);
+            to.children[name] = std::move(content);
+        }
+        Place(to.ListOf(isFolder), name, place);
+        if (isMove) Remove(At(parent), leaf, isFolder);
+        return true;
+    }
+
+  private:
+    bool Reorder(std::vector<Name>& list, const Name& leaf, const ModelPlace& place) const {
+        if (!isManual || place.sibling == leaf) return false;
+        std::erase(list, leaf);
+        Place(list, leaf, place);
+        return true;
+    }
+};
+
+class RandomUser : public ConnectDialogTest {
+  public:
+    struct Entry {
+        Name path;
+        bool isFolder;
+    };
+
+    std::size_t Below(std::size_t bound) { return random() % bound; }
+    static Name LeafOf(const Name& path) { return path.substr(path.rfind(u'\\') + 1); }
+    static Name ParentOf(const Name& path) {
+        const std::size_t cut = path.rfind(u'\\');
+        return cut == path.npos ? Name() : path.substr(0, cut);
+    }
+    static Name FolderOf(const Entry& entry) { return entry.isFolder ? entry.path : ParentOf(entry.path); }
+    static Name Join(const Name& folder, const Name& leaf) { return folder.empty() ? leaf : folder + u"\\" + leaf; }
+
+    void ListEntries(const ModelFolder& folder, const Name& path, std::vector<Entry>& entries) {
+        entries.push_back({path, true});
+        for (const Name& name : folder.sessions) entries.push_back({Join(path, name), false});
+        for (const auto& [name, child] : folder.children) ListEntries(child, Join(path, name), entries);
+    }
+    std::vector<Entry> ListEntries() {
+        std::vector<Entry> entries;
+        ListEntries(model.root, Name(), entries);
+        return entries;
+    }
+    Entry Pick() {
+        const std::vector<Entry> entries = ListEntries();
+        return entries[Below(entries.size())];
+    }
+    Entry PickNotRoot() {
+        Entry entry = Pick();
+        while (entry.path.empty()) entry = Pick();
+        return entry;
+    }
+    /// A name that is good as such, but may be taken.
+    Name PickName() {
+        const char16_t* const names[] = {u"a",     u"B",  u"c10",        u"c9",  u"C1",
+                                         u"d & e", u"Éa", u"New Folder", u"x.y", u"z"};
+        Name name = names[Below(std::size(names))];
+        if (Below(3) == 0) name = Name(1, static_cast<char16_t>(u'A' + Below(26)));
+        return name;
+    }
+    /// What the user's name for an entry becomes: its own name in any case, or one that is free.
+    bool IsFree(const Name& folder, const Name& ownName, const Name& name) {
+        return EqualsNoCase(name, ownName) || !model.At(folder).Has(name);
+    }
+    void ExpandAll() {
+        bool isDone = false;
+        while (!isDone) {
+            isDone = true;
+            VTreeItems& items = dialog->Items();
+            for (TreeItem item = items.GetFirstChild(TreeItem::kNone); item != TreeItem::kNone;
+                 item = items.GetNextVisible(item)) {
+                if (!items.HasChildrenOrExpander(item) || items.HasState(item, kTreeExpanded)) continue;
+                EXPECT_TRUE(Tree().ClickExpander(item));
+                isDone = items.HasState(item, kTreeExpanded) && isDone;
+            }
+        }
+    }
+
+    std::string DoNewFolder() {
+        const Entry target = Pick();
+        const Name folder = FolderOf(target);
+        const Name offered = Model::MakeUnique(model.At(folder), u"New Folder");
+        Name name = PickName();
+        Click(target.path);
+        Command(kNewFolder);
+        Tree().TypeLabel(VUnicodeString(name));
+        if (name != offered && model.At(folder).Has(name)) {
+            Tree().CancelLabel();
+            name = offered;
+        }
+        model.At(folder).folders.push_back(name);
+        model.At(folder).children[name];
+        return "new folder " + Escape(Join(folder, name));
+    }
+    std::string DoNewSession() {
+        const Entry target = Pick();
+        const Name folder = FolderOf(target);
+        Name name = PickName();
+        options.edit = [&](ISessionConfig& config) { config.SetName(VUnicodeString(name)); };
+        Click(target.path);
+        Command(kNewSession);
+        if (model.At(folder).Has(name)) name = Model::MakeUnique(model.At(folder), u"New");
+        model.At(folder).sessions.push_back(name);
+        return "new session " + Escape(Join(folder, name));
+    }
+    std::string DoRename() {
+        const Entry entry = PickNotRoot();
+        const Name name = PickName();
+        const Name folder = ParentOf(entry.path);
+        Rename(entry.path, VUnicodeString(name));
+        if (!IsFree(folder, LeafOf(entry.path), name))
+            Tree().CancelLabel();
+        else if (name != LeafOf(entry.path))
+            model.Rename(model.At(folder), LeafOf(entry.path), name, entry.isFolder);
+        return "rename " + Escape(entry.path) + " to " + Escape(name);
+    }
+    std::string DoDelete() {
+        std::vector<Entry> chosen{PickNotRoot()};
+        if (Below(2) == 0) chosen.push_back(PickNotRoot());
+        std::string what = "delete";
+        for (std::size_t i = 0; i < chosen.size(); ++i) {
+            if (i > 0 && chosen[i].path == chosen[0].path) break;
+            Click(chosen[i].path, i == 0 ? 0 : Accelerator::kControl);
+            what += ' ' + Escape(chosen[i].path);
+        }
+        Command(kDelete);
+        for (const Entry& entry : chosen) {
+            const std::vector<Entry> left = ListEntries();
+            if (std::ranges::any_of(left, [&](const Entry& other) { return other.path == entry.path; }))
+                model.Remove(model.At(ParentOf(entry.path)), LeafOf(entry.path), entry.isFolder);
+        }
+        return what;
+    }
+    std::string DoPaste() {
+        const Entry source = PickNotRoot();
+        const Entry target = Pick();
+        const bool isCut = Below(2) == 0;
+        CopyTo(source.path, target.path, isCut);
+        ModelPlace place;
+        if (!source.isFolder && !target.isFolder) place = {ModelPlace::Where::kBehind, LeafOf(target.path)};
+        if (!isCut || source.path != target.path)
+            model.Transfer(source.path, source.isFolder, FolderOf(target), place, isCut);
+        return (isCut ? "cut " : "copy ") + Escape(source.path) + " to " + Escape(target.path);
+    }
+    std::string DoDrag() {
+        const Entry source = PickNotRoot();
+        const Entry target = Pick();
+        const int zone = static_cast<int>(Below(3));
+        const bool isCopy = Below(3) == 0;
+        DragTo(source.path, target.path, zone, isCopy ? Accelerator::kControl : 0);
+        const bool isInside = target.path == source.path || target.path.starts_with(source.path + u"\\");
+        const bool isBeside = model.isManual && zone != 1 && source.isFolder && target.isFolder;
+        const bool isRefused = source.isFolder && isInside && !(isBeside && target.path == source.path);
+        if (!isRefused && (isCopy || source.path != target.path)) DropInModel(source, target, zone, !isCopy);
+        return (isCopy ? "drag a copy of " : "drag ") + Escape(source.path) + " on " + Escape(target.path) + ' ' +
+               std::to_string(zone);
+    }
+    void DropInModel(const Entry& source, const Entry& target, int zone, bool isMove) {
+        using enum ModelPlace::Where;
+        ModelPlace place;
+        Name folder = FolderOf(target);
+        if (!source.isFolder && !target.isFolder) {
+            place = {zone == 2 ? kBehind : kBefore, LeafOf(target.path)};
+        } else if (source.isFolder && target.isFolder && zone != 1 && model.isManual) {
+            folder = ParentOf(target.path);
+            place = {target.path.empty() ? kFront : zone == 2 ? kBehind : kBefore, LeafOf(target.path)};
+        }
+        model.Transfer(source.path, source.isFolder, folder, place, isMove);
+    }
+    std::string DoArrange() {
+        model.isManual = !model.isManual;
+        Command(model.isManual ? kArrangeManually : kArrangeAlphabetically);
+        return model.isManual ? "arrange manually" : "arrange alphabetically";
+    }
+    std::string DoReopen() {
+        dialog->Destroy();
+        Open();
+        return "reopen";
+    }
+    std::string DoFilter() {
+        Command(kShowTerminalSessions);
+        return "filter";
+    }
+
+    void Compare(const ModelFolder& folder, const Name& path) {
+        ProfileFolderData stored(VUnicodeString(path), true);
+        const auto plain = [](const VStringArray& names) {
+            std::vector<Name> list;
+            for (const VUnicodeString& name : names)
+                if (name != kDefaultSession) list.emplace_back(name.View());
+            return list;
+        };
+        EXPECT_EQ(plain(stored.GetOrderedFolders()), folder.folders) << Escape(path);
+        EXPECT_EQ(plain(stored.GetOrderedSessions()), folder.sessions) << Escape(path);
+        EXPECT_EQ(plain(stored.GetShownSessions()), model.Shown(folder.sessions)) << Escape(path);
+        std::vector<Name> expected = model.Shown(folder.folders);
+        const TreeItem item = At(path);
+        if (item == TreeItem::kNone) return;
+        if (dialog->DataOf(item).sessionsLoaded)
+            std::ranges::copy(model.Shown(folder.sessions), std::back_inserter(expected));
+        std::vector<Name> shown;
+        VTreeItems& items = dialog->Items();
+        for (TreeItem child = items.GetFirstChild(item); child != TreeItem::kNone; child = items.GetNextSibling(child))
+            shown.emplace_back(items.GetText(child).View());
+        EXPECT_EQ(shown, expected) << Escape(path);
+        for (const auto& [name, child] : folder.children) Compare(child, Join(path, name));
+    }
+
+    std::mt19937 random;
+    Model model;
+};
+
+TEST_F(RandomUser, SeesWhatTheStoreHoldsWhateverTheUserDoes) {
+    const char* const given = std::getenv("RANDOM_USER_SEED");
+    const unsigned seed = given != nullptr ? static_cast<unsigned>(std::atoi(given)) : std::random_device()();
+    RecordProperty("seed", static_cast<int>(seed));
+    SCOPED_TRACE("RANDOM_USER_SEED=" + std::to_string(seed));
+    random.seed(seed);
+    kit.AnswerBoxes(
+        [](const VUnicodeString&, unsigned flags) { return (flags & 7U) == kBoxYesNo ? kAnswerYes : kAnswerOk; });
+    Open();
+    using Action = std::string (RandomUser::*)();
+    const Action actions[] = {&RandomUser::DoNewFolder, &RandomUser::DoNewSession, &RandomUser::DoNewSession,
+                              &RandomUser::DoRename,    &RandomUser::DoRename,     &RandomUser::DoPaste,
+                              &RandomUser::DoPaste,     &RandomUser::DoDrag,       &RandomUser::DoDrag,
+                              &RandomUser::DoDrag,      &RandomUser::DoArrange,    &RandomUser::DoReopen,
+                              &RandomUser::DoFilter,    &RandomUser::DoDelete};
+    constexpr int kSteps = 3000;
+    constexpr std::size_t kLargeTree = 40;
+    for (int step = 0; step < kSteps && !HasFailure(); ++step) {
+        ExpandAll();
+        const std::size_t size = ListEntries().size();
+        Action action = size > kLargeTree ? &RandomUser::DoDelete : actions[Below(std::size(actions))];
+        if (size < 4) action = Below(2) == 0 ? &RandomUser::DoNewFolder : &RandomUser::DoNewSession;
+        const std::string before = Tree().Read();
+        const std::string what = (this->*action)();
+        Compare(model.root, Name());
+        EXPECT_FALSE(HasFailure()) << "step " << step << ": " << what << "\nbefore:\n"
+                                   << before << "after:\n"
+                                   << Tree().Read();
+    }
+}
+
+}  // namespace
+}  // namespace connectdialog::test

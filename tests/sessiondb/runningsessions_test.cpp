@@ -1,0 +1,229 @@
+#include "sessiondb/runningsessions.h"
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <sys/socket.h>
+#include <thread>
+#include <vector>
+
+#include "foundation/texttools.h"
+#include "foundation/vmemorymappedbuffer.h"
+#include "foundation/vnarrowstring.h"
+#include "platform/filelock.h"
+#include "platform/lasterror.h"
+#include "platform/posix/hostsocket.h"
+#include "platform/posix/runtimefile.h"
+#include "support/childprocess.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+VStringArray ListOf(std::initializer_list<const char16_t*> paths) {
+    VStringArray list;
+    for (const char16_t* path : paths) list.Add(path);
+    return list;
+}
+
+/// The other processes of these tests are forked before this one has a thread of its own.
+class RunningSessionsTest : public testing::Test {
+  protected:
+    RunningSessionsTest() { setenv("XDG_RUNTIME_DIR", folder.GetPath().c_str(), 1); }
+    ~RunningSessionsTest() override { unsetenv("XDG_RUNTIME_DIR"); }
+
+    /// Starts another process, which runs `run` with its end of the pipe, and waits for its first report.
+    template <class Run>
+    void Start(Run run) {
+        others.push_back(std::make_unique<ChildProcess>(run));
+        ASSERT_TRUE(others.back()->WaitForReport());
+    }
+    void StartHost(std::u16string_view frameClass, std::initializer_list<const char16_t*> paths) {
+        const VStringArray list = ListOf(paths);
+        Start([frameClass, list](ChildProcess& parent) {
+            RunningSessionsHost host(frameClass);
+            host.SetPaths(list);
+            parent.Report(host.GetError());
+            parent.WaitForGo();
+            return 0;
+        });
+    }
+    /// A host of ours that answers as `handler` does.
+    void StartFalseHost(const platform::HostMessageHandler& handler) {
+        Start([handler](ChildProcess& parent) {
+            const platform::HostAnnouncement host(kNorHaldenFrameClass, handler);
+            parent.Report();
+            parent.WaitForGo();
+            return 0;
+        });
+    }
+    /// Asks, and fails the test when that takes longer than it may.
+    static std::string Ask(std::size_t silentHosts) {
+        const Clock::time_point start = Clock::now();
+        const RunningSessions running = GetRunningSessionPaths();
+        const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+        EXPECT_LT(elapsed.count(), 2300);
+        EXPECT_EQ(running.silentHosts, silentHosts);
+        return VNarrowString(VJoin(running.paths, u"|"_v, VUnicodeString(), VUnicodeString())).GetData();
+    }
+    std::size_t CountSockets() const {
+        std::size_t count = 0;
+        for (const auto& entry : fs::directory_iterator(own)) count += entry.is_socket() ? 1 : 0;
+        return count;
+    }
+
+    TemporaryFolder folder;
+    const fs::path own = folder.GetPath() / "brennmark";
+    std::vector<std::unique_ptr<ChildProcess>> others;
+};
+
+TEST_F(RunningSessionsTest, EveryHostIsAsked) {
+    EXPECT_EQ(Ask(0), "");
+    StartHost(kNorHaldenFrameClass, {u"A\\b", u"c"});
+    StartHost(kTessalyFrameClass, {u"d"});
+    StartHost(kNorHaldenFrameClass, {});
+    StartHost(u"Another", {u"e"});
+    EXPECT_TRUE(Ask(0) == "A\\b|c|d");
+    EXPECT_EQ(CountSockets(), 4U);
+    others[0]->LetGo();
+    EXPECT_EQ(others[0]->Wait(), 0);
+    EXPECT_EQ(CountSockets(), 3U);
+    EXPECT_EQ(Ask(0), "d");
+}
+
+TEST_F(RunningSessionsTest, AHostHearsOfItselfAndOfChanges) {
+    RunningSessionsHost host(kNorHaldenFrameClass);
+    ASSERT_EQ(host.GetError(), 0U);
+    EXPECT_EQ(Ask(0), "");
+    VStringArray many;
+    for (int i = 0; i < 20000; ++i) many.Add(u"some\\path");
+    host.SetPaths(many);
+    EXPECT_EQ(GetRunningSessionPaths().paths.GetCount(), many.GetCount());
+    host.SetPaths(ListOf({u"x"}));
+    EXPECT_EQ(Ask(0), "x");
+}
+
+TEST_F(RunningSessionsTest, ADeadHostIsForgotten) {
+    StartHost(kNorHaldenFrameClass, {u"a"});
+    others[0]->Kill();
+    ASSERT_EQ(CountSockets(), 1U);
+    EXPECT_EQ(Ask(0), "");
+    EXPECT_EQ(CountSockets(), 0U);
+}
+
+TEST_F(RunningSessionsTest, AHungHostIsReportedAndTheOthersAreHeard) {
+    StartHost(kNorHaldenFrameClass, {u"a"});
+    Start([](ChildProcess& parent) {
+        RunningSessionsHost host(kNorHaldenFrameClass);
+        parent.Report();
+        raise(SIGSTOP);
+        return 0;
+    });
+    StartHost(kTessalyFrameClass, {u"b"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(Ask(1), "a|b");
+}
+
+TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {
+    StartHost(kNorHaldenFrameClass, {u"a"});
+    for (const auto& name :
+         {VMemoryMappedBuffer::kSharedName + u".lock"_v, VMemoryMappedBuffer::kSharedName + u".question"_v}) {
+        Start([name](ChildProcess& parent) {
+            const platform::LockHandle lock = platform::OpenNamedLock(name);
+            platform::AcquireNamedLock(lock, true);
+            parent.Report();
+            parent.WaitForGo();
+            return 0;
+        });
+        EXPECT_EQ(Ask(1), "");
+        others.pop_back();
+    }
+    EXPECT_EQ(Ask(0), "a");
+}
+
+TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
+    const platform::HostMessageHandler handlers[] = {
+        [](std::uint32_t, std::uint64_t, std::uint64_t) { return UINT64_MAX; },
+        [](std::uint32_t, std::uint64_t, std::uint64_t second) { return second == 0 ? 100 : 101; },
+        [](std::uint32_t, std::uint64_t, std::uint64_t second) { return second == 0 ? 100 : 0; },
+        // As long as told, and never written: zeros, which are no list.
+        [](std::uint32_t, std::uint64_t, std::uint64_t) { return std::uint64_t{3}; },
+        [](std::uint32_t, std::uint64_t, std::uint64_t second) {
+            const auto block = VRef<VMemoryMappedBuffer>::Adopt(new VMemoryMappedBuffer);
+            const std::uint8_t bytes[] = {0x7F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xF0};
+            if (second != 0 && block->Create(platform::kExistingSize)) block->Append(bytes, sizeof bytes, 0);
+            return std::uint64_t{sizeof bytes};
+        },
+    };
+    for (const platform::HostMessageHandler& handler : handlers) StartFalseHost(handler);
+    Start([](ChildProcess& parent) {
+        // Answers with what is no packet.
+        const int runtime = platform::OpenRuntimeFolder();
+        const int socket = platform::MakeHostSocket();
+        const sockaddr_un address =
+            platform::HostAddress(runtime, platform::HostNamePrefix(kTessalyFrameClass) + "0000000000000000");
+        if (bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return 1;
+        listen(socket, 1);
+        parent.Report();
+        int peer = -1;
+        while (peer < 0) peer = accept(socket, nullptr, nullptr);
+        const std::string garbage(5000, 'x');
+        send(peer, garbage.data(), garbage.size(), MSG_NOSIGNAL);
+        parent.WaitForGo();
+        return 0;
+    });
+    StartHost(kTessalyFrameClass, {u"honest"});
+    EXPECT_EQ(Ask(6), "honest");
+}
+
+TEST_F(RunningSessionsTest, RudeQuestionsStopNoHost) {
+    StartHost(kNorHaldenFrameClass, {u"a"});
+    const auto hosts = platform::FindHosts(kNorHaldenFrameClass);
+    ASSERT_EQ(hosts.size(), 1U);
+    const int runtime = platform::OpenRuntimeFolder();
+    const sockaddr_un address = platform::HostAddress(runtime, hosts[0]);
+    std::vector<int> sockets;
+    for (int i = 0; i < 40; ++i) {
+        const int socket = platform::MakeHostSocket();
+        sockets.push_back(socket);
+        if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) continue;
+        const std::string text(static_cast<std::size_t>(i) * 10, 'q');
+        if (i % 3 == 0) send(socket, text.data(), text.size(), MSG_NOSIGNAL);
+        if (i % 3 == 1) platform::SendPacket(socket, {static_cast<std::uint32_t>(i), 7, UINT64_MAX});
+    }
+    // Some of them say nothing and are waited for: the question may come too late, but not the next one.
+    GetRunningSessionPaths();
+    for (const int socket : sockets) close(socket);
+    close(runtime);
+    EXPECT_EQ(Ask(0), "a");
+}
+
+TEST_F(RunningSessionsTest, ManyAskAtOnce) {
+    StartHost(kNorHaldenFrameClass, {u"first\\of some length", u"x"});
+    StartHost(kTessalyFrameClass, {u"second"});
+    std::vector<std::unique_ptr<ChildProcess>> askers;
+    for (int i = 0; i < 6; ++i)
+        askers.push_back(std::make_unique<ChildProcess>([](ChildProcess&) {
+            for (int round = 0; round < 10; ++round)
+                if (Ask(0) != "first\\of some length|x|second") return 1;
+            return 0;
+        }));
+    for (const auto& asker : askers) EXPECT_EQ(asker->Wait(), 0);
+}
+
+TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
+    fs::create_directories(own);
+    fs::permissions(own, fs::perms::all);
+    EXPECT_EQ(RunningSessionsHost(kNorHaldenFrameClass).GetError(), platform::kAccessDenied);
+    EXPECT_EQ(Ask(0), "");
+    EXPECT_TRUE(fs::is_empty(own));
+}
+
+}  // namespace
+}  // namespace connectdialog::test
