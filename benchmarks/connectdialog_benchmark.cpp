@@ -45,7 +45,7 @@ class BenchDialog : public ConnectDialog {
     void Expand(TreeItem item) { ExpandItem(item); }
 
   protected:
-    void GetRunningSessionPaths(VStringArray&) override {}
+    RunningSessions AskRunningSessions() override { return {}; }
 };
 
 /// A scratch store: 1,000 folders "f0000" to "f0999" with 100 whole sessions each.

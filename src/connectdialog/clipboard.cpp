@@ -77,10 +77,7 @@ void ConnectDialogBase::PasteFromClipboard() {
     PositionForPaste(source, target);
     const bool isDone = TransferNode(source, target, record.isCut);
     if (record.isCut) ForgetCutItem();
-    if (isDone) {
-        SetItemSelected(target, false);
-        SelectPasted(target);
-    }
+    if (isDone) SelectPasted(target);
     if (record.isCut) SetPasteAvailable(false);
     OnSelectionChanged();
 }

@@ -13,6 +13,7 @@
 #include "imports/dialogkit/vtreeitems.h"
 #include "imports/globalconfig.h"
 #include "profile/vwindowplacement.h"
+#include "sessiondb/runningsessions.h"
 
 namespace connectdialog {
 
@@ -137,8 +138,7 @@ class ConnectDialogBase : public VDialog {
 
     // Neighbours that a test replaces.
 
-    /// The sessions that are open in running applications.
-    virtual void GetRunningSessionPaths(VStringArray& paths);
+    virtual RunningSessions AskRunningSessions();
     /// Makes a link on the user's desktop that starts this program with the arguments. False when that failed.
     virtual bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label);
     /// Runs the wizard for a new session. False when there is none, and then the options dialog is used; else `result`
@@ -195,8 +195,7 @@ class ConnectDialogBase : public VDialog {
     VArray<VRef<ISessionConfig>> chosenConfigs;
     VStringArray chosenPaths;
     bool editingLabel = false;
-    bool removingPlaceholder = false;  ///< the end of a label edit is to be ignored
-    bool dragAccepted = false;         ///< the data over the tree is ours
+    bool dragAccepted = false;  ///< the data over the tree is ours
     bool showDescriptions;
     bool showTerminalSessions;
     bool showTransferSessions;

@@ -106,10 +106,7 @@ void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config,
         config.SetName(MakeUniqueName(path, offeredName));
     const VUnicodeString name = config.GetName();
     const QuietSelection quiet(*this);
-    if (!ItemHasChildren(target)) {
-        SetItemHasChildren(target);
-        LoadFolderSessions(target);
-    }
+    SetItemHasChildren(target);
     ExpandItem(target);
     if (arrangement == SessionArrangement::kManual)
         PositionAtEnd();
@@ -140,7 +137,7 @@ bool ConnectDialogBase::BeginLabelEdit(TreeItem item) {
 
 void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) {
     editingLabel = false;
-    if (removingPlaceholder || !IsValidItem(item)) return;
+    if (!IsValidItem(item)) return;
     if (text == nullptr && !freshFolder) return;
     // A new folder whose naming is given up keeps the name that was offered.
     VUnicodeString newName = text != nullptr ? *text : GetItemText(item);
@@ -207,8 +204,7 @@ bool ConnectDialogBase::RenameStored(TreeItem item, const VUnicodeString& path, 
     // behind it says where it goes.
     TreeItem next = item;
     const bool isFirst = arrangement == SessionArrangement::kManual && referenceName == GetEntryLeaf(path);
-    if (!isFirst || GetNextSiblingItem(next) == TreeItem::kNone || IsFolderItem(next) != IsFolderItem(item))
-        return RenameEntry(path, newName, referenceName);
+    if (!isFirst || GetNextSiblingItem(next) == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
     const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newName);
     return AsOneUnit([&] {
         return RenameEntry(path, newName, referenceName) && !ArrangeEntry(newPath, GetItemText(next), false).IsEmpty();
@@ -278,7 +274,6 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
     }
     config.SetPath(JoinEntryPath(parentPath, newName));
     if (isManual) {
-        GetItemData(item)->config = nullptr;
         SetItemText(item, newName);
         return SelectItem(item);
     }
@@ -292,10 +287,8 @@ bool ConnectDialogBase::IsPlaceholder(TreeItem item) {
 }
 
 void ConnectDialogBase::RemovePlaceholder(TreeItem item) {
-    removingPlaceholder = true;
-    freshFolder = false;
+    freshFolder = false;  // before the edit of its label ends, which would create it
     RemoveItem(item);
-    removingPlaceholder = false;
 }
 
 /// With what refers to it.
@@ -305,14 +298,23 @@ void ConnectDialogBase::RemoveItem(TreeItem item) {
 }
 
 bool ConnectDialogBase::CheckInUse(const VArray<TreeItem>& items) {
-    VStringArray running;
-    GetRunningSessionPaths(running);
-    if (running.IsEmpty()) return true;
+    const RunningSessions running = AskRunningSessions();
+    if (running.silentHosts > 0) {
+        VUnicodeString text;
+        text.Format(u"Running applications that do not answer: %1!d!\nWhat they have open is not known.",
+                    running.silentHosts);
+        VMessageBox(this, text, kBoxWarning);
+    }
     std::vector<VUnicodeString> paths;
     for (const TreeItem item : items) paths.push_back(GetItemPath(item));
-    const VUnicodeString inUse = ListEntriesInUse(paths, running);
+    const VUnicodeString inUse = ListEntriesInUse(paths, running.paths);
     if (!inUse.IsEmpty()) VMessageBox(this, DescribeEntriesInUse(inUse), kBoxError);
     return inUse.IsEmpty();
+}
+
+RunningSessions ConnectDialogBase::AskRunningSessions() {
+    const VWaitCursor wait;
+    return GetRunningSessionPaths();
 }
 
 void ConnectDialogBase::DeleteSelection() {

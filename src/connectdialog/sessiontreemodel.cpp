@@ -38,7 +38,6 @@ void ConnectDialogBase::ReloadTree() {
     const QuietSelection quiet(*this);
     const VWaitCursor wait;
     DeleteAllItems();
-    findCurrent = TreeItem::kNone;
     const TreeItem root = AddFolderItem(TreeItem::kNone, kRootLabel, TreePlace::kLast, TreeItem::kNone);
     FillFolder(root, VUnicodeString());
     const VRef<GlobalConfig> global = FetchGlobalConfig();

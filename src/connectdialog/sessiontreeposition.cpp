@@ -6,10 +6,8 @@ namespace connectdialog {
 
 namespace {
 
-int CompareSessions(VUnicodeString name, const VUnicodeString& label, bool isNatural) {
-    if (!isNatural) return CompareNoCase(name, label);
-    name.MakeLower();
-    return name.CompareNumeric(label);
+int CompareSessions(const VUnicodeString& name, const VUnicodeString& label, bool isNatural) {
+    return isNatural ? name.CompareNumeric(label) : CompareNoCase(name, label);
 }
 
 }  // namespace

@@ -23,6 +23,4 @@ bool ConnectDialogBase::CreateDesktopShortcut(const VUnicodeString&, const VUnic
     return false;
 }
 
-void ConnectDialogBase::GetRunningSessionPaths(VStringArray&) {}
-
 }  // namespace connectdialog

@@ -224,6 +224,7 @@ TEST_F(Editing, RenamingKeepsEveryPlaceOfTheUsersOrder) {
 }
 
 TEST_F(Editing, ARenamedFolderLooksAsBefore) {
+    panels.global->rememberFolderExpansion.Set(false);  // which is about the next time
     AddSessions({u"f\\g\\s", u"f\\h\\t", u"f\\u"});
     Select(u"f");
     Expand(u"f");
@@ -386,14 +387,19 @@ TEST_F(Editing, TheDeleteKeyLeavesTheRootAlone) {
 TEST_F(Editing, SessionsInUseAreNotDeleted) {
     AddSessions({u"f\\a", u"b", u"c"});
     Select(u"b");
-    dialog->running = {u"B", u"f\\a", u"c"};
+    for (const char16_t* path : {u"B", u"f\\a", u"c"}) dialog->running.paths.Add(path);
     kit.ExpectBox(u"以下会话正在使用中，不能删除：\r\nB"_v, kAnswerOk);
     Command(kDelete);
     Click(u"c", Accelerator::kShift);
     kit.ExpectBox(u"以下会话正在使用中，不能删除：\r\nB\nc"_v, kAnswerOk);
     Command(kDelete);
     EXPECT_EQ(StoredIn(u""), "f/ b c");
-    EXPECT_EQ(dialog->inUseQueries, 2);
+    dialog->running.silentHosts = 1;
+    Click(u"f");
+    kit.ExpectBox(u"Running applications that do not answer: 1\nWhat they have open is not known."_v, kAnswerOk);
+    DeleteAnswering(kAnswerYes);
+    EXPECT_EQ(StoredIn(u""), "b c") << "what is open in a folder goes with it";
+    EXPECT_EQ(dialog->inUseQueries, 3);
 }
 
 TEST_F(Editing, AFolderThatIsStillNamedIsDeletedWithoutATrace) {
@@ -418,6 +424,19 @@ TEST_F(Editing, ADeletionThatFailsIsToldAndStops) {
     Command(kDelete);
     EXPECT_EQ(StoredIn(u""), "c");
     EXPECT_NE(Tree().Find(u"c"), TreeItem::kNone);
+}
+
+TEST_F(Editing, ClosingTheDialogEndsAnEdit) {
+    AddSessions({u"a"});
+    Select(u"a");
+    Command(kRename);
+    dialog->Destroy();
+    EXPECT_EQ(StoredIn(u""), "a");
+    Open();
+    Command(kNewFolder);
+    dialog->Destroy();
+    EXPECT_EQ(StoredIn(u""), "New Folder/ a");
+    EXPECT_EQ(panels.global->lastSessionPath.Get(), u"New Folder");
 }
 
 /// The store refuses every write while the dialog is open.

@@ -344,6 +344,12 @@ TEST_F(Transfer, AFolderUnderAWaitingDragOpens) {
             drag.MoveTo(Tree().PointOn(At(u"f")));
             drag.MoveTo(point);
             drag.MoveTo(point);
+            drag.Wait(wait / 2);
+            drag.MoveTo(Tree().PointOn(At(u"f")));
+            drag.Wait(wait);
+            EXPECT_FALSE(dialog->Items().HasState(At(u"g"), kTreeExpanded)) << "the pointer went on";
+            drag.MoveTo(point);
+            drag.MoveTo(point);
             drag.Wait(wait - 1);
             EXPECT_FALSE(dialog->Items().HasState(At(u"g"), kTreeExpanded));
             drag.Wait(1);

@@ -53,9 +53,9 @@ void TestConnectDialog::EnableEditButtons(bool properties, bool cutCopy, bool ca
     canDelete = canDeleteNow;
 }
 
-void TestConnectDialog::GetRunningSessionPaths(VStringArray& paths) {
+RunningSessions TestConnectDialog::AskRunningSessions() {
     ++inUseQueries;
-    for (const VUnicodeString& path : running) paths.Add(path);
+    return running;
 }
 
 bool TestConnectDialog::CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {

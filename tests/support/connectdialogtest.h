@@ -34,7 +34,7 @@ class TestConnectDialog : public ConnectDialog {
     /// paste.
     std::string GetEnabled();
 
-    std::vector<VUnicodeString> running;  ///< open in running applications
+    RunningSessions running;
     int inUseQueries = 0;
     /// What the wizard answers; 0: there is no wizard.
     std::int64_t wizardResult = 0;
@@ -48,7 +48,7 @@ class TestConnectDialog : public ConnectDialog {
     void EnableConnect(bool button, bool toolbarButton) override;
     void EnableEditButtons(bool properties, bool cutCopy, bool canDelete) override;
     void PostPasteAvailable(bool isAvailable) override { canPaste = isAvailable; }
-    void GetRunningSessionPaths(VStringArray& paths) override;
+    RunningSessions AskRunningSessions() override;
     bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;
     std::int64_t RunQuickConnect(VRef<ISessionConfig>& config, const VUnicodeString& folder) override;
