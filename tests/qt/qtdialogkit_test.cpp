@@ -14,7 +14,7 @@
 #include "platform/paths.h"
 #include "qtinput.h"
 #include "qtuser.h"
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "support/dialogkitconformance.h"

@@ -12,7 +12,7 @@
 #include "imports/dialogkit/vmessagebox.h"
 #include "qtuser.h"
 #include "quickconnect/hostnameprompt.h"
-#include "resources/smalldialogs.h"
+#include "resources/dialogids.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
 #include "support/dialogkitconformance.h"
 

@@ -31,7 +31,7 @@ class IDialogEvents {
     virtual bool OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) = 0;
     /// A timer of IDialogWindow::StartTimer ran out; it goes on until it is stopped.
     virtual void OnTimer(int timer) = 0;
-    /// The inside of the window has another size, pixels.
+    /// The user gave the inside of the window another size, pixels.
     virtual void OnSize(std::int32_t width, std::int32_t height) = 0;
     /// The window goes, with all its controls still there.
     virtual void OnWindowGone() = 0;
@@ -66,6 +66,18 @@ class IDialogWindow {
     virtual VRectangle ToPixels(const DialogRectangle& place) const = 0;
     /// The width of a text in the control's font, pixels.
     virtual std::int32_t GetTextWidth(int id, std::u16string_view text) const = 0;
+    /// The font of a control; a size of 0 leaves the size as it is.
+    virtual void SetFont(int id, const VUnicodeString& family, int points) = 0;
+    /// From a point of the control to one of the screen.
+    virtual VPoint ToScreen(int id, VPoint point) const = 0;
+
+    /// The size of the window's inside: right and bottom.
+    virtual VRectangle GetInside() const = 0;
+    virtual void SetInside(std::int32_t width, std::int32_t height) = 0;
+    /// Lets the user give the window another size, of whose inside this is the least. Without it the size is fixed.
+    virtual void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) = 0;
+    /// Where it stands; the normal rectangle has the size of the window's inside.
+    virtual VWindowPlacement GetPlacement() const = 0;
 
     /// Gives a number for the timer. Milliseconds.
     virtual int StartTimer(unsigned milliseconds) = 0;
@@ -74,8 +86,8 @@ class IDialogWindow {
     /// Lets a tree control show `items` and tell `events`. The view is owned by the window; null when there is no tree
     /// control of that id. Requires: both outlive the window.
     virtual ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& events) = 0;
-    /// Shows a toolbar along the upper edge, or shows it anew after `toolbar` changed. Requires: it outlives the
-    /// window.
+    /// Shows a toolbar in the upper left corner, as large as its buttons need, or shows it anew after `toolbar`
+    /// changed, where it stands. It is a control of that id from then on. Requires: `toolbar` outlives the window.
     virtual void ShowToolbar(int id, const VToolbarState& toolbar) = 0;
 };
 

@@ -39,6 +39,7 @@ class HeadlessDialog : public IDialogWindow {
     bool Choose(int command);
     /// Time passes: timers run out in their order.
     void Elapse(unsigned milliseconds);
+    /// As far as the window lets itself be made smaller.
     bool Resize(std::int32_t width, std::int32_t height);
 
     // What the user sees.
@@ -51,6 +52,8 @@ class HeadlessDialog : public IDialogWindow {
     HeadlessTree* GetTree(int id) const;
     /// Null while there is none.
     const VToolbarState* GetToolbar() const { return toolbar; }
+    /// "family,points" of a control whose font was set.
+    VUnicodeString GetFont(int id) const;
 
     // IDialogWindow.
     void RunModal() override;
@@ -70,6 +73,12 @@ class HeadlessDialog : public IDialogWindow {
     void SetRectangle(int id, const VRectangle& place) override;
     VRectangle ToPixels(const DialogRectangle& place) const override;
     std::int32_t GetTextWidth(int id, std::u16string_view text) const override;
+    void SetFont(int id, const VUnicodeString& family, int points) override;
+    VPoint ToScreen(int id, VPoint point) const override;
+    VRectangle GetInside() const override { return inside; }
+    void SetInside(std::int32_t width, std::int32_t height) override;
+    void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) override;
+    VWindowPlacement GetPlacement() const override;
     int StartTimer(unsigned milliseconds) override;
     void StopTimer(int timer) override;
     ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& treeEvents) override;
@@ -85,6 +94,7 @@ class HeadlessDialog : public IDialogWindow {
         bool isEnabled = true;
         bool isShown = true;
         std::unique_ptr<HeadlessTree> tree;
+        VUnicodeString font;
     };
     struct Timer {
         int number;
@@ -110,6 +120,8 @@ class HeadlessDialog : public IDialogWindow {
     std::vector<Control> controls;
     std::vector<Timer> timers;
     const VToolbarState* toolbar = nullptr;
+    VRectangle inside;
+    VPoint least{-1, -1};  ///< the least inside; negative: not to be resized
     int lastTimer = 0;
     int focus = kNoId;
     bool isClosed = false;

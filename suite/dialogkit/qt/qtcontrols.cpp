@@ -66,6 +66,12 @@ QWidget* MakeGroupBox(QtDialogFrame& frame) {
     return box;
 }
 
+QWidget* MakeLine(QtDialogFrame& frame) {
+    auto* line = new QFrame(&frame);
+    line->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
+    return line;
+}
+
 void ShowPicture(QLabel& label, const QString& name) {
     const int size = label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label);
     for (const PictureRow& row : kPictures) {
@@ -104,10 +110,6 @@ void MakeButtons(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame
 
 }  // namespace
 
-bool TakesFocus(ControlKind kind) {
-    return kind != ControlKind::kStatic && kind != ControlKind::kIcon && kind != ControlKind::kGroupBox;
-}
-
 QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame) {
     switch (kind) {
         case ControlKind::kStatic:
@@ -123,13 +125,18 @@ QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame) {
             return new QCheckBox(&frame);
         case ControlKind::kGroupBox:
             return MakeGroupBox(frame);
+        case ControlKind::kSeparator:
+            return MakeLine(frame);
         case ControlKind::kTree:
             return new QtTree(frame);
+        case ControlKind::kToolbar:
+            break;
     }
     return new QWidget(&frame);
 }
 
 void ShowLabel(ControlKind kind, QWidget& widget, const QString& label) {
+    if (kind == ControlKind::kSeparator) return;
     if (auto* text = qobject_cast<QLabel*>(&widget)) {
         if (kind == ControlKind::kIcon) return ShowPicture(*text, label);
         // A label without a buddy shows every "&".

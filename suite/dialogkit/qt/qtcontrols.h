@@ -15,8 +15,6 @@ namespace connectdialog {
 class QtDialogFrame;
 class VToolbarState;
 
-bool TakesFocus(ControlKind kind);
-
 /// Owned by the frame, hidden like it, without a label.
 QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame);
 

@@ -1,6 +1,7 @@
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QLabel>
@@ -61,9 +62,9 @@ void QtDialogWindow::LayOut() {
     MeasureUnits();
     for (std::size_t i = 0; i < controls.size(); ++i)
         controls[i].widget->setGeometry(ToQt(ToPixels(dialog.controls[i].place)));
-    const QSize size = ToQt(ToPixels({0, 0, dialog.width, dialog.height})).size();
-    frame->ExpectSize(size);
-    frame->setFixedSize(size);
+    const VRectangle inside = ToPixels({0, 0, dialog.width, dialog.height});
+    frame->setFixedSize(inside.right, inside.bottom);
+    SetInside(inside.right, inside.bottom);
 }
 
 void QtDialogWindow::MeasureUnits() {
@@ -88,7 +89,8 @@ VRectangle QtDialogWindow::ToPixels(const DialogRectangle& place) const {
 void QtDialogWindow::NameForReading() {
     QStringList before;  // the labels that stand before a control without a label of its own
     for (Control& control : controls) {
-        if (control.widget == nullptr || control.kind == ControlKind::kIcon) continue;
+        const bool isMute = control.kind == ControlKind::kIcon || control.kind == ControlKind::kSeparator;
+        if (control.widget == nullptr || isMute) continue;
         const QString name = SpokenLabel(control.label);
         if (control.kind == ControlKind::kStatic) {
             before += name;
@@ -235,6 +237,50 @@ std::int32_t QtDialogWindow::GetTextWidth(int id, std::u16string_view text) cons
     return widget != nullptr ? QFontMetrics(widget->font()).horizontalAdvance(ToQt(text)) : 0;
 }
 
+void QtDialogWindow::SetFont(int id, const VUnicodeString& family, int points) {
+    QWidget* widget = GetControl(id);
+    if (widget == nullptr) return;
+    QFont font = widget->font();
+    font.setFamily(ToQt(family));
+    font.setFixedPitch(true);
+    if (points > 0) font.setPointSize(points);
+    widget->setFont(font);
+}
+
+VPoint QtDialogWindow::ToScreen(int id, VPoint point) const {
+    const QWidget* widget = GetControl(id);
+    // The points of a tree are those of its inside.
+    const auto* area = qobject_cast<const QAbstractScrollArea*>(widget);
+    if (area != nullptr) widget = area->viewport();
+    return widget != nullptr ? FromQt(widget->mapToGlobal(ToQt(point))) : point;
+}
+
+VRectangle QtDialogWindow::GetInside() const {
+    return frame != nullptr ? FromQt(frame->rect()) : VRectangle();
+}
+
+void QtDialogWindow::SetInside(std::int32_t width, std::int32_t height) {
+    if (frame == nullptr) return;
+    frame->ExpectSize({width, height});
+    frame->resize(width, height);
+}
+
+void QtDialogWindow::LetResize(std::int32_t leastWidth, std::int32_t leastHeight) {
+    if (frame == nullptr) return;
+    frame->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    frame->setMinimumSize(leastWidth, leastHeight);
+    frame->setSizeGripEnabled(true);
+}
+
+VWindowPlacement QtDialogWindow::GetPlacement() const {
+    VWindowPlacement placement = VWindowPlacement::Unplaced();
+    if (frame == nullptr) return placement;
+    // A window that was never shown has no other geometry.
+    const QRect normal = frame->normalGeometry();
+    placement.normal = FromQt(normal.isEmpty() ? frame->geometry() : normal);
+    return placement;
+}
+
 int QtDialogWindow::StartTimer(unsigned milliseconds) {
     if (frame == nullptr) return 0;
     const unsigned most = std::numeric_limits<int>::max();
@@ -255,11 +301,12 @@ ITreeView* QtDialogWindow::AttachTree(int id, VTreeItems& items, ITreeEvents& ev
 
 void QtDialogWindow::ShowToolbar(int id, const VToolbarState& toolbar) {
     if (frame == nullptr) return;
-    if (toolBar == nullptr) toolBar = MakeToolBar(*frame);
+    const bool isNew = toolBar == nullptr;
+    if (isNew) toolBar = MakeToolBar(*frame);
     toolBar->setObjectName(QString::number(id));
     toolBar->setAccessibleName(frame->windowTitle());
     FillToolBar(*toolBar, toolbar, *frame);
-    toolBar->setGeometry(QRect(QPoint(), QSize(frame->width(), toolBar->sizeHint().height())));
+    if (isNew) toolBar->setGeometry(QRect(QPoint(), toolBar->sizeHint()));
     toolBar->setVisible(true);
 }
 

@@ -52,6 +52,12 @@ class QtDialogWindow : public IDialogWindow {
     void SetRectangle(int id, const VRectangle& place) override;
     VRectangle ToPixels(const DialogRectangle& place) const override;
     std::int32_t GetTextWidth(int id, std::u16string_view text) const override;
+    void SetFont(int id, const VUnicodeString& family, int points) override;
+    VPoint ToScreen(int id, VPoint point) const override;
+    VRectangle GetInside() const override;
+    void SetInside(std::int32_t width, std::int32_t height) override;
+    void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) override;
+    VWindowPlacement GetPlacement() const override;
     int StartTimer(unsigned milliseconds) override;
     void StopTimer(int timer) override;
     ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& events) override;
