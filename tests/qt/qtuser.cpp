@@ -134,6 +134,11 @@ VPoint QtUserTree::PointOn(TreeItem item, std::int32_t dy) const {
     tree->EnsureVisible(item);
     VRectangle label;
     if (!tree->GetItemRectangle(item, true, label)) return {-1, -1};
+    // Away from the edges, where a drag would scroll.
+    const std::int32_t rowHeight = label.bottom - label.top;
+    if (label.top == 0) tree->ScrollRows(-1);
+    if (label.bottom > tree->GetClientRectangle().bottom - rowHeight) tree->ScrollRows(1);
+    tree->GetItemRectangle(item, true, label);
     return {label.left + 3, label.top + (dy < 0 ? (label.bottom - label.top) / 2 : dy)};
 }
 

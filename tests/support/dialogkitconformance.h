@@ -79,6 +79,7 @@ class Notes : public VDialog, public ITreeEvents, public ITreeItemsOwner {
     void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) override {
         Note("key:" + std::to_string(key) + ":" + std::to_string(modifiers));
     }
+    void OnText(const VUnicodeString& text) override { Note("typed:" + platform::ToNarrow(text)); }
     void OnBeginDrag(TreeItem item, VPoint) override {
         Note("drag:" + Name(item));
         if (item == root) return;

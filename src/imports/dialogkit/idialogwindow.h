@@ -61,6 +61,8 @@ class IDialogWindow {
     virtual void SetShown(int id, bool isShown) = 0;
     /// Moves the focus; an edit control has its text selected by it.
     virtual void SetFocus(int id) = 0;
+    /// The control that has it, or kNoId.
+    virtual int GetFocus() const = 0;
     virtual VRectangle GetRectangle(int id) const = 0;
     virtual void SetRectangle(int id, const VRectangle& place) = 0;
     virtual VRectangle ToPixels(const DialogRectangle& place) const = 0;
@@ -73,6 +75,7 @@ class IDialogWindow {
 
     /// The size of the window's inside: right and bottom.
     virtual VRectangle GetInside() const = 0;
+    /// As far as the screen has room.
     virtual void SetInside(std::int32_t width, std::int32_t height) = 0;
     /// Lets the user give the window another size, of whose inside this is the least. Without it the size is fixed.
     virtual void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) = 0;

@@ -67,6 +67,8 @@ class ITreeEvents {
     virtual void OnMouseDown(MouseButton button, VPoint point, KeyModifiers modifiers) = 0;
     virtual void OnDoubleClick(VPoint point) = 0;
     virtual void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) = 0;
+    /// Text came from the keyboard, by whatever way; after OnKeyDown of its key.
+    virtual void OnText(const VUnicodeString& text) = 0;
     /// The pointer moved with the left button held since it went down on this item.
     virtual void OnBeginDrag(TreeItem item, VPoint point) = 0;
 

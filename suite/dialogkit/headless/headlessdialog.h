@@ -46,7 +46,6 @@ class HeadlessDialog : public IDialogWindow {
 
     int GetTemplateId() const { return dialog.id; }
     const VUnicodeString& GetTitle() const { return title; }
-    int GetFocus() const { return focus; }
     bool IsClosed() const { return isClosed; }
     /// The tree control of the id, or null.
     HeadlessTree* GetTree(int id) const;
@@ -69,6 +68,7 @@ class HeadlessDialog : public IDialogWindow {
     bool IsShown(int id) const override;
     void SetShown(int id, bool isShown) override;
     void SetFocus(int id) override;
+    int GetFocus() const override { return focus; }
     VRectangle GetRectangle(int id) const override;
     void SetRectangle(int id, const VRectangle& place) override;
     VRectangle ToPixels(const DialogRectangle& place) const override;

@@ -176,6 +176,12 @@ bool HeadlessTree::PressKey(std::uint16_t key, KeyModifiers modifiers) {
     return true;
 }
 
+bool HeadlessTree::TypeText(const VUnicodeString& text) {
+    if (dialog.IsClosed() || IsEditing()) return false;
+    events.OnText(text);
+    return true;
+}
+
 bool HeadlessTree::TypeLabel(const VUnicodeString& text) {
     if (!IsEditing()) return false;
     editText = text;
@@ -203,8 +209,9 @@ VPoint HeadlessTree::PointOn(TreeItem item, std::int32_t dy) {
     EnsureVisible(item);
     VRectangle label;
     if (!GetItemRectangle(item, true, label)) return {-1, -1};
-    // Away from the upper edge, where a drag would scroll.
+    // Away from the edges, where a drag would scroll.
     if (label.top == 0) ScrollRows(-1);
+    if (label.bottom > GetClientRectangle().bottom - kRowHeight) ScrollRows(1);
     GetItemRectangle(item, true, label);
     return {label.left + 3, label.top + (dy < 0 ? kRowHeight / 2 : dy)};
 }

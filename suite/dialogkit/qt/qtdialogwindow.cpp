@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QToolBar>
 #include <algorithm>
 #include <limits>
@@ -224,6 +225,15 @@ void QtDialogWindow::SetFocus(int id) {
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) edit->selectAll();
 }
 
+int QtDialogWindow::GetFocus() const {
+    const QWidget* focused = frame != nullptr ? frame->focusWidget() : nullptr;
+    const auto found = std::find_if(controls.begin(), controls.end(), [&](const Control& control) {
+        return control.widget != nullptr && focused != nullptr &&
+               (control.widget == focused || control.widget->isAncestorOf(focused));
+    });
+    return found != controls.end() ? found->id : kNoId;
+}
+
 VRectangle QtDialogWindow::GetRectangle(int id) const {
     const QWidget* widget = GetControl(id);
     return widget != nullptr ? FromQt(widget->geometry()) : VRectangle();
@@ -261,8 +271,10 @@ VRectangle QtDialogWindow::GetInside() const {
 
 void QtDialogWindow::SetInside(std::int32_t width, std::int32_t height) {
     if (frame == nullptr) return;
-    frame->ExpectSize({width, height});
-    frame->resize(width, height);
+    // A size from outside may be anything.
+    const QSize size = QSize(width, height).boundedTo(frame->screen()->availableSize()).expandedTo(QSize(1, 1));
+    frame->ExpectSize(size);
+    frame->resize(size);
 }
 
 void QtDialogWindow::LetResize(std::int32_t leastWidth, std::int32_t leastHeight) {

@@ -48,6 +48,7 @@ class QtDialogWindow : public IDialogWindow {
     bool IsShown(int id) const override;
     void SetShown(int id, bool isShown) override;
     void SetFocus(int id) override;
+    int GetFocus() const override;
     VRectangle GetRectangle(int id) const override;
     void SetRectangle(int id, const VRectangle& place) override;
     VRectangle ToPixels(const DialogRectangle& place) const override;

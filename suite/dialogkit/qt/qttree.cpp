@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
 #include "suite/dialogkit/qt/qtlabeleditor.h"
 #include "suite/dialogkit/qt/qttext.h"
@@ -23,6 +25,7 @@ QtTree::QtTree(QtDialogFrame& frame) : QAbstractScrollArea(&frame), frame(frame)
     viewport()->setAutoFillBackground(true);
     viewport()->setAcceptDrops(true);
     setContextMenuPolicy(Qt::PreventContextMenu);
+    setAttribute(Qt::WA_InputMethodEnabled);
 }
 
 QtTree::~QtTree() {
@@ -257,9 +260,24 @@ void QtTree::ShowTip(QPoint point, QPoint onScreen) {
 
 void QtTree::keyPressEvent(QKeyEvent* event) {
     const std::uint16_t key = VirtualKeyOf(*event);
-    if (key == 0 || events == nullptr) return event->ignore();
+    const QString text = event->text();
+    const bool isCommand = (FromQt(event->modifiers()) & (Accelerator::kControl | Accelerator::kAlt)) != 0;
+    if (key != 0 && events != nullptr) {
+        const QtDialogFrame::EventScope scope(&frame);
+        events->OnKeyDown(key, FromQt(event->modifiers()));
+    }
+    if (!isCommand && !text.isEmpty() && text.front().isPrint()) TellText(text);
+}
+
+void QtTree::inputMethodEvent(QInputMethodEvent* event) {
+    TellText(event->commitString());
+}
+
+void QtTree::TellText(const QString& text) {
+    // The key itself may have begun to edit a label, or closed the window.
+    if (events == nullptr || editor != nullptr || text.isEmpty()) return;
     const QtDialogFrame::EventScope scope(&frame);
-    events->OnKeyDown(key, FromQt(event->modifiers()));
+    events->OnText(FromQt(text));
 }
 
 void QtTree::TellPress(MouseButton button, QPoint point, Qt::KeyboardModifiers modifiers) {

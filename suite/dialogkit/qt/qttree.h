@@ -71,6 +71,7 @@ class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsO
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -101,6 +102,7 @@ class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsO
     void TellDragOver(QPoint point, Qt::KeyboardModifiers modifiers);
     void Answer(QDropEvent& event) const;
     void ShowTip(QPoint point, QPoint onScreen);
+    void TellText(const QString& text);
 
     QtDialogFrame& frame;
     VTreeItems* items = nullptr;
