@@ -150,7 +150,6 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
         return false;
     }
     const VUnicodeString leaf = GetEntryLeaf(lastPastedPath);
-    const bool hadChildren = ItemHasChildren(folder);
     // A name that was taken gave way to another one, which sorts elsewhere.
     const bool sortsAnew = isTaken && arrangement != SessionArrangement::kManual;
     if (isFolder) {
@@ -164,7 +163,6 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
             return false;
         }
     }
-    if (!hadChildren) SetItemHasChildren(folder);
     return true;
 }
 

@@ -139,8 +139,8 @@ class ConnectDialogBase : public VDialog {
     // Neighbours that a test replaces.
 
     virtual RunningSessions AskRunningSessions();
-    /// Makes a link on the user's desktop that starts this program with the arguments. False when that failed.
-    virtual bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label);
+    /// CreateDesktopShortcut over this window.
+    virtual bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label);
     /// Runs the wizard for a new session. False when there is none, and then the options dialog is used; else `result`
     /// is the wizard's, and `useWizard` whether the user finished in it and wants it again.
     virtual bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard);

@@ -1,5 +1,6 @@
 // Desktop shortcuts to what is selected.
 #include "connectdialog/connectdialogbase.h"
+#include "connectdialog/desktopshortcut.h"
 #include "connectdialog/shortcutnamedialog.h"
 
 namespace connectdialog {
@@ -10,17 +11,15 @@ void ConnectDialogBase::CreateShortcutForSelection() {
     VStringArray sessions;
     VStringArray folders;
     for (const TreeItem item : items) (IsFolderItem(item) ? folders : sessions).Add(GetItemPath(item));
-    VUnicodeString arguments;
-    for (const VUnicodeString& path : sessions) arguments += u"/S \"" + path + u"\" ";
-    for (const VUnicodeString& path : folders)
-        arguments += path.IsEmpty() ? u"/SESSION_FOLDER \\ "_v : u"/SESSION_FOLDER \"" + path + u"\" ";
     ShortcutNameDialog dialog(folders.IsEmpty() ? sessions[0] : folders[0], items.GetCount() > 1, this);
     if (dialog.DoModal() != kDialogAccepted) return;
-    if (!CreateDesktopShortcut(arguments, dialog.GetShortcutName())) ShowFailure(u"ERROR: creation of shortcut failed");
+    const VUnicodeString arguments = BuildShortcutArguments(sessions, folders);
+    if (!NamesExactly(arguments, sessions, folders) || !MakeShortcut(arguments, dialog.GetShortcutName()))
+        ShowFailure(u"ERROR: creation of shortcut failed");
 }
 
-bool ConnectDialogBase::CreateDesktopShortcut(const VUnicodeString&, const VUnicodeString&) {
-    return false;
+bool ConnectDialogBase::MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {
+    return CreateDesktopShortcut(arguments, label, this);
 }
 
 }  // namespace connectdialog

@@ -1,22 +1,21 @@
 #include "connectdialog/shortcutnamedialog.h"
 
+#include "connectdialog/desktopshortcut.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/textmetrics.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "resources/dialogids.h"
-#include "sessiondb/sessionpaths.h"
 
 namespace connectdialog {
 
 ShortcutNameDialog::ShortcutNameDialog(const VUnicodeString& sessionPath, bool multiple, VWindow* parent)
-    : VDialog(ShortcutNameIds::kDialog, parent) {
+    : VDialog(ShortcutNameIds::kDialog, parent),
+      shortcutName(OfferShortcutLabel(sessionPath, multiple, VGetAppName())) {
     if (!multiple && !sessionPath.IsEmpty()) {
-        shortcutName = GetEntryLeaf(sessionPath);
         sessionPathText = sessionPath;
         introText.Format(u"%1 will create a shortcut on the\nDesktop to the following session or folder:",
                          VGetAppName());
     } else {
-        shortcutName.Format(u"%1 sessions", VGetAppName());
         introText.Format(u"%1 will create a shortcut on the\nDesktop to the selected sessions.", VGetAppName());
     }
 }

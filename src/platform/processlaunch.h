@@ -6,6 +6,7 @@
 // standard descriptors, with no signal blocked and a broken pipe ending it as usual.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,5 +28,13 @@ bool ReplaceProcess(const std::vector<std::string>& arguments);
 /// a hang-up is passed on to it. One thread may do this at a time.
 /// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
+
+/// Whether this process speaks to a user at a terminal: its standard input and output are one.
+bool HasTerminal();
+
+/// Runs a helper that speaks to nobody: without input, and what it prints is dropped. One that has not ended after
+/// `patience` is killed.
+/// On failure: false, as ReplaceProcess, and 1460 when it was killed; also when its exit status is not 0.
+bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
 
 }  // namespace connectdialog::platform

@@ -105,6 +105,22 @@ TEST_F(TreeCommandsTest, WhatIsOpenIsNotDeleted) {
     unsetenv("XDG_RUNTIME_DIR");
 }
 
+TEST_F(TreeCommandsTest, AShortcutStartsTheHost) {
+    Seed();
+    const std::string host = scratch.Write("norhalden", "#!/bin/sh\n");
+    environment = {"PATH=" + scratch.GetPath().string(), "HOME=" + scratch.GetPath().string(), "XDG_CONFIG_HOME="};
+    EXPECT_NE(RunBadly({"shortcut", "zeta"}).find("norhalden is not installed"), std::string::npos);
+    std::filesystem::permissions(host, std::filesystem::perms::owner_all);
+    EXPECT_EQ(RunWell({"shortcut", "ZETA"}), "");
+    EXPECT_NE(scratch.Read("Desktop/zeta.desktop").find("Exec=\"" + host + "\" \"/S\" \"zeta\"\nTerminal=true\n"),
+              std::string::npos);
+    EXPECT_EQ(RunWell({"shortcut", "", "servers\\db", "--label", "all"}), "");
+    EXPECT_NE(scratch.Read("Desktop/all.desktop").find(R"("/S" "Servers\\\\db" "/SESSION_FOLDER" "\\\\")"),
+              std::string::npos)
+        << scratch.Read("Desktop/all.desktop");
+    EXPECT_NE(RunBadly({"shortcut", "zeta", "--label", "a/b"}).find("creation of shortcut"), std::string::npos);
+}
+
 TEST_F(TreeCommandsTest, TheUsersOrderIsKept) {
     ArrangeManually();
     for (const char* name : {"c", "a", "b"}) RunWell({"new", name});

@@ -214,6 +214,18 @@ TEST_F(Transfer, TheClipboardIsNotTrusted) {
     EXPECT_EQ(Stored(), before);
 }
 
+TEST_F(Transfer, AFolderLooksAsBeforeWhereverItGoes) {
+    OpenWorld(kManual);
+    panels.global->rememberFolderExpansion.Set(false);  // which is about the next time
+    EXPECT_TRUE(DragTo(u"f", u"g", 2));
+    EXPECT_EQ(Tree().Read(), "-Sessions\n  -g\n     c\n  -*f <\n    -in\n       x\n     a\n     b\n   s\n   t\n");
+    EXPECT_TRUE(DragTo(u"f\\in", u"g"));
+    CopyTo(u"g", u"f", false);
+    EXPECT_EQ(Tree().Read(),
+              "-Sessions\n  -g\n    -in\n       x\n     c\n  -f\n    -*g <\n      -in\n         x\n       c\n     a\n"
+              "     b\n   s\n   t\n");
+}
+
 TEST_F(Transfer, PathsLongerThanTheRecordAreMovedAllTheSame) {
     std::u16string folder(200, u'f');
     const std::u16string deep = folder + u'\\' + std::u16string(200, u'g');

@@ -58,7 +58,7 @@ RunningSessions TestConnectDialog::AskRunningSessions() {
     return running;
 }
 
-bool TestConnectDialog::CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {
+bool TestConnectDialog::MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {
     shortcuts.push_back(arguments + u"|" + label);
     return !shortcutFails;
 }

@@ -52,7 +52,7 @@ class TestConnectDialog : public ConnectDialog {
         canPaste = isAvailable;
     }
     RunningSessions AskRunningSessions() override;
-    bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
+    bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;
     std::int64_t RunQuickConnect(VRef<ISessionConfig>& config, const VUnicodeString& folder) override;
 

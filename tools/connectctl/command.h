@@ -43,6 +43,7 @@ CommandBody DeclareRename(CLI::App& parser);
 CommandBody DeclareRm(CLI::App& parser);
 CommandBody DeclareArrange(CLI::App& parser);
 CommandBody DeclareFind(CLI::App& parser);
+CommandBody DeclareShortcut(CLI::App& parser);
 CommandBody DeclareConnect(CLI::App& parser);
 CommandBody DeclareFirewall(CLI::App& parser);
 CommandBody DeclareButtons(CLI::App& parser);

@@ -34,6 +34,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"rm", "Delete sessions and folders", true, DeclareRm},
     {"arrange", "Move a session or a folder among its siblings", true, DeclareArrange},
     {"find", "Print the sessions and folders in which a text occurs", true, DeclareFind},
+    {"shortcut", "Put sessions and folders on the desktop", true, DeclareShortcut},
     {"connect", "Open a session with the system's client", true, DeclareConnect},
     {"firewall", "The firewalls that sessions go through", true, DeclareFirewall},
     {"buttons", "The user's button bars", true, DeclareButtons},

@@ -5,9 +5,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include "platform/lasterror.h"
@@ -180,6 +182,35 @@ bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
         posix_spawn(&process, command.GetProgram(), nullptr, attributes.Get(), command.GetArguments(), environ);
     if (error != 0) return FailWith(ErrorFromErrno(error));
     return WaitForEnd(process, exitCode);
+}
+
+bool HasTerminal() {
+    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
+}
+
+bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
+    constexpr std::chrono::milliseconds kStep{5};
+    NativeCommand command;
+    if (!command.Prepare(arguments)) return false;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    pid_t process = 0;
+    const int error = posix_spawn(&process, command.GetProgram(), &actions, nullptr, command.GetArguments(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) return FailWith(ErrorFromErrno(error));
+    const auto end = std::chrono::steady_clock::now() + patience;
+    int status = 0;
+    while (waitpid(process, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() >= end) {
+            kill(process, SIGKILL);
+            waitpid(process, &status, 0);
+            return FailWith(kTimeout);
+        }
+        std::this_thread::sleep_for(kStep);
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 }  // namespace connectdialog::platform

@@ -1,0 +1,180 @@
+#include "connectdialog/desktopshortcut.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "foundation/commandline.h"
+#include "foundation/vnarrowstring.h"
+#include "platform/desktopshortcut.h"
+#include "platform/lasterror.h"
+#include "platform/processlaunch.h"
+#include "support/processrunner.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+VStringArray ListOf(const std::vector<VUnicodeString>& texts) {
+    VStringArray list;
+    for (const VUnicodeString& text : texts) list.Add(text);
+    return list;
+}
+
+TEST(CommandLine, IsTakenApartByOneRule) {
+    const struct {
+        std::u16string_view line;
+        bool isClosed;
+        std::vector<VUnicodeString> words;
+    } rows[] = {
+        {u"", true, {}},
+        {u"   ", true, {}},
+        {u"a  b\tc ", true, {u"a", u"b\tc"}},
+        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
+        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
+        {u"\"\" x", true, {u"", u"x"}},
+        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
+        {u"\"a\"\"", true, {u"a\""}},
+        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
+        {u"a \"b c", false, {u"a", u"b c"}},
+        {u"\"", false, {u""}},
+    };
+    for (const auto& row : rows) {
+        VStringArray words;
+        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
+        EXPECT_TRUE(words == ListOf(row.words)) << VNarrowString(VUnicodeString(row.line)).GetData();
+    }
+}
+
+TEST(ShortcutText, NamesSessionsFirstAndFoldersAfter) {
+    const struct {
+        std::vector<VUnicodeString> sessions;
+        std::vector<VUnicodeString> folders;
+        const char16_t* arguments;
+        bool isExact;
+    } rows[] = {
+        {{u"A\\B"}, {}, u"/S \"A\\B\" ", true},
+        {{}, {u""}, u"/SESSION_FOLDER \\ ", true},
+        {{u"a", u"b c"}, {u"F"}, u"/S \"a\" /S \"b c\" /SESSION_FOLDER \"F\" ", true},
+        {{u"say \"hi\""}, {}, u"/S \"say \"hi\"\" ", true},
+        {{u"a\" /S \"b"}, {}, u"/S \"a\" /S \"b\" ", false},
+    };
+    for (const auto& row : rows) {
+        const VStringArray sessions = ListOf(row.sessions);
+        const VStringArray folders = ListOf(row.folders);
+        const VUnicodeString arguments = BuildShortcutArguments(sessions, folders);
+        EXPECT_EQ(arguments, row.arguments);
+        EXPECT_EQ(NamesExactly(arguments, sessions, folders), row.isExact);
+    }
+    EXPECT_EQ(OfferShortcutLabel(u"A\\B", false, u"NorHalden"), u"B");
+    EXPECT_EQ(OfferShortcutLabel(u"A\\B", true, u"NorHalden"), u"NorHalden sessions");
+    EXPECT_EQ(OfferShortcutLabel(u"", false, u"NorHalden"), u"NorHalden sessions");
+}
+
+class DesktopShortcutTest : public testing::Test {
+  protected:
+    DesktopShortcutTest() {
+        setenv("XDG_CONFIG_HOME", scratch.GetPath().c_str(), 1);
+        unsetenv("XDG_CURRENT_DESKTOP");
+        scratch.Write("user-dirs.dirs", "XDG_DESKTOP_DIR=\"" + desktop.string() + "\"\n");
+    }
+    ~DesktopShortcutTest() override { unsetenv("XDG_CONFIG_HOME"); }
+
+    std::string WriteProgram(const std::string& name, const std::string& script) const {
+        const std::string path = scratch.Write(name, "#!/bin/sh\n" + script);
+        fs::permissions(path, fs::perms::owner_all);
+        return path;
+    }
+    fs::path FileOf(const std::string& label) const { return desktop / (label + ".desktop"); }
+
+    TemporaryFolder scratch;
+    const fs::path desktop = scratch.GetPath() / "My Desktop";
+};
+
+/// Values that mean something to a shell, to the quoting rules or to their two levels.
+const std::vector<std::string> kArguments = {
+    "/S",        "A\\B c", "%U %% %", "\"q\" \\\" \\\\", "$(touch x) `y` $HOME",  "a\nb",
+    "tab\there", "",       " lead",   "*?#;&|<>~()'[]=", "\xC3\xA4 \xE4\xBC\x9A", "-x"};
+
+TEST_F(DesktopShortcutTest, IsValidAndReachesTheProgramAsItIs) {
+    const std::string program = WriteProgram("a program", "printf '<%s>\\n' \"$@\" > " + (scratch / "draft") + "; mv " +
+                                                              (scratch / "draft") + ' ' + (scratch / "out") + '\n');
+    platform::ShortcutCommand command{{program}, false};
+    command.arguments.insert(command.arguments.end(), kArguments.begin(), kArguments.end());
+    ASSERT_TRUE(platform::MakeDesktopShortcut(u" 50% \u4F1A\u8BDD; \"x\"", command));
+    const fs::path file = FileOf(" 50% \xE4\xBC\x9A\xE8\xAF\x9D; \"x\"");
+    EXPECT_EQ(ModeOf(file), 0700U);
+    if (platform::FindProgram("desktop-file-validate").empty() || platform::FindProgram("gio").empty())
+        GTEST_SKIP() << "desktop-file-utils and gio tell what the file means";
+    const ProcessResult checked = RunProcess({platform::FindProgram("desktop-file-validate"), file});
+    EXPECT_EQ(checked.exitCode, 0) << checked.output;
+    EXPECT_EQ(checked.output, "");
+    const ProcessResult launched = RunProcess({platform::FindProgram("gio"), "launch", file});
+    EXPECT_EQ(launched.exitCode, 0) << launched.errors;
+    for (int i = 0; i < 500 && !fs::exists(scratch / "out"); ++i) RunProcess({"/bin/sleep", "0.01"});
+    std::string expected;
+    for (const std::string& argument : kArguments) expected += '<' + argument + ">\n";
+    EXPECT_EQ(scratch.Read("out"), expected);
+}
+
+TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
+    ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"/S \"A\\B\" ", u"web"));
+    ASSERT_TRUE(CreateDesktopShortcut(u"/S \"other\" ", u"web", nullptr));
+    const std::string entry = ReadFile(FileOf("web"));
+    EXPECT_NE(entry.find("\nExec=\"" + fs::read_symlink("/proc/self/exe").string() + "\" \"/S\" \"other\"\n"),
+              std::string::npos)
+        << entry;
+    EXPECT_NE(entry.find("\nTerminal=false\n"), std::string::npos);
+    ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", u"tool"));
+    EXPECT_NE(ReadFile(FileOf("tool")).find("\nTerminal=true\n"), std::string::npos);
+    const std::u16string half(1, char16_t{0xD800});
+    for (const std::u16string& label :
+         {std::u16string(), std::u16string(u".."), std::u16string(u"a/b"), std::u16string(u"a\\b"),
+          std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half, std::u16string(300, u'x')})
+        EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x\" ", VUnicodeString(label)));
+    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\a=b", false, u"", u"x"));
+    EXPECT_FALSE(CreateShortcutTo(u"", false, u"", u"x"));
+    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x", u"x"));
+    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \""_v + VUnicodeString(half) + u"\" ", u"x"));
+    fs::create_directory(FileOf("folder"));
+    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"", u"folder"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(desktop), fs::directory_iterator()), 3);
+}
+
+TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {
+    WriteProgram("gio", "echo \"$@\" >> " + (scratch / "marks") + "\nexit 1\n");
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (scratch.GetPath().string() + ":" + path).c_str(), 1);
+    const std::string web = FileOf("web").string();
+    const struct {
+        const char* desktops;
+        std::string mark;
+    } rows[] = {{"KDE", ""},
+                {"ubuntu:GNOME", "set -t string -- " + web + " metadata::trusted true\n"},
+                {"XFCE", "set -t string -- " + web + " metadata::xfce-exe-checksum "}};
+    for (const auto& row : rows) {
+        setenv("XDG_CURRENT_DESKTOP", row.desktops, 1);
+        fs::remove(scratch / "marks");
+        EXPECT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"/S \"x\" ", u"web")) << "marked or not";
+        const std::string marks = scratch.Read("marks");
+        EXPECT_TRUE(row.mark.empty() ? marks.empty() : marks.starts_with(row.mark)) << marks;
+    }
+    const std::string sum = RunProcess({"/usr/bin/sha256sum", web}).output.substr(0, 64);
+    EXPECT_TRUE(scratch.Read("marks").ends_with(sum + "\n"));
+    setenv("PATH", path.c_str(), 1);
+    unsetenv("XDG_CURRENT_DESKTOP");
+}
+
+TEST(RunQuietly, EndsWhatDoesNotEnd) {
+    EXPECT_TRUE(platform::RunQuietly({"/bin/true"}, std::chrono::seconds(5)));
+    EXPECT_FALSE(platform::RunQuietly({"/bin/false"}, std::chrono::seconds(5)));
+    EXPECT_FALSE(platform::RunQuietly({"/bin/sleep", "60"}, std::chrono::milliseconds(50)));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kTimeout);
+}
+
+}  // namespace
+}  // namespace connectdialog::test
