@@ -22,6 +22,11 @@ build  python3-dbus         Secret Service that the tests play
 build  python3-gi           the same
 build  openssh-client       client of SSH sessions, peer for the tests
 build  desktop-file-utils   checks desktop files in the tests
+build  qt6-base-dev         dialogs on the desktop
+build  qt6-svg-dev          their drawings
+build  xvfb                 screen for the tests
+build  xauth                the same
+build  fonts-noto-cjk       Chinese texts in the tests' screenshots
 lint   clang                second compiler
 lint   clang-format         layout
 lint   clang-tidy           static analysis

@@ -182,6 +182,8 @@ class ConnectDialogBase : public VDialog {
         kSessionsInSelection,  ///< sessions that are selected or under a selected folder; loads what is not loaded
     };
     VArray<TreeItem> CollectSelection(Collect mode);
+    /// Whether kSessionsInSelection would find any.
+    bool HasSessionInSelection();
 
     // The state, in the order in which it is told to derived classes.
 
@@ -224,7 +226,6 @@ class ConnectDialogBase : public VDialog {
     /// Depth first: the first child (unless it is not to be looked at), the next sibling, or that of an ancestor.
     TreeItem GetNextInWalk(TreeItem item, bool intoChildren);
     bool IsInside(TreeItem item, TreeItem ancestor);
-    bool HasSessionInSelection();
     void SaveExpansion();
     void ReapplyExpansion(TreeItem top);
     void RunEnableRules();

@@ -28,10 +28,6 @@ bool HasEntries(const ProfileFolderData& folder) {
     return false;
 }
 
-bool IsTerminalHost() {
-    return VGetAppName().View().find(u"Halden") != std::u16string_view::npos;
-}
-
 }  // namespace
 
 void ConnectDialogBase::ReloadTree() {

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "config/isessionconfig.h"
-#include "foundation/isynchobject.h"
 #include "foundation/varray.h"
 #include "platform/modules.h"
 #include "resources/accelerators.h"
@@ -22,7 +21,6 @@ struct ModuleState {
 
     // Set by the host. What others below call stands with them: the getters of the profile factory and of the report
     // router in profile/vprofilekey.h and foundation/vreportmessageparams.h, the rest in imports/hostcallbacks.h.
-    VRef<ISynchObject> toolbarLock;
     bool connectClassRegistered = false;
 
     /// The result of the last connect dialog: one reference each.

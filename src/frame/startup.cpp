@@ -37,7 +37,7 @@ void (*g_pfnManageAgentKeys)(VProfileListViewState& state, VWindow* parent) = nu
 void ConnectDialogDllInit(VReportMessageRouter* (*routerGetter)(), ISynchObject* toolbarLock) {
     SetReportRouterGetter(routerGetter);
     InstallSessionDatabase();
-    GetModuleState().toolbarLock = VRef<ISynchObject>::Share(toolbarLock);
+    GetHostCallbacks().toolbarLock = VRef<ISynchObject>::Share(toolbarLock);
 }
 
 void ConnectDialogDllInitProfileFactory(ProfileFactoryGetter factoryGetter) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "foundation/isynchobject.h"
 #include "foundation/vunicodestring.h"
 
 namespace connectdialog {
@@ -22,6 +23,8 @@ struct HostCallbacks {
     VUnicodeString applicationCommandLine;
     SessionOptionsFunction sessionOptions = nullptr;
     HelpFunction help = nullptr;
+    /// Held while toolbars are laid out; may be null.
+    VRef<ISynchObject> toolbarLock = nullptr;
 };
 
 /// One for the process.

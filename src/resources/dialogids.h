@@ -10,6 +10,9 @@ inline constexpr int kTree = 1036;
 inline constexpr int kConnect = 1044;
 inline constexpr int kShowOnStartup = 1339;
 inline constexpr int kOpenInTab = 4002;
+inline constexpr int kSeparator = 1347;
+inline constexpr int kTransferToolbar = 134;
+inline constexpr int kTerminalToolbar = 135;
 }  // namespace ConnectDialogIds
 
 /// A label for a desktop shortcut.

@@ -13,9 +13,17 @@ enum class ControlKind : std::uint8_t {
     kButton,
     kDefaultButton,  ///< the button that the Return key presses; at most one in a dialog
     kCheckBox,
-    kGroupBox,  ///< a frame with a heading round the controls that lie in it
-    kTree
+    kGroupBox,   ///< a frame with a heading round the controls that lie in it
+    kSeparator,  ///< a line
+    kTree,
+    kToolbar  ///< of no template: IDialogWindow::ShowToolbar makes it
 };
+
+/// Whether the Tab key stops at such a control.
+constexpr bool TakesFocus(ControlKind kind) {
+    return kind == ControlKind::kEdit || kind == ControlKind::kButton || kind == ControlKind::kDefaultButton ||
+           kind == ControlKind::kCheckBox || kind == ControlKind::kTree;
+}
 
 /// Dialog units: a quarter of the average width, an eighth of the height, of the dialog's font.
 struct DialogRectangle {

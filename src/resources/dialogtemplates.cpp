@@ -14,6 +14,7 @@ constexpr ControlTemplate kConnectControls[] = {
     {kCheckBox, ConnectDialogIds::kOpenInTab, u"在标签页中打开(&O)", {118, 185, 87, 10}},
     {kDefaultButton, ConnectDialogIds::kConnect, u"连接(&C)", {118, 202, 47, 14}},
     {kButton, kIdCancel, u"关闭", {172, 202, 47, 14}},
+    {kSeparator, ConnectDialogIds::kSeparator, u"", {0, 0, 0, 0}},  // the dialog puts it under the toolbar
 };
 
 constexpr ControlTemplate kShortcutNameControls[] = {

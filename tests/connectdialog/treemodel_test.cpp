@@ -224,6 +224,7 @@ TEST_F(TreeModel, ClicksAndKeysSelectOneSeveralOrARange) {
     Window().PressKey(kKeyDown);
     EXPECT_EQ(Selected(), "b");
     Click(u"d");
+    kit.ExpectMenu([](const VPopupMenu&) { return 0; });
     Tree().RightClick(At(u"a"));
     EXPECT_EQ(Selected(), "a");
 }

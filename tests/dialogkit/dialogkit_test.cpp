@@ -12,8 +12,19 @@
 #include "imports/dialogkit/vtreeitems.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
+#include "suite/dialogkit/headless/headlesstree.h"
+#include "support/dialogkitconformance.h"
 
 namespace connectdialog::test {
+
+struct HeadlessBackEnd {
+    using Kit = HeadlessDialogKit;
+    using Dialog = HeadlessDialog;
+    using Tree = HeadlessTree;
+    static bool CanDrag() { return true; }
+};
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DialogKitConformance, HeadlessBackEnd);
+
 namespace {
 
 struct NoOwner : ITreeItemsOwner {

@@ -47,7 +47,10 @@ class TestConnectDialog : public ConnectDialog {
   protected:
     void EnableConnect(bool button, bool toolbarButton) override;
     void EnableEditButtons(bool properties, bool cutCopy, bool canDelete) override;
-    void PostPasteAvailable(bool isAvailable) override { canPaste = isAvailable; }
+    void PostPasteAvailable(bool isAvailable) override {
+        ConnectDialog::PostPasteAvailable(isAvailable);
+        canPaste = isAvailable;
+    }
     RunningSessions AskRunningSessions() override;
     bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;

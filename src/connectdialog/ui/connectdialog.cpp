@@ -1,6 +1,8 @@
 #include "connectdialog/ui/connectdialog.h"
 
 #include "imports/dialogkit/idialogkit.h"
+#include "imports/dialogkit/vpopupmenu.h"
+#include "resources/connectcommands.h"
 #include "resources/dialogids.h"
 
 namespace connectdialog {
@@ -11,6 +13,8 @@ enum Image : std::uint8_t { kImageOpenFolder = 0, kImageFolder = 1, kImageSessio
 
 /// So near to the upper or lower edge a drag scrolls the tree.
 constexpr std::int32_t kScrollEdge = 10;
+constexpr std::size_t kLongestTip = 1023;
+constexpr std::u16string_view kEllipsis = u"...";
 
 }  // namespace
 
@@ -25,8 +29,20 @@ ConnectDialog::~ConnectDialog() {
 
 void ConnectDialog::OnInitDialog() {
     ConnectDialogBase::OnInitDialog();
-    const VRef<GlobalConfig> global = FetchGlobalConfig();
     SetTitle(title);
+    InitControls();
+    toolbar.CreateBar(*GetWindow(), browseMode);
+    PostPasteAvailable(false);
+    tree.Attach(*GetWindow(), ConnectDialogIds::kTree);
+    InitSize();
+    if (browseMode) InitBrowseMode();
+    if (tabAlways) ShowControl(ConnectDialogIds::kOpenInTab, false);
+    ApplyTreeFont();
+    ReloadTree();
+}
+
+void ConnectDialog::InitControls() {
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
     SetControlChecked(ConnectDialogIds::kShowOnStartup, global->connectDialogOnStartup.Get());
     if (global->tabMode.Get() != 0 && global->tabsForced.Get()) {
         EnableControl(ConnectDialogIds::kOpenInTab, false);
@@ -34,20 +50,21 @@ void ConnectDialog::OnInitDialog() {
     }
     SetControlChecked(ConnectDialogIds::kOpenInTab, global->openInTab.Get());
     if (!tabsAvailable) SetControlText(ConnectDialogIds::kOpenInTab, u"&Open in a tiled window"_v);
-    PostPasteAvailable(false);
-    tree.Attach(*GetWindow(), ConnectDialogIds::kTree);
-    if (browseMode) {
-        SetControlText(ConnectDialogIds::kConnect, u"OK"_v);
-        SetControlText(kIdCancel, u"Cancel"_v);
-        ShowControl(ConnectDialogIds::kShowOnStartup, false);
-    }
-    if (tabAlways) ShowControl(ConnectDialogIds::kOpenInTab, false);
-    ReloadTree();
+}
+
+void ConnectDialog::InitBrowseMode() {
+    SetControlText(ConnectDialogIds::kConnect, u"OK"_v);
+    SetControlText(kIdCancel, u"Cancel"_v);
+    ShowControl(ConnectDialogIds::kShowOnStartup, false);
 }
 
 void ConnectDialog::OnDestroy() {
     if (tree.GetView() != nullptr) tree.GetView()->EndLabelEdit(false);
+    // Before the settings are saved with the state of the tree.
+    FetchGlobalConfig()->connectDialogPlacement.Set(GetWindow()->GetPlacement());
     SaveTreeState();
+    lastWidth = 0;
+    toolbar.Detach();
     tree.Detach();
 }
 
@@ -71,16 +88,17 @@ bool ConnectDialog::PreTranslateKey(std::uint16_t key, KeyModifiers modifiers) {
     return ConnectDialogBase::PreTranslateKey(key, modifiers);
 }
 
-/// Return opens and closes a folder instead of pressing Connect.
+/// Return opens and closes a folder instead of pressing Connect. A button that has the focus is pressed all the same.
 bool ConnectDialog::ToggleFolderByReturn() {
+    if (GetWindow()->GetFocus() != ConnectDialogIds::kTree) return false;
     const VArray<TreeItem> items = CollectSelection(Collect::kSelectedItems);
     if (items.GetCount() != 1 || !IsFolderItem(items[0])) return false;
     if (ItemHasChildren(items[0])) tree.SetExpanded(items[0], !IsItemExpanded(items[0]));
     return true;
 }
 
-void ConnectDialog::OnTimer(int) {
-    OnHoverTimer();
+void ConnectDialog::OnTimer(int timer) {
+    if (!tree.OnTimer(timer)) OnHoverTimer();
 }
 
 TreeItem ConnectDialog::GetItemAfterRemoval(TreeItem item) {
@@ -93,15 +111,21 @@ SessionItemData* ConnectDialog::GetItemData(TreeItem item) {
     return static_cast<SessionItemData*>(tree.GetItems().GetData(item));
 }
 
-void ConnectDialog::EnableConnect(bool button, bool) {
+void ConnectDialog::EnableConnect(bool button, bool toolbarButton) {
     EnableControl(ConnectDialogIds::kConnect, button);
+    toolbar.EnableButton(ConnectCommands::kConnect, toolbarButton);
 }
 
-void ConnectDialog::EnableEditButtons(bool, bool, bool canDeleteNow) {
-    canDelete = canDeleteNow;
+void ConnectDialog::EnableEditButtons(bool properties, bool cutCopy, bool canDelete) {
+    toolbar.EnableButton(ConnectCommands::kBarProperties, properties);
+    toolbar.EnableButton(ConnectCommands::kBarCut, cutCopy);
+    toolbar.EnableButton(ConnectCommands::kBarCopy, cutCopy);
+    toolbar.EnableButton(ConnectCommands::kBarDelete, canDelete);
 }
 
-void ConnectDialog::PostPasteAvailable(bool) {}
+void ConnectDialog::PostPasteAvailable(bool isAvailable) {
+    toolbar.EnableButton(ConnectCommands::kBarPaste, isAvailable);
+}
 
 TreeItem ConnectDialog::GetChildItem(TreeItem item, TreeItem& iterator) {
     return iterator = tree.GetItems().GetFirstChild(item);
@@ -163,8 +187,14 @@ void ConnectDialog::OnTreeExpanding(TreeItem item) {
     LoadFolderSessions(item);
 }
 
-void ConnectDialog::OnKeyDown(std::uint16_t key, KeyModifiers) {
-    if (key == kKeyDelete && canDelete) DeleteSelection();
+bool ConnectDialog::CanDeleteItems(const VArray<TreeItem>& items) {
+    return !items.IsEmpty() && items[0] != GetRootItem();  // the root comes first where it is selected
+}
+
+void ConnectDialog::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
+    const bool wantsMenu = key == kKeyMenu || (key == kKeyF10 && (modifiers & Accelerator::kShift) != 0);
+    if (wantsMenu) return ShowContextMenuByKey();
+    if (key == kKeyDelete && CanDeleteItems(CollectSelection(Collect::kSelectedItems))) DeleteSelection();
 }
 
 void ConnectDialog::OnBeginDrag(TreeItem item, VPoint) {
@@ -177,6 +207,7 @@ bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {
     const VRef<ISessionConfig> config = GetItemConfig(item);
     if (!config) return false;
     config->GetDisplayText(text);
+    if (text.GetLength() > kLongestTip) text = text.Left(kLongestTip - kEllipsis.size()) + VUnicodeString(kEllipsis);
     return !text.IsEmpty();
 }
 

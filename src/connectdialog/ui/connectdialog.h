@@ -2,9 +2,12 @@
 #pragma once
 
 #include "connectdialog/connectdialogbase.h"
+#include "connectdialog/ui/connecttoolbar.h"
 #include "connectdialog/ui/vmultiseltreectrl.h"
 
 namespace connectdialog {
+
+class VPopupMenu;
 
 class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
   public:
@@ -16,6 +19,7 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     bool OnCommand(int command) override;
     bool PreTranslateKey(std::uint16_t key, KeyModifiers modifiers) override;
     void OnTimer(int timer) override;
+    void OnSize(std::int32_t width, std::int32_t height) override;
     void OnDestroy() override;
 
     // The abstract tree.
@@ -66,10 +70,12 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     void OnItemDeleted(void* data) override { delete static_cast<SessionItemData*>(data); }
     void OnTreeExpanding(TreeItem item) override;
     void OnTreeSelectionChanged() override { OnSelectionChanged(); }
-    void OnTreeContextMenu(VPoint) override {}
+    void OnTreeContextMenu(VPoint point) override;
+    void OnTreeRename(TreeItem item) override { EditLabel(item); }
     void OnMouseDown(MouseButton, VPoint, KeyModifiers) override {}
     void OnDoubleClick(VPoint point) override { ConnectItemAt(point); }
     void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) override;
+    void OnText(const VUnicodeString&) override {}
     void OnBeginDrag(TreeItem item, VPoint point) override;
     bool OnBeginLabelEdit(TreeItem item) override { return BeginLabelEdit(item); }
     void OnEndLabelEdit(TreeItem item, const VUnicodeString* text) override { EndLabelEdit(item, text); }
@@ -81,10 +87,28 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
 
     void ScrollAtEdge(VPoint point);
     bool ToggleFolderByReturn();
+    bool CanDeleteItems(const VArray<TreeItem>& items);
+
+    // The window.
+    void InitControls();
+    void InitBrowseMode();
+    void InitSize();
+    void ApplyTreeFont();
+
+    // The menu over the tree.
+    void ShowContextMenuByKey();
+    /// `point` is one of the tree.
+    void ShowContextMenu(VPoint point);
+    VPopupMenu MakeContextMenu(const VArray<TreeItem>& items);
+    void FitLaunchEntries(VPopupMenu& menu, const VArray<TreeItem>& items);
+    void FitFilterEntries(VPopupMenu& menu);
 
     VUnicodeString title;
+    ConnectToolbar toolbar;
     VMultiSelTreeCtrl tree{*this};
-    bool canDelete = false;
+    // The size of the window's inside at the last change; a width of 0: none yet.
+    std::int32_t lastWidth = 0;
+    std::int32_t lastHeight = 0;
 };
 
 }  // namespace connectdialog

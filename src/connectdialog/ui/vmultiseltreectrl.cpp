@@ -1,18 +1,58 @@
 #include "connectdialog/ui/vmultiseltreectrl.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "resources/accelerators.h"
 
 namespace connectdialog {
 
 namespace {
+
+/// A second click that comes later than this is no double click.
+constexpr unsigned kDoubleClickMilliseconds = 500;
+/// What is typed later than this begins a new text.
+constexpr unsigned kTypingMilliseconds = 1000;
+
 bool Has(KeyModifiers modifiers, Accelerator::Modifier modifier) {
     return (modifiers & modifier) != 0;
 }
+
+bool IsVertical(std::uint16_t key) {
+    return key == kKeyUp || key == kKeyDown || key == kKeyHome || key == kKeyEnd || key == kKeyPageUp ||
+           key == kKeyPageDown;
+}
+
 }  // namespace
 
-bool VMultiSelTreeCtrl::Attach(IDialogWindow& window, int id) {
-    view = window.AttachTree(id, items, *this);
+bool VMultiSelTreeCtrl::Attach(IDialogWindow& newWindow, int id) {
+    window = &newWindow;
+    view = newWindow.AttachTree(id, items, *this);
     return view != nullptr;
+}
+
+void VMultiSelTreeCtrl::Detach() {
+    StopTimer(renameTimer);
+    StopTimer(typedTimer);
+    window = nullptr;
+    view = nullptr;
+}
+
+void VMultiSelTreeCtrl::StopTimer(int& timer) {
+    if (timer != 0) window->StopTimer(timer);
+    timer = 0;
+}
+
+bool VMultiSelTreeCtrl::OnTimer(int timer) {
+    if (timer == typedTimer) {
+        StopTimer(typedTimer);
+        typed = VUnicodeString();
+        return true;
+    }
+    if (timer != renameTimer) return false;
+    StopTimer(renameTimer);
+    owner.OnTreeRename(items.GetCaret());
+    return true;
 }
 
 TreeItem VMultiSelTreeCtrl::ItemFromPoint(VPoint point) const {
@@ -59,6 +99,7 @@ void VMultiSelTreeCtrl::SetExpanded(TreeItem item, bool isExpanded) {
 }
 
 void VMultiSelTreeCtrl::OnMouseDown(MouseButton button, VPoint point, KeyModifiers modifiers) {
+    StopTimer(renameTimer);
     if (button == MouseButton::kLeft)
         ClickLeft(point, modifiers);
     else
@@ -70,6 +111,9 @@ void VMultiSelTreeCtrl::ClickLeft(VPoint point, KeyModifiers modifiers) {
     if (place.part == TreePart::kExpander) return SetExpanded(place.item, !items.HasState(place.item, kTreeExpanded));
     const TreeItem hit = ItemFromPoint(point);
     if (hit == TreeItem::kNone) return;
+    const bool wasAlone = items.GetSelectedCount() == 1 && items.HasState(hit, kTreeSelected);
+    if (wasAlone && hit == items.GetCaret() && modifiers == Accelerator::kNone && place.part == TreePart::kLabel)
+        renameTimer = window->StartTimer(kDoubleClickMilliseconds);
     if (Has(modifiers, Accelerator::kShift)) {
         if (!items.IsValid(anchor)) anchor = items.GetCaret() != TreeItem::kNone ? items.GetCaret() : hit;
         items.SetCaret(hit);
@@ -111,42 +155,93 @@ void VMultiSelTreeCtrl::SelectRange(TreeItem first, TreeItem last, bool keepOthe
 }
 
 void VMultiSelTreeCtrl::OnDoubleClick(VPoint point) {
+    StopTimer(renameTimer);
     const TreeItem hit = ItemFromPoint(point);
     if (items.HasChildrenOrExpander(hit)) SetExpanded(hit, !items.HasState(hit, kTreeExpanded));
     owner.OnDoubleClick(point);
 }
 
-TreeItem VMultiSelTreeCtrl::FollowKey(std::uint16_t key) {
+void VMultiSelTreeCtrl::OnBeginDrag(TreeItem item, VPoint point) {
+    StopTimer(renameTimer);
+    owner.OnBeginDrag(item, point);
+}
+
+bool VMultiSelTreeCtrl::OnBeginLabelEdit(TreeItem item) {
+    StopTimer(renameTimer);
+    return owner.OnBeginLabelEdit(item);
+}
+
+int VMultiSelTreeCtrl::CountRowsInView() const {
+    VRectangle row;
+    if (view == nullptr || !view->GetItemRectangle(items.GetCaret(), false, row)) return 1;
+    const VRectangle client = view->GetClientRectangle();
+    return std::max(1, (client.bottom - client.top) / (row.bottom - row.top));
+}
+
+TreeItem VMultiSelTreeCtrl::GetLastVisible() const {
+    TreeItem item = items.GetLastChild(TreeItem::kNone);
+    while (items.HasState(item, kTreeExpanded) && items.GetLastChild(item) != TreeItem::kNone)
+        item = items.GetLastChild(item);
+    return item;
+}
+
+TreeItem VMultiSelTreeCtrl::WalkRows(int count) const {
+    TreeItem item = items.GetCaret();
+    for (int i = 0; i < std::abs(count); ++i) {
+        const TreeItem next = count < 0 ? items.GetPreviousVisible(item) : items.GetNextVisible(item);
+        if (next == TreeItem::kNone) break;
+        item = next;
+    }
+    return item;
+}
+
+TreeItem VMultiSelTreeCtrl::FollowArrowAcross(bool toTheRight) {
     const TreeItem caret = items.GetCaret();
     const bool isExpanded = items.HasState(caret, kTreeExpanded);
-    TreeItem target = caret;
+    if (toTheRight && isExpanded) return items.GetFirstChild(caret);
+    if (!toTheRight && !isExpanded) return items.GetParent(caret);
+    if (!toTheRight || items.HasChildrenOrExpander(caret)) SetExpanded(caret, toTheRight);
+    return caret;
+}
+
+TreeItem VMultiSelTreeCtrl::FollowKey(std::uint16_t key) {
+    const TreeItem caret = items.GetCaret();
     switch (key) {
         case kKeyUp:
-            target = items.GetPreviousVisible(caret);
-            break;
+            return WalkRows(-1);
         case kKeyDown:
-            target = items.GetNextVisible(caret);
-            break;
+            return WalkRows(1);
+        case kKeyPageUp:
+            return WalkRows(-std::max(1, CountRowsInView() - 1));
+        case kKeyPageDown:
+            return WalkRows(std::max(1, CountRowsInView() - 1));
+        case kKeyHome:
+            return items.GetFirstChild(TreeItem::kNone);
+        case kKeyEnd:
+            return GetLastVisible();
+        case kKeyBack:
+            return items.GetParent(caret);
         case kKeyLeft:
-            if (!isExpanded) target = items.GetParent(caret);
-            SetExpanded(caret, false);
-            break;
         case kKeyRight:
-            if (isExpanded) target = items.GetFirstChild(caret);
+            return FollowArrowAcross(key == kKeyRight);
+        case kKeyAdd:
             if (items.HasChildrenOrExpander(caret)) SetExpanded(caret, true);
-            break;
+            return caret;
+        case kKeySubtract:
+            SetExpanded(caret, false);
+            return caret;
         default:
-            break;
+            return caret;
     }
-    return target != TreeItem::kNone ? target : caret;
 }
 
 void VMultiSelTreeCtrl::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
+    StopTimer(renameTimer);
     if (!items.IsValid(anchor)) anchor = items.GetCaret();
     const TreeItem former = items.GetCaret();
     const TreeItem target = FollowKey(key);
-    const bool isRange = Has(modifiers, Accelerator::kShift) && (key == kKeyUp || key == kKeyDown);
-    if (target != former) {
+    const bool isRange = Has(modifiers, Accelerator::kShift) && IsVertical(key);
+    if (target != former && target != TreeItem::kNone) {
         if (view != nullptr) view->EnsureVisible(target);
         items.SetCaret(target);
         if (isRange) {
@@ -158,6 +253,31 @@ void VMultiSelTreeCtrl::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
         owner.OnTreeSelectionChanged();
     }
     owner.OnKeyDown(key, modifiers);
+}
+
+TreeItem VMultiSelTreeCtrl::FindTyped(bool fromNext) const {
+    const TreeItem caret = items.GetCaret();
+    const auto fits = [this](TreeItem item) { return items.GetText(item).Left(typed.GetLength()).EqualsNoCase(typed); };
+    if (!fromNext && fits(caret)) return caret;
+    // Round once, from the row behind the caret.
+    for (TreeItem item = items.GetNextVisible(caret); item != caret; item = items.GetNextVisible(item)) {
+        if (item == TreeItem::kNone) item = items.GetFirstChild(TreeItem::kNone);
+        if (fits(item)) return item;
+        if (item == caret) break;
+    }
+    return TreeItem::kNone;
+}
+
+void VMultiSelTreeCtrl::OnText(const VUnicodeString& text) {
+    const bool isBlank = typed.IsEmpty() && text == u" ";
+    if (items.GetCaret() == TreeItem::kNone || window == nullptr || isBlank) return;
+    StopTimer(typedTimer);
+    // One letter again and again leads from one item that begins with it to the next.
+    const bool isAgain = typed == text;
+    if (!isAgain) typed += text;
+    typedTimer = window->StartTimer(kTypingMilliseconds);
+    const TreeItem found = FindTyped(isAgain || typed == text);
+    if (found != TreeItem::kNone && found != items.GetCaret()) SelectItem(found);
 }
 
 DropEffect VMultiSelTreeCtrl::OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) {

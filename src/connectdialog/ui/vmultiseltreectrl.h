@@ -17,18 +17,23 @@ class ITreeOwner : public ITreeEvents, public ITreeItemsOwner {
     virtual void OnTreeSelectionChanged() = 0;
     /// A menu is wanted at the point.
     virtual void OnTreeContextMenu(VPoint point) = 0;
+    /// The user clicked the label of the only selected item and left it at that.
+    virtual void OnTreeRename(TreeItem item) = 0;
 };
 
 /// Turns clicks and keys into selection, caret and expansion, the same over every back end: a click selects one item,
 /// with Control it adds or takes away one, with Shift a range from the item where the first such click began; the arrow
-/// keys walk. What is no matter of selection goes on to the owner.
+/// keys walk, typed text leads to the next item that begins with it, and a single click on the label of the only
+/// selected item asks for another name. What is no matter of selection goes on to the owner.
 class VMultiSelTreeCtrl : private ITreeEvents {
   public:
     explicit VMultiSelTreeCtrl(ITreeOwner& owner) : owner(owner), items(owner) {}
 
     /// Shows the tree in a control of the window, until the window goes. False when there is no such control.
     bool Attach(IDialogWindow& window, int id);
-    void Detach() { view = nullptr; }
+    void Detach();
+    /// True when the timer was one of its own.
+    bool OnTimer(int timer);
 
     VTreeItems& GetItems() { return items; }
     /// Null while it is not shown.
@@ -47,8 +52,9 @@ class VMultiSelTreeCtrl : private ITreeEvents {
     void OnMouseDown(MouseButton button, VPoint point, KeyModifiers modifiers) override;
     void OnDoubleClick(VPoint point) override;
     void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) override;
-    void OnBeginDrag(TreeItem item, VPoint point) override { owner.OnBeginDrag(item, point); }
-    bool OnBeginLabelEdit(TreeItem item) override { return owner.OnBeginLabelEdit(item); }
+    void OnText(const VUnicodeString& text) override;
+    void OnBeginDrag(TreeItem item, VPoint point) override;
+    bool OnBeginLabelEdit(TreeItem item) override;
     void OnEndLabelEdit(TreeItem item, const VUnicodeString* text) override { owner.OnEndLabelEdit(item, text); }
     bool OnInfoTip(TreeItem item, VUnicodeString& text) override { return owner.OnInfoTip(item, text); }
     DropEffect OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) override;
@@ -63,13 +69,24 @@ class VMultiSelTreeCtrl : private ITreeEvents {
     void ToggleOne(TreeItem item);
     void MakeOnlySelected(TreeItem item);
     void Reveal(TreeItem item);
-    /// Where an arrow key leads from the caret; the caret itself when nowhere.
+    /// Where a key leads from the caret; the caret itself when nowhere.
     TreeItem FollowKey(std::uint16_t key);
+    TreeItem FollowArrowAcross(bool toTheRight);
+    /// So many rows down, or up when negative, as far as there are rows.
+    TreeItem WalkRows(int count) const;
+    TreeItem GetLastVisible() const;
+    int CountRowsInView() const;
+    TreeItem FindTyped(bool fromNext) const;
+    void StopTimer(int& timer);
 
     ITreeOwner& owner;
     VTreeItems items;
+    IDialogWindow* window = nullptr;
     ITreeView* view = nullptr;
     TreeItem anchor = TreeItem::kNone;
+    int renameTimer = 0;
+    VUnicodeString typed;  ///< shortly one after the other
+    int typedTimer = 0;
 };
 
 }  // namespace connectdialog

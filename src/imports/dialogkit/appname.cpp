@@ -15,5 +15,8 @@ VUnicodeString VGetAppName() {
 void SetAppName(const VUnicodeString& name) {
     AppName() = name;
 }
+bool IsTerminalHost() {
+    return AppName().View().find(u"Halden") != std::u16string_view::npos;
+}
 
 }  // namespace connectdialog

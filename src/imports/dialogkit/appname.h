@@ -8,5 +8,7 @@ namespace connectdialog {
 /// The name that the host gave, "NorHalden" or "Tessaly" for instance; empty before SetAppName.
 VUnicodeString VGetAppName();
 void SetAppName(const VUnicodeString& name);
+/// Whether that is a terminal application: the name of each holds "Halden".
+bool IsTerminalHost();
 
 }  // namespace connectdialog

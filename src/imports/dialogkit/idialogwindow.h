@@ -22,8 +22,8 @@ class IDialogEvents {
   public:
     virtual ~IDialogEvents() = default;
     /// A button or a check box was clicked (its new state is set already), or a button of the toolbar. Closing the
-    /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the default button,
-    /// unless that is disabled.
+    /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the button that has the
+    /// focus, else on the default button, unless that is disabled.
     virtual void OnCommandEvent(int id) = 0;
     /// The user changed the text of an edit control.
     virtual void OnTextChanged(int id) = 0;
@@ -31,7 +31,7 @@ class IDialogEvents {
     virtual bool OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) = 0;
     /// A timer of IDialogWindow::StartTimer ran out; it goes on until it is stopped.
     virtual void OnTimer(int timer) = 0;
-    /// The inside of the window has another size, pixels.
+    /// The user gave the inside of the window another size, pixels.
     virtual void OnSize(std::int32_t width, std::int32_t height) = 0;
     /// The window goes, with all its controls still there.
     virtual void OnWindowGone() = 0;
@@ -61,11 +61,26 @@ class IDialogWindow {
     virtual void SetShown(int id, bool isShown) = 0;
     /// Moves the focus; an edit control has its text selected by it.
     virtual void SetFocus(int id) = 0;
+    /// The control that has it, or kNoId.
+    virtual int GetFocus() const = 0;
     virtual VRectangle GetRectangle(int id) const = 0;
     virtual void SetRectangle(int id, const VRectangle& place) = 0;
     virtual VRectangle ToPixels(const DialogRectangle& place) const = 0;
     /// The width of a text in the control's font, pixels.
     virtual std::int32_t GetTextWidth(int id, std::u16string_view text) const = 0;
+    /// The font of a control; a size of 0 leaves the size as it is.
+    virtual void SetFont(int id, const VUnicodeString& family, int points) = 0;
+    /// From a point of the control to one of the screen.
+    virtual VPoint ToScreen(int id, VPoint point) const = 0;
+
+    /// The size of the window's inside: right and bottom.
+    virtual VRectangle GetInside() const = 0;
+    /// As far as the screen has room.
+    virtual void SetInside(std::int32_t width, std::int32_t height) = 0;
+    /// Lets the user give the window another size, of whose inside this is the least. Without it the size is fixed.
+    virtual void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) = 0;
+    /// Where it stands; the normal rectangle has the size of the window's inside.
+    virtual VWindowPlacement GetPlacement() const = 0;
 
     /// Gives a number for the timer. Milliseconds.
     virtual int StartTimer(unsigned milliseconds) = 0;
@@ -74,8 +89,8 @@ class IDialogWindow {
     /// Lets a tree control show `items` and tell `events`. The view is owned by the window; null when there is no tree
     /// control of that id. Requires: both outlive the window.
     virtual ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& events) = 0;
-    /// Shows a toolbar along the upper edge, or shows it anew after `toolbar` changed. Requires: it outlives the
-    /// window.
+    /// Shows a toolbar in the upper left corner, as large as its buttons need, or shows it anew after `toolbar`
+    /// changed, where it stands. It is a control of that id from then on. Requires: `toolbar` outlives the window.
     virtual void ShowToolbar(int id, const VToolbarState& toolbar) = 0;
 };
 

@@ -43,7 +43,9 @@ class ITreeView {
     virtual void Redraw() = 0;
 
     /// Takes the focus and lets the user edit the label, after ITreeEvents::OnBeginLabelEdit allowed it. An edit that
-    /// runs is cancelled before. Ends with ITreeEvents::OnEndLabelEdit, also when the item is removed.
+    /// runs is cancelled before. Ends with ITreeEvents::OnEndLabelEdit, also when the item is removed or folded away; a
+    /// click elsewhere in the window ends it with its text, and does nothing more when that began the edit again. Keys
+    /// go to the edit box alone, Return and Escape end it.
     virtual void BeginLabelEdit(TreeItem item) = 0;
     /// Ends an edit that runs, with its text or without.
     virtual void EndLabelEdit(bool keepText) = 0;
@@ -65,6 +67,8 @@ class ITreeEvents {
     virtual void OnMouseDown(MouseButton button, VPoint point, KeyModifiers modifiers) = 0;
     virtual void OnDoubleClick(VPoint point) = 0;
     virtual void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) = 0;
+    /// Text came from the keyboard, by whatever way; after OnKeyDown of its key.
+    virtual void OnText(const VUnicodeString& text) = 0;
     /// The pointer moved with the left button held since it went down on this item.
     virtual void OnBeginDrag(TreeItem item, VPoint point) = 0;
 

@@ -40,6 +40,7 @@ TreeItem VTreeItems::Insert(TreeItem parent, TreePlace place, TreeItem after, co
     if (place == TreePlace::kBehind && IsValid(after) && nodes[IndexOf(after)].parent == parentIndex)
         previous = IndexOf(after);
     Link(index, parentIndex, previous);
+    ++shape;
     const TreeItem item = HandleOf(index);
     if (observer != nullptr) observer->OnItemInserted(item);
     return item;
@@ -90,6 +91,7 @@ void VTreeItems::Free(std::uint32_t index) {
     if (caret == item) caret = TreeItem::kNone;
     if (insertMark == item) insertMark = TreeItem::kNone;
     Unlink(index);
+    ++shape;
     Node& node = nodes[index];
     void* const data = node.data;
     const std::uint32_t generation = node.generation + 1;
@@ -170,6 +172,7 @@ void VTreeItems::SetState(TreeItem item, TreeItemState state, bool isOn) {
     Node* node = Find(item);
     if (node == nullptr || ((node->state & state) != 0) == isOn) return;
     node->state = static_cast<std::uint8_t>(isOn ? node->state | state : node->state & ~state);
+    if (state == kTreeExpanded) ++shape;
     if (state == kTreeSelected) {
         selectedCount += isOn ? 1 : std::size_t{0} - 1;
         if (isOn) selected.push_back(item);

@@ -69,6 +69,8 @@ class VTreeItems {
     void Remove(TreeItem item);
     void Clear();
     std::size_t GetCount() const { return nodes.size() - 1 - freed.size(); }
+    /// Another number whenever the rows on the screen may be others: an item came, went, was expanded or collapsed.
+    std::uint64_t GetShape() const { return shape; }
 
     bool IsValid(TreeItem item) const { return Find(item) != nullptr; }
     /// kNone gives the first top-level item.
@@ -146,6 +148,7 @@ class VTreeItems {
     std::vector<std::uint32_t> freed;
     std::vector<TreeItem> selected;  ///< every selected item, and some that are not any more
     std::size_t selectedCount = 0;
+    std::uint64_t shape = 1;
     TreeItem caret = TreeItem::kNone;
     TreeItem insertMark = TreeItem::kNone;
     bool isMarkBehind = false;

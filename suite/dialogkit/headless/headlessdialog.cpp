@@ -15,10 +15,11 @@ namespace {
 constexpr int kCharacterWidth = 6;
 constexpr int kCharacterHeight = 13;
 constexpr char16_t kFirstWideCharacter = 0x1100;
-
-bool TakesFocus(ControlKind kind) {
-    return kind != ControlKind::kStatic && kind != ControlKind::kIcon && kind != ControlKind::kGroupBox;
-}
+constexpr std::int32_t kToolbarHeight = 24;
+constexpr std::int32_t kToolbarButton = 24;
+constexpr std::int32_t kToolbarSeparator = 8;
+/// The window's inside on the screen.
+constexpr VPoint kCorner{100, 100};
 
 }  // namespace
 
@@ -29,9 +30,13 @@ std::int32_t HeadlessTextWidth(std::u16string_view text) {
 }
 
 HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events)
-    : kit(kit), dialog(dialog), events(events), title(dialog.title) {
+    : kit(kit),
+      dialog(dialog),
+      events(events),
+      title(dialog.title),
+      inside(ToPixels({0, 0, dialog.width, dialog.height})) {
     for (const ControlTemplate& row : dialog.controls) {
-        controls.push_back({row.kind, row.id, row.label, ToPixels(row.place), false, true, true, nullptr});
+        controls.push_back({row.kind, row.id, row.label, ToPixels(row.place), false, true, true, nullptr, {}});
         if (focus == kNoId && TakesFocus(row.kind)) focus = row.id;
     }
 }
@@ -51,15 +56,27 @@ HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
     return isUsable ? control : nullptr;
 }
 
-HeadlessDialog::Control* HeadlessDialog::FindDefaultButton() {
+HeadlessDialog::Control* HeadlessDialog::FindUsableButton(int id) {
+    Control* button = FindUsable(id, ControlKind::kButton);
+    return button != nullptr ? button : FindUsable(id, ControlKind::kDefaultButton);
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindReturnButton() {
+    if (Control* focused = FindUsableButton(focus)) return focused;
     for (const Control& control : controls)
-        if (control.kind == ControlKind::kDefaultButton) return FindUsable(control.id, ControlKind::kDefaultButton);
+        if (control.kind == ControlKind::kDefaultButton) return FindUsableButton(control.id);
     return nullptr;
+}
+
+void HeadlessDialog::EndLabelEdits() {
+    for (const Control& control : controls)
+        if (control.tree != nullptr) control.tree->EndLabelEdit(true);
 }
 
 bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
     Control* control = FindUsable(id, ControlKind::kEdit);
     if (control == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     if (control->text == text) return true;
     control->text = text;
@@ -70,6 +87,7 @@ bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
 bool HeadlessDialog::Tick(int id, bool isChecked) {
     Control* control = FindUsable(id, ControlKind::kCheckBox);
     if (control == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     if (control->isChecked == isChecked) return true;
     control->isChecked = isChecked;
@@ -79,8 +97,8 @@ bool HeadlessDialog::Tick(int id, bool isChecked) {
 
 bool HeadlessDialog::Press(int id) {
     if (PressToolbar(id)) return true;
-    if (FindUsable(id, ControlKind::kButton) == nullptr && FindUsable(id, ControlKind::kDefaultButton) == nullptr)
-        return false;
+    if (FindUsableButton(id) == nullptr) return false;
+    EndLabelEdits();
     focus = id;
     events.OnCommandEvent(id);
     return true;
@@ -96,6 +114,7 @@ bool HeadlessDialog::PressToolbar(int command) {
     if (isClosed || toolbar == nullptr || command == 0) return false;
     for (const VToolbarState::Button& button : toolbar->GetButtons()) {
         if (button.command != command || !button.isEnabled) continue;
+        EndLabelEdits();
         events.OnCommandEvent(command);
         return true;
     }
@@ -110,7 +129,7 @@ bool HeadlessDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
     if (events.OnKeyEvent(key, modifiers)) return true;
     if (key == kKeyEscape) return CloseByFrame();
     if (key == kKeyReturn) {
-        const Control* button = FindDefaultButton();
+        const Control* button = FindReturnButton();
         return button != nullptr && Press(button->id);
     }
     return tree != nullptr && tree->PressKey(key, modifiers);
@@ -141,8 +160,9 @@ void HeadlessDialog::Elapse(unsigned milliseconds) {
 }
 
 bool HeadlessDialog::Resize(std::int32_t width, std::int32_t height) {
-    if (isClosed) return false;
-    events.OnSize(width, height);
+    if (isClosed || least.x < 0) return false;
+    inside = {0, 0, std::max(width, least.x), std::max(height, least.y)};
+    events.OnSize(inside.right, inside.bottom);
     return true;
 }
 
@@ -204,6 +224,30 @@ std::int32_t HeadlessDialog::GetTextWidth(int, std::u16string_view text) const {
     return HeadlessTextWidth(text);
 }
 
+void HeadlessDialog::SetFont(int id, const VUnicodeString& family, int points) {
+    if (Control* control = Find(id)) control->font.Format(u"%1,%2!d!", family, points);
+}
+VUnicodeString HeadlessDialog::GetFont(int id) const {
+    const Control* control = Find(id);
+    return control != nullptr ? control->font : VUnicodeString();
+}
+VPoint HeadlessDialog::ToScreen(int id, VPoint point) const {
+    const VRectangle place = GetRectangle(id);
+    return {kCorner.x + place.left + point.x, kCorner.y + place.top + point.y};
+}
+
+void HeadlessDialog::SetInside(std::int32_t width, std::int32_t height) {
+    inside = {0, 0, width, height};
+}
+void HeadlessDialog::LetResize(std::int32_t leastWidth, std::int32_t leastHeight) {
+    least = {leastWidth, leastHeight};
+}
+VWindowPlacement HeadlessDialog::GetPlacement() const {
+    VWindowPlacement placement = VWindowPlacement::Unplaced();
+    placement.normal = {kCorner.x, kCorner.y, kCorner.x + inside.right, kCorner.y + inside.bottom};
+    return placement;
+}
+
 int HeadlessDialog::StartTimer(unsigned milliseconds) {
     timers.push_back({++lastTimer, std::max(milliseconds, 1U), std::max(milliseconds, 1U)});
     return lastTimer;
@@ -219,8 +263,13 @@ ITreeView* HeadlessDialog::AttachTree(int id, VTreeItems& items, ITreeEvents& tr
     return control->tree.get();
 }
 
-void HeadlessDialog::ShowToolbar(int, const VToolbarState& newToolbar) {
+void HeadlessDialog::ShowToolbar(int id, const VToolbarState& newToolbar) {
     toolbar = &newToolbar;
+    if (Find(id) != nullptr) return;
+    std::int32_t width = 0;
+    for (const VToolbarState::Button& button : toolbar->GetButtons())
+        width += button.command != 0 ? kToolbarButton : kToolbarSeparator;
+    controls.push_back({ControlKind::kToolbar, id, {}, {0, 0, width, kToolbarHeight}, false, true, true, nullptr, {}});
 }
 
 }  // namespace connectdialog

@@ -32,25 +32,27 @@ class HeadlessDialog : public IDialogWindow {
     bool Press(int id);
     /// The button that shows this label.
     bool PressLabelled(const VUnicodeString& label);
-    /// A key: to the dialog, then to the focused tree, then Return to the default button and Escape to the frame.
+    /// A key: to the dialog, then to the focused tree, then Return to a button and Escape to the frame.
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
     bool CloseByFrame();
     /// A command from a menu, whose state the user has seen.
     bool Choose(int command);
     /// Time passes: timers run out in their order.
     void Elapse(unsigned milliseconds);
+    /// As far as the window lets itself be made smaller.
     bool Resize(std::int32_t width, std::int32_t height);
 
     // What the user sees.
 
     int GetTemplateId() const { return dialog.id; }
     const VUnicodeString& GetTitle() const { return title; }
-    int GetFocus() const { return focus; }
     bool IsClosed() const { return isClosed; }
     /// The tree control of the id, or null.
     HeadlessTree* GetTree(int id) const;
     /// Null while there is none.
     const VToolbarState* GetToolbar() const { return toolbar; }
+    /// "family,points" of a control whose font was set.
+    VUnicodeString GetFont(int id) const;
 
     // IDialogWindow.
     void RunModal() override;
@@ -66,10 +68,17 @@ class HeadlessDialog : public IDialogWindow {
     bool IsShown(int id) const override;
     void SetShown(int id, bool isShown) override;
     void SetFocus(int id) override;
+    int GetFocus() const override { return focus; }
     VRectangle GetRectangle(int id) const override;
     void SetRectangle(int id, const VRectangle& place) override;
     VRectangle ToPixels(const DialogRectangle& place) const override;
     std::int32_t GetTextWidth(int id, std::u16string_view text) const override;
+    void SetFont(int id, const VUnicodeString& family, int points) override;
+    VPoint ToScreen(int id, VPoint point) const override;
+    VRectangle GetInside() const override { return inside; }
+    void SetInside(std::int32_t width, std::int32_t height) override;
+    void LetResize(std::int32_t leastWidth, std::int32_t leastHeight) override;
+    VWindowPlacement GetPlacement() const override;
     int StartTimer(unsigned milliseconds) override;
     void StopTimer(int timer) override;
     ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& treeEvents) override;
@@ -85,6 +94,7 @@ class HeadlessDialog : public IDialogWindow {
         bool isEnabled = true;
         bool isShown = true;
         std::unique_ptr<HeadlessTree> tree;
+        VUnicodeString font;
     };
     struct Timer {
         int number;
@@ -96,7 +106,11 @@ class HeadlessDialog : public IDialogWindow {
     Control* Find(int id) { return const_cast<Control*>(std::as_const(*this).Find(id)); }
     /// The control when the user can use it and it is of that kind.
     Control* FindUsable(int id, ControlKind kind);
-    Control* FindDefaultButton();
+    Control* FindUsableButton(int id);
+    /// The button that the Return key presses, when it can be.
+    Control* FindReturnButton();
+    /// What a click outside of the edit box does.
+    void EndLabelEdits();
     bool PressToolbar(int command);
 
     HeadlessDialogKit& kit;
@@ -106,6 +120,8 @@ class HeadlessDialog : public IDialogWindow {
     std::vector<Control> controls;
     std::vector<Timer> timers;
     const VToolbarState* toolbar = nullptr;
+    VRectangle inside;
+    VPoint least{-1, -1};  ///< the least inside; negative: not to be resized
     int lastTimer = 0;
     int focus = kNoId;
     bool isClosed = false;

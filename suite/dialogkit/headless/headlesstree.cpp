@@ -18,12 +18,11 @@ HeadlessTree::~HeadlessTree() {
 }
 
 void HeadlessTree::OnItemRemoving(TreeItem item) {
-    areRowsKnown = false;
     if (items.IsInside(editing, item)) EndLabelEdit(false);
 }
 
 void HeadlessTree::FindRows() const {
-    if (!areRowsKnown) {
+    if (std::exchange(rowsShape, items.GetShape()) != items.GetShape()) {
         rows.clear();
         rowOf.clear();
         for (TreeItem item = items.GetFirstChild(TreeItem::kNone); item != TreeItem::kNone;
@@ -31,7 +30,6 @@ void HeadlessTree::FindRows() const {
             rowOf[item] = static_cast<std::int32_t>(rows.size());
             rows.push_back(item);
         }
-        areRowsKnown = true;
     }
     const auto wanted = rowOf.find(std::exchange(toBeSeen, TreeItem::kNone));
     if (wanted != rowOf.end())
@@ -141,6 +139,7 @@ bool HeadlessTree::SendMouseDown(TreeItem item, MouseButton button, KeyModifiers
     if (part == TreePart::kExpander) point.x = LevelOf(item) * kIndent + kIndent / 2;
     if (HitTest(point).part != part && part == TreePart::kExpander) return false;
     EndLabelEdit(true);  // a click outside of the edit box
+    if (IsEditing()) return true;
     dialog.SetFocus(id);
     events.OnMouseDown(button, point, modifiers);
     return true;
@@ -162,6 +161,7 @@ bool HeadlessTree::DoubleClick(TreeItem item) {
 }
 void HeadlessTree::ClickAt(VPoint point, KeyModifiers modifiers) {
     EndLabelEdit(true);
+    if (IsEditing()) return;
     dialog.SetFocus(id);
     events.OnMouseDown(MouseButton::kLeft, point, modifiers);
 }
@@ -173,6 +173,12 @@ bool HeadlessTree::PressKey(std::uint16_t key, KeyModifiers modifiers) {
         EndLabelEdit(true);
     else if (key == kKeyEscape)
         EndLabelEdit(false);
+    return true;
+}
+
+bool HeadlessTree::TypeText(const VUnicodeString& text) {
+    if (dialog.IsClosed() || IsEditing()) return false;
+    events.OnText(text);
     return true;
 }
 
@@ -203,8 +209,9 @@ VPoint HeadlessTree::PointOn(TreeItem item, std::int32_t dy) {
     EnsureVisible(item);
     VRectangle label;
     if (!GetItemRectangle(item, true, label)) return {-1, -1};
-    // Away from the upper edge, where a drag would scroll.
+    // Away from the edges, where a drag would scroll.
     if (label.top == 0) ScrollRows(-1);
+    if (label.bottom > GetClientRectangle().bottom - kRowHeight) ScrollRows(1);
     GetItemRectangle(item, true, label);
     return {label.left + 3, label.top + (dy < 0 ? kRowHeight / 2 : dy)};
 }

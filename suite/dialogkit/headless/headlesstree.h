@@ -57,6 +57,8 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
     void ClickAt(VPoint point, KeyModifiers modifiers = 0);
     /// While a label is edited, Return and Escape end that and other keys are typed; else the key goes to the tree.
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
+    /// Types a text that is no label's.
+    bool TypeText(const VUnicodeString& text);
     /// Puts a text into the label that is edited and ends the edit with it.
     bool TypeLabel(const VUnicodeString& text);
     bool CancelLabel();
@@ -72,7 +74,8 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
     /// One line a row, from the top: two blanks a level, "+" or "-" for an expander, then the label. Before the label
     /// "*" selected, "x" cut, ">" drop target; behind it " <" where the caret stands; a line "---" for the insert mark.
     std::string Read() const;
-    /// The middle of the label, scrolled into view; `dy` pixels from the row's top when it is not negative.
+    /// The middle of the label, scrolled into view and, as far as it goes, away from the edges where a drag scrolls;
+    /// `dy` pixels from the row's top when it is not negative.
     VPoint PointOn(TreeItem item, std::int32_t dy = -1);
     /// The tip; empty: none.
     VUnicodeString GetTip(TreeItem item) const;
@@ -98,10 +101,10 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
 
   private:
     friend class HeadlessDrag;
-    void OnItemInserted(TreeItem) override { areRowsKnown = false; }
+    void OnItemInserted(TreeItem) override {}
     void OnItemRemoving(TreeItem item) override;
-    void OnItemChanged(TreeItem) override { areRowsKnown = false; }
-    /// Finds the rows when something changed since the last time: not in each change, or many would take long.
+    void OnItemChanged(TreeItem) override {}
+    /// Finds the rows when they changed since the last time: not in each change, or many would take long.
     void FindRows() const;
     bool SendMouseDown(TreeItem item, MouseButton button, KeyModifiers modifiers, TreePart part);
     std::int32_t LevelOf(TreeItem item) const;
@@ -117,7 +120,7 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
     const DragScript* dragScript = nullptr;
     bool wasDragged = false;
     bool showsDragImage = false;
-    mutable bool areRowsKnown = false;
+    mutable std::uint64_t rowsShape = 0;
     mutable std::vector<TreeItem> rows;
     mutable std::unordered_map<TreeItem, std::int32_t> rowOf;
     mutable std::int32_t firstRow = 0;

@@ -1,0 +1,191 @@
+#include "suite/dialogkit/qt/qtcontrols.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+#include <QToolBar>
+#include <algorithm>
+#include <limits>
+
+#include "imports/dialogkit/vtoolbarstate.h"
+#include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/dialogkit/qt/qticons.h"
+#include "suite/dialogkit/qt/qttext.h"
+#include "suite/dialogkit/qt/qttree.h"
+
+namespace connectdialog {
+
+namespace {
+
+/// The system's pictures by their names in templates, with what is read aloud for them.
+struct PictureRow {
+    const char16_t* name;
+    QStyle::StandardPixmap picture;
+    const char16_t* spoken;
+};
+
+/// What a place may lose when its edges become whole pixels, and so may the text in it.
+constexpr double kRounding = 1;
+
+constexpr PictureRow kPictures[] = {
+    {u"warning", QStyle::SP_MessageBoxWarning, u"警告"},
+    {u"information", QStyle::SP_MessageBoxInformation, u"信息"},
+    {u"question", QStyle::SP_MessageBoxQuestion, u"问题"},
+    {u"error", QStyle::SP_MessageBoxCritical, u"错误"},
+};
+
+QWidget* MakeLabel(QtDialogFrame& frame) {
+    auto* label = new QLabel(&frame);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setWordWrap(true);
+    return label;
+}
+
+QWidget* MakeEdit(QtDialogFrame& frame) {
+    auto* edit = new QLineEdit(&frame);
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    return edit;
+}
+
+QWidget* MakeButton(QtDialogFrame& frame, bool isDefault) {
+    auto* button = new QPushButton(&frame);
+    button->setDefault(isDefault);
+    return button;
+}
+
+/// The heading's frame must not lie over the controls in it.
+QWidget* MakeGroupBox(QtDialogFrame& frame) {
+    auto* box = new QGroupBox(&frame);
+    box->lower();
+    return box;
+}
+
+QWidget* MakeLine(QtDialogFrame& frame) {
+    auto* line = new QFrame(&frame);
+    line->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
+    return line;
+}
+
+void ShowPicture(QLabel& label, const QString& name) {
+    const int size = label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label);
+    for (const PictureRow& row : kPictures) {
+        if (name != QString::fromUtf16(row.name)) continue;
+        label.setPixmap(label.style()->standardIcon(row.picture, nullptr, &label).pixmap(size));
+        label.setAccessibleName(QString::fromUtf16(row.spoken));
+    }
+}
+
+bool HasSameButtons(const QToolBar& bar, const VToolbarState& state) {
+    const auto same = [](const QAction* action, const VToolbarState::Button& button) {
+        return action->data().toInt() == button.command && action->text() == ToQt(button.tip);
+    };
+    const QList<QAction*> actions = bar.actions();
+    const auto buttons = state.GetButtons();
+    return std::equal(actions.begin(), actions.end(), buttons.begin(), buttons.end(), same);
+}
+
+void MakeButtons(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame) {
+    // The button whose click led here may still be at work.
+    for (QAction* action : bar.actions()) {
+        bar.removeAction(action);
+        action->deleteLater();
+    }
+    for (const VToolbarState::Button& button : state.GetButtons()) {
+        if (button.command == 0) {
+            bar.addSeparator()->setData(0);
+            continue;
+        }
+        QAction* action = bar.addAction(CommandIcon(button.command), ToQt(button.tip));
+        action->setData(button.command);
+        const int command = button.command;
+        QObject::connect(action, &QAction::triggered, &frame, [&frame, command] { frame.TellCommand(command); });
+    }
+}
+
+}  // namespace
+
+QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame) {
+    switch (kind) {
+        case ControlKind::kStatic:
+            return MakeLabel(frame);
+        case ControlKind::kIcon:
+            return new QLabel(&frame);
+        case ControlKind::kEdit:
+            return MakeEdit(frame);
+        case ControlKind::kButton:
+        case ControlKind::kDefaultButton:
+            return MakeButton(frame, kind == ControlKind::kDefaultButton);
+        case ControlKind::kCheckBox:
+            return new QCheckBox(&frame);
+        case ControlKind::kGroupBox:
+            return MakeGroupBox(frame);
+        case ControlKind::kSeparator:
+            return MakeLine(frame);
+        case ControlKind::kTree:
+            return new QtTree(frame);
+        case ControlKind::kToolbar:
+            break;
+    }
+    return new QWidget(&frame);
+}
+
+void ShowLabel(ControlKind kind, QWidget& widget, const QString& label) {
+    if (kind == ControlKind::kSeparator) return;
+    if (auto* text = qobject_cast<QLabel*>(&widget)) {
+        if (kind == ControlKind::kIcon) return ShowPicture(*text, label);
+        // A label without a buddy shows every "&".
+        text->setText(text->buddy() != nullptr ? label : WithoutMnemonic(label));
+    }
+    if (auto* button = qobject_cast<QAbstractButton*>(&widget)) button->setText(label);
+    if (auto* box = qobject_cast<QGroupBox*>(&widget)) box->setTitle(label);
+}
+
+QSize NeededSize(ControlKind kind, const QWidget& widget) {
+    switch (kind) {
+        case ControlKind::kEdit:
+            return {0, widget.sizeHint().height()};
+        case ControlKind::kIcon:
+        case ControlKind::kButton:
+        case ControlKind::kDefaultButton:
+            return widget.sizeHint();
+        case ControlKind::kCheckBox: {
+            // Without the room that styles leave above and below.
+            const int box = widget.style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, &widget);
+            return {widget.sizeHint().width(), std::max(box, widget.fontMetrics().height())};
+        }
+        default:
+            return {0, 0};
+    }
+}
+
+QSizeF AverageCharacter(const QWidget& widget) {
+    const QFontMetricsF metrics(widget.font());
+    const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    // A line of a label stands in nine units, also one in a script that is taller than the font itself.
+    const double line = metrics.boundingRect(QRectF(0, 0, 999, 999), 0, QStringLiteral("会g")).height();
+    return {metrics.horizontalAdvance(letters) / static_cast<double>(letters.size()),
+            std::max(metrics.height(), (line + kRounding) * 8 / 9)};
+}
+
+QToolBar* MakeToolBar(QtDialogFrame& frame) {
+    auto* bar = new QToolBar(&frame);
+    const int size = bar->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, bar);
+    bar->setIconSize({size, size});
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    return bar;
+}
+
+void FillToolBar(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame) {
+    if (!HasSameButtons(bar, state)) MakeButtons(bar, state, frame);
+    const QList<QAction*> actions = bar.actions();
+    for (qsizetype i = 0; i < actions.size(); ++i)
+        actions[i]->setEnabled(state.GetButtons()[static_cast<std::size_t>(i)].isEnabled);
+}
+
+}  // namespace connectdialog

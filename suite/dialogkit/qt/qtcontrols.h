@@ -1,0 +1,35 @@
+// The widgets that the controls of a template become.
+#pragma once
+
+#include <QSize>
+#include <QSizeF>
+
+#include "resources/dialogtemplate.h"
+
+class QString;
+class QToolBar;
+class QWidget;
+
+namespace connectdialog {
+
+class QtDialogFrame;
+class VToolbarState;
+
+/// Owned by the frame, hidden like it, without a label.
+QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame);
+
+/// Requires: the widget was made for that kind, which is not kEdit.
+void ShowLabel(ControlKind kind, QWidget& widget, const QString& label);
+
+/// The size below which the widget is cut off, pixels; 0 where any size will do.
+QSize NeededSize(ControlKind kind, const QWidget& widget);
+
+/// The size of an average character of the widget's font, pixels: four dialog units across and eight down.
+QSizeF AverageCharacter(const QWidget& widget);
+
+/// A bar along the upper edge of the frame, which owns it.
+QToolBar* MakeToolBar(QtDialogFrame& frame);
+/// Its buttons tell the frame their commands. Buttons that are there already are kept.
+void FillToolBar(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame);
+
+}  // namespace connectdialog

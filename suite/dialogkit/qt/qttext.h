@@ -1,0 +1,46 @@
+// Texts, points and keys of the library in the types of the toolkit, and back.
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <cstdint>
+
+#include "imports/dialogkit/idialogwindow.h"
+
+class QKeyEvent;
+
+namespace connectdialog {
+
+QString ToQt(std::u16string_view text);
+VUnicodeString FromQt(const QString& text);
+
+inline QPoint ToQt(VPoint point) {
+    return {point.x, point.y};
+}
+inline VPoint FromQt(QPoint point) {
+    return {point.x(), point.y()};
+}
+/// The edges of the toolkit's rectangles lie inside, ours outside.
+inline QRect ToQt(const VRectangle& place) {
+    return {place.left, place.top, place.right - place.left, place.bottom - place.top};
+}
+inline VRectangle FromQt(const QRect& place) {
+    return {place.x(), place.y(), place.x() + place.width(), place.y() + place.height()};
+}
+
+KeyModifiers FromQt(Qt::KeyboardModifiers modifiers);
+
+/// The virtual key (a capital letter, a digit or one of kKey…), 0 for a key that is none of these.
+std::uint16_t VirtualKeyOf(const QKeyEvent& event);
+
+// Labels. One "&" marks the letter behind it, two stand for one that is shown.
+
+/// The letter that a label marks, in upper case; null when none is marked.
+QChar MnemonicOf(const QString& label);
+/// What is read aloud: no marks, no ellipsis or colon at the end.
+QString SpokenLabel(const QString& label);
+/// What is shown where no letter is underlined.
+QString WithoutMnemonic(const QString& label);
+
+}  // namespace connectdialog

@@ -1,0 +1,307 @@
+// The window of the connect dialog: its toolbar, the menus over the tree, its size, and the keys that walk.
+#include "imports/dialogkit/appname.h"
+#include "imports/dialogkit/vpopupmenu.h"
+#include "imports/dialogkit/vtoolbarstate.h"
+#include "imports/hostcallbacks.h"
+#include "platform/codepage.h"
+#include "support/connectdialogtest.h"
+
+namespace connectdialog::test {
+namespace {
+
+using namespace ConnectDialogIds;
+
+class ConnectWindow : public ConnectDialogTest {
+  protected:
+    /// What can be pressed on the toolbar; "|" a separator, "-" before what cannot.
+    std::string Bar() {
+        std::string text;
+        for (const VToolbarState::Button& button : Window().GetToolbar()->GetButtons()) {
+            if (!text.empty()) text += ' ';
+            if (!button.isEnabled) text += '-';
+            text += button.command != 0 ? std::to_string(button.command) : "|";
+        }
+        return text;
+    }
+
+    /// The menu that the user gets for the selection by the keyboard: commands, "-" before what is disabled, "+" behind
+    /// what is checked, and "(...)" a sub-menu.
+    std::string Menu() {
+        std::string text;
+        kit.ExpectMenu([&](const VPopupMenu& menu) {
+            text = Read(menu.GetEntries());
+            return 0;
+        });
+        Window().PressKey(kKeyMenu);
+        return text;
+    }
+
+    static std::string Read(const std::vector<VPopupMenu::Entry>& entries) {
+        std::string text;
+        for (const VPopupMenu::Entry& entry : entries) {
+            if (!text.empty()) text += ' ';
+            if (!entry.isEnabled) text += '-';
+            text += !entry.children.empty() ? '(' + Read(entry.children) + ')'
+                    : entry.command != 0    ? std::to_string(entry.command)
+                                            : "|";
+            if (entry.isChecked) text += '+';
+        }
+        return text;
+    }
+
+    std::int32_t WidthOf(int id) {
+        const VRectangle place = Window().GetRectangle(id);
+        return place.right - place.left;
+    }
+};
+
+TEST_F(ConnectWindow, TheToolbarFollowsTheSelectionAndTheHost) {
+    AddSessions({u"s"});
+    Open();
+    EXPECT_EQ(Bar(), "2000 2001 | 2008 | -2011 -2012 -2013 | -2006 2002 2014 | 2007 | 2009 | 2010");
+    EXPECT_EQ(Window().GetToolbar()->GetButtons()[3].tip, u"新建会话");
+    EXPECT_FALSE(Window().GetRectangle(kTerminalToolbar) == VRectangle());
+    Expand(u"");
+    Click(u"s");
+    EXPECT_TRUE(Window().Press(ConnectCommands::kBarCopy));
+    EXPECT_EQ(Bar(), "2000 2001 | 2008 | 2011 2012 2013 | 2006 2002 2014 | 2007 | 2009 | 2010");
+    const VUnicodeString path = u"s"_v;
+    Open({false, true, true, true, &path});
+    EXPECT_EQ(Bar(), "2008 | 2011 2012 -2013 | 2006 2002 2014 | 2007 | 2009 | 2010");
+    SetAppName(u"Tessaly"_v);
+    Open();
+    EXPECT_FALSE(Window().GetRectangle(kTransferToolbar) == VRectangle());
+    EXPECT_TRUE(Window().GetRectangle(kTerminalToolbar) == VRectangle());
+}
+
+TEST_F(ConnectWindow, TheHostsLockIsHeldWhileTheToolbarIsShown) {
+    struct CountingLock : VUnknown<ISynchObject> {
+        void Lock() override { ++locks; }
+        void Unlock() override { --held; }
+        int locks = 0;
+        int held = 0;
+    };
+    const auto lock = VRef<CountingLock>::Adopt(new CountingLock);
+    GetHostCallbacks().toolbarLock = VRef<ISynchObject>::Share(lock.Get());
+    Open();
+    EXPECT_GT(lock->locks, 0);
+    EXPECT_EQ(lock->locks + lock->held, 0);
+}
+
+TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
+    AddSession(u"f\\both", u"SSH2", u"SFTP");
+    AddSession(u"s", u"SSH2", u"None");
+    struct Row {
+        const char* app;
+        const char16_t* first;
+        const char16_t* second;
+        bool systemMenu;
+        const char* menu;
+    };
+    const Row rows[] = {
+        {"NorHalden", u"s", nullptr, false,
+         "32772 -32773 -32774 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | "
+         "2102"},
+        {"NorHalden", u"f", nullptr, false,
+         "32777 32924 | 2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ "
+         "32775+ | 2102"},
+        {"Tessaly", u"f", nullptr, false,
+         "32777 32924 | 2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ "
+         "32776+ | 2102"},
+        {"NorHalden", u"", nullptr, true,
+         "32777 32924 | 2101 2107 | -2103 -2104 -2105 | 57636 32778 | -2106 -32922 2109 | (32785+ 32787 32784) 32771+ "
+         "| 2102"},
+        {"NorHalden", u"f", u"s", false,
+         "32777 | 2101 2107 | 57636 32778 | 2106 2109 | (32785+ 32787 32784) 32771+ | 2102"},
+        {"NorHalden", u"", u"s", false,
+         "32777 | 2101 2107 | 57636 32778 | -2106 2109 | (32785+ 32787 32784) 32771+ | 2102"}};
+    for (const Row& row : rows) {
+        SetAppName(VUnicodeString(row.app));
+        ConnectDialogOptions dialogOptions;
+        dialogOptions.addSystemMenu = row.systemMenu;
+        Open(dialogOptions);
+        Expand(u"");
+        Click(row.first);
+        if (row.second != nullptr) Click(row.second, Accelerator::kControl);
+        EXPECT_EQ(Menu(), row.menu) << row.app << ' ' << Escape(row.first);
+    }
+    kit.ExpectMenu([](const VPopupMenu& menu) {
+        EXPECT_EQ(menu.Find(ConnectCommands::kOpenInTab)->text, u"连接会话(&C)\tAlt+C");
+        return ConnectCommands::kArrangeManually;
+    });
+    SetAppName(u"Tessaly"_v);
+    Open();
+    Tree().RightClick(At(u""));
+    EXPECT_EQ(panels.global->sessionArrangementMode.Get(), 2) << "the choice is carried out";
+}
+
+TEST_F(ConnectWindow, BrowsingLeavesOutWhatConnects) {
+    AddSessions({u"f\\s", u"t"});
+    const VUnicodeString path = u"t"_v;
+    Open({false, true, true, true, &path});
+    EXPECT_EQ(Menu(), "2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | 2102");
+    Click(u"f");
+    EXPECT_EQ(
+        Menu(),
+        "2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | 2102");
+    Click(u"t", Accelerator::kControl);
+    EXPECT_EQ(Menu(), "2101 2107 | 57636 32778 | 2106 2109 | (32785+ 32787 32784) 32771+ | 2102");
+    EXPECT_EQ(Window().GetText(kConnect), u"OK");
+    EXPECT_EQ(Window().GetText(kIdCancel), u"Cancel");
+    EXPECT_FALSE(Window().IsShown(kShowOnStartup));
+    EXPECT_FALSE(Window().IsShown(kOpenInTab));
+}
+
+TEST_F(ConnectWindow, AMenuComesWhereItIsAskedFor) {
+    AddSessions({u"s"});
+    Open();
+    EXPECT_EQ(Menu(), Menu());
+    kit.ExpectMenu([](const VPopupMenu&) { return 0; });
+    Window().PressKey(kKeyF10, Accelerator::kShift);
+    Click(u"", Accelerator::kControl);
+    ASSERT_EQ(Selected(), "");
+    Window().PressKey(kKeyMenu);  // nothing is selected: no menu
+    kit.ExpectMenu([](const VPopupMenu&) { return 0; });
+    Tree().RightClick(At(u""));
+    EXPECT_EQ(Selected(), "Sessions");
+}
+
+TEST_F(ConnectWindow, TheFirstSizeIsTheTemplatesAndLaterTheLast) {
+    Open();
+    IDialogWindow& window = *dialog->GetWindow();
+    EXPECT_EQ(window.GetInside(), window.ToPixels({0, 0, 250, 215}));
+    const VRectangle tree = window.GetRectangle(kTree);
+    const VRectangle cancel = window.GetRectangle(kIdCancel);
+    const VRectangle startup = window.GetRectangle(kShowOnStartup);
+    const VRectangle bar = window.GetRectangle(kTerminalToolbar);
+    const VRectangle line = window.GetRectangle(kSeparator);
+    EXPECT_EQ(line.top, bar.bottom + 2);
+    EXPECT_EQ(line.right, window.GetInside().right);
+    const VRectangle before = window.GetInside();
+    ASSERT_TRUE(Window().Resize(before.right + 100, before.bottom + 30));
+    EXPECT_EQ(window.GetRectangle(kTree), (VRectangle{tree.left, tree.top, tree.right + 100, tree.bottom + 30}));
+    EXPECT_EQ(window.GetRectangle(kIdCancel),
+              (VRectangle{cancel.left + 100, cancel.top + 30, cancel.right + 100, cancel.bottom + 30}));
+    EXPECT_EQ(window.GetRectangle(kShowOnStartup),
+              (VRectangle{startup.left, startup.top + 30, startup.right, startup.bottom + 30}));
+    EXPECT_EQ(window.GetRectangle(kTerminalToolbar).right, bar.right + 100);
+    EXPECT_EQ(window.GetRectangle(kSeparator).right, line.right + 100);
+
+    Open();
+    EXPECT_EQ(dialog->GetWindow()->GetInside(), (VRectangle{0, 0, before.right + 100, before.bottom + 30}));
+    EXPECT_EQ(dialog->GetWindow()->GetRectangle(kTree).right, tree.right + 100);
+    Window().Resize(1, 1);
+    EXPECT_EQ(Window().GetInside().bottom, 125);
+    EXPECT_EQ(Window().GetInside().right, 12 * 24 + 6 * 8 + 30) << "the toolbar's width and some room";
+}
+
+TEST_F(ConnectWindow, AStoredSizeThatIsNoneIsNotTaken) {
+    for (const VRectangle stored : {VRectangle{5, 5, 5, 400}, VRectangle{400, 300, 5, 5}, VRectangle{0, 0, 2, 2},
+                                    VRectangle{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}}) {
+        VWindowPlacement placement = VWindowPlacement::Unplaced();
+        placement.normal = stored;
+        panels.global->connectDialogPlacement.Set(placement);
+        Open();
+        const VRectangle inside = Window().GetInside();
+        EXPECT_GE(inside.right, WidthOf(kTerminalToolbar));
+        EXPECT_GE(inside.bottom, 125);
+        EXPECT_LE(inside.right, INT16_MAX);
+    }
+}
+
+TEST_F(ConnectWindow, TheTreeHasTheFontOfTheSettings) {
+    const std::pair<const char16_t*, const char16_t*> rows[] = {{u"", u""},
+                                                                {u"Mono,12", u"Mono,12"},
+                                                                {u"Mono", u"Mono,10"},
+                                                                {u"Mono,", u"Mono,10"},
+                                                                {u"Mono,-7", u"Mono,0"},
+                                                                {u"Mono,99999999999999999999", u"Mono,200"}};
+    for (const auto& [stored, font] : rows) {
+        panels.global->sessionTreeFont.Set(VUnicodeString(stored));
+        Open();
+        EXPECT_EQ(Window().GetFont(kTree), font);
+    }
+}
+
+TEST_F(ConnectWindow, KeysWalkTheRowsAndTypedTextLeadsToAName) {
+    AddSessions({u"beta", u"Berg", u"gamma", u"会话", u"f\\x"});
+    Open();
+    Expand(u"");
+    const auto press = [&](std::uint16_t key, KeyModifiers modifiers = 0) {
+        Window().PressKey(key, modifiers);
+        return Selected();
+    };
+    EXPECT_EQ(press(kKeyEnd), "会话");
+    EXPECT_EQ(press(kKeyHome), "Sessions");
+    EXPECT_EQ(press(kKeyPageDown), "会话");
+    EXPECT_EQ(press(kKeyPageUp), "Sessions");
+    EXPECT_EQ(press(kKeyEnd, Accelerator::kShift), "Sessions f Berg beta gamma 会话");
+    EXPECT_EQ(press(kKeyHome), "Sessions");
+    EXPECT_EQ(press(kKeyDown), "f");
+    EXPECT_EQ(press(kKeyAdd), "f");
+    EXPECT_NE(Tree().Find(u"f\\x"), TreeItem::kNone);
+    EXPECT_EQ(press(kKeyDown), "x");
+    EXPECT_EQ(press(kKeyBack), "f");
+    EXPECT_EQ(press(kKeySubtract), "f");
+    EXPECT_EQ(Tree().Read(), "-Sessions\n  +*f <\n   Berg\n   beta\n   gamma\n   会话\n");
+
+    const auto type = [&](const VUnicodeString& text) {
+        Tree().TypeText(text);
+        return Selected();
+    };
+    EXPECT_EQ(type(u"b"_v), "Berg");
+    EXPECT_EQ(type(u"e"_v), "Berg");
+    EXPECT_EQ(type(u"T"_v), "beta");
+    EXPECT_EQ(type(u"q"_v), "beta") << "there is none";
+    Window().Elapse(1000);
+    EXPECT_EQ(type(u"b"_v), "Berg") << "a new text, and round";
+    EXPECT_EQ(type(u"b"_v), "beta") << "the next one";
+    Window().Elapse(1000);
+    EXPECT_EQ(type(u"会"_v), "会话");
+    Window().Elapse(1000);
+    EXPECT_EQ(type(u" "_v), "会话");
+}
+
+TEST_F(ConnectWindow, ALaterClickOnTheSelectedLabelRenames) {
+    AddSessions({u"a", u"b"});
+    Open();
+    Expand(u"");
+    Click(u"a");
+    Window().Elapse(1000);
+    EXPECT_FALSE(Tree().IsEditing()) << "that click selected it";
+    Click(u"a");
+    Window().Elapse(499);
+    EXPECT_FALSE(Tree().IsEditing());
+    Window().Elapse(1);
+    EXPECT_EQ(Tree().GetEditText(), u"a");
+    EXPECT_TRUE(Tree().TypeLabel(u"c"_v));
+    EXPECT_EQ(StoredIn(u""), "b c");
+    Click(u"c");
+    Window().PressKey(kKeyUp);
+    Window().Elapse(1000);
+    EXPECT_FALSE(Tree().IsEditing()) << "the user went on";
+    Click(u"");
+    Window().Elapse(1000);
+    EXPECT_FALSE(Tree().IsEditing()) << "the root has no other name";
+}
+
+TEST_F(ConnectWindow, ReturnPressesAButtonThatHasTheFocusWhateverIsSelected) {
+    AddSessions({u"f\\s"});
+    Open();
+    Window().SetFocus(kIdCancel);
+    Window().PressKey(kKeyReturn);
+    EXPECT_EQ(dialog->GetResult(), kDialogCancelled);
+    EXPECT_TRUE(dialog->HasEnded());
+}
+
+TEST_F(ConnectWindow, ALongTipIsCut) {
+    AddSession(u"s", u"SSH2", u"", std::u16string(2000, u'h').c_str());
+    Open();
+    Expand(u"");
+    const VUnicodeString tip = Tree().GetTip(At(u"s"));
+    EXPECT_EQ(tip.GetLength(), 1023U);
+    EXPECT_EQ(tip.Right(4), u"h...");
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,158 @@
+// A user's ways through the connect dialog on real widgets: each part of the back end takes part in one.
+#include <QApplication>
+#include <QTest>
+
+#include "imports/dialogkit/vmessagebox.h"
+#include "imports/dialogkit/vpopupmenu.h"
+#include "qtconnectdialogtest.h"
+#include "qtinput.h"
+#include "suite/dialogkit/qt/qttree.h"
+
+namespace connectdialog::test {
+namespace {
+
+using namespace ConnectDialogIds;
+
+using QtConnectDialog = QtConnectDialogTest;
+
+TEST_F(QtConnectDialog, IsWorkedInWithTheKeyboardAlone) {
+    AddSessions({u"f\\s1", u"f\\s2", u"web"});
+    Open();
+    EXPECT_EQ(Window().GetFocus(), kTree);
+    const auto press = [&](std::uint16_t key, KeyModifiers modifiers = 0) {
+        Window().PressKey(key, modifiers);
+        QApplication::processEvents();
+    };
+    for (const std::uint16_t key : {kKeyRight, kKeyDown, kKeyReturn, kKeyDown}) press(key);
+    EXPECT_EQ(Selected(), "s1");
+    press(kKeyDown, Accelerator::kShift);
+    EXPECT_EQ(Selected(), "s1 s2");
+    press(u'W');
+    EXPECT_EQ(Selected(), "web") << "typed";
+    press(kKeyF2);
+    ASSERT_TRUE(Tree().IsEditing());
+    for (const std::uint16_t key : {kKeyF2, kKeyDelete, static_cast<std::uint16_t>(u'X'), kKeyReturn}) press(key);
+    EXPECT_EQ(StoredIn(u""), "f/ x") << "keys were the edit box's";
+    qt.ExpectMenu([](const VPopupMenu&) { return ConnectCommands::kCopy; });
+    press(kKeyMenu);
+    press(u'V', Accelerator::kControl);
+    EXPECT_EQ(StoredIn(u""), "f/ x x (1)");
+    qt.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
+    press(kKeyDelete);
+    EXPECT_EQ(StoredIn(u""), "f/ x");
+    press(kKeyTab);
+    EXPECT_EQ(Window().GetFocus(), kShowOnStartup);
+    press(kKeySpace);
+    EXPECT_TRUE(panels.global->connectDialogOnStartup.Get());
+    press(u'O', Accelerator::kAlt);
+    EXPECT_TRUE(panels.global->openInTab.Get());
+    press(u'C', Accelerator::kAlt);
+    EXPECT_EQ(dialog->GetResult(), kDialogAccepted);
+    EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 1U);
+}
+
+TEST_F(QtConnectDialog, IsWorkedInWithTheMouseAlone) {
+    AddSessions({u"f\\s1", u"f\\s2", u"web"});
+    Open();
+    Expand(u"");
+    Expand(u"f");
+    Click(u"f\\s1");
+    Click(u"web", Accelerator::kShift);
+    EXPECT_EQ(Selected(), "s1 s2 web");
+    Click(u"f\\s2", Accelerator::kControl);
+    EXPECT_EQ(Selected(), "s1 web");
+    Click(u"web");
+    EXPECT_TRUE(Window().Press(ConnectCommands::kBarCut));
+    EXPECT_NE(Tree().Read().find("*xweb"), std::string::npos);
+    Click(u"f");
+    EXPECT_TRUE(Window().Press(ConnectCommands::kBarPaste));
+    EXPECT_EQ(StoredIn(u"f"), "s1 s2 web");
+    EXPECT_FALSE(Window().Press(ConnectCommands::kBarPaste)) << "what was cut is pasted once";
+    qt.ExpectMenu([](const VPopupMenu&) { return ConnectCommands::kNewFolder; });
+    EXPECT_TRUE(Tree().RightClick(At(u"f")));
+    ASSERT_TRUE(Tree().IsEditing());
+    Click(u"f\\s1");
+    EXPECT_EQ(StoredIn(u"f"), "New Folder/ s1 s2 web") << "the click elsewhere took the name";
+    EXPECT_TRUE(Tree().DoubleClick(At(u"f\\web")));
+    EXPECT_EQ(dialog->GetResult(), kDialogAccepted);
+    EXPECT_EQ(dialog->GetChosenConfigs()[0]->GetPath(), u"f\\web");
+}
+
+TEST_F(QtConnectDialog, DragsMoveCopyAndOpenFolders) {
+    if (QGuiApplication::platformName() == QStringLiteral("offscreen")) GTEST_SKIP() << "no drags on this screen";
+    AddSessions({u"f\\g\\x", u"s", u"t"});
+    Open();
+    Expand(u"");
+    EXPECT_TRUE(Tree().Drag(At(u"s"), [&](QtUserDrag& drag) {
+        drag.MoveTo(Tree().PointOn(At(u"f")));
+        EXPECT_NE(Tree().Read().find("+>f"), std::string::npos);
+        drag.Wait(1200);  // rests until the folder opens
+        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u"f\\g"))), DropEffect::kMove);
+        EXPECT_TRUE(drag.Drop());
+    }));
+    EXPECT_EQ(StoredIn(u"f\\g"), "s x");
+    EXPECT_TRUE(Tree().Drag(At(u"t"), [&](QtUserDrag& drag) {
+        drag.MoveTo(Tree().PointOn(At(u"")));
+        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u"f")), Accelerator::kShift), DropEffect::kNone);
+        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u""))), DropEffect::kMove);
+        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u"f")), Accelerator::kControl), DropEffect::kCopy);
+        drag.Drop();
+    }));
+    EXPECT_EQ(StoredIn(u"f"), "g/ t");
+    EXPECT_EQ(StoredIn(u""), "f/ t");
+    panels.global->sessionArrangementMode.Set(2);
+    Open();
+    Expand(u"");
+    EXPECT_TRUE(Tree().Drag(At(u"t"), [&](QtUserDrag& drag) {
+        drag.MoveTo(Tree().PointOn(At(u"")));
+        drag.MoveTo(Tree().PointOn(At(u"f")));
+        dialog->EndDialog(kDialogCancelled);
+    })) << "closed in the middle of a drag";
+    EXPECT_EQ(StoredIn(u""), "f/ t");
+}
+
+TEST_F(QtConnectDialog, ItsDialogsAndBoxesStandOverIt) {
+    AddSessions({u"alpha", u"beta"});
+    Open();
+    Expand(u"");
+    qt.ExpectDialog(FindSessionIds::kDialog, [](QtUserDialog& find) {
+        EXPECT_FALSE(find.IsEnabled(kIdOk));
+        find.Type(FindSessionIds::kText, u"bet"_v);
+        find.PressKey(kKeyReturn);
+    });
+    Window().PressKey(u'F', Accelerator::kControl);
+    EXPECT_EQ(Selected(), "beta");
+    Click(u"alpha");
+    qt.ExpectBox(u"确定删除选中项？"_v, 0);
+    EXPECT_TRUE(Window().Press(ConnectCommands::kBarDelete));
+    EXPECT_EQ(StoredIn(u""), "alpha beta") << "closing the box is No";
+    EXPECT_NE(Escape(Tree().GetTip(At(u"alpha"))).find("host"), std::string::npos);
+}
+
+TEST_F(QtConnectDialog, ControlsFollowTheSizeThatTheUserGives) {
+    Open();
+    const QRect before = Window().GetControl(kTree)->geometry();
+    const QRect button = Window().GetControl(kConnect)->geometry();
+    const QSize inside = Window().GetFrame().size();
+    Window().Resize(inside.width() + 120, inside.height() + 80);
+    EXPECT_EQ(Window().GetControl(kTree)->geometry(), before.adjusted(0, 0, 120, 80));
+    EXPECT_EQ(Window().GetControl(kConnect)->geometry(), button.translated(120, 80));
+    Window().CloseByFrame();
+    EXPECT_EQ(dialog->GetResult(), kDialogCancelled);
+    Open();
+    EXPECT_EQ(Window().GetFrame().size(), inside + QSize(120, 80)) << "the last size comes back";
+    Window().Resize(1, 1);
+    EXPECT_GE(Window().GetFrame().width(), Window().GetControl(kTerminalToolbar)->sizeHint().width());
+}
+
+TEST_F(QtConnectDialog, ItIsClosedInTheMiddleOfARenameOfAFreshFolder) {
+    Open();
+    EXPECT_TRUE(Window().Press(ConnectCommands::kBarNewFolder));
+    ASSERT_TRUE(Tree().IsEditing());
+    Window().CloseByFrame();
+    dialog->Destroy();
+    EXPECT_EQ(StoredIn(u""), "New Folder/");
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,21 @@
+// The tests of the desktop's back end run in an application of their own, without a screen unless one is asked for.
+// With --screenshots FOLDER [--dark] it takes pictures of the dialogs instead.
+#include <QApplication>
+#include <gtest/gtest.h>
+
+#include "screenshots.h"
+
+int main(int argumentCount, char** arguments) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication application(argumentCount, arguments);
+    // Whatever desktop the tests run on, the widgets are the same.
+    QApplication::setStyle(QStringLiteral("fusion"));
+    const QStringList words = QApplication::arguments();
+    if (words.value(1) == QStringLiteral("--screenshots")) {
+        if (words.contains(QStringLiteral("--dark"))) connectdialog::test::GoDark();
+        return connectdialog::test::TakeScreenshots(words.value(2)) ? 0 : 1;
+    }
+    ::testing::InitGoogleTest(&argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,212 @@
+#include "suite/dialogkit/qt/qtdialogkit.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+#include "platform/paths.h"
+#include "qtinput.h"
+#include "qtuser.h"
+#include "resources/dialogids.h"
+#include "suite/dialogkit/qt/qtdialogwindow.h"
+#include "suite/dialogkit/qt/qttext.h"
+#include "support/dialogkitconformance.h"
+
+namespace connectdialog::test {
+
+struct QtBackEnd {
+    using Kit = QtPlayedKit;
+    using Dialog = QtUserDialog;
+    using Tree = QtUserTree;
+    static bool CanDrag() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
+};
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DialogKitConformance, QtBackEnd);
+
+namespace {
+
+using namespace conformance;
+
+class QtDialogs : public ::testing::Test {
+  protected:
+    ~QtDialogs() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    template <class Script>
+    std::int64_t Run(Script script) {
+        kit.ExpectDialog(kTemplate.id, [&](QtUserDialog& dialog) {
+            notes.Take();
+            script(dialog);
+        });
+        return notes.DoModal();
+    }
+
+    QtPlayedKit kit;
+    Notes notes;
+};
+
+struct NoEvents : IDialogEvents {
+    void OnCommandEvent(int) override {}
+    void OnTextChanged(int) override {}
+    bool OnKeyEvent(std::uint16_t, KeyModifiers) override { return false; }
+    void OnTimer(int) override {}
+    void OnSize(std::int32_t, std::int32_t) override {}
+    void OnWindowGone() override {}
+};
+
+TEST_F(QtDialogs, LettersOfLabelsLeadToTheirControlsUnlessTheDialogTakesTheKey) {
+    Run([&](QtUserDialog& dialog) {
+        dialog.PressKey(u'H', Accelerator::kAlt);
+        dialog.PressKey(u'H', Accelerator::kAlt);
+        dialog.PressKey(u'T', Accelerator::kAlt);
+        EXPECT_EQ(notes.Take(), "12+ 12 14");
+        dialog.PressKey(u'N', Accelerator::kAlt);
+        EXPECT_EQ(dialog.GetFocus(), kEdit) << "a label leads to the control behind it";
+        notes.GetWindow()->SetText(kOther, u"(&C)"_v);
+        dialog.PressKey(u'C', Accelerator::kAlt);
+        EXPECT_EQ(notes.Take(), "79") << "an accelerator comes first";
+        notes.EnableControl(kBox, false);
+        dialog.PressKey(u'H', Accelerator::kAlt);
+        EXPECT_EQ(notes.Take(), "");
+    });
+}
+
+TEST_F(QtDialogs, EachKeyIsToldToTheEditAndATakenKeyIsNotTyped) {
+    Run([&](QtUserDialog& dialog) {
+        for (const char16_t letter : {u'A', u'B'}) dialog.PressKey(letter);
+        EXPECT_EQ(notes.Take(), "text:11:a text:11:ab");
+        dialog.PressKey(u'F', Accelerator::kControl);
+        dialog.PressKey(u'A', Accelerator::kControl);  // the edit's own: all is selected
+        dialog.PressKey(kKeyDelete);
+        EXPECT_EQ(notes.Take(), "77 text:11:");
+    });
+}
+
+TEST_F(QtDialogs, TheTabKeyWalksTheControlsInTheirOrder) {
+    Run([&](QtUserDialog& dialog) {
+        std::vector<int> walked;
+        for (int i = 0; i < 7; ++i) {
+            walked.push_back(dialog.GetFocus());
+            dialog.PressKey(kKeyTab);
+        }
+        EXPECT_EQ(walked, (std::vector{kEdit, kBox, kTree, kIdOk, kOther, kIdCancel, kEdit}));
+        notes.FocusControl(kOther);
+        dialog.PressKey(kKeySpace);
+        EXPECT_EQ(notes.Take(), "14");
+    });
+}
+
+TEST_F(QtDialogs, EveryControlHasANameThatIsReadAloud) {
+    VToolbarState bar;
+    bar.Add(2000, u"连接"_v);
+    Run([&](QtUserDialog& dialog) {
+        notes.GetWindow()->ShowToolbar(kBar, bar);
+        const auto nameOf = [&](QObject* widget) {
+            return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).toStdString();
+        };
+        EXPECT_EQ(nameOf(dialog.GetControl(kEdit)), "名称");
+        EXPECT_EQ(nameOf(dialog.GetControl(kBox)), "主机名");
+        EXPECT_EQ(nameOf(dialog.GetControl(kIdOk)), "确定");
+        notes.SetControlText(kLabel, u"主机(&N):"_v);
+        EXPECT_EQ(nameOf(dialog.GetControl(kEdit)), "主机");
+        for (QWidget* control : dialog.GetFrame().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+            EXPECT_NE(nameOf(control), "") << control->objectName().toStdString();
+        auto* toolBar = dynamic_cast<QToolBar*>(dialog.GetControl(kBar));
+        EXPECT_EQ(nameOf(toolBar->widgetForAction(toolBar->actions().first())), "连接");
+    });
+}
+
+/// What the widget needs to show all of its text; the widget's own size where that does not depend on a text.
+QSize NeededBy(const QWidget& widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
+        return label->text().isEmpty() ? QSize() : QSize(0, label->heightForWidth(label->width()));
+    if (qobject_cast<const QAbstractButton*>(&widget) != nullptr) return {widget.sizeHint().width(), 0};
+    return qobject_cast<const QLineEdit*>(&widget) != nullptr ? QSize(0, widget.sizeHint().height()) : QSize();
+}
+
+TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
+    NoEvents quiet;
+    for (const int id :
+         {ShortcutNameIds::kDialog, HostnamePromptIds::kDialog, MultiConnectIds::kDialog, FindSessionIds::kDialog}) {
+        const DialogTemplate* dialogTemplate = FindDialogTemplate(id);
+        ASSERT_NE(dialogTemplate, nullptr);
+        const QtDialogWindow window(*dialogTemplate, quiet, nullptr);
+        QList<QWidget*> controls = window.GetWidget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        for (qsizetype i = 0; i < controls.size(); ++i) {
+            const QWidget& control = *controls[i];
+            const std::string what = std::to_string(id) + " " + control.accessibleName().toStdString();
+            EXPECT_LE(NeededBy(control).width(), control.width()) << what;
+            EXPECT_LE(NeededBy(control).height(), control.height()) << what;
+            EXPECT_TRUE(window.GetWidget()->rect().contains(control.geometry())) << what;
+            for (qsizetype k = i + 1; k < controls.size(); ++k) {
+                if (control.inherits("QGroupBox") || controls[k]->inherits("QGroupBox")) continue;
+                EXPECT_FALSE(control.geometry().intersects(controls[k]->geometry())) << what;
+            }
+        }
+    }
+}
+
+TEST_F(QtDialogs, ClosingABoxIsTheHarmlessAnswer) {
+    struct Row {
+        unsigned flags;
+        int answer;
+    };
+    for (const Row& row : {Row{kBoxOk, kAnswerOk}, Row{kBoxOkCancel, kAnswerCancel}, Row{kBoxYesNo, kAnswerNo}}) {
+        kit.ExpectBox(u"text"_v, 0);
+        EXPECT_EQ(VMessageBox(nullptr, u"text"_v, row.flags), row.answer);
+    }
+}
+
+TEST_F(QtDialogs, AFolderIsChosenOrGivenUp) {
+    const QTemporaryDir folder;
+    const std::u16string chosen = platform::FromNativePath(folder.path().toStdString());
+    VUnicodeString path = u"\\tmp"_v;
+    kit.ExpectFolder(nullptr);
+    EXPECT_FALSE(kit.BrowseForFolder(nullptr, u"title"_v, path));
+    EXPECT_EQ(path, u"\\tmp");
+    kit.ExpectFolder(chosen.c_str());
+    EXPECT_TRUE(kit.BrowseForFolder(nullptr, u"title"_v, path));
+    EXPECT_EQ(path, chosen.c_str());
+}
+
+TEST_F(QtDialogs, TheWaitCursorStaysUntilTheLastWhoShowedItIsDone) {
+    {
+        const VWaitCursor outer;
+        { const VWaitCursor inner; }
+        EXPECT_TRUE(kit.ShowsWaitCursor());
+    }
+    EXPECT_FALSE(kit.ShowsWaitCursor());
+}
+
+TEST_F(QtDialogs, ADialogThatGoesWithTheWindowUnderItTellsItsEndOnce) {
+    auto host = std::make_unique<QWidget>();
+    QtWindow window(*host);
+    Notes over(&window);
+    ASSERT_TRUE(over.Create());
+    over.SetControlText(kEdit, u"kept"_v);
+    host.reset();
+    EXPECT_TRUE(over.HasEnded());
+    EXPECT_EQ(over.GetControlText(kEdit), u"");
+    over.SetControlText(kEdit, u"x"_v);
+    over.FocusControl(kTree);
+    over.GetWindow()->StartTimer(1);
+    over.GetWindow()->Close();
+    over.Destroy();
+}
+
+TEST_F(QtDialogs, ADialogIsClosedInTheMiddleOfARename) {
+    notes.Plant();
+    Run([&](QtUserDialog& dialog) {
+        notes.view->BeginLabelEdit(notes.Child(0));
+        dialog.CloseByFrame();
+    });
+    EXPECT_EQ(notes.Take(), "edit:a 2 edited:a:cancelled");
+}
+
+}  // namespace
+}  // namespace connectdialog::test

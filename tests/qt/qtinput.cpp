@@ -1,0 +1,138 @@
+#include "qtinput.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QDragEnterEvent>
+#include <QHelpEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+#include <memory>
+
+#include "resources/accelerators.h"
+#include "suite/dialogkit/qt/qtmimedata.h"
+
+namespace connectdialog::test {
+
+namespace {
+
+struct KeyRow {
+    std::uint16_t virtualKey;
+    Qt::Key key;
+};
+
+constexpr KeyRow kKeys[] = {
+    {kKeyReturn, Qt::Key_Return},     {kKeyEscape, Qt::Key_Escape},
+    {kKeyLeft, Qt::Key_Left},         {kKeyUp, Qt::Key_Up},
+    {kKeyRight, Qt::Key_Right},       {kKeyDown, Qt::Key_Down},
+    {kKeyHome, Qt::Key_Home},         {kKeyEnd, Qt::Key_End},
+    {kKeyPageUp, Qt::Key_PageUp},     {kKeyTab, Qt::Key_Tab},
+    {kKeyPageDown, Qt::Key_PageDown}, {kKeyDelete, Qt::Key_Delete},
+    {kKeyBack, Qt::Key_Backspace},    {kKeySpace, Qt::Key_Space},
+    {kKeyMenu, Qt::Key_Menu},         {kKeyMultiply, Qt::Key_Asterisk},
+    {kKeyAdd, Qt::Key_Plus},          {kKeySubtract, Qt::Key_Minus},
+};
+
+Qt::Key KeyOf(std::uint16_t virtualKey) {
+    if (virtualKey >= kKeyF1 && virtualKey < kKeyF1 + 24)
+        return static_cast<Qt::Key>(Qt::Key_F1 + (virtualKey - kKeyF1));
+    for (const KeyRow& row : kKeys)
+        if (row.virtualKey == virtualKey) return row.key;
+    return static_cast<Qt::Key>(virtualKey);
+}
+
+Qt::KeyboardModifiers ToModifiers(KeyModifiers bits) {
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ControlModifier, (bits & Accelerator::kControl) != 0);
+    modifiers.setFlag(Qt::AltModifier, (bits & Accelerator::kAlt) != 0);
+    modifiers.setFlag(Qt::ShiftModifier, (bits & Accelerator::kShift) != 0);
+    return modifiers;
+}
+
+QWindow* WindowOf(const QWidget& widget) {
+    return widget.window()->windowHandle();
+}
+
+QPoint InWindow(const QWidget& widget, QPoint point) {
+    return widget.mapTo(widget.window(), point);
+}
+
+}  // namespace
+
+void ClickWidget(QWidget& widget, QPoint point, KeyModifiers modifiers, Qt::MouseButton button) {
+    QTest::mouseClick(WindowOf(widget), button, ToModifiers(modifiers), InWindow(widget, point));
+}
+
+void DoubleClickWidget(QWidget& widget, QPoint point) {
+    QTest::mouseDClick(WindowOf(widget), Qt::LeftButton, {}, InWindow(widget, point));
+}
+
+void SendKey(QWidget& window, std::uint16_t key, KeyModifiers modifiers) {
+    QTest::keyClick(WindowOf(window), KeyOf(key), ToModifiers(modifiers));
+}
+
+void TypeInto(QLineEdit& edit, const QString& text) {
+    edit.selectAll();
+    const bool hasKeys = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x7F; });
+    if (text.isEmpty()) return SendKey(edit, kKeyDelete, 0);
+    if (hasKeys) {
+        for (const QChar c : text) QTest::keyClick(WindowOf(edit), c.toLatin1());
+        return;
+    }
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&edit, &event);
+}
+
+void RestPointer(QWidget& widget, QPoint point) {
+    QHelpEvent event(QEvent::ToolTip, point, widget.mapToGlobal(point));
+    QApplication::sendEvent(&widget, &event);
+}
+
+void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play) {
+    QWindow* const window = WindowOf(widget);
+    const QPoint start = InWindow(widget, point);
+    QTest::mousePress(window, Qt::LeftButton, {}, start);
+    bool isPlayed = false;
+    const auto once = [&] {
+        if (!std::exchange(isPlayed, true)) play();
+    };
+    QTimer::singleShot(0, &widget, once);
+    const QPoint pulled = start + QPoint(QApplication::startDragDistance() + 1, 0);
+    QCursor::setPos(window->mapToGlobal(pulled));
+    // The pointer's first move begins the drag, which runs an event loop of its own.
+    QTest::mouseEvent(QTest::MouseMove, window, Qt::LeftButton, {}, pulled);
+    once();
+    QTest::mouseRelease(window, Qt::LeftButton, {}, pulled);
+}
+
+void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers) {
+    QCursor::setPos(widget.mapToGlobal(point));
+    QTest::mouseEvent(QTest::MouseMove, WindowOf(widget), Qt::LeftButton, ToModifiers(modifiers),
+                      InWindow(widget, point));
+}
+
+void LetGo(QWidget& widget, QPoint point, KeyModifiers modifiers) {
+    QTest::mouseRelease(WindowOf(widget), Qt::LeftButton, ToModifiers(modifiers), InWindow(widget, point));
+}
+
+void DragForeign(QWidget& widget, const VDragData& data, QPoint point, KeyModifiers modifiers, Foreign step) {
+    const std::unique_ptr<QMimeData> mime = MakeMimeData(data.GetFormat(), data.GetBytes());
+    const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+    const Qt::KeyboardModifiers keys = ToModifiers(modifiers);
+    std::unique_ptr<QEvent> event;
+    if (step == Foreign::kEnter)
+        event = std::make_unique<QDragEnterEvent>(point, actions, mime.get(), Qt::LeftButton, keys);
+    else if (step == Foreign::kMove)
+        event = std::make_unique<QDragMoveEvent>(point, actions, mime.get(), Qt::LeftButton, keys);
+    else if (step == Foreign::kLeave)
+        event = std::make_unique<QDragLeaveEvent>();
+    else
+        event = std::make_unique<QDropEvent>(QPointF(point), actions, mime.get(), Qt::LeftButton, keys);
+    QApplication::sendEvent(&widget, event.get());
+}
+
+}  // namespace connectdialog::test

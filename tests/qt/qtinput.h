@@ -1,0 +1,37 @@
+// What a user's hands send to widgets, by way of the window system where that is possible.
+#pragma once
+
+#include <QPoint>
+#include <cstdint>
+#include <functional>
+
+#include "imports/dialogkit/dragdata.h"
+#include "imports/dialogkit/idialogwindow.h"
+
+class QLineEdit;
+class QString;
+class QWidget;
+
+namespace connectdialog::test {
+
+// Points are pixels of the widget.
+
+void ClickWidget(QWidget& widget, QPoint point, KeyModifiers modifiers = 0, Qt::MouseButton button = Qt::LeftButton);
+void DoubleClickWidget(QWidget& widget, QPoint point);
+/// To whatever has the focus in the window. The key is a virtual one.
+void SendKey(QWidget& window, std::uint16_t key, KeyModifiers modifiers);
+/// Replaces the text, by keys where they exist, else as an input method does.
+void TypeInto(QLineEdit& edit, const QString& text);
+/// The pointer rests there for as long as tips take.
+void RestPointer(QWidget& widget, QPoint point);
+
+/// Presses the left button and pulls; `play` runs while a drag does, or when none came of it.
+void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play);
+void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers);
+void LetGo(QWidget& widget, QPoint point, KeyModifiers modifiers);
+
+/// A step of a drag that another program began.
+enum class Foreign : std::uint8_t { kEnter, kMove, kLeave, kDrop };
+void DragForeign(QWidget& widget, const VDragData& data, QPoint point, KeyModifiers modifiers, Foreign step);
+
+}  // namespace connectdialog::test

@@ -1,0 +1,317 @@
+#include "qtuser.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <QTextDocumentFragment>
+#include <QToolBar>
+#include <QToolTip>
+
+#include "platform/codepage.h"
+#include "qtinput.h"
+#include "resources/accelerators.h"
+#include "suite/dialogkit/qt/qtdialogwindow.h"
+#include "suite/dialogkit/qt/qtlabeleditor.h"
+#include "suite/dialogkit/qt/qttext.h"
+#include "suite/dialogkit/qt/qttree.h"
+
+namespace connectdialog::test {
+
+// The dialog.
+
+QtUserDialog::QtUserDialog(QtDialogFrame& frame) : frame(frame), window(*frame.GetWindow()) {}
+
+QWidget* QtUserDialog::GetControl(int id) const {
+    return window.GetControl(id);
+}
+
+QWidget* QtUserDialog::FindUsable(int id) const {
+    QWidget* control = GetControl(id);
+    return !IsClosed() && control != nullptr && control->isEnabled() && control->isVisible() ? control : nullptr;
+}
+
+bool QtUserDialog::Type(int id, const VUnicodeString& text) {
+    auto* edit = qobject_cast<QLineEdit*>(FindUsable(id));
+    if (edit == nullptr) return false;
+    ClickWidget(*edit, edit->rect().center());
+    if (edit->text() != ToQt(text)) TypeInto(*edit, ToQt(text));
+    return true;
+}
+
+bool QtUserDialog::Tick(int id, bool isChecked) {
+    auto* box = qobject_cast<QAbstractButton*>(FindUsable(id));
+    if (box == nullptr || !box->isCheckable()) return false;
+    if (box->isChecked() == isChecked) return true;
+    ClickWidget(*box, {8, box->height() / 2});
+    return true;
+}
+
+bool QtUserDialog::Press(int id) {
+    if (IsClosed()) return false;
+    QApplication::processEvents();  // whoever clicks has seen what was shown last
+    for (const QToolBar* bar : frame.findChildren<QToolBar*>()) {
+        for (QAction* action : bar->actions()) {
+            if (action->data().toInt() != id || !action->isEnabled() || !bar->isVisible()) continue;
+            QWidget& button = *bar->widgetForAction(action);
+            ClickWidget(button, button.rect().center());
+            return true;
+        }
+    }
+    const auto* button = qobject_cast<QAbstractButton*>(FindUsable(id));
+    if (button == nullptr || button->isCheckable()) return false;
+    ClickWidget(*FindUsable(id), button->rect().center());
+    return true;
+}
+
+bool QtUserDialog::PressLabelled(const VUnicodeString& label) {
+    for (const auto* button : frame.findChildren<QAbstractButton*>())
+        if (button->text() == ToQt(label) && Press(button->objectName().toInt())) return true;
+    return false;
+}
+
+bool QtUserDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
+    if (IsClosed()) return false;
+    SendKey(frame, key, modifiers);
+    return true;
+}
+
+bool QtUserDialog::CloseByFrame() {
+    if (IsClosed()) return false;
+    frame.close();
+    return true;
+}
+
+void QtUserDialog::Elapse(unsigned milliseconds) {
+    QTest::qWait(static_cast<int>(milliseconds));
+}
+
+bool QtUserDialog::Resize(std::int32_t width, std::int32_t height) {
+    if (IsClosed()) return false;
+    frame.resize(width, height);
+    QApplication::processEvents();
+    return true;
+}
+
+int QtUserDialog::GetTemplateId() const {
+    return window.GetTemplateId();
+}
+VUnicodeString QtUserDialog::GetTitle() const {
+    return FromQt(frame.windowTitle());
+}
+int QtUserDialog::GetFocus() const {
+    return frame.focusWidget() != nullptr ? frame.focusWidget()->objectName().toInt() : kNoId;
+}
+bool QtUserDialog::IsClosed() const {
+    return frame.IsGivenUp() || !frame.isVisible();
+}
+VUnicodeString QtUserDialog::GetText(int id) const {
+    return window.GetText(id);
+}
+bool QtUserDialog::IsChecked(int id) const {
+    return window.IsChecked(id);
+}
+bool QtUserDialog::IsEnabled(int id) const {
+    return window.IsEnabled(id);
+}
+bool QtUserDialog::IsShown(int id) const {
+    return window.IsShown(id);
+}
+
+QtUserTree* QtUserDialog::GetTree(int id) {
+    for (auto& [known, tree] : trees)
+        if (known == id) return &tree;
+    auto* widget = dynamic_cast<QtTree*>(GetControl(id));
+    if (widget == nullptr) return nullptr;
+    trees.emplace_back(id, QtUserTree(*widget));
+    return &trees.back().second;
+}
+
+// The tree.
+
+VPoint QtUserTree::PointOn(TreeItem item, std::int32_t dy) const {
+    tree->EnsureVisible(item);
+    VRectangle label;
+    if (!tree->GetItemRectangle(item, true, label)) return {-1, -1};
+    // Away from the edges, where a drag would scroll.
+    const std::int32_t rowHeight = label.bottom - label.top;
+    if (label.top == 0) tree->ScrollRows(-1);
+    if (label.bottom > tree->GetClientRectangle().bottom - rowHeight) tree->ScrollRows(1);
+    tree->GetItemRectangle(item, true, label);
+    return {label.left + 3, label.top + (dy < 0 ? (label.bottom - label.top) / 2 : dy)};
+}
+
+bool QtUserTree::Click(TreeItem item, KeyModifiers modifiers) {
+    const VPoint point = PointOn(item);
+    if (point.x < 0) return false;
+    ClickAt(point, modifiers);
+    return true;
+}
+
+bool QtUserTree::RightClick(TreeItem item) {
+    const VPoint point = PointOn(item);
+    if (point.x < 0) return false;
+    ClickWidget(*tree->viewport(), ToQt(point), 0, Qt::RightButton);
+    return true;
+}
+
+bool QtUserTree::DoubleClick(TreeItem item) {
+    const VPoint point = PointOn(item);
+    if (point.x < 0) return false;
+    DoubleClickWidget(*tree->viewport(), ToQt(point));
+    return true;
+}
+
+bool QtUserTree::ClickExpander(TreeItem item) {
+    VPoint point = PointOn(item);
+    while (point.x >= 0 && tree->HitTest(point).part != TreePart::kExpander) --point.x;
+    if (point.x < 0) return false;
+    ClickAt(point);
+    return true;
+}
+
+void QtUserTree::ClickAt(VPoint point, KeyModifiers modifiers) {
+    ClickWidget(*tree->viewport(), ToQt(point), modifiers);
+}
+
+bool QtUserTree::PressKey(std::uint16_t key, KeyModifiers modifiers) {
+    SendKey(*tree->window(), key, modifiers);
+    return true;
+}
+
+bool QtUserTree::TypeLabel(const VUnicodeString& text) {
+    if (!IsEditing()) return false;
+    TypeInto(*tree->GetEditor(), ToQt(text));
+    return PressKey(kKeyReturn);
+}
+
+bool QtUserTree::CancelLabel() {
+    return IsEditing() && PressKey(kKeyEscape);
+}
+
+TreeItem QtUserTree::Find(std::u16string_view path) const {
+    const VTreeItems& items = *tree->GetItems();
+    TreeItem item = items.GetFirstChild(TreeItem::kNone);
+    while (!path.empty() && item != TreeItem::kNone) {
+        const std::u16string_view name = path.substr(0, path.find(u'\\'));
+        path.remove_prefix(std::min(path.size(), name.size() + 1));
+        item = items.GetFirstChild(item);
+        while (item != TreeItem::kNone && items.GetText(item) != name) item = items.GetNextSibling(item);
+    }
+    return item;
+}
+
+std::string QtUserTree::Read() const {
+    const VTreeItems& items = *tree->GetItems();
+    const QtTreeRows& rows = tree->GetRows();
+    bool isBehind = false;
+    const TreeItem mark = items.GetInsertMark(isBehind);
+    std::string text;
+    for (int i = 0; i < rows.GetCount(); ++i) {
+        const auto [item, level] = rows[i];
+        const auto has = [&items, item = item](TreeItemState state) { return items.HasState(item, state); };
+        if (item == mark && !isBehind) text += "---\n";
+        text.append(static_cast<std::size_t>(2 * level), ' ');
+        text += !items.HasChildrenOrExpander(item) ? " " : has(kTreeExpanded) ? "-" : "+";
+        if (has(kTreeSelected)) text += '*';
+        if (has(kTreeCut)) text += 'x';
+        if (has(kTreeDropTarget)) text += '>';
+        text += platform::ToNarrow(items.GetText(item)) + (items.GetCaret() == item ? " <\n" : "\n");
+        if (item == mark && isBehind) text += "---\n";
+    }
+    return text;
+}
+
+VUnicodeString QtUserTree::GetTip(TreeItem item) const {
+    const auto hide = [] {
+        for (QWidget* shown : QApplication::topLevelWidgets())
+            if (shown->windowType() == Qt::ToolTip) shown->hide();
+    };
+    hide();
+    RestPointer(*tree->viewport(), ToQt(PointOn(item)));
+    const QString markup = QToolTip::isVisible() ? QToolTip::text() : QString();
+    hide();
+    return FromQt(QTextDocumentFragment::fromHtml(markup).toPlainText());
+}
+
+bool QtUserTree::IsEditing() const {
+    return tree->GetEditor() != nullptr;
+}
+TreeItem QtUserTree::GetEdited() const {
+    return tree->GetEdited();
+}
+VUnicodeString QtUserTree::GetEditText() const {
+    return tree->GetEditor() != nullptr ? FromQt(tree->GetEditor()->text()) : VUnicodeString();
+}
+
+// Drags.
+
+bool QtUserTree::Drag(TreeItem item, const DragScript& script) {
+    const VPoint point = PointOn(item);
+    if (point.x < 0) return false;
+    bool wasDragged = false;
+    const auto play = [&] {
+        if (!tree->IsDragging()) return;
+        wasDragged = true;
+        QtUserDrag drag(*tree, nullptr);
+        script(drag);
+        drag.Finish();
+    };
+    PullWidget(*tree->viewport(), ToQt(point), play);
+    return wasDragged;
+}
+
+void QtUserTree::DragFromOutside(const VDragData& data, const DragScript& script) {
+    QtUserDrag drag(*tree, &data);
+    script(drag);
+    drag.Finish();
+}
+
+DropEffect QtUserDrag::MoveTo(VPoint newPoint, KeyModifiers newModifiers) {
+    point = newPoint;
+    modifiers = newModifiers;
+    if (outside == nullptr)
+        MoveDrag(*tree.viewport(), ToQt(point), modifiers);
+    else
+        DragForeign(*tree.viewport(), *outside, ToQt(point), modifiers, isInside ? Foreign::kMove : Foreign::kEnter);
+    isInside = true;
+    return GetEffect();
+}
+
+void QtUserDrag::Wait(unsigned milliseconds) {
+    QTest::qWait(static_cast<int>(milliseconds));
+}
+
+void QtUserDrag::Leave() {
+    if (!std::exchange(isInside, false)) return;
+    if (outside == nullptr)
+        MoveDrag(*tree.viewport(), {-1, -40}, 0);
+    else
+        DragForeign(*tree.viewport(), *outside, {}, 0, Foreign::kLeave);
+}
+
+bool QtUserDrag::Drop() {
+    const bool isTaken = isInside && GetEffect() != DropEffect::kNone;
+    if (outside != nullptr && isTaken)
+        DragForeign(*tree.viewport(), *outside, ToQt(point), modifiers, Foreign::kDrop);
+    else if (outside != nullptr)
+        Leave();
+    else
+        LetGo(*tree.viewport(), ToQt(point), modifiers);
+    isInside = false;
+    isOver = true;
+    return isTaken;
+}
+
+DropEffect QtUserDrag::GetEffect() const {
+    return tree.GetDropEffect();
+}
+
+void QtUserDrag::Finish() {
+    if (std::exchange(isOver, true)) return;
+    Leave();
+    if (outside == nullptr) SendKey(*tree.window(), kKeyEscape, 0);
+}
+
+}  // namespace connectdialog::test

@@ -1,0 +1,518 @@
+// What every back end of the dialogs owes, whoever plays the user.
+//
+// A back end takes part with a type that names its classes: `Kit`, which expects dialogs, boxes and menus and plays the
+// user in them, `Dialog` and `Tree`, in which scripts act; `CanDrag()` tells whether the screen at hand has drags. The
+// names of their operations are those of the headless one.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "imports/dialogkit/treeview.h"
+#include "imports/dialogkit/vdialog.h"
+#include "imports/dialogkit/vmessagebox.h"
+#include "imports/dialogkit/vpopupmenu.h"
+#include "imports/dialogkit/vtoolbarstate.h"
+#include "platform/codepage.h"
+#include "resources/accelerators.h"
+
+namespace connectdialog::test {
+
+namespace conformance {
+
+inline constexpr int kEdit = 11;
+inline constexpr int kBox = 12;
+inline constexpr int kTree = 13;
+inline constexpr int kOther = 14;
+inline constexpr int kLabel = 15;
+inline constexpr int kBar = 134;
+
+inline constexpr ControlTemplate kControls[] = {
+    {ControlKind::kStatic, kLabel, u"名称(&N):", {7, 7, 60, 9}},
+    {ControlKind::kEdit, kEdit, u"", {70, 7, 120, 14}},
+    {ControlKind::kGroupBox, kNoId, u"范围", {7, 24, 184, 24}},
+    {ControlKind::kCheckBox, kBox, u"主机名(&H)", {14, 34, 100, 10}},
+    {ControlKind::kTree, kTree, u"", {7, 52, 184, 100}},
+    {ControlKind::kDefaultButton, kIdOk, u"确定", {7, 160, 50, 14}},
+    {ControlKind::kButton, kOther, u"其他(&T)", {60, 160, 50, 14}},
+    {ControlKind::kButton, kIdCancel, u"取消", {115, 160, 50, 14}},
+};
+inline constexpr DialogTemplate kTemplate{90, u"试验", 198, 181, kControls};
+inline constexpr Accelerator kKeys[] = {
+    {Accelerator::kControl, u'F', 77}, {Accelerator::kAlt, u'C', 79}, {Accelerator::kNone, kKeyF3, 78}};
+
+/// Notes what it is told, one word an event.
+class Notes : public VDialog, public ITreeEvents, public ITreeItemsOwner {
+  public:
+    explicit Notes(VWindow* parent = nullptr) : VDialog(kTemplate, parent), items(*this) { SetAccelerators(kKeys); }
+
+    /// What came since the last call.
+    std::string Take() { return std::exchange(notes, {}); }
+    void Note(const std::string& what) { notes += (notes.empty() ? "" : " ") + what; }
+
+    /// "root" with the children "a", "b" to "e", of which "a" has a child "aa"; all expanded but "a".
+    void Plant() {
+        root = Add(TreeItem::kNone, u"root");
+        for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e"}) Add(root, name);
+        inner = Add(items.GetFirstChild(root), u"aa");
+        items.SetState(root, kTreeExpanded, true);
+    }
+    TreeItem Add(TreeItem parent, std::u16string_view text) {
+        return items.Insert(parent, TreePlace::kLast, TreeItem::kNone, text, 2, 2, nullptr);
+    }
+    TreeItem Child(int place) const {
+        TreeItem item = items.GetFirstChild(root);
+        while (place-- > 0) item = items.GetNextSibling(item);
+        return item;
+    }
+
+    // ITreeEvents.
+    void OnMouseDown(MouseButton button, VPoint point, KeyModifiers modifiers) override {
+        const TreeHit hit = view->HitTest(point);
+        Note((button == MouseButton::kLeft ? "left:" : "right:") + Name(hit.item) + ":" +
+             std::to_string(static_cast<int>(hit.part)) + ":" + std::to_string(modifiers));
+        if (hit.part == TreePart::kExpander)
+            items.SetState(hit.item, kTreeExpanded, !items.HasState(hit.item, kTreeExpanded));
+    }
+    void OnDoubleClick(VPoint point) override { Note("double:" + Name(view->HitTest(point).item)); }
+    void OnKeyDown(std::uint16_t key, KeyModifiers modifiers) override {
+        Note("key:" + std::to_string(key) + ":" + std::to_string(modifiers));
+    }
+    void OnText(const VUnicodeString& text) override { Note("typed:" + platform::ToNarrow(text)); }
+    void OnBeginDrag(TreeItem item, VPoint) override {
+        Note("drag:" + Name(item));
+        if (item == root) return;
+        const DropEffect done = view->RunDrag(item, {u"FolderTree"_v, {std::byte{7}, std::byte{0}}});
+        Note("dragged:" + std::to_string(static_cast<int>(done)));
+    }
+    bool OnBeginLabelEdit(TreeItem item) override {
+        Note("edit:" + Name(item));
+        return item != root;
+    }
+    void OnEndLabelEdit(TreeItem item, const VUnicodeString* text) override {
+        Note("edited:" + Name(item) + ":" + (text != nullptr ? platform::ToNarrow(*text) : "cancelled"));
+        if (text != nullptr && *text == u"refused") view->BeginLabelEdit(item);
+    }
+    bool OnInfoTip(TreeItem item, VUnicodeString& text) override {
+        text = u"<b>tip</b> of "_v + items.GetText(item);
+        return item != root;
+    }
+    DropEffect OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) override {
+        Note("enter:" + std::to_string(data.GetBytes().size()));
+        return EffectAt(data, point, modifiers);
+    }
+    DropEffect OnDragOver(const VDragData& data, VPoint point, KeyModifiers modifiers) override {
+        return EffectAt(data, point, modifiers);
+    }
+    void OnDragLeave() override { Note("leave"); }
+    bool OnDrop(const VDragData&, VPoint point, DropEffect effect) override {
+        const TreeItem target = view->HitTest(point).item;
+        Note("drop:" + Name(target) + ":" + std::to_string(static_cast<int>(effect)));
+        return target != inner;
+    }
+    void OnItemDeleted(void*) override {}
+
+    VTreeItems items;
+    TreeItem root = TreeItem::kNone;
+    TreeItem inner = TreeItem::kNone;
+    ITreeView* view = nullptr;
+
+  protected:
+    void OnInitDialog() override {
+        VDialog::OnInitDialog();
+        view = GetWindow()->AttachTree(kTree, items, *this);
+    }
+    bool OnCommand(int command) override {
+        Note(std::to_string(command) + (command == kBox && IsControlChecked(kBox) ? "+" : ""));
+        return command == 77 || command == 78 || command == 79 || VDialog::OnCommand(command);
+    }
+    void OnControlChanged(int id) override {
+        Note("text:" + std::to_string(id) + ":" + platform::ToNarrow(GetControlText(id)));
+    }
+    void OnTimer(int timer) override {
+        Note("timer");
+        GetWindow()->StopTimer(timer);
+    }
+
+  private:
+    std::string Name(TreeItem item) const { return platform::ToNarrow(items.GetText(item)); }
+    /// Nothing goes into the root or with the Shift key; the Control key copies.
+    DropEffect EffectAt(const VDragData& data, VPoint point, KeyModifiers modifiers) const {
+        const TreeItem target = view->HitTest(point).item;
+        const bool isRefused = !data.HasFormat(u"FolderTree") || target == TreeItem::kNone || target == root;
+        if (isRefused || (modifiers & Accelerator::kShift) != 0) return DropEffect::kNone;
+        return (modifiers & Accelerator::kControl) != 0 ? DropEffect::kCopy : DropEffect::kMove;
+    }
+
+    std::string notes;
+};
+
+}  // namespace conformance
+
+template <class BackEnd>
+class DialogKitConformance : public ::testing::Test {
+  protected:
+    using Dialog = typename BackEnd::Dialog;
+
+    ~DialogKitConformance() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    /// Shows the dialog with a planted tree and lets the script play the user.
+    template <class Script>
+    std::int64_t Run(Script script) {
+        notes.Plant();
+        kit.ExpectDialog(conformance::kTemplate.id, [&](Dialog& dialog) {
+            window = notes.GetWindow();
+            notes.Take();
+            script(dialog);
+        });
+        return notes.DoModal();
+    }
+
+    typename BackEnd::Kit kit;
+    conformance::Notes notes;
+    IDialogWindow* window = nullptr;
+};
+
+TYPED_TEST_SUITE_P(DialogKitConformance);
+
+TYPED_TEST_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot) {
+    using namespace conformance;
+    const std::int64_t result = this->Run([&](auto& dialog) {
+        IDialogWindow& window = *this->window;
+        EXPECT_EQ(dialog.GetTitle(), u"试验");
+        EXPECT_EQ(dialog.GetFocus(), kEdit);
+        window.SetText(kEdit, u"会话"_v);
+        window.SetChecked(kBox, true);
+        window.SetText(kLabel, u"a && b"_v);
+        window.SetTitle(u"新"_v);
+        EXPECT_EQ(this->notes.Take(), "");
+        EXPECT_EQ(dialog.GetTitle(), u"新");
+        EXPECT_EQ(dialog.GetText(kEdit), u"会话");
+        EXPECT_EQ(dialog.GetText(kLabel), u"a && b");
+        EXPECT_TRUE(dialog.IsChecked(kBox));
+
+        EXPECT_TRUE(dialog.Type(kEdit, u"主机"_v));
+        EXPECT_EQ(this->notes.Take(), "text:11:主机");
+        EXPECT_TRUE(dialog.Tick(kBox, false));
+        EXPECT_TRUE(dialog.Tick(kBox, true));
+        EXPECT_EQ(dialog.GetFocus(), kBox);
+        EXPECT_TRUE(dialog.Press(kOther));
+        EXPECT_TRUE(dialog.PressLabelled(u"其他(&T)"_v));
+        EXPECT_EQ(this->notes.Take(), "12 12+ 14 14");
+        dialog.Press(kIdOk);
+        EXPECT_TRUE(dialog.IsClosed());
+        EXPECT_FALSE(dialog.Press(kOther));
+    });
+    EXPECT_EQ(result, kDialogAccepted);
+    EXPECT_EQ(this->notes.Take(), "1");
+}
+
+TYPED_TEST_P(DialogKitConformance, WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless) {
+    using namespace conformance;
+    this->Run([&](auto& dialog) {
+        IDialogWindow& window = *this->window;
+        for (const int id : {kEdit, kBox, kOther, kIdOk}) window.SetEnabled(id, false);
+        EXPECT_FALSE(dialog.Type(kEdit, u"x"_v));
+        EXPECT_FALSE(dialog.Tick(kBox, true));
+        EXPECT_FALSE(dialog.Press(kOther));
+        dialog.PressKey(kKeyReturn);
+        for (const int id : {kEdit, kBox, kOther, kIdOk}) {
+            EXPECT_FALSE(window.IsEnabled(id));
+            window.SetEnabled(id, true);
+            EXPECT_TRUE(window.IsEnabled(id));
+        }
+        window.SetShown(kOther, false);
+        EXPECT_FALSE(dialog.Press(kOther));
+        EXPECT_FALSE(window.IsShown(kOther));
+        for (const int id : {kNoId, 0, 999}) {
+            window.SetText(id, u"x"_v);
+            window.SetEnabled(id, false);
+            window.SetFocus(id);
+            window.SetRectangle(id, {1, 2, 3, 4});
+            EXPECT_EQ(window.GetText(id), u"");
+            EXPECT_FALSE(window.IsEnabled(id) || window.IsShown(id) || window.IsChecked(id));
+            EXPECT_EQ(window.GetRectangle(id), VRectangle());
+            EXPECT_EQ(window.AttachTree(id, this->notes.items, this->notes), nullptr);
+        }
+        EXPECT_EQ(window.AttachTree(kEdit, this->notes.items, this->notes), nullptr) << "no tree control";
+        EXPECT_EQ(this->notes.Take(), "");
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, KeysComeToTheDialogBeforeAControlSeesThem) {
+    using namespace conformance;
+    this->Run([&](auto& dialog) {
+        this->window->SetFocus(kEdit);
+        dialog.PressKey(kKeyF3);
+        dialog.PressKey(u'F', Accelerator::kControl);
+        dialog.PressKey(u'C', Accelerator::kAlt);
+        EXPECT_EQ(this->notes.Take(), "78 77 79");
+        this->window->SetFocus(kTree);
+        dialog.PressKey(kKeyDown, Accelerator::kShift);
+        dialog.PressKey(kKeyF3);
+        dialog.PressKey(kKeyDelete);
+        EXPECT_EQ(this->notes.Take(), "key:40:4 78 key:46:0");
+        this->window->SetFocus(kOther);
+        dialog.PressKey(kKeyReturn);
+        EXPECT_EQ(this->notes.Take(), "14") << "the button with the focus";
+        this->window->SetFocus(kTree);
+        dialog.PressKey(kKeyReturn);
+        EXPECT_EQ(this->notes.Take(), "1") << "else the default button";
+    });
+    EXPECT_EQ(this->Run([](auto& dialog) { dialog.PressKey(kKeyEscape); }), kDialogCancelled);
+    EXPECT_EQ(this->notes.Take(), "2");
+    EXPECT_EQ(this->Run([](auto& dialog) { dialog.CloseByFrame(); }), kDialogCancelled);
+    EXPECT_EQ(this->notes.Take(), "2");
+}
+
+TYPED_TEST_P(DialogKitConformance, RectanglesAndWidthsFollowTheTemplate) {
+    using namespace conformance;
+    this->Run([&](auto&) {
+        IDialogWindow& window = *this->window;
+        const VRectangle ok = window.GetRectangle(kIdOk);
+        EXPECT_EQ(ok, window.ToPixels({7, 160, 50, 14}));
+        EXPECT_GE(ok.right - ok.left, 50) << "no unit is below a pixel";
+        EXPECT_GE(ok.bottom - ok.top, 14);
+        window.SetRectangle(kIdOk, {3, 5, 80, 40});
+        EXPECT_EQ(window.GetRectangle(kIdOk), (VRectangle{3, 5, 80, 40}));
+        EXPECT_EQ(window.GetTextWidth(kEdit, u""), 0);
+        EXPECT_LT(window.GetTextWidth(kEdit, u"ab"), window.GetTextWidth(kEdit, u"abab"));
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
+    this->Run([&](auto& dialog) {
+        const int stopped = this->window->StartTimer(30);
+        EXPECT_NE(this->window->StartTimer(30), stopped);
+        this->window->StopTimer(stopped);
+        this->window->StopTimer(4711);
+        dialog.Elapse(200);
+        EXPECT_EQ(this->notes.Take(), "timer") << "it stops itself";
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, TheToolbarTellsItsCommandsAndIsShownAnew) {
+    VToolbarState bar;
+    bar.Add(2000, u"连接"_v);
+    bar.AddSeparator();
+    bar.Add(2006, u"删除"_v);
+    bar.Enable(2006, false);
+    this->Run([&](auto& dialog) {
+        this->window->ShowToolbar(conformance::kBar, bar);
+        EXPECT_TRUE(dialog.Press(2000));
+        EXPECT_FALSE(dialog.Press(2006));
+        bar.Enable(2006, true);
+        bar.RemoveAt(0);
+        this->window->ShowToolbar(conformance::kBar, bar);
+        EXPECT_FALSE(dialog.Press(2000));
+        EXPECT_TRUE(dialog.Press(2006));
+        EXPECT_EQ(this->notes.Take(), "2000 2006");
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
+    using namespace conformance;
+    struct Row {
+        unsigned flags;
+        int answer;
+    };
+    const Row rows[] = {{kBoxOk | kBoxError, kAnswerOk},
+                        {kBoxOkCancel | kBoxQuestion, kAnswerOk},
+                        {kBoxOkCancel, kAnswerCancel},
+                        {kBoxYesNo | kBoxWarning, kAnswerYes},
+                        {kBoxYesNo | kBoxInformation, kAnswerNo}};
+    VPopupMenu inner;
+    inner.Add(5, u"字母(&A)"_v);
+    VPopupMenu menu;
+    menu.Add(1, u"剪切(&T)\tCtrl+X"_v);
+    menu.AddSeparator();
+    menu.AddSubMenu(u"布局列表(&A)"_v, inner);
+    menu.Check(5, true);
+    this->Run([&](auto&) {
+        for (const Row& row : rows) {
+            this->kit.ExpectBox(u"<b>删除</b>?\r\n&"_v, row.answer);
+            EXPECT_EQ(this->kit.ShowMessageBox(&this->notes, u"NorHalden"_v, u"<b>删除</b>?\r\n&"_v, row.flags),
+                      row.answer);
+        }
+        for (const int command : {1, 5, 0}) {
+            this->kit.ExpectMenu([&](const VPopupMenu&) { return command; });
+            EXPECT_EQ(this->kit.TrackPopupMenu(&this->notes, menu, {40, 40}), command);
+        }
+        Notes over(&this->notes);
+        this->kit.ExpectDialog(kTemplate.id, [](auto& dialog) { dialog.Press(kIdOk); });
+        EXPECT_EQ(over.DoModal(), kDialogAccepted);
+        EXPECT_FALSE(this->notes.HasEnded());
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, TheClipboardKeepsOneBlockUnderItsName) {
+    const std::vector<std::byte> block = {std::byte{0}, std::byte{255}, std::byte{13}};
+    std::vector<std::byte> read = block;
+    EXPECT_TRUE(this->kit.SetClipboardData(u"a name/会话;=\""_v, block));
+    EXPECT_FALSE(this->kit.GetClipboardData(u"FolderTree"_v, read));
+    EXPECT_TRUE(read.empty());
+    EXPECT_TRUE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read));
+    EXPECT_EQ(read, block);
+    EXPECT_TRUE(this->kit.SetClipboardData(u"FolderTree"_v, {}));
+    EXPECT_FALSE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read)) << "it was replaced";
+    EXPECT_TRUE(this->kit.GetClipboardData(u"FolderTree"_v, read));
+}
+
+TYPED_TEST_P(DialogKitConformance, TheTreeShowsItsItemsAndTellsClicks) {
+    using namespace conformance;
+    this->Run([&](auto& dialog) {
+        Notes& notes = this->notes;
+        auto& tree = *dialog.GetTree(kTree);
+        EXPECT_EQ(tree.Read(), "-root\n  +a\n   b\n   c\n   d\n   e\n");
+        EXPECT_TRUE(tree.Click(notes.Child(1)));
+        EXPECT_TRUE(tree.Click(notes.Child(2), Accelerator::kControl | Accelerator::kShift));
+        EXPECT_TRUE(tree.RightClick(notes.Child(3)));
+        EXPECT_EQ(notes.Take(), "left:b:3:0 left:c:3:5 right:d:3:0");
+        EXPECT_EQ(dialog.GetFocus(), kTree);
+        EXPECT_FALSE(tree.ClickExpander(notes.Child(1))) << "it has none";
+        EXPECT_FALSE(tree.Click(notes.inner)) << "folded away";
+        EXPECT_TRUE(tree.ClickExpander(notes.Child(0)));
+        EXPECT_TRUE(tree.DoubleClick(notes.inner));
+        EXPECT_EQ(notes.Take(), "left:a:1:0 left:aa:3:0 double:aa");
+        EXPECT_EQ(tree.Read(), "-root\n  -a\n     aa\n   b\n   c\n   d\n   e\n");
+        EXPECT_EQ(notes.items.GetSelectedCount(), 0U) << "what a click means is not the view's to say";
+        EXPECT_EQ(tree.GetTip(notes.Child(1)), u"<b>tip</b> of b");
+        EXPECT_EQ(tree.GetTip(notes.root), u"");
+
+        notes.items.SetState(notes.Child(1), kTreeSelected, true);
+        notes.items.SetState(notes.Child(2), kTreeForcedExpander, true);
+        notes.items.SetState(notes.Child(3), kTreeCut, true);
+        notes.items.SetState(notes.root, kTreeDropTarget, true);
+        notes.items.SetCaret(notes.Child(1));
+        notes.items.SetInsertMark(notes.Child(2), true);
+        notes.items.Remove(notes.Child(0));
+        EXPECT_EQ(tree.Read(), "->root\n   *b <\n  +c\n---\n   xd\n   e\n");
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, TheTreeScrollsByRowsAndKnowsWhereTheyStand) {
+    using namespace conformance;
+    this->Run([&](auto&) {
+        Notes& notes = this->notes;
+        std::vector<TreeItem> all;
+        for (int i = 0; i < 500; ++i) all.push_back(notes.Add(notes.root, u"session"));
+        ITreeView& view = *notes.view;
+        VRectangle row;
+        VRectangle label;
+        EXPECT_TRUE(view.GetItemRectangle(notes.root, false, row));
+        EXPECT_EQ(row.top, 0);
+        EXPECT_FALSE(view.GetItemRectangle(all.back(), false, row));
+        view.EnsureVisible(all.back());
+        ASSERT_TRUE(view.GetItemRectangle(all.back(), false, row));
+        ASSERT_TRUE(view.GetItemRectangle(all.back(), true, label));
+        EXPECT_LE(row.bottom, view.GetClientRectangle().bottom);
+        EXPECT_EQ(label.top, row.top);
+        EXPECT_GT(label.left, row.left);
+        EXPECT_EQ(view.HitTest({label.left + 1, label.top + 1}).item, all.back());
+        EXPECT_EQ(view.HitTest({label.right + 5, label.top + 1}).part, TreePart::kBeside);
+        EXPECT_EQ(view.HitTest({-1, label.top + 1}).item, TreeItem::kNone);
+        view.ScrollRows(-1);
+        EXPECT_TRUE(!view.GetItemRectangle(all.back(), false, row) || row.bottom > view.GetClientRectangle().bottom ||
+                    row.top > label.top);
+        view.ScrollRows(-100000);
+        EXPECT_TRUE(view.GetItemRectangle(notes.root, false, row));
+        notes.items.SetState(notes.root, kTreeExpanded, false);
+        EXPECT_FALSE(view.GetItemRectangle(all.front(), false, row));
+        notes.items.Clear();
+        EXPECT_EQ(view.HitTest({label.left + 1, 1}).item, TreeItem::kNone);
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, ALabelIsEditedInPlace) {
+    using namespace conformance;
+    this->Run([&](auto& dialog) {
+        Notes& notes = this->notes;
+        auto& tree = *dialog.GetTree(kTree);
+        notes.view->BeginLabelEdit(notes.root);
+        EXPECT_FALSE(tree.IsEditing());
+        EXPECT_EQ(notes.Take(), "edit:root");
+
+        notes.view->BeginLabelEdit(notes.Child(1));
+        EXPECT_EQ(tree.GetEditText(), u"b");
+        dialog.PressKey(kKeyF3);
+        dialog.PressKey(kKeyDelete);
+        EXPECT_EQ(notes.Take(), "edit:b") << "keys are the edit box's";
+        EXPECT_TRUE(tree.TypeLabel(u"新会话"_v));
+        EXPECT_EQ(notes.Take(), "edited:b:新会话");
+        EXPECT_EQ(notes.items.GetText(notes.Child(1)), u"b") << "who owns the item changes it";
+
+        notes.view->BeginLabelEdit(notes.Child(2));
+        dialog.PressKey(kKeyEscape);
+        EXPECT_FALSE(dialog.IsClosed());
+        notes.view->BeginLabelEdit(notes.Child(2));
+        dialog.PressKey(kKeyReturn);
+        EXPECT_EQ(notes.Take(), "edit:c edited:c:cancelled edit:c edited:c:c");
+
+        notes.view->BeginLabelEdit(notes.Child(2));
+        tree.Click(notes.Child(3));
+        notes.view->BeginLabelEdit(notes.Child(2));
+        dialog.Press(kOther);
+        EXPECT_EQ(notes.Take(), "edit:c edited:c:c left:d:3:0 edit:c edited:c:c 14");
+
+        notes.view->BeginLabelEdit(notes.Child(2));
+        notes.items.Remove(notes.Child(2));
+        EXPECT_EQ(notes.Take(), "edit:c edited:c:cancelled");
+        notes.view->BeginLabelEdit(notes.Child(2));
+        tree.TypeLabel(u"refused"_v);
+        EXPECT_TRUE(tree.IsEditing()) << "begun again";
+        notes.view->EndLabelEdit(false);
+        EXPECT_FALSE(tree.IsEditing());
+    });
+}
+
+TYPED_TEST_P(DialogKitConformance, DragsTellWhereTheyAreAndWhatTheyDo) {
+    using namespace conformance;
+    if (!TypeParam::CanDrag()) GTEST_SKIP() << "there are no drags on this screen";
+    this->Run([&](auto& dialog) {
+        Notes& notes = this->notes;
+        auto& tree = *dialog.GetTree(kTree);
+        const TreeItem b = notes.Child(1);
+        EXPECT_FALSE(tree.Drag(notes.root, [](auto&) {})) << "not to be dragged";
+        notes.Take();
+        EXPECT_TRUE(tree.Drag(b, [&](auto& drag) {
+            EXPECT_EQ(drag.MoveTo(tree.PointOn(notes.root)), DropEffect::kNone);
+            EXPECT_EQ(drag.MoveTo(tree.PointOn(notes.Child(3))), DropEffect::kMove);
+            EXPECT_EQ(drag.MoveTo(tree.PointOn(notes.Child(4)), Accelerator::kControl), DropEffect::kCopy);
+            drag.Drop();
+        }));
+        EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 drop:e:1 dragged:1");
+        tree.Drag(b, [&](auto& drag) {
+            drag.MoveTo(tree.PointOn(notes.Child(3)), Accelerator::kShift);
+            drag.Drop();
+        });
+        EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 leave dragged:0") << "nothing is done there";
+        tree.Drag(b, [&](auto& drag) {
+            drag.MoveTo(tree.PointOn(notes.Child(3)));
+            drag.Leave();
+            drag.MoveTo(tree.PointOn(notes.Child(4)));
+        });
+        EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 leave enter:2 leave dragged:0");
+        notes.items.SetState(notes.Child(0), kTreeExpanded, true);
+        tree.Drag(b, [&](auto& drag) {
+            drag.MoveTo(tree.PointOn(notes.inner));
+            drag.Drop();
+        });
+        EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 drop:aa:2 dragged:0") << "the data was not taken";
+        tree.DragFromOutside({u"FolderTree"_v, {std::byte{1}}}, [&](auto& drag) {
+            EXPECT_EQ(drag.MoveTo(tree.PointOn(notes.Child(3))), DropEffect::kMove);
+            drag.Drop();
+        });
+        EXPECT_EQ(notes.Take(), "enter:1 drop:d:2");
+    });
+}
+
+REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
+                            WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
+                            KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
+                            TimersGoOnUntilTheyAreStopped, TheToolbarTellsItsCommandsAndIsShownAnew,
+                            BoxesMenusAndDialogsStandOverADialog, TheClipboardKeepsOneBlockUnderItsName,
+                            TheTreeShowsItsItemsAndTellsClicks, TheTreeScrollsByRowsAndKnowsWhereTheyStand,
+                            ALabelIsEditedInPlace, DragsTellWhereTheyAreAndWhatTheyDo);
+
+}  // namespace connectdialog::test
