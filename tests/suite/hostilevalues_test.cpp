@@ -11,7 +11,7 @@
 #include "foundation/vnarrowstring.h"
 #include "profile/vmargindata.h"
 #include "support/faultystore.h"
-#include "tests/suite/suitetest.h"
+#include "support/suitetest.h"
 
 namespace connectdialog::test {
 namespace {
