@@ -31,7 +31,8 @@ std::int32_t HeadlessTextWidth(std::u16string_view text) {
 HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events)
     : kit(kit), dialog(dialog), events(events), title(dialog.title) {
     for (const ControlTemplate& row : dialog.controls) {
-        controls.push_back({row.kind, row.id, row.label, ToPixels(row.place), false, true, true, nullptr});
+        controls.push_back(
+            {row.kind, row.id, row.label, HeadlessDialog::ToPixels(row.place), false, true, true, nullptr});
         if (focus == kNoId && TakesFocus(row.kind)) focus = row.id;
     }
 }
