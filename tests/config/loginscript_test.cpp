@@ -23,7 +23,22 @@ VUnicodeString OldForm(std::string_view bytes, const char16_t* letter) {
     return text;
 }
 
-TEST(LoginScript, TheOlderFormIsConverted) {
+class LoginScriptTest : public LibraryTest {
+  protected:
+    static VRef<SessionConfig> Load(const std::function<void(VProfileKey&)>& fill) {
+        VRef<SessionConfig> session;
+        WithKey(u"Sessions\\s", [&](VProfileKey& key) {
+            key.GetImpl()->DeleteValue(u"Login Script");
+            key.GetImpl()->DeleteValue(u"Login Script V2");
+            key.WriteDword(u"Send Initial Carriage Return", 1);
+            fill(key);
+            session = VRef<SessionConfig>::Adopt(new SessionConfig(u"s"_v, &key));
+        });
+        return session;
+    }
+};
+
+TEST_F(LoginScriptTest, TheOlderFormIsConverted) {
     struct Row {
         std::string_view bytes;
         const char16_t* letter;
@@ -69,29 +84,16 @@ TEST(LoginScript, TheOlderFormIsConverted) {
         {"\x04"sv, u"", u"", true},
     };
     for (const Row& row : kRows) {
-        const ConvertedLoginScript script = ConvertLoginScript(OldForm(row.bytes, row.letter));
-        EXPECT_EQ(script.text, row.expected) << ::testing::PrintToString(row.bytes);
-        EXPECT_EQ(script.sendInitialCarriageReturn, row.sendsFirst);
-        EXPECT_TRUE(script.text.IsSensitive());
+        const VUnicodeString old = OldForm(row.bytes, row.letter);
+        const VUnicodeString stored = VProfileEncodedString::EncodeScrambled(VNarrowString(old));
+        const auto session = Load([&](VProfileKey& key) { key.WriteString(u"Login Script", stored.GetData()); });
+        EXPECT_EQ(session->loginScript.Get(), row.expected) << ::testing::PrintToString(row.bytes);
+        EXPECT_EQ(session->sendInitialCarriageReturn.Get(), row.sendsFirst);
+        EXPECT_TRUE(session->loginScript.Get().IsSensitive());
     }
     for (const char16_t* text : {u"", u"u", u"zz", u"01020304", u"0102030"})
         EXPECT_EQ(ConvertLoginScript(text).text, u"");
 }
-
-class LoginScriptTest : public LibraryTest {
-  protected:
-    static VRef<SessionConfig> Load(const std::function<void(VProfileKey&)>& fill) {
-        VRef<SessionConfig> session;
-        WithKey(u"Sessions\\s", [&](VProfileKey& key) {
-            key.GetImpl()->DeleteValue(u"Login Script");
-            key.GetImpl()->DeleteValue(u"Login Script V2");
-            key.WriteDword(u"Send Initial Carriage Return", 1);
-            fill(key);
-            session = VRef<SessionConfig>::Adopt(new SessionConfig(u"s"_v, &key));
-        });
-        return session;
-    }
-};
 
 TEST_F(LoginScriptTest, ASessionTakesTheOlderFormOnlyWhereThePresentOneIsMissing) {
     const VUnicodeString old = OldForm(

@@ -288,14 +288,8 @@ class HostileValuesTest : public SuiteTest {
         }
     }
 
-    unsigned seed = std::random_device()();
-    std::minstd_rand random{seed};
-    std::set<std::u16string> walked;
-    FaultyStoreFactory faulty;
-};
-
-TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
-    const Pass pass = [](bool isSaved) {
+    /// Loads the session, looks at it and its clone, and saves it.
+    static Settings PassOverSession(bool isSaved) {
         Settings settings;
         const auto session = Load();
         VisitSettings(*session, [&](VProfileData& setting) { settings.push_back(Look(setting)); });
@@ -305,7 +299,15 @@ TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
         EXPECT_EQ(clone->IsChanged(), session->IsChanged());
         if (isSaved) Save(*session);
         return settings;
-    };
+    }
+
+    unsigned seed = std::random_device()();
+    std::minstd_rand random{seed};
+    std::set<std::u16string> walked;
+    FaultyStoreFactory faulty;
+};
+
+TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
     constexpr const char16_t* kProtocols[][2] = {{u"SSH2", u"SFTP"},        {u"Telnet", u"FTP"},
                                                  {u"Serial", u"SCP"},       {u"TAPI", u"FTP/SSL (implicit)"},
                                                  {u"Local Shell", u"None"}, {u"Raw", u"SFTP"}};
@@ -314,9 +316,41 @@ TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
         session->SetTransferProtocolName(transfer);
         WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"base"); });
         WithKey(u"base", [&](VProfileKey& key) { session->Save(key, true); });
-        WalkValues(pass);
+        WalkValues(PassOverSession);
     }
     EXPECT_GT(walked.size(), 200U);
+}
+
+/// What older versions stored, with what has taken its place.
+constexpr const char16_t* kOlderForms[][2] = {
+    {u"Login Script", u"Login Script V2"},
+    {u"Keymap v2", u"Keymap v3"},
+    {u"Keymap", u"Keymap v3"},
+    {u"Font Family", u"Normal Font v2"},
+    {u"Font Size", u"Normal Font v2"},
+    {u"Use Firewall", u"Firewall Name"},
+    {u"Enable 80/132 Column Switching", u"Enable 80-132 Column Switching"},
+};
+
+TEST_F(HostileValuesTest, WhateverAnOlderVersionLeftIsReadOnce) {
+    const auto session = Make(u"SSH2");
+    WithKey(u"base", [&](VProfileKey& key) { session->Save(key, true); });
+    for (const auto& [older, present] : kOlderForms) {
+        Seen setting;
+        setting.name = older;
+        setting.recordSize = 64;
+        for (const Kind kind : {Kind::kDword, Kind::kText, Kind::kList, Kind::kBinary}) {
+            setting.kind = kind;
+            for (const Stored& stored : MakeValues(setting)) {
+                StartAfresh([&, name = present, oldName = older](VProfileKey& key) {
+                    key.GetImpl()->DeleteValue(name);
+                    stored.WriteTo(key, VUnicodeString(oldName));
+                });
+                CheckRepaired(PassOverSession(true), PassOverSession);
+                ASSERT_FALSE(HasFailure()) << VNarrowString(VUnicodeString(older)).GetData() << ", seed " << seed;
+            }
+        }
+    }
 }
 
 TEST_F(HostileValuesTest, AFirewallTakesWhatItCanAndRepairsTheRest) {
