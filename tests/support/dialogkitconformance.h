@@ -38,7 +38,7 @@ inline constexpr ControlTemplate kControls[] = {
     {ControlKind::kButton, kOther, u"其他(&T)", {60, 160, 50, 14}},
     {ControlKind::kButton, kIdCancel, u"取消", {115, 160, 50, 14}},
 };
-inline constexpr DialogTemplate kTemplate{90, u"试验", 198, 181, kControls};
+inline constexpr DialogTemplate kTemplate{90, 198, 181, u"试验", kControls};
 inline constexpr Accelerator kKeys[] = {
     {Accelerator::kControl, u'F', 77}, {Accelerator::kAlt, u'C', 79}, {Accelerator::kNone, kKeyF3, 78}};
 
