@@ -42,7 +42,10 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
             options.store = argument.substr(kStoreWithEquals.size());
         } else if (IsOption(argument, "/S") || IsOption(argument, "/SESSION_FOLDER")) {
             std::vector<std::string>& paths = IsOption(argument, "/S") ? options.paths : options.folders;
-            if (!TakeValue(arguments, i, paths.emplace_back(), fault)) return false;
+            std::string& path = paths.emplace_back();
+            if (!TakeValue(arguments, i, path, fault)) return false;
+            // Others compare the paths that are told to them: there is one spelling.
+            path.erase(0, std::min(path.find_first_not_of('\\'), path.size()));
             options.action = HostAction::kOpenSessions;
         } else {
             fault = "unknown argument \"" + std::string(argument) + "\"";

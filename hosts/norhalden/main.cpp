@@ -83,6 +83,10 @@ bool FindCommands(const HostOptions& options, std::vector<LaunchCommand>& comman
 /// to end. Gives the exit code of the last client.
 int RunClients(const HostOptions& options, const std::vector<LaunchCommand>& commands) {
     RunningSessionsHost host(kNorHaldenFrameClass);
+    if (host.GetError() != 0) {
+        VReportMessageParams report(host.GetError());
+        Tell(u"other programs cannot learn which sessions are open here: " + DescribeReport(report));
+    }
     int exitCode = 0;
     for (std::size_t i = 0; i < commands.size(); ++i) {
         VStringArray open;

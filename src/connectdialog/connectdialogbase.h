@@ -292,9 +292,10 @@ class ConnectDialogBase : public VDialog {
 
     TreePlace insertMode = TreePlace::kLast;
     TreeItem insertAfter = TreeItem::kNone;
-    VUnicodeString referenceName;       ///< the neighbour that is named to the database
-    bool insertBehindReference = true;  ///< else before it
-    bool freshFolder = false;           ///< the label edit names a new folder that the database does not have yet
+    VUnicodeString referenceName;          ///< the neighbour that is named to the database
+    bool insertBehindReference = true;     ///< else before it
+    bool freshFolder = false;              ///< the label edit names a new folder that the database does not have yet
+    TreeItem freshItem = TreeItem::kNone;  ///< that folder
     TreeItem cutItem = TreeItem::kNone;
     bool openInTabRequested = false;
     VUnicodeString lastPastedPath;

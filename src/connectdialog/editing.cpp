@@ -57,6 +57,7 @@ TreeItem ConnectDialogBase::GetTargetFolder() {
 }
 
 void ConnectDialogBase::NewFolder() {
+    if (editingLabel) return;  // a name that was refused waits for its user
     const TreeItem target = GetTargetFolder();
     ClearSelection();
     PositionBehindLastFolder(target);
@@ -66,6 +67,7 @@ void ConnectDialogBase::NewFolder() {
     const TreeItem item = AddFolderItem(target, name, insertMode, insertAfter);
     SelectItem(item);
     freshFolder = true;
+    freshItem = item;
     EditLabel(item);
 }
 
@@ -89,6 +91,7 @@ bool ConnectDialogBase::EditNewSession(ISessionConfig& config) {
 }
 
 void ConnectDialogBase::NewSession() {
+    if (editingLabel) return;
     const TreeItem target = GetTargetFolder();
     const VRef<ISessionConfig> config = OpenSession(u"Default"_v);
     if (!config) return ShowFailure(u"Unable to load the session configuration.");
@@ -138,21 +141,23 @@ bool ConnectDialogBase::BeginLabelEdit(TreeItem item) {
 
 void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) {
     editingLabel = false;
+    if (freshFolder && !IsValidItem(freshItem)) freshFolder = false;
     if (!IsValidItem(item)) return;
-    if (text == nullptr && !freshFolder) return;
+    const bool isFresh = freshFolder && item == freshItem;
+    if (text == nullptr && !isFresh) return;
     // A new folder whose naming is given up keeps the name that was offered.
     VUnicodeString newName = text != nullptr ? *text : GetItemText(item);
     newName.TrimLeft();
     newName.TrimRight();
     const VUnicodeString path = GetItemPath(item);
     const VUnicodeString oldName = GetEntryLeaf(path);
-    if (newName == oldName && !freshFolder) return;
+    if (newName == oldName && !isFresh) return;
     if (!ValidateSessionName(path, oldName, newName, false, this)) {
         SetItemText(item, oldName);
         return EditLabel(item);
     }
     const QuietSelection quiet(*this);
-    if (freshFolder)
+    if (isFresh)
         FinishFreshFolder(item, newName);
     else
         RenameItem(item, path, newName);
@@ -285,7 +290,7 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
 }
 
 bool ConnectDialogBase::IsPlaceholder(TreeItem item) {
-    return freshFolder && !SessionKeyExists(GetItemPath(item));
+    return freshFolder && item == freshItem && !SessionKeyExists(GetItemPath(item));
 }
 
 void ConnectDialogBase::RemovePlaceholder(TreeItem item) {
@@ -301,6 +306,10 @@ void ConnectDialogBase::RemoveItem(TreeItem item) {
 
 bool ConnectDialogBase::CheckInUse(const VArray<TreeItem>& items) {
     const RunningSessions running = AskRunningSessions();
+    if (running.isBusy) {
+        VMessageBox(this, VUnicodeString(kRunningSessionsBusy), kBoxWarning);
+        return false;
+    }
     if (running.silentHosts > 0) {
         VUnicodeString text;
         text.Format(u"Running applications that do not answer: %1!d!\nWhat they have open is not known.",

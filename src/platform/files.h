@@ -84,12 +84,11 @@ bool WriteToFile(FileHandle file, const void* data, std::size_t size);
 /// The same at an offset; the position stays.
 bool WriteToFileAt(FileHandle file, std::uint64_t offset, const void* data, std::size_t size);
 
-/// Puts a file with these bytes, for this user alone, in the place of the one at `path`: written beside it under the
-/// path with `.new` behind it, made durable, then renamed. A kill or a failure leaves the old file whole. A link is
+/// Puts a file with these bytes, for this user alone, in the place of the one at `path`: written beside it under a name
+/// that begins with `.new-`, made durable, then renamed. A kill or a failure leaves the old file whole. A link is
 /// followed, and stays. Share modes do not count.
 /// On failure: false, and the old file stands, unless only the last step failed, which makes the new name durable; 5
-/// when `path` is that of something else than a file, 80 when there is a file with `.new`, 1921 for a link that leads
-/// nowhere.
+/// when `path` is that of something else than a file, 1921 for a link that leads nowhere.
 bool ReplaceFileWith(std::u16string_view path, std::string_view bytes);
 
 enum class SeekOrigin : std::uint32_t { kBegin = 0, kCurrent = 1, kEnd = 2 };

@@ -152,6 +152,8 @@ VUnicodeString MoveEntry(const VUnicodeString& source, const VUnicodeString& tar
     VUnicodeString destination;
     const bool isMoved = ChangeEntry(source, [&] {
         if (IsSameOrInside(targetFolder, source)) return false;
+        // A copy that must find another name leaves out a child of that name, which would be gone with the source.
+        if (IsFolderPath(source) && EntryExistsIn(targetFolder, GetEntryLeaf(source))) return false;
         destination = CopyEntry(source, targetFolder, makeUnique, reference, after);
         return !destination.IsEmpty() && !IsSameOrInside(destination, source) && DeleteEntry(source);
     });

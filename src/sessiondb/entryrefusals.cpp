@@ -2,6 +2,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
+#include "resources/storenames.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 
@@ -19,6 +20,7 @@ constexpr RefusalText kRefusalTexts[] = {
     {EntryRefusal::kIntoItself, u"Cannot copy a folder into itself"},
     {EntryRefusal::kIntoChild, u"Cannot copy or move a parent folder into a child"},
     {EntryRefusal::kTaken, u"%1 already exists in the target folder"},
+    {EntryRefusal::kTemplate, u"ERROR: Could not add a new session to the tree."},
 };
 
 }  // namespace
@@ -29,7 +31,8 @@ EntryRefusal CheckCopy(const VUnicodeString& source, const VUnicodeString& targe
     if (IsSameOrInside(targetFolder, source)) return EntryRefusal::kIntoChild;
     const bool isElsewhere = !GetEntryParent(source).EqualsNoCase(targetFolder);
     if (isFolder && isElsewhere && EntryExistsIn(targetFolder, GetEntryLeaf(source))) return EntryRefusal::kTaken;
-    return EntryRefusal::kNone;
+    const bool isTemplate = targetFolder.IsEmpty() && GetEntryLeaf(source).EqualsNoCase(kDefaultSession);
+    return isElsewhere && isTemplate ? EntryRefusal::kTemplate : EntryRefusal::kNone;
 }
 
 VUnicodeString DescribeEntryRefusal(EntryRefusal refusal, const VUnicodeString& source) {

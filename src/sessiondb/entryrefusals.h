@@ -15,7 +15,8 @@ enum class EntryRefusal : std::uint8_t {
     kNone,
     kIntoItself,  ///< a folder into that very folder
     kIntoChild,   ///< a folder into one that lies in it
-    kTaken        ///< a folder where another of that name stands
+    kTaken,       ///< a folder where another of that name stands
+    kTemplate     ///< to the root under the name of the template of new sessions, which it would become
 };
 
 /// Whether the entry at `source` may be copied or moved into the folder `targetFolder`; both are session paths, case is

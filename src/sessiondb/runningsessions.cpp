@@ -80,7 +80,7 @@ RunningSessions GetRunningSessionPaths() {
     // One question at a time: all share the block.
     BoundedLock question(VMemoryMappedBuffer::kSharedName + u".question"_v);
     if (!question.Acquire(kFirstPatience)) {
-        running.silentHosts = hosts.size();
+        running.isBusy = true;
         return running;
     }
     const Clock::time_point firstDeadline = std::min(Clock::now() + kFirstPatience, start + kWholePatience);

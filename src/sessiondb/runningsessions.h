@@ -24,7 +24,12 @@ inline constexpr std::uint32_t kRunningSessionsMessage = 0x423;
 struct RunningSessions {
     VStringArray paths;           ///< session paths; one that is open twice is there twice
     std::size_t silentHosts = 0;  ///< hosts that run but did not answer: what they have open is not known
+    bool isBusy = false;          ///< another question was under way all the time: nobody was asked
 };
+
+/// What the user is told then: nothing is deleted without the question.
+inline constexpr char16_t kRunningSessionsBusy[] =
+    u"Another program asks just now which sessions are open. Please try again.";
 
 /// Asks all running applications of this user. Takes 2 seconds at most, whatever they do.
 RunningSessions GetRunningSessionPaths();

@@ -64,6 +64,7 @@ TEST_F(TreeCommandsTest, MakeAndCopyAndMoveAndDelete) {
 TEST_F(TreeCommandsTest, RefusalsAreTold) {
     Seed();
     RunWell({"mkdir", "Web"});
+    RunWell({"mkdir", "Web\\default"});
     const struct {
         std::vector<std::string> arguments;
         std::string text;
@@ -72,6 +73,7 @@ TEST_F(TreeCommandsTest, RefusalsAreTold) {
         {{"mv", "Servers", "Servers\\Web"}, "Cannot copy or move a parent folder into a child"},
         {{"cp", "", "Servers"}, "Cannot copy or move a parent folder into a child"},
         {{"mv", "Web", "Servers"}, "Web already exists in the target folder"},
+        {{"mv", "Web\\default", ""}, "Could not add a new session to the tree"},
         {{"cp", "zeta", "Servers\\db"}, "\"Servers\\db\" is a session, a folder is needed"},
         {{"mv", "zeta", ""}, "\"zeta\" is in that folder already"},
         {{"new", "web"}, "There is already an entry with the name \"web\""},

@@ -50,6 +50,8 @@ TEST_F(EntryOperationsTest, ACopyIntoItselfEnds) {
     EXPECT_TRUE(OpenSession(u"A\\A (1)\\A\\B\\A\\B\\t"));
     const std::string before = Dump();
     EXPECT_EQ(MoveEntry(u"A", u"a\\B", true, VUnicodeString(), true), u"");
+    EXPECT_EQ(MoveEntry(u"A\\A (1)\\A", u"", true, VUnicodeString(), true), u"")
+        << "a copy leaves out what it clashes with";
     EXPECT_FALSE(RenameFolderTree(u"A", u"A\\B", u"C", VUnicodeString()));
     EXPECT_FALSE(RenameFolderTree(u"A", u"", u"a", VUnicodeString()));
     EXPECT_EQ(Dump(), before);

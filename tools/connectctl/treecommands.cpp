@@ -167,6 +167,7 @@ Failure FindDoomed(const std::vector<std::string>& arguments, std::vector<VUnico
 /// Fails when a running application has one of the entries open.
 Failure CheckInUse(const std::vector<VUnicodeString>& paths) {
     const RunningSessions running = GetRunningSessionPaths();
+    if (running.isBusy) return platform::ToNarrow(kRunningSessionsBusy);
     if (running.silentHosts > 0)
         PrintNotice("running applications that do not answer: " + std::to_string(running.silentHosts) +
                     "; what they have open is not known");

@@ -95,9 +95,10 @@ bool ReadPlainFile(const std::string& path, std::size_t limit, std::string& byte
 }
 
 bool ReplaceContent(const std::string& path, std::string_view bytes, mode_t mode) {
-    const std::string draft = path + ".new";
-    const OwnedDescriptor file(open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (file.number < 0) return errno == EEXIST ? FailWith(kFileExists) : FailFromErrno();
+    // A name of its own each time: what a kill leaves behind stands in nobody's way.
+    std::string draft = FolderOf(path) + "/.new-XXXXXX";
+    const OwnedDescriptor file(mkostemp(draft.data(), O_CLOEXEC));
+    if (file.number < 0) return FailFromErrno();
     const bool isPlaced =
         WriteDraft(file.number, bytes, mode) && (std::rename(draft.c_str(), path.c_str()) == 0 || FailFromErrno());
     if (isPlaced) return SyncFolder(FolderOf(path));
