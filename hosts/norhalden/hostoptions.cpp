@@ -41,11 +41,12 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
         } else if (argument.starts_with(kStoreWithEquals)) {
             options.store = argument.substr(kStoreWithEquals.size());
         } else if (IsOption(argument, "/S") || IsOption(argument, "/SESSION_FOLDER")) {
-            std::vector<std::string>& paths = IsOption(argument, "/S") ? options.paths : options.folders;
+            const bool isSession = IsOption(argument, "/S");
+            std::vector<std::string>& paths = isSession ? options.paths : options.folders;
             std::string& path = paths.emplace_back();
             if (!TakeValue(arguments, i, path, fault)) return false;
             // Others compare the paths that are told to them: there is one spelling.
-            path.erase(0, std::min(path.find_first_not_of('\\'), path.size()));
+            if (isSession) path.erase(0, std::min(path.find_first_not_of('\\'), path.size()));
             options.action = HostAction::kOpenSessions;
         } else {
             fault = "unknown argument \"" + std::string(argument) + "\"";

@@ -73,7 +73,7 @@ TEST_F(TreeCommandsTest, RefusalsAreTold) {
         {{"mv", "Servers", "Servers\\Web"}, "Cannot copy or move a parent folder into a child"},
         {{"cp", "", "Servers"}, "Cannot copy or move a parent folder into a child"},
         {{"mv", "Web", "Servers"}, "Web already exists in the target folder"},
-        {{"mv", "Web\\default", ""}, "Could not add a new session to the tree"},
+        {{"mv", "Web\\default", ""}, "ERROR: Could not add a new session to the tree."},
         {{"cp", "zeta", "Servers\\db"}, "\"Servers\\db\" is a session, a folder is needed"},
         {{"mv", "zeta", ""}, "\"zeta\" is in that folder already"},
         {{"new", "web"}, "There is already an entry with the name \"web\""},
