@@ -296,15 +296,6 @@ TEST(HostsOfAConfiguration, ThatSshCannotConnectToAreLeftOutWithAFinding) {
     }
 }
 
-TEST(HostsOfAConfiguration, AreFoundByTheirName) {
-    std::string config = "Host *.org\n Port 9\n";
-    for (int i = 0; i < 100; ++i) config += "Host h" + std::to_string(i) + "\n Port 5\n";
-    MemorySshFiles files({{"/c", config + "Host none.org h77\n User u\n"}});
-    SshDiagnostics diagnostics;
-    const SshConfig read = ReadSshConfig(files, "/c", "/h", diagnostics);
-    EXPECT_EQ(read.root->BlocksFor("h77"), (std::vector<std::uint32_t>{1, 79, 102}));
-}
-
 TEST(HostsOfAConfiguration, StopWhereTheirPatternsTakeTooLong) {
     std::string config;
     for (int i = 0; i < 50; ++i) config += "Host h" + std::to_string(i) + " *" + std::string(20, 'h') + "*\n Port 5\n";

@@ -311,25 +311,6 @@ TEST_P(StoreConformance, HalfOfAUnitNeverBecomesDurable) {
     EXPECT_EQ(Dump(), "kept 5\n  .a=1\n");
 }
 
-TEST_P(StoreConformance, CopiedValuesTakeThePlaceOfAll) {
-    ASSERT_TRUE(WriteDwords(*factory, u"from", {u"Is Session", u"a"}, 1) && WriteDwords(*factory, u"to", {u"b"}, 2) &&
-                Set(u"to\\child"));
-    {
-        VProfileStore store(factory.get());
-        VProfileKey from(store.GetRootKey(), u"from", 0);
-        VProfileKey absent(store.GetRootKey(), u"absent", 0);
-        VProfileKey to(store.GetRootKey(), u"to", 0);
-        EXPECT_FALSE(to.CopyValues(absent));
-        EXPECT_EQ(CodeOf(to), 2U);
-        EXPECT_TRUE(to.CopyValues(from) && to.CopyValues(to) && to.WriteDword(u"a", 3));
-        EXPECT_TRUE(VProfileKey(store.GetRootKey(), u"new", 0).CopyValues(to));
-    }
-    Reopen();
-    EXPECT_EQ(Dump(),
-              "from 6\n  .a=1\n  .Is{20}Session=1\nnew 6\n  .a=3\n  .Is{20}Session=1\n"
-              "to 6\n  .a=3\n  .Is{20}Session=1\n  child 5\n    .a=1\n");
-}
-
 TEST_P(StoreConformance, AnIterationEndsWhateverHappensMeanwhile) {
     VProfileStore unit(factory.get());
     ASSERT_TRUE(unit.JoinUnitOfWork());
