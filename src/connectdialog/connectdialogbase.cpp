@@ -75,7 +75,8 @@ const ConnectDialogBase::Command ConnectDialogBase::kCommands[] = {
     {ConnectCommands::kFindNext, [](ConnectDialogBase& d) { d.FindNext(); }},
     {ConnectCommands::kShowDescriptions,
      [](ConnectDialogBase& d) {
-         VProfile<bool>& shown = FetchGlobalConfig()->showDescriptions;
+         const VRef<GlobalConfig> global = FetchGlobalConfig();
+         VProfile<bool>& shown = global->showDescriptions;
          shown.Set(!shown.Get());
          d.showDescriptions = shown.Get();
      }},

@@ -76,7 +76,8 @@ bool ConnectDialogBase::RunNewSessionWizard(ISessionConfig&, std::int64_t&, bool
 /// False when the user gave up.
 bool ConnectDialogBase::EditNewSession(ISessionConfig& config) {
     const FirstOptionsPage page;
-    VProfile<bool>& useWizard = FetchGlobalConfig()->useNewSessionWizard;
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    VProfile<bool>& useWizard = global->useNewSessionWizard;
     std::int64_t result = kDialogCancelled;
     bool wantsWizard = true;
     if (useWizard.Get() && RunNewSessionWizard(config, result, wantsWizard)) {
@@ -219,7 +220,8 @@ void ConnectDialogBase::EditProperties() {
     const bool isMulti = list.GetCount() > 1;
     {
         FirstOptionsPage page;
-        VProfile<int>& suppress = FetchGlobalConfig()->suppressMultiEditWarning;
+        const VRef<GlobalConfig> global = FetchGlobalConfig();
+        VProfile<int>& suppress = global->suppressMultiEditWarning;
         if (isMulti && suppress.Get() == 0) {
             VReportMessageParams report(kManySessionsMessage);
             VUnicodeString count;

@@ -59,7 +59,8 @@ VUnicodeString ConnectDialogBase::GetLaunchCommand(const VArray<TreeItem>& list)
 void ConnectDialogBase::ConnectSelection() {
     const VArray<TreeItem> selected = CollectSelection(Collect::kSessionsInSelection);
     const std::uint64_t selectedCount = selected.GetCount();
-    VProfile<bool>& suppress = FetchGlobalConfig()->suppressMultiConnectWarning;
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    VProfile<bool>& suppress = global->suppressMultiConnectWarning;
     if (selectedCount > static_cast<std::uint64_t>(kMultiConnectLimit) && !suppress.Get()) {
         bool isSuppressed = false;
         const bool goesOn = MultiConnectWarningDialog(isSuppressed, this).DoModal() == kDialogAccepted;

@@ -260,14 +260,16 @@ void ConnectDialogBase::RotateArrangement() {
 }
 
 void ConnectDialogBase::ToggleTerminalFilter() {
-    VProfile<bool>& shown = FetchGlobalConfig()->showTerminalSessions;
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    VProfile<bool>& shown = global->showTerminalSessions;
     shown.Set(!shown.Get());
     showTerminalSessions = shown.Get();
     ReloadTree();
 }
 
 void ConnectDialogBase::ToggleTransferFilter() {
-    VProfile<bool>& shown = FetchGlobalConfig()->showTransferSessions;
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    VProfile<bool>& shown = global->showTransferSessions;
     shown.Set(!shown.Get());
     showTransferSessions = shown.Get();
     ReloadTree();

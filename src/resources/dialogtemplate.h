@@ -48,10 +48,10 @@ struct ControlTemplate {
 
 /// Controls stand in the order in which the Tab key walks them.
 struct DialogTemplate {
-    int id;
-    const char16_t* title;
+    std::int32_t id;
     std::int16_t width;
     std::int16_t height;
+    const char16_t* title;
     std::span<const ControlTemplate> controls;
     /// The window class that gives the dialog its icon (see imports/dialogkit/windowclass.h); empty: none.
     const char16_t* windowClass = u"";

@@ -1,5 +1,4 @@
 #include "resources/dialogids.h"
-
 #include "resources/dialogtemplate.h"
 
 namespace connectdialog {
@@ -56,11 +55,11 @@ constexpr ControlTemplate kFindSessionControls[] = {
 };
 
 constexpr DialogTemplate kTemplates[] = {
-    {ConnectDialogIds::kDialog, u"连接", 227, 223, kConnectControls, u"Brennmark Software Connect Dialog"},
-    {ShortcutNameIds::kDialog, u"创建桌面快捷方式", 226, 97, kShortcutNameControls},
-    {HostnamePromptIds::kDialog, u"输入主机名", 200, 75, kHostnamePromptControls},
-    {MultiConnectIds::kDialog, u"", 201, 75, kMultiConnectControls},
-    {FindSessionIds::kDialog, u"查找会话", 233, 112, kFindSessionControls},
+    {ConnectDialogIds::kDialog, 227, 223, u"连接", kConnectControls, u"Brennmark Software Connect Dialog"},
+    {ShortcutNameIds::kDialog, 226, 97, u"创建桌面快捷方式", kShortcutNameControls},
+    {HostnamePromptIds::kDialog, 200, 75, u"输入主机名", kHostnamePromptControls},
+    {MultiConnectIds::kDialog, 201, 75, u"", kMultiConnectControls},
+    {FindSessionIds::kDialog, 233, 112, u"查找会话", kFindSessionControls},
 };
 
 }  // namespace

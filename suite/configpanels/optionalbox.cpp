@@ -17,7 +17,7 @@ constexpr ControlTemplate kControls[] = {
     {kButton, kIdCancel, u"取消", {193, 74, 50, 14}},
     {kButton, kNoButton, u"否", {193, 74, 50, 14}},
 };
-constexpr DialogTemplate kTemplate{OptionalBoxIds::kDialog, u"", 250, 95, kControls};
+constexpr DialogTemplate kTemplate{OptionalBoxIds::kDialog, 250, 95, u"", kControls};
 
 class OptionalBox : public VDialog {
   public:

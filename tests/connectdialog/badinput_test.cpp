@@ -39,6 +39,28 @@ TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted)
     }
 }
 
+TEST_F(BadInput, WithoutGlobalSettingsTheDialogWorksAllTheSame) {
+    AddSession(u"f\\both", u"SSH2", u"SFTP");
+    AddSession(u"f\\other", u"SSH2", u"SFTP");
+    panels.global = nullptr;
+    Open();
+    Expand(u"");
+    Expand(u"f");
+    for (const int command :
+         {kShowDescriptions, kShowTransferSessions, kShowTerminalSessions, kRotateArrangement, kArrangeManually})
+        Command(command);
+    Expand(u"");
+    Expand(u"f");
+    options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"h"_v); };
+    Click(u"f");
+    Command(kProperties);
+    Command(kNewSession);
+    EXPECT_EQ(StoredIn(u"f"), "both New other");
+    Click(u"f");
+    Command(kConnect);
+    EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 3U);
+}
+
 TEST_F(BadInput, AShortcutThatWouldNameOthersIsNotMade) {
     AddSessions({u"a\" /S \"b"});
     Open();

@@ -196,33 +196,6 @@ TEST_F(Editing, RenamingMovesToTheSortedPlaceOrKeepsTheUsersOwn) {
     }
 }
 
-TEST_F(Editing, RenamingKeepsEveryPlaceOfTheUsersOrder) {
-    AddSessions({u"c", u"a", u"b"});
-    for (const char16_t* folder : {u"h", u"f", u"g"}) MakeFolder(folder);
-    SetList(u"", u"Session List", u"c:a:b:");
-    SetList(u"", u"Folder List", u"h:f:g:");
-    Arrange(kManual);
-    const std::pair<const char16_t*, const char*> rows[] = {
-        {u"c", "h/ f/ g/ c2 a b"},       {u"a", "h/ f/ g/ c2 a2 b"},     {u"b", "h/ f/ g/ c2 a2 b2"},
-        {u"h", "h2/ f/ g/ c2 a2 b2"},    {u"f", "h2/ f2/ g/ c2 a2 b2"},  {u"g", "h2/ f2/ g2/ c2 a2 b2"},
-        {u"c2", "h2/ f2/ g2/ C2 a2 b2"}, {u"h2", "H2/ f2/ g2/ C2 a2 b2"}};
-    for (const auto& [name, stored] : rows) {
-        VUnicodeString newName = name;
-        if (newName.GetLength() == 1)
-            newName += u'2';
-        else
-            newName.MakeUpper();
-        Select(name);
-        Rename(name, newName);
-        EXPECT_EQ(StoredIn(u""), stored);
-        const std::string now = Tree().Read();
-        dialog->ReloadTree();
-        Expand(u"");
-        Click(newName);
-        EXPECT_EQ(Tree().Read(), now);
-    }
-}
-
 TEST_F(Editing, ARenamedFolderLooksAsBefore) {
     panels.global->rememberFolderExpansion.Set(false);  // which is about the next time
     AddSessions({u"f\\g\\s", u"f\\h\\t", u"f\\u"});

@@ -130,7 +130,7 @@ TEST(TreeItems, AreWalkedAsTheyAreSeenAndRemovedHoweverDeep) {
 constexpr ControlTemplate kControls[] = {{ControlKind::kStatic, 10, u"path", {0, 0, 40, 9}},
                                          {ControlKind::kEdit, 11, u"", {0, 10, 40, 9}},
                                          {ControlKind::kButton, kIdCancel, u"x", {0, 20, 40, 9}}};
-constexpr DialogTemplate kTemplate{90, u"Test", 100, 50, kControls};
+constexpr DialogTemplate kTemplate{90, 100, 50, u"Test", kControls};
 
 class TestDialog : public VDialog {
   public:

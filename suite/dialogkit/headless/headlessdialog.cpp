@@ -34,9 +34,10 @@ HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dia
       dialog(dialog),
       events(events),
       title(dialog.title),
-      inside(ToPixels({0, 0, dialog.width, dialog.height})) {
+      inside(HeadlessDialog::ToPixels({0, 0, dialog.width, dialog.height})) {
     for (const ControlTemplate& row : dialog.controls) {
-        controls.push_back({row.kind, row.id, row.label, ToPixels(row.place), false, true, true, nullptr, {}});
+        controls.push_back(
+            {row.kind, row.id, row.label, HeadlessDialog::ToPixels(row.place), false, true, true, nullptr, {}});
         if (focus == kNoId && TakesFocus(row.kind)) focus = row.id;
     }
 }

@@ -63,7 +63,7 @@ TreeHit HeadlessTree::HitTest(VPoint point) const {
     FindRows();
     const VRectangle client = GetClientRectangle();
     if (point.x < 0 || point.x >= client.right || point.y < 0 || point.y >= client.bottom) return {};
-    const auto row = static_cast<std::size_t>(firstRow + point.y / kRowHeight);
+    const auto row = static_cast<std::size_t>(firstRow) + static_cast<std::size_t>(point.y / kRowHeight);
     if (row >= rows.size()) return {};
     const TreeItem item = rows[row];
     const std::int32_t x = point.x - LevelOf(item) * kIndent;
@@ -236,7 +236,7 @@ std::string HeadlessTree::Read() const {
 
 void HeadlessTree::AppendRow(std::string& text, TreeItem item) const {
     const auto has = [&](TreeItemState state) { return items.HasState(item, state); };
-    text.append(static_cast<std::size_t>(2 * LevelOf(item)), ' ');
+    text.append(2 * static_cast<std::size_t>(LevelOf(item)), ' ');
     text += !items.HasChildrenOrExpander(item) ? " " : has(kTreeExpanded) ? "-" : "+";
     if (has(kTreeSelected)) text += '*';
     if (has(kTreeCut)) text += 'x';
