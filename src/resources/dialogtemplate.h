@@ -57,6 +57,8 @@ struct DialogTemplate {
     const char16_t* windowClass = u"";
 };
 
+/// All that the library has.
+std::span<const DialogTemplate> GetDialogTemplates();
 /// The template of that number, or null.
 const DialogTemplate* FindDialogTemplate(int id);
 

@@ -64,6 +64,10 @@ constexpr DialogTemplate kTemplates[] = {
 
 }  // namespace
 
+std::span<const DialogTemplate> GetDialogTemplates() {
+    return kTemplates;
+}
+
 const DialogTemplate* FindDialogTemplate(int id) {
     for (const DialogTemplate& known : kTemplates)
         if (known.id == id) return &known;

@@ -131,18 +131,16 @@ QSize NeededBy(const QWidget& widget) {
 
 TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
     NoEvents quiet;
-    for (const int id :
-         {ShortcutNameIds::kDialog, HostnamePromptIds::kDialog, MultiConnectIds::kDialog, FindSessionIds::kDialog}) {
-        const DialogTemplate* dialogTemplate = FindDialogTemplate(id);
-        ASSERT_NE(dialogTemplate, nullptr);
-        const QtDialogWindow window(*dialogTemplate, quiet, nullptr);
+    ASSERT_FALSE(GetDialogTemplates().empty());
+    for (const DialogTemplate& dialogTemplate : GetDialogTemplates()) {
+        const QtDialogWindow window(dialogTemplate, quiet, nullptr);
         QList<QWidget*> controls = window.GetWidget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
         for (qsizetype i = 0; i < controls.size(); ++i) {
             const QWidget& control = *controls[i];
-            const std::string what = std::to_string(id) + " " + control.accessibleName().toStdString();
+            const std::string what = std::to_string(dialogTemplate.id) + " " + control.accessibleName().toStdString();
             EXPECT_LE(NeededBy(control).width(), control.width()) << what;
             EXPECT_LE(NeededBy(control).height(), control.height()) << what;
-            EXPECT_TRUE(window.GetWidget()->rect().contains(control.geometry())) << what;
+            EXPECT_TRUE(window.GetWidget()->rect().contains(control.geometry()) || control.size().isEmpty()) << what;
             for (qsizetype k = i + 1; k < controls.size(); ++k) {
                 if (control.inherits("QGroupBox") || controls[k]->inherits("QGroupBox")) continue;
                 EXPECT_FALSE(control.geometry().intersects(controls[k]->geometry())) << what;

@@ -95,14 +95,17 @@ void RestPointer(QWidget& widget, QPoint point) {
 void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play) {
     QWindow* const window = WindowOf(widget);
     const QPoint start = InWindow(widget, point);
+    const QPoint pulled = start + QPoint(QApplication::startDragDistance() + 1, 0);
+    // A drag begins where the real pointer is. Its own way there is to be over before it does.
+    QCursor::setPos(window->mapToGlobal(pulled));
+    (void)QTest::qWaitFor([&] { return QCursor::pos() == window->mapToGlobal(pulled); });
+    QApplication::processEvents();
     QTest::mousePress(window, Qt::LeftButton, {}, start);
     bool isPlayed = false;
     const auto once = [&] {
         if (!std::exchange(isPlayed, true)) play();
     };
     QTimer::singleShot(0, &widget, once);
-    const QPoint pulled = start + QPoint(QApplication::startDragDistance() + 1, 0);
-    QCursor::setPos(window->mapToGlobal(pulled));
     // The pointer's first move begins the drag, which runs an event loop of its own.
     QTest::mouseEvent(QTest::MouseMove, window, Qt::LeftButton, {}, pulled);
     once();
@@ -110,7 +113,6 @@ void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play
 }
 
 void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers) {
-    QCursor::setPos(widget.mapToGlobal(point));
     QTest::mouseEvent(QTest::MouseMove, WindowOf(widget), Qt::LeftButton, ToModifiers(modifiers),
                       InWindow(widget, point));
 }

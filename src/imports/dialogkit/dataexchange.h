@@ -25,7 +25,10 @@ class VDataExchange {
     bool refused = false;
 };
 
+// The names are the toolkit's own of old.
+// NOLINTBEGIN(readability-identifier-naming)
 void DDX_Text(VDataExchange& exchange, int id, VUnicodeString& text);
 void DDX_Check(VDataExchange& exchange, int id, bool& isChecked);
+// NOLINTEND(readability-identifier-naming)
 
 }  // namespace connectdialog

@@ -5,10 +5,9 @@
 #include <string_view>
 
 #include "foundation/vunicodestring.h"
+#include "imports/dialogkit/vicon.h"
 
 namespace connectdialog {
-
-class VIcon;
 
 /// What a window of the class starts with.
 struct WindowClass {

@@ -13,6 +13,7 @@
 #include "imports/dialogkit/vdialog.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "imports/dialogkit/vpopupmenu.h"
+#include "imports/dialogkit/windowclass.h"
 #include "platform/paths.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 #include "suite/dialogkit/qt/qtmimedata.h"
@@ -96,7 +97,11 @@ QtDialogKit::~QtDialogKit() {
 
 std::unique_ptr<IDialogWindow> QtDialogKit::CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                                VWindow* parent) {
-    return std::make_unique<QtDialogWindow>(dialog, events, WidgetOf(parent));
+    auto window = std::make_unique<QtDialogWindow>(dialog, events, WidgetOf(parent));
+    const WindowClass* known = FindWindowClass(dialog.windowClass);
+    const auto* icon = known != nullptr ? dynamic_cast<const QtIcon*>(known->icon) : nullptr;
+    if (icon != nullptr) window->GetWidget()->setWindowIcon(icon->GetIcon());
+    return window;
 }
 
 int QtDialogKit::ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,

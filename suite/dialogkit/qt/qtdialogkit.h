@@ -1,12 +1,26 @@
 // The back end of the dialogs that shows them as windows of the desktop.
 #pragma once
 
+#include <QIcon>
+#include <utility>
+
 #include "imports/dialogkit/idialogkit.h"
+#include "imports/dialogkit/vicon.h"
 #include "imports/dialogkit/vwindow.h"
 
 class QWidget;
 
 namespace connectdialog {
+
+/// The icon of the host's windows.
+class QtIcon : public VIcon {
+  public:
+    explicit QtIcon(QIcon icon) : icon(std::move(icon)) {}
+    const QIcon& GetIcon() const { return icon; }
+
+  private:
+    QIcon icon;
+};
 
 /// A window of the host's over which dialogs can stand. Requires: it outlives this.
 class QtWindow : public VWindow {

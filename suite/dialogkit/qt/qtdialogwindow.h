@@ -15,7 +15,7 @@ class QToolBar;
 
 namespace connectdialog {
 
-class QtDialogWindow : public IDialogWindow {
+class QtDialogWindow final : public IDialogWindow {
   public:
     /// `parent` may be null. Requires: `events` and the template outlive the window.
     QtDialogWindow(const DialogTemplate& dialog, IDialogEvents& events, QWidget* parent);

@@ -74,7 +74,7 @@ void QtTree::dragMoveEvent(QDragMoveEvent* event) {
 
 void QtTree::timerEvent(QTimerEvent* event) {
     if (event->timerId() != dragRepeat.timerId()) return QAbstractScrollArea::timerEvent(event);
-    if (events != nullptr) TellDragOver(dragPoint, QGuiApplication::queryKeyboardModifiers());
+    if (events != nullptr) TellDragOver(dragPoint, QGuiApplication::keyboardModifiers());
 }
 
 void QtTree::dragLeaveEvent(QDragLeaveEvent*) {
