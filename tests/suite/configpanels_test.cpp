@@ -26,7 +26,8 @@ TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
         names += member->GetName() + u", ";
     EXPECT_EQ(names,
               u"Config Upgrade Marker, Session Arrangement Mode, Hide Dot Entries, Line Send Delay, "
-              u"Character Send Delay, Maximum Cols, Maximum Scrollback, RemoteFrame Window Placement, Remote ExplorerFrame State, "
+              u"Character Send Delay, Maximum Cols, Maximum Scrollback, RemoteFrame Window Placement, "
+              u"Remote ExplorerFrame State, "
               u"Remote ListView State, Tessaly Remote Tab State, Connect Dialog Placement, "
               u"Connect Dialog On Startup, Quick Connect On Startup, Show Descriptions, "
               u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
