@@ -9,7 +9,6 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QTest>
-#include <QTimer>
 #include <QWindow>
 #include <memory>
 
@@ -127,7 +126,7 @@ void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play
         OnlyTheUsersMoves moves;
         play();
     };
-    QTimer::singleShot(0, &widget, once);
+    QMetaObject::invokeMethod(&widget, once, Qt::QueuedConnection);
     // The pointer's first move begins the drag, which runs an event loop of its own.
     QTest::mouseEvent(QTest::MouseMove, window, Qt::LeftButton, {}, pulled);
     once();
