@@ -7,8 +7,8 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QTest>
-#include <QTimer>
 #include <QWindow>
 #include <memory>
 
@@ -56,6 +56,27 @@ QWindow* WindowOf(const QWidget& widget) {
     return widget.window()->windowHandle();
 }
 
+/// While it lives, what the real pointer does is told to nobody: it would come between the moves of a drag.
+class OnlyTheUsersMoves : public QObject {
+  public:
+    OnlyTheUsersMoves() { qApp->installEventFilter(this); }
+
+    static inline QPoint expected;  ///< on the screen
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::MouseMove) return false;
+        return static_cast<QMouseEvent*>(event)->globalPosition().toPoint() != expected;
+    }
+};
+
+/// Where the window system has a pointer of its own, its way there is over then.
+void PutPointer(QPoint onScreen) {
+    QCursor::setPos(onScreen);
+    (void)QTest::qWaitFor([&] { return QCursor::pos() == onScreen; });
+    QApplication::processEvents();
+}
+
 QPoint InWindow(const QWidget& widget, QPoint point) {
     return widget.mapTo(widget.window(), point);
 }
@@ -97,15 +118,15 @@ void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play
     const QPoint start = InWindow(widget, point);
     const QPoint pulled = start + QPoint(QApplication::startDragDistance() + 1, 0);
     // A drag begins where the real pointer is. Its own way there is to be over before it does.
-    QCursor::setPos(window->mapToGlobal(pulled));
-    (void)QTest::qWaitFor([&] { return QCursor::pos() == window->mapToGlobal(pulled); });
-    QApplication::processEvents();
+    PutPointer(window->mapToGlobal(pulled));
     QTest::mousePress(window, Qt::LeftButton, {}, start);
     bool isPlayed = false;
     const auto once = [&] {
-        if (!std::exchange(isPlayed, true)) play();
+        if (std::exchange(isPlayed, true)) return;
+        OnlyTheUsersMoves moves;
+        play();
     };
-    QTimer::singleShot(0, &widget, once);
+    QMetaObject::invokeMethod(&widget, once, Qt::QueuedConnection);
     // The pointer's first move begins the drag, which runs an event loop of its own.
     QTest::mouseEvent(QTest::MouseMove, window, Qt::LeftButton, {}, pulled);
     once();
@@ -113,6 +134,7 @@ void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play
 }
 
 void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers) {
+    OnlyTheUsersMoves::expected = widget.mapToGlobal(point);
     QTest::mouseEvent(QTest::MouseMove, WindowOf(widget), Qt::LeftButton, ToModifiers(modifiers),
                       InWindow(widget, point));
 }

@@ -18,7 +18,7 @@ class QtLabelEditor;
 
 /// Paints what is in view, from the items themselves: the time does not depend on how many there are. The scroll bar
 /// counts rows.
-class QtTree : public QAbstractScrollArea, public ITreeView, private ITreeItemsObserver {
+class QtTree final : public QAbstractScrollArea, public ITreeView, private ITreeItemsObserver {
   public:
     explicit QtTree(QtDialogFrame& frame);
     ~QtTree() override;
