@@ -62,7 +62,7 @@ const LineRow kLineRows[] = {
     {u"N VK_A RUN(a)", kVkA, {}, u"syntax error on line 1"},
     {u"N VK_A RUNNING", kVkA, {}, u"syntax error on line 1"},
     {uR"(N VK_A RUN("a")("b)", kVkA, {}, u"syntax error on line 1"},
-    {uR"(N VK_A RUN(")", kVkA, {}, u"syntax error on line 1"},
+    {uR"(N VK_A RUN("))", kVkA, {}, u"syntax error on line 1"},
     {uR"(N VK_A RUN") ("a)", kVkA, {}, u"syntax error on line 1"},
 };
 
