@@ -5,6 +5,7 @@
 #include "config/appkind.h"
 #include "config/sessiondbhooks.h"
 #include "foundation/vbasicbuffer.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "resources/storenames.h"
 

@@ -16,7 +16,7 @@ constexpr bool IsControl(char16_t character) {
            (character >= 0x2066 && character <= 0x2069);
 }
 constexpr bool HasControl(std::u16string_view text) {
-    return std::any_of(text.begin(), text.end(), IsControl);
+    return std::any_of(text.begin(), text.end(), [](char16_t character) { return IsControl(character); });
 }
 
 /// Whether the surrogate at `i` stands without its other half; false for any other character.

@@ -53,6 +53,7 @@ Char* VStringHandle<Char>::Allocate(std::size_t count, Str::SensitiveState state
 template <class Char>
 void VStringHandle<Char>::ReleaseText(Char* text) noexcept {
     VStringHeader* header = reinterpret_cast<VStringHeader*>(text) - 1;
+    if (header->references.load(std::memory_order_relaxed) < 0) return;
     if (header->references.fetch_sub(1, std::memory_order_acq_rel) > 1) return;
     if (header->state == Str::SensitiveState::kSensitive) SecureWipe(header, sizeof(VStringHeader) + header->capacity);
     ::operator delete(header);
@@ -68,7 +69,8 @@ VStringHandle<Char>::VStringHandle(const Char* characters, std::size_t count)
 template <class Char>
 bool VStringHandle<Char>::IsWritableFor(std::size_t count) const {
     const VStringHeader& header = Header();
-    return header.references.load(std::memory_order_acquire) < 2 && CapacityFor<Char>(count) <= header.capacity;
+    const bool isPrivate = header.references.load(std::memory_order_acquire) == 1;
+    return isPrivate && CapacityFor<Char>(count) <= header.capacity;
 }
 
 template <class Char>

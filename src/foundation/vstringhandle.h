@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace connectdialog {
 
@@ -20,18 +21,18 @@ struct VStringHeader {
     std::uint64_t length;    ///< bytes of text, terminator excluded
     void* data;              ///< the address of the text
     Str::SensitiveState state;
-    std::atomic<std::int32_t> references;  ///< handles on this buffer
+    std::atomic<std::int32_t> references;  ///< handles on this buffer; below 0 they are not counted
 };
 
 /// A string literal that already stands in the form of a shared buffer, so that a string made from it allocates
-/// nothing. One reference is never given back: the buffer is never freed and never written.
+/// nothing. Its handles are not counted: the buffer is never freed and never written.
 template <class Char, std::size_t N>
 struct VStaticString {
     VStringHeader header;
     Char text[N];
 
     constexpr explicit VStaticString(const Char (&literal)[N])
-        : header{N * sizeof(Char), (N - 1) * sizeof(Char), nullptr, Str::SensitiveState::kPlain, 1}, text{} {
+        : header{N * sizeof(Char), (N - 1) * sizeof(Char), nullptr, Str::SensitiveState::kPlain, -1}, text{} {
         for (std::size_t i = 0; i < N; ++i) text[i] = literal[i];
         header.data = text;
     }
@@ -39,8 +40,9 @@ struct VStaticString {
 
 /// One pointer in size: the address of the first character of a zero-terminated, counted buffer.
 ///
-/// Lengths and positions are counted in characters (code units). Copying shares the buffer and costs one atomic add;
-/// a write takes a private buffer first, of exactly the size that it needs. The rules of the sensitive state:
+/// Lengths and positions are counted in characters (code units). Copying shares the buffer and costs one atomic add, or
+/// none for a literal; a write takes a private buffer first, of exactly the size that it needs. The rules of the
+/// sensitive state:
 ///  - a copy shares the buffer and with it the state;
 ///  - assigning to a string that was sensitive makes a private sensitive copy of a plain source: what once held a
 ///    secret stays sensitive;
@@ -68,7 +70,10 @@ class VStringHandle {
     }
     // NOLINTNEXTLINE(performance-noexcept-move-constructor): a sensitive target copies
     VStringHandle& operator=(VStringHandle&& other) {
-        Assign(other);
+        if (IsSensitive())
+            Assign(other);
+        else
+            std::swap(text, other.text);
         return *this;
     }
     ~VStringHandle() { ReleaseText(text); }
@@ -123,7 +128,10 @@ class VStringHandle {
     static Char* Allocate(std::size_t count, Str::SensitiveState state);
     static void ReleaseText(Char* text) noexcept;
     static void EndText(Char* text, std::size_t count);
-    void AddReference() const noexcept { Header().references.fetch_add(1, std::memory_order_relaxed); }
+    void AddReference() const noexcept {
+        std::atomic<std::int32_t>& references = Header().references;
+        if (references.load(std::memory_order_relaxed) >= 0) references.fetch_add(1, std::memory_order_relaxed);
+    }
     /// Whether the buffer is private and has room for `count` characters.
     bool IsWritableFor(std::size_t count) const;
     /// A buffer of the same state that begins with min(count, length) characters of this one.

@@ -4,6 +4,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "foundation/formatargument.h"
@@ -101,7 +102,11 @@ class VUnicodeString : public VStringHandle<char16_t> {
     int CompareNumeric(std::u16string_view other) const;
 
     // Ordinal; a shorter text that is a prefix sorts first. Friends, so that they are candidates for strings alone.
-    friend bool operator==(const VUnicodeString& a, const VUnicodeString& b) { return a.View() == b.View(); }
+    friend bool operator==(const VUnicodeString& a, const VUnicodeString& b) {
+        if (a.GetData() == b.GetData()) return true;
+        return a.GetLength() == b.GetLength() &&
+               std::memcmp(a.GetData(), b.GetData(), a.GetLength() * sizeof(char16_t)) == 0;
+    }
     friend bool operator==(const VUnicodeString& a, std::u16string_view b) { return a.View() == b; }
     friend bool operator==(const VUnicodeString& a, const char16_t* b) {
         return b != nullptr ? a.View() == std::u16string_view(b) : a.IsEmpty();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <tuple>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
@@ -82,12 +83,12 @@ VLogFont VLogFont::UnpackNarrow(std::span<const std::byte, kNarrowStoredSize> re
 
 bool operator==(const VLogFont& a, const VLogFont& b) {
     const auto numbers = [](const VLogFont& font) {
-        std::array<std::int64_t, 14> all{font.size};
-        std::size_t count = 1;
-        VisitNumbers(font, [&](auto number) { all[count++] = number; });
-        return all;
+        return std::tie(font.height, font.width, font.escapement, font.orientation, font.weight, font.italic,
+                        font.underline, font.strikeOut, font.characterSet, font.outPrecision, font.clipPrecision,
+                        font.quality, font.pitchAndFamily, font.size);
     };
-    return numbers(a) == numbers(b) && a.GetFace() == b.GetFace();
+    // What stands behind the end of a face does not count, and is mostly the same.
+    return numbers(a) == numbers(b) && (a.face == b.face || a.GetFace() == b.GetFace());
 }
 
 bool VProfileLogFont::Read(VProfileKey* key) {

@@ -39,7 +39,7 @@ inline VTriState ProfileNumber<VTriState>::FromStored(std::uint32_t stored) {
 
 /// T is short, unsigned short, int, unsigned int, bool or VTriState.
 template <class T>
-class VProfile : public VProfileDword {
+class VProfile final : public VProfileDword {
   public:
     using VProfileDword::Load;
 

@@ -80,6 +80,8 @@ class VProfileKey {
     /// False once a write through this handle was refused: settings drop the outcome of their writes, so whoever saved
     /// them through the handle asks it.
     bool AllWritten() const { return allWritten; }
+    /// True when some writes went through and some were refused.
+    bool IsHalfWritten() const { return anyWritten && !allWritten; }
 
     /// For what the forwarding operations do not offer: deleting a value, the last report. Owned by the key.
     IProfileKeyImpl* GetImpl() { return impl.get(); }
@@ -88,26 +90,14 @@ class VProfileKey {
     friend class VProfileKeyIterator;
     bool Note(bool written) {
         allWritten = allWritten && written;
+        anyWritten = anyWritten || written;
         return written;
     }
 
     std::unique_ptr<IProfileKeyImpl> impl;
     bool allWritten = true;
+    bool anyWritten = false;
 };
-
-/// Opens the key at `path` in a store of its own, lets `write` write to it, and closes both. False when a write or the
-/// commit was refused.
-template <class Write>
-bool WriteToKey(const char16_t* path, Write write) {
-    VProfileStore store(false);
-    bool written = false;
-    {
-        VProfileKey key(store.GetRootKey(), path, 0);
-        write(key);
-        written = key.AllWritten();
-    }
-    return store.Close() && written;
-}
 
 /// Runs over the children of a key. A loop reuses one name from call to call.
 class VProfileKeyIterator : public IProfileIteratorImpl {

@@ -4,6 +4,7 @@
 #include "foundation/ibuffer.h"
 #include "foundation/vpath.h"
 #include "foundation/vstringarray.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/buttonbarupgrade.h"
 

@@ -85,7 +85,10 @@ bool CanBeListed(std::u16string_view name) {
 }
 
 VUnicodeString MakeList(const VStringArray& names) {
+    std::size_t length = 0;
+    for (const VUnicodeString& name : names) length += name.GetLength() + 1;
     std::u16string list;
+    list.reserve(length);
     for (const VUnicodeString& name : names) (list += name.View()) += kListMark;
     return VUnicodeString(list);
 }

@@ -5,6 +5,7 @@
 
 #include "foundation/vsort.h"
 #include "imports/configpanels.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/listmerge.h"
 #include "sessiondb/sessionpaths.h"

@@ -3,27 +3,11 @@
 
 #include "config/isessionconfig.h"
 #include "foundation/vunknown.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/profilefolderdata.h"
 
 namespace connectdialog {
-
-/// A unit of work round the steps of one operation, each of which has stores of its own. `steps` gives false to give
-/// up: then, and when the store refuses, the unit is abandoned and the answer is false.
-template <class Steps>
-bool AsOneUnit(Steps steps) {
-    VProfileStore unit(false);
-    if (!unit.JoinUnitOfWork()) return false;
-    try {
-        if (steps()) return unit.Close();
-    } catch (...) {
-        unit.Abandon();  // before the store closes, which would commit what was done so far
-        throw;
-    }
-    // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
-    if (unit.JoinUnitOfWork()) unit.Abandon();
-    return false;
-}
 
 /// Brings the lists of a folder up to date, makes the change in the tree, and then the change in the lists: a name that
 /// was not there before finds its place, one that was keeps it.

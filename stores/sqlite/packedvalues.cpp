@@ -6,10 +6,14 @@ namespace connectdialog::stores {
 
 namespace {
 constexpr char kVersion = 1;
-constexpr std::size_t kGarbageWorthDropping = std::size_t{1} << 20;
+constexpr std::size_t kGarbageWorthDropping = 4096;
 
 bool IsTag(std::uint32_t tag) {
     return tag >= static_cast<std::uint32_t>(ValueTag::kDword) && tag <= static_cast<std::uint32_t>(ValueTag::kStrings);
+}
+
+char* WriteHead(std::uint32_t step, std::uint32_t size, ValueTag tag, char* to) {
+    return WriteVarint(size << 3 | static_cast<std::uint32_t>(tag), WriteVarint(step, to));
 }
 }  // namespace
 
@@ -25,6 +29,7 @@ bool PackedValues::Decode(std::string_view row) {
     bytes = row;
     std::uint32_t id = 0;
     for (std::string_view rest = std::string_view(bytes).substr(1); !rest.empty();) {
+        const char* const headBegin = rest.data();
         std::uint32_t step = 0;
         std::uint32_t head = 0;
         const bool isWhole = TakeVarint(rest, step) && TakeVarint(rest, head) && step != 0 && step <= UINT32_MAX - id;
@@ -34,24 +39,34 @@ bool PackedValues::Decode(std::string_view row) {
         }
         const std::uint32_t size = head >> 3;
         id += step;
-        entries.push_back({id, static_cast<std::uint32_t>(bytes.size() - rest.size()), size, ValueTag(head & 7)});
+        entries.push_back({id, static_cast<std::uint32_t>(bytes.size() - rest.size()), size, ValueTag(head & 7),
+                           static_cast<std::uint8_t>(rest.data() - headBegin)});
         liveSize += size;
         rest.remove_prefix(size);
     }
     return true;
 }
 
+/// What lies as it does in a row, heads and values, is copied in one piece.
 void PackedValues::Encode(std::string& row) const {
     row.resize(1 + entries.size() * 2 * kMaxVarintSize + liveSize);
     char* end = row.data();
     *end++ = kVersion;
     std::uint32_t previous = 0;
+    std::size_t pieceBegin = 1;
+    std::size_t pieceEnd = 1;
+    const auto copyPiece = [&] { end = std::copy_n(bytes.data() + pieceBegin, pieceEnd - pieceBegin, end); };
     for (const Entry& entry : entries) {
-        end = WriteVarint(entry.id - previous, end);
-        end = WriteVarint(entry.size << 3 | static_cast<std::uint32_t>(entry.tag), end);
-        end = std::copy_n(bytes.data() + entry.offset, entry.size, end);
+        const bool continues = entry.headSize != 0 && entry.offset == pieceEnd + entry.headSize;
+        if (!continues) {
+            copyPiece();
+            end = WriteHead(entry.id - previous, entry.size, entry.tag, end);
+            pieceBegin = entry.offset;
+        }
+        pieceEnd = std::size_t{entry.offset} + entry.size;
         previous = entry.id;
     }
+    copyPiece();
     row.resize(static_cast<std::size_t>(end - row.data()));
 }
 
@@ -73,14 +88,19 @@ std::size_t PackedValues::Find(std::uint32_t id) const {
 
 bool PackedValues::Set(std::uint32_t id, const ValueView& value) {
     const std::size_t index = LowerBound(id);
-    const bool isNew = index == entries.size() || entries[index].id != id;
+    if (index == entries.size()) {
+        Append(id, value);
+        return true;
+    }
+    const bool isNew = entries[index].id != id;
     if (isNew) {
-        entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(index), Entry{id, 0, 0, value.tag});
+        entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(index), Entry{id, 0, 0, value.tag, 0});
     } else if (entries[index].tag == value.tag && GetValue(index).bytes == value.bytes) {
         return false;
     }
     Entry& entry = entries[index];
     const auto size = static_cast<std::uint32_t>(value.bytes.size());
+    if (size != entry.size || value.tag != entry.tag) entry.headSize = 0;
     liveSize = liveSize - entry.size + size;
     if (isNew || size > entry.size) {
         entry.offset = static_cast<std::uint32_t>(bytes.size());
@@ -92,6 +112,19 @@ bool PackedValues::Set(std::uint32_t id, const ValueView& value) {
     entry.tag = value.tag;
     DropGarbage();
     return true;
+}
+
+/// Behind all others, as it will stand in the row.
+void PackedValues::Append(std::uint32_t id, const ValueView& value) {
+    if (bytes.empty()) bytes += kVersion;
+    const auto size = static_cast<std::uint32_t>(value.bytes.size());
+    char head[2 * kMaxVarintSize];
+    const auto headSize = static_cast<std::uint8_t>(WriteHead(id - GetLastId(), size, value.tag, head) - head);
+    bytes.append(head, headSize);
+    entries.push_back({id, static_cast<std::uint32_t>(bytes.size()), size, value.tag, headSize});
+    bytes += value.bytes;
+    liveSize += size;
+    DropGarbage();
 }
 
 void PackedValues::Remove(std::size_t index) {

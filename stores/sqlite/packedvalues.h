@@ -58,8 +58,10 @@ class PackedValues {
         std::uint32_t offset;
         std::uint32_t size;
         ValueTag tag;
+        std::uint8_t headSize;  ///< of the head that stands before the value in the bytes; 0 when none or a stale one
     };
     std::size_t LowerBound(std::uint32_t id) const;
+    void Append(std::uint32_t id, const ValueView& value);
     void DropGarbage();
 
     std::string bytes;

@@ -1,6 +1,5 @@
 #include "stores/sqlite/wtf8.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -62,10 +61,12 @@ std::string EncodeWtf8(std::u16string_view text) {
 }
 
 void DecodeWtf8(std::string_view bytes, std::u16string& text) {
-    const auto isAscii = [](char byte) { return static_cast<signed char>(byte) >= 0; };
-    const auto asciiEnd = std::find_if_not(bytes.begin(), bytes.end(), isAscii);
-    text.assign(bytes.begin(), asciiEnd);
-    bytes.remove_prefix(text.size());
+    text.resize(bytes.size());
+    std::size_t ascii = 0;
+    for (; ascii < bytes.size() && static_cast<signed char>(bytes[ascii]) >= 0; ++ascii)
+        text[ascii] = static_cast<char16_t>(bytes[ascii]);
+    text.resize(ascii);
+    bytes.remove_prefix(ascii);
     while (!bytes.empty()) {
         const char32_t point = TakeCodePoint(bytes);
         if (point < 0x10000) {

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "foundation/vreportmessageparams.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 
 namespace connectdialog {
@@ -101,17 +102,11 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
 }
 
 bool ReferenceGlobalConfig::Save() {
-    VProfileStore store;
-    bool isWritten = store.JoinUnitOfWork();
-    if (isWritten) {
-        VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
-        VProfileComposite::Save(key, mustWriteAll);
-        isWritten = key.AllWritten();
-    }
-    if (!isWritten) store.Abandon();
+    const bool isWritten =
+        WriteToKey(kGlobalKey, [this](VProfileKey& key) { VProfileComposite::Save(key, mustWriteAll); });
     // A value counts as stored once it was handed to the key, whatever becomes of the unit.
-    mustWriteAll = !store.Close() || !isWritten;
-    return !mustWriteAll;
+    mustWriteAll = !isWritten;
+    return isWritten;
 }
 
 }  // namespace connectdialog

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "keymap/profilekeymap.h"
-#include "profile/vprofilekey.h"
+#include "profile/unitofwork.h"
 #include "sessiondb/sessionpaths.h"
 #include "tests/connectctl/toolfixture.h"
 

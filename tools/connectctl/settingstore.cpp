@@ -18,7 +18,8 @@ namespace connectdialog::connectctl {
 namespace {
 
 /// Also the Default session is written, which SaveSession leaves alone: here the user edits the template itself.
-Failure WriteSession(VProfileStore& store, ISessionConfig& session) {
+Failure WriteSession(ISessionConfig& session) {
+    VProfileStore store(false);
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(session.GetPath()).GetData(), 0);
     session.Save(key, false);
     if (key.AllWritten()) return kDone;
@@ -47,15 +48,10 @@ VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name) {
 }
 
 Failure StoreSetting(ISessionConfig& session, VProfileData& setting) {
-    VProfileStore store(false);
-    if (!store.JoinUnitOfWork()) return ReportText(*store.GetLastReport());
-    Failure failure = WriteSession(store, session);
-    if (!failure) failure = CheckStored(session, setting);
-    if (failure) {
-        store.Abandon();
-        return failure;
-    }
-    return store.Close() ? Failure(kDone) : ReportText(*store.GetLastReport());
+    return ChangeStore([&] {
+        const Failure failure = WriteSession(session);
+        return failure ? failure : CheckStored(session, setting);
+    });
 }
 
 }  // namespace connectdialog::connectctl

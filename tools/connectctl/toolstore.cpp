@@ -4,6 +4,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/entrypath.h"
@@ -31,17 +32,14 @@ void CloseToolStore() {
 
 Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
     VProfileStore unit(false);
-    if (!unit.JoinUnitOfWork()) return ReportText(*unit.GetLastReport());
-    Failure failure = change();
-    if (!failure && isDryRun) {
-        unit.Abandon();
-        return kDone;
-    }
-    if (!failure) return unit.Close() ? Failure(kDone) : ReportText(*unit.GetLastReport());
-    // A unit that failed tells why when it is asked to go on.
-    if (!unit.JoinUnitOfWork()) failure = ReportText(*unit.GetLastReport());
-    unit.Abandon();
-    return failure;
+    Failure failure = kDone;
+    const auto steps = [&] {
+        failure = change();
+        return !failure && !isDryRun;
+    };
+    const bool isKept = RunAsUnit(unit, steps);
+    VReportMessageParams& report = *unit.GetLastReport();
+    return isKept || report.GetCode() == 0 ? failure : ReportText(report);
 }
 
 std::string ReportText(VReportMessageParams& report) {

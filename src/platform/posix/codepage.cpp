@@ -1,5 +1,6 @@
 #include "platform/codepage.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "platform/utf16.h"
@@ -102,6 +103,8 @@ std::size_t WholeNarrowLength(std::string_view narrow) {
 }
 
 std::u16string ToWide(std::string_view narrow) {
+    const bool isAscii = std::none_of(narrow.begin(), narrow.end(), [](char byte) { return (byte & 0x80) != 0; });
+    if (isAscii) return {narrow.begin(), narrow.end()};
     std::u16string wide(NarrowToWide(narrow, nullptr), u'\0');
     NarrowToWide(narrow, wide.data());
     return wide;

@@ -13,6 +13,7 @@
 #include "platform/environment.h"
 #include "platform/knownfolders.h"
 #include "platform/paths.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
@@ -212,15 +213,9 @@ bool Import::StoreNewSessions() {
 /// Does what Go told before, inside one unit of work. What another process changed meanwhile is told anew.
 bool Write(Import& import, VReportMessageParams& report) {
     VProfileStore unit(false);
-    const bool isDone = unit.JoinUnitOfWork() && import.Go(true);
-    if (isDone && unit.Close()) return true;
-    // A unit that failed tells why when it is asked to go on.
-    if (!isDone && unit.JoinUnitOfWork()) {
-        unit.Abandon();
-        return report.Fail(kImportRefused);
-    }
+    if (RunAsUnit(unit, [&] { return import.Go(true); })) return true;
+    if (unit.GetLastReport()->GetCode() == 0) return report.Fail(kImportRefused);
     report.Assign(unit.GetLastReport());
-    unit.Abandon();
     return false;
 }
 
