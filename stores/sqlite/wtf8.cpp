@@ -9,11 +9,10 @@ namespace connectdialog::stores {
 
 namespace {
 
+/// Of one above ASCII.
 void AppendCodePoint(char32_t point, std::string& bytes) {
     const auto tail = [&](int shift) { bytes.push_back(static_cast<char>(0x80 | (point >> shift & 0x3F))); };
-    if (point < 0x80) {
-        bytes.push_back(static_cast<char>(point));
-    } else if (point < 0x800) {
+    if (point < 0x800) {
         bytes.push_back(static_cast<char>(0xC0 | point >> 6));
         tail(0);
     } else if (point < 0x10000) {
@@ -52,6 +51,10 @@ std::string EncodeWtf8(std::u16string_view text) {
     bytes.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t point = text[i];
+        if (point < 0x80) {
+            bytes += static_cast<char>(point);
+            continue;
+        }
         if (platform::IsHighSurrogate(point) && i + 1 < text.size() && platform::IsLowSurrogate(text[i + 1])) {
             point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00U);
         }
@@ -79,11 +82,10 @@ void DecodeWtf8(std::string_view bytes, std::u16string& text) {
 }
 
 std::string EncodeBigEndian(std::u16string_view text) {
-    std::string bytes;
-    bytes.reserve(text.size() * 2);
-    for (const char16_t unit : text) {
-        bytes.push_back(static_cast<char>(unit >> 8));
-        bytes.push_back(static_cast<char>(unit & 0xFF));
+    std::string bytes(text.size() * 2, '\0');
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        bytes[2 * i] = static_cast<char>(text[i] >> 8);
+        bytes[2 * i + 1] = static_cast<char>(text[i] & 0xFF);
     }
     return bytes;
 }
