@@ -100,18 +100,29 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
 }
 
-bool ReferenceGlobalConfig::Save() {
+bool ReferenceGlobalConfig::WriteUnit(VProfileData& settings, bool force) {
     VProfileStore store;
     bool isWritten = store.JoinUnitOfWork();
     if (isWritten) {
         VProfileKey key(store.GetRootKey(), kGlobalKey, 0);
-        VProfileComposite::Save(key, mustWriteAll);
+        settings.Save(key, force);
         isWritten = key.AllWritten();
     }
     if (!isWritten) store.Abandon();
+    return store.Close() && isWritten;
+}
+
+bool ReferenceGlobalConfig::Save() {
     // A value counts as stored once it was handed to the key, whatever becomes of the unit.
-    mustWriteAll = !store.Close() || !isWritten;
+    mustWriteAll = !WriteUnit(*this, mustWriteAll);
     return !mustWriteAll;
+}
+
+bool ReferenceGlobalConfig::SaveOne(VProfileData& setting) {
+    if (FindValue(setting.GetName()) != &setting) return false;
+    const bool isWritten = WriteUnit(setting, false);
+    mustWriteAll = mustWriteAll || !isWritten;
+    return isWritten;
 }
 
 }  // namespace connectdialog
