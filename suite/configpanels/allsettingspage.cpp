@@ -27,7 +27,7 @@ VUnicodeString OneLine(const VUnicodeString& text) {
     for (char16_t& character : line)
         if (IsControl(character)) character = character == u'\n' ? u'⏎' : u'·';
     if (text.GetLength() > kLongestRow) line += u'…';
-    return line;
+    return VUnicodeString(line);
 }
 
 /// Without regard to case.

@@ -1,8 +1,12 @@
 #include "suite/configpanels/sessionoptions.h"
 
+#include <vector>
+
 #include "config/iremotehostconfig.h"
 #include "config/protocolchoice.h"
+#include "config/settingwalk.h"
 #include "imports/configpanels.h"
+#include "profile/vprofiledata.h"
 #include "suite/configpanels/sessionoptionsdialog.h"
 
 namespace connectdialog {
@@ -15,17 +19,28 @@ VUnicodeString FirewallOf(ISessionConfig& session) {
     return name;
 }
 
-/// Beside the changes, what copying them does not carry: that a side has no protocol any more, the firewall behind its
-/// name, and what the session is called.
+void TakeProtocols(ISessionConfig& config, const ISessionConfig& edited) {
+    VUnicodeString before;
+    VUnicodeString after;
+    config.GetProtocolName(before);
+    edited.GetProtocolName(after);
+    if (before != after) SelectProtocol(config, ProtocolSide::kTerminal, after);
+    config.GetTransferProtocolName(before);
+    edited.GetTransferProtocolName(after);
+    if (before != after) SelectProtocol(config, ProtocolSide::kTransfer, after);
+}
+
+/// All values as they are edited, also those that are again what the store has, which a copy of changes leaves out.
 void TakeOver(ISessionConfig& config, ISessionConfig& edited) {
     const VUnicodeString firewall = FirewallOf(config);
-    config.CopyChangesFrom(&edited);
-    VUnicodeString terminal;
-    VUnicodeString transfer;
-    edited.GetProtocolName(terminal);
-    edited.GetTransferProtocolName(transfer);
-    if (terminal.View() == kNoProtocol) SelectProtocol(config, ProtocolSide::kTerminal, terminal);
-    if (transfer.View() == kNoProtocol) SelectProtocol(config, ProtocolSide::kTransfer, transfer);
+    TakeProtocols(config, edited);
+    // With the same protocols both have the same settings in the same order.
+    std::vector<const VProfileData*> values;
+    VisitSettings(edited, [&](const VProfileData& setting) { values.push_back(&setting); });
+    std::size_t next = 0;
+    VisitSettings(config, [&](VProfileData& setting) {
+        if (next < values.size()) setting.Assign(*values[next++]);
+    });
     IRemoteHostConfig* const host = FindRemoteHost(config);
     if (host != nullptr && FirewallOf(config) != firewall) host->SetFirewallName(FirewallOf(config));
     if (config.GetName() != edited.GetName()) config.SetName(edited.GetName());
