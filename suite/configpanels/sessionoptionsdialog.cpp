@@ -173,12 +173,19 @@ bool SessionOptionsDialog::OnCommand(int command) {
 
 void SessionOptionsDialog::OnControlChanged(int id) {
     if (IsAllSettings()) return allSettings.OnControlChanged(id);
+    for (const Field& field : fields)
+        if (field.control == id && field.field->kind == FieldKind::kProtocol) return TakeProtocol(field);
+}
+
+/// Each protocol has fields of its own: what was typed into one that goes is taken first, as far as it is good.
+void SessionOptionsDialog::TakeProtocol(const Field& choice) {
+    VUnicodeString refusal;
     for (const Field& field : fields) {
-        if (field.control != id || field.field->kind != FieldKind::kProtocol) continue;
-        VUnicodeString refusal;
-        TakeField(*field.field, session, *FindSettingOf(field), GetShown(field), refusal);
-        return LayOutFields();  // each protocol has settings of its own
+        VProfileData* const setting = field.isShown && &field != &choice ? FindSettingOf(field) : nullptr;
+        if (setting != nullptr) TakeField(*field.field, session, *setting, GetShown(field), refusal);
     }
+    TakeField(*choice.field, session, *FindSettingOf(choice), GetShown(choice), refusal);
+    LayOutFields();
 }
 
 void SessionOptionsDialog::OnOK() {

@@ -48,6 +48,7 @@ class SessionOptionsDialog : public VDialog {
     /// Takes over what stands on the page; false when something was refused, which was told then.
     bool TakePage();
     bool TakeName(const Field& field);
+    void TakeProtocol(const Field& choice);
     bool IsAllSettings() const { return page->fields.empty(); }
 
     ISessionConfig& session;

@@ -63,7 +63,7 @@ TEST_F(QtSessionOptions, AUserEditsASessionByKeyboardAndMouse) {
               1);
     VUnicodeString text;
     session->GetConnectConfig()->GetHostName(text);
-    EXPECT_EQ(text, u"typed.example");
+    EXPECT_EQ(Escape(text), "typed.example");
     EXPECT_EQ(session->GetConnectConfig()->GetPort(), 2323);
     session->description.GetText(text, false);
     EXPECT_EQ(text, u"one\ntwo");
