@@ -257,6 +257,7 @@ TEST_F(Editing, PropertiesChangeOneSession) {
     options.edit = [](ISessionConfig& config) { config.SetProtocolName(u"None"_v); };
     Command(kProperties);
     EXPECT_EQ(dialog->GetEnabled(), "PXD");
+    EXPECT_FALSE(OpenSession(u"f\\s")->HasProtocol()) << "it was stored";
 }
 
 TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
@@ -288,8 +289,10 @@ TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
     EXPECT_EQ(HostOf(u"f\\b"), u"host-b");
     panels.optionalText = u"";
     panels.global->suppressMultiEditWarning.Set(1);
+    options.edit = [](ISessionConfig& config) { config.SetProtocolName(u"None"_v); };
     Command(kProperties);
     EXPECT_EQ(panels.optionalText, u"") << "suppressed";
+    for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_FALSE(OpenSession(path)->HasProtocol());
 }
 
 TEST_F(Editing, ANameChangedInThePropertiesMovesTheSession) {
@@ -459,7 +462,7 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
                  EXPECT_FALSE(DragTo(u"g", u"f"));
                  Click(u"b");
              }},
-            {u"ERROR: Could not save the session in the database.",
+            {u"ERROR: Could not save the session in the database.\nThere is not enough space on the disk.",
              [&] {
                  options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"lost"_v); };
                  Command(kProperties);
