@@ -90,8 +90,9 @@ constexpr OptionField kKeepAlive[] = {
 };
 
 constexpr OptionField kLogon[] = {
-    Ticked(u"登录时运行登录脚本", u"Use Login Script"), Ticked(u"先发送一个回车", u"Send Initial Carriage Return"),
-    {kSecret, u"登录脚本", u"Login Script V2"},         Ticked(u"登录后运行脚本文件", u"Use Script File"),
+    Ticked(u"登录时运行登录脚本", u"Use Login Script"),
+    Ticked(u"先发送一个回车", u"Send Initial Carriage Return"),
+    Ticked(u"登录后运行脚本文件", u"Use Script File"),
     {kText, u"脚本文件", u"Script Filename"},
 };
 
