@@ -6,10 +6,12 @@
 #include "config/protocolchoice.h"
 #include "config/settingtext.h"
 #include "config/settingwalk.h"
+#include "connectdialog/ui/connectdialog.h"
 #include "foundation/vunicodestringi.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vdialog.h"
 #include "resources/accelerators.h"
+#include "resources/connectcommands.h"
 #include "resources/dialogids.h"
 #include "sessiondb/firewalllist.h"
 #include "sessiondb/sessiontree.h"
@@ -311,6 +313,28 @@ TEST_F(SessionOptionsTest, TheNameOfANewSessionMustBeFreeInItsFolder) {
                   false, true),
               kDialogAccepted);
     EXPECT_EQ(session->GetName(), u"mail");
+}
+
+TEST_F(SessionOptionsTest, TheConnectDialogStoresWhatTheyChanged) {
+    FetchGlobalConfig()->useNewSessionWizard.Set(false);
+    const auto expectOptions = [&](const VUnicodeString& name, const VUnicodeString& host) {
+        kit.ExpectDialog(OptionIds::kDialog, [=](HeadlessDialog& dialog) {
+            EXPECT_TRUE(dialog.Type(At(u""), name));
+            EXPECT_TRUE(dialog.Type(At(u"Hostname"), host));
+            dialog.Press(kIdOk);
+        });
+    };
+    kit.ExpectDialog(ConnectDialogIds::kDialog, [&](HeadlessDialog& connect) {
+        expectOptions(u"db"_v, u"db.example"_v);
+        connect.Choose(ConnectCommands::kNewSession);
+        expectOptions(u"db-2"_v, u"db2.example"_v);
+        connect.Choose(ConnectCommands::kProperties);
+    });
+    ConnectDialog(u"连接"_v, {}, nullptr).DoModal();
+    EXPECT_FALSE(SessionKeyExists(u"db"_v));
+    const VRef<ISessionConfig> session = OpenSession(u"db-2"_v);
+    ASSERT_TRUE(session);
+    EXPECT_EQ(Text(*session, u"Hostname"), u"db2.example");
 }
 
 TEST_F(SessionOptionsTest, AFirewallComesWithItsName) {
