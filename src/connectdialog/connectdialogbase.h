@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "connectdialog/sessionitemdata.h"
 #include "connectdialog/treetransferrecord.h"
@@ -258,7 +259,9 @@ class ConnectDialogBase : public VDialog {
     void FinishFreshFolder(TreeItem item, const VUnicodeString& name);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
     bool RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
-    bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config);
+    /// `edit` does with the further sessions of the list what the user did with the first.
+    bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
+                    const std::function<void(ISessionConfig&)>& edit);
     void ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config);
     bool CheckInUse(const VArray<TreeItem>& items);
     void RemovePlaceholder(TreeItem item);

@@ -1,7 +1,9 @@
 // New sessions and folders, renaming, properties, deleting.
+#include <array>
 #include <utility>
 #include <vector>
 
+#include "config/protocolchoice.h"
 #include "connectdialog/connectdialogbase.h"
 #include "connectdialog/quietselection.h"
 #include "foundation/vreportmessageparams.h"
@@ -9,6 +11,8 @@
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "imports/hostcallbacks.h"
+#include "platform/lasterror.h"
+#include "profile/vprofilekey.h"
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessiontree.h"
@@ -47,6 +51,51 @@ class FirstOptionsPage {
 bool RunOptions(ISessionConfig& config, int pageMode, bool multiEdit, bool isNew, VWindow* parent) {
     const SessionOptionsFunction options = GetHostCallbacks().sessionOptions;
     return options != nullptr && options(&config, pageMode, multiEdit, isNew, parent) == kDialogAccepted;
+}
+
+/// That a side is to have no protocol any more is no change that a session tells, and none that is copied.
+class ProtocolsTaken {
+  public:
+    explicit ProtocolsTaken(const ISessionConfig& config) : before(NamesOf(config)) {}
+
+    /// Finds out what the user took since then.
+    bool Find(const ISessionConfig& config) {
+        const Names after = NamesOf(config);
+        for (std::size_t side = 0; side < after.size(); ++side)
+            isTaken[side] = after[side].View() == kNoProtocol && before[side] != after[side];
+        return isTaken[0] || isTaken[1];
+    }
+    void TakeFrom(ISessionConfig& other) const {
+        if (isTaken[0]) SelectProtocol(other, ProtocolSide::kTerminal, kNoProtocol);
+        if (isTaken[1]) SelectProtocol(other, ProtocolSide::kTransfer, kNoProtocol);
+    }
+
+  private:
+    using Names = std::array<VUnicodeString, 2>;
+    static Names NamesOf(const ISessionConfig& config) {
+        Names names;
+        config.GetProtocolName(names[0]);
+        config.GetTransferProtocolName(names[1]);
+        return names;
+    }
+
+    Names before;
+    std::array<bool, 2> isTaken{};
+};
+
+/// Appends to `failure` why the store refused, when it tells.
+bool SaveAsOneUnit(const std::function<bool()>& save, VUnicodeString& failure) {
+    const VWaitCursor wait;
+    VProfileStore store(false);  // round the unit, to be told its cause
+    bool isSaved = store.JoinUnitOfWork();
+    if (isSaved) {
+        isSaved = AsOneUnit(save);
+        isSaved = store.Close() && isSaved;
+    }
+    VReportMessageParams& cause = *store.GetLastReport();
+    const bool isTold = cause.GetCode() != platform::kSuccess && cause.GetCode() != platform::kCancelled;
+    if (!isSaved && isTold) failure = failure + u"\n" + cause.GetText();
+    return isSaved;
 }
 
 }  // namespace
@@ -106,7 +155,7 @@ void ConnectDialogBase::NewSession() {
 void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName) {
     const VUnicodeString path = GetItemPath(target);
     // Whatever dialog was used, a name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(JoinEntryPath(path, offeredName), VUnicodeString(), config.GetName(), true, this))
+    if (!ValidateSessionName(path, offeredName, config.GetName(), true, this))
         config.SetName(MakeUniqueName(path, offeredName));
     const VUnicodeString name = config.GetName();
     const QuietSelection quiet(*this);
@@ -223,6 +272,7 @@ void ConnectDialogBase::EditProperties() {
     const VRef<ISessionConfig> config = GetItemConfig(list[0]);
     if (!config) return ShowFailure(u"Unable to load the session configuration.");
     const bool isMulti = list.GetCount() > 1;
+    ProtocolsTaken taken(*config);
     {
         FirstOptionsPage page;
         const VRef<GlobalConfig> global = FetchGlobalConfig();
@@ -238,7 +288,12 @@ void ConnectDialogBase::EditProperties() {
         }
         if (!RunOptions(*config, isMulti ? kPageModeSeveral : kPageModeOne, isMulti, false, this)) return;
     }
-    if (config->IsChanged() && !SaveEdited(list, *config)) return;
+    const bool isChanged = taken.Find(*config) || config->IsChanged();
+    const auto edit = [&](ISessionConfig& other) {
+        other.CopyChangesFrom(config.Get());
+        taken.TakeFrom(other);
+    };
+    if (isChanged && !SaveEdited(list, *config, edit)) return;
     const QuietSelection quiet(*this);
     OnSelectionChanged();
     const VUnicodeString path = GetItemPath(list[0]);
@@ -246,22 +301,25 @@ void ConnectDialogBase::EditProperties() {
 }
 
 /// One unit of work: all of the sessions are changed, or none.
-bool ConnectDialogBase::SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config) {
-    const VWaitCursor wait;
-    const bool isSaved = AsOneUnit([&] {
-        for (const TreeItem item : list) {
-            if (item == list[0]) continue;
-            const VRef<ISessionConfig> other = GetItemConfig(item);
-            if (!other) continue;
-            other->CopyChangesFrom(&config);
-            if (!SaveSession(*other)) return false;
-        }
-        return SaveSession(config);
-    });
+bool ConnectDialogBase::SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
+                                   const std::function<void(ISessionConfig&)>& edit) {
+    VUnicodeString text = u"ERROR: Could not save the session in the database.";
+    const bool isSaved = SaveAsOneUnit(
+        [&] {
+            for (const TreeItem item : list) {
+                if (item == list[0]) continue;
+                const VRef<ISessionConfig> other = GetItemConfig(item);
+                if (!other) continue;
+                edit(*other);
+                if (!SaveSession(*other)) return false;
+            }
+            return SaveSession(config);
+        },
+        text);
     if (isSaved) return true;
     // What they hold in memory is not what is stored: they are read again when they are needed.
     for (const TreeItem item : list) GetItemData(item)->config = nullptr;
-    ShowFailure(u"ERROR: Could not save the session in the database.");
+    ShowFailure(text.GetData());
     return false;
 }
 

@@ -9,6 +9,7 @@
 #include "platform/modules.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
+#include "suite/configpanels/sessionoptions.h"
 
 namespace connectdialog {
 
@@ -33,7 +34,7 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
     ConnectDialogDllInitProfileFactory([] { return currentFactory; });
     ConnectDialogDllInit(nullptr, nullptr);
     ConnectDialogInitApplicationCommandLine(program.GetData());
-    ConnectDialogInitGUI(nullptr, nullptr, nullptr);
+    ConnectDialogInitGUI(nullptr, ShowSessionOptions, nullptr);
 }
 
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,

@@ -257,6 +257,7 @@ TEST_F(Editing, PropertiesChangeOneSession) {
     options.edit = [](ISessionConfig& config) { config.SetProtocolName(u"None"_v); };
     Command(kProperties);
     EXPECT_EQ(dialog->GetEnabled(), "PXD");
+    EXPECT_FALSE(OpenSession(u"f\\s")->HasProtocol()) << "it was stored";
 }
 
 TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
@@ -288,8 +289,10 @@ TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
     EXPECT_EQ(HostOf(u"f\\b"), u"host-b");
     panels.optionalText = u"";
     panels.global->suppressMultiEditWarning.Set(1);
+    options.edit = [](ISessionConfig& config) { config.SetProtocolName(u"None"_v); };
     Command(kProperties);
     EXPECT_EQ(panels.optionalText, u"") << "suppressed";
+    for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_FALSE(OpenSession(path)->HasProtocol());
 }
 
 TEST_F(Editing, ANameChangedInThePropertiesMovesTheSession) {
@@ -468,7 +471,9 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
         for (const auto& [text, act] : actions) {
             for (const bool atCommit : {false, true}) {
                 wrapped.plan = {0, atCommit, !atCommit};
-                kit.ExpectBox(text, kAnswerOk);
+                VUnicodeString told = text;
+                if (atCommit && &act == &actions.back().second) told += u"\nThere is not enough space on the disk.";
+                kit.ExpectBox(told, kAnswerOk);
                 act();
                 EXPECT_EQ(kit.TakeFaults(), "") << Escape(text) << atCommit;
                 wrapped.plan = {};

@@ -3,19 +3,27 @@
 #include <QApplication>
 #include <QPalette>
 #include <QPixmap>
+#include <cctype>
 #include <iostream>
 
 #include "connectdialog/findsessiondialog.h"
 #include "connectdialog/multiconnectwarningdialog.h"
 #include "connectdialog/shortcutnamedialog.h"
+#include "foundation/vunicodestringi.h"
+#include "imports/configpanels.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "platform/codepage.h"
 #include "qtuser.h"
 #include "quickconnect/hostnameprompt.h"
 #include "resources/dialogids.h"
+#include "suite/configpanels/optionalbox.h"
+#include "suite/configpanels/optiontemplate.h"
+#include "suite/configpanels/sessionoptionsdialog.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
 #include "support/connectdialogtest.h"
 #include "support/dialogkitconformance.h"
+#include "support/suitetest.h"
 
 namespace connectdialog::test {
 
@@ -47,14 +55,17 @@ class Photographer {
   public:
     explicit Photographer(const QString& folder) : folder(folder) {}
 
-    /// Shows the dialog, lets `prepare` play and takes the picture.
-    void Take(VDialog& dialog, int templateId, const char* name,
-              const std::function<void(QtUserDialog&)>& prepare = {}) {
-        kit.ExpectDialog(templateId, [&](QtUserDialog& shown) {
+    /// Takes a picture of the dialog that comes next, after `prepare` played.
+    void Expect(int templateId, const std::string& name, const std::function<void(QtUserDialog&)>& prepare = {}) {
+        kit.ExpectDialog(templateId, [this, name, prepare](QtUserDialog& shown) {
             if (prepare) prepare(shown);
             shown.Elapse(50);
-            Save(shown.GetFrame(), name);
+            Save(shown.GetFrame(), name.c_str());
         });
+    }
+    void Take(VDialog& dialog, int templateId, const std::string& name,
+              const std::function<void(QtUserDialog&)>& prepare = {}) {
+        Expect(templateId, name, prepare);
         dialog.DoModal();
     }
 
@@ -112,6 +123,57 @@ class ConnectWorld : public ConnectDialogTest {
     void TestBody() override {}
 };
 
+/// A session of the reference suite, page by page, and the suite's own boxes.
+class OptionsWorld : public SuiteTest {
+  public:
+    void Take(Photographer& photographer) {
+        const VRef<SessionConfig> session = Make(u"SSH2");
+        session->SetName(u"数据库 (主)"_v);
+        session->SetTransferProtocolName(u"SFTP"_v);
+        Protocol(*session).SetHostName(u"db-01.example.org"_v);
+        session->description.SetText(u"生产数据库\n机柜 7"_v);
+        for (const OptionPage& page : GetOptionPages()) {
+            std::string name = "options-" + platform::ToNarrow(page.path);
+            for (char& character : name)
+                character = character == '\\' || character == ' ' ? '-' : static_cast<char>(std::tolower(character));
+            SessionOptionsDialog dialog(*session, page.path, false, false, nullptr);
+            photographer.Take(dialog, OptionIds::kDialog, name);
+        }
+        TakeAllSettings(photographer, *session, u"Description", "options-all-lines");
+        TakeAllSettings(photographer, *session, u"Monitor Password", "options-all-secret");
+        session->SetProtocolName(u"Serial"_v);
+        SessionOptionsDialog serial(*session, u"Connection\\Serial"_v, true, false, nullptr);
+        photographer.Take(serial, OptionIds::kDialog, "options-several");
+        TakePrompts(photographer);
+    }
+
+  private:
+    static void TakeAllSettings(Photographer& photographer, SessionConfig& session, const char16_t* filter,
+                                const char* name) {
+        SessionOptionsDialog dialog(session, u"All Settings"_v, false, false, nullptr);
+        photographer.Take(dialog, OptionIds::kDialog, name,
+                          [&](QtUserDialog& shown) { shown.Type(OptionIds::kFilter, filter); });
+    }
+    static void TakePrompts(Photographer& photographer) {
+        VUnicodeStringI answer;
+        bool save = false;
+        photographer.Expect(FirewallPromptIds::kUsernameDialog, "firewall-user");
+        LaunchFirewallUsernameDialog(&answer, save, nullptr);
+        photographer.Expect(FirewallPromptIds::kPasswordDialog, "firewall-password",
+                            [](QtUserDialog& shown) { shown.Type(FirewallPromptIds::kAnswer, u"secret"_v); });
+        LaunchFirewallPasswordDialog(&answer, save, nullptr);
+        VProfile<int> suppress;
+        const VUnicodeString several =
+            u"你将编辑 12 个会话的设置。\r\n第一个会话的设置将显示在会话属性对话框中。\r\n"
+            u"只有改变的设置才会被应用到\r\n所选的 12 个会话。\r\n"_v;
+        photographer.Expect(OptionalBoxIds::kDialog, "several");
+        ShowOptionalMessageBox(nullptr, several, VUnicodeString(), suppress, u"OK"_v, false, 1, 0);
+        photographer.Expect(OptionalBoxIds::kDialog, "reminder");
+        ShowOptionalMessageBox(nullptr, u"要查看是否有新版本吗?"_v, u"不再提醒(&D)"_v, suppress, u"是"_v, true, 2, 0);
+    }
+    void TestBody() override {}
+};
+
 }  // namespace
 
 bool TakeScreenshots(const QString& folder) {
@@ -131,6 +193,7 @@ bool TakeScreenshots(const QString& folder) {
     conformance::Notes controls;
     photographer.Take(controls, conformance::kTemplate.id, "tree", [&](QtUserDialog&) { FillTree(controls); });
     world.Take(photographer);
+    OptionsWorld().Take(photographer);
     return photographer.AreAllTaken();
 }
 

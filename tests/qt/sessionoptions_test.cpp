@@ -1,0 +1,104 @@
+#include "suite/configpanels/sessionoptions.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <gtest/gtest.h>
+
+#include "config/protocolchoice.h"
+#include "config/settingwalk.h"
+#include "imports/configpanels.h"
+#include "qtuser.h"
+#include "resources/accelerators.h"
+#include "suite/configpanels/optiontemplate.h"
+#include "suite/dialogkit/qt/qtdialogframe.h"
+#include "support/suitetest.h"
+
+namespace connectdialog::test {
+namespace {
+
+class QtSessionOptions : public SuiteTest {
+  protected:
+    ~QtSessionOptions() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    std::int64_t Run(ISessionConfig& session, const QtPlayedKit::DialogScript& script) {
+        kit.ExpectDialog(OptionIds::kDialog, script);
+        return ShowSessionOptions(&session, 0, false, false, nullptr);
+    }
+    static int At(std::u16string_view setting) {
+        int id = OptionIds::kFirstField + 1;
+        for (const OptionPage& page : GetOptionPages())
+            for (const OptionField& field : page.fields) {
+                if (field.setting == setting) return id;
+                id += 2;
+            }
+        return kNoId;
+    }
+    static void Focus(QtUserDialog& dialog, int id) { dialog.GetControl(id)->setFocus(); }
+
+    QtPlayedKit kit;
+};
+
+TEST_F(QtSessionOptions, AUserEditsASessionByKeyboardAndMouse) {
+    const VRef<SessionConfig> session = Make(u"SSH2");
+    EXPECT_EQ(Run(*session,
+                  [&](QtUserDialog& dialog) {
+                      EXPECT_EQ(dialog.GetFocus(), At(u""));
+                      EXPECT_TRUE(dialog.Type(At(u"Hostname"), u"typed.example"_v));
+                      EXPECT_TRUE(dialog.Pick(At(u"Transfer Protocol Name"), u"None"_v));
+                      EXPECT_TRUE(dialog.Pick(At(u"Protocol Name"), u"Telnet"_v));
+                      EXPECT_FALSE(dialog.IsShown(At(u"SSH Port")));
+                      EXPECT_TRUE(dialog.Type(At(u"Telnet Port"), u"0"_v));
+                      kit.ExpectBox(u"“Telnet 端口”必须是 1 到 65535 之间的整数。"_v, 1);
+                      Focus(dialog, OptionIds::kPages);
+                      dialog.PressKey(kKeyDown);
+                      EXPECT_EQ(dialog.GetFocus(), At(u"Telnet Port")) << "it stays with what was refused";
+                      EXPECT_TRUE(dialog.Type(At(u"Telnet Port"), u"2323"_v));
+                      EXPECT_TRUE(dialog.Type(At(u"Description"), u"one\ntwo"_v));
+                      Focus(dialog, OptionIds::kPages);
+                      dialog.PressKey(kKeyEnd);
+                      EXPECT_TRUE(dialog.Type(OptionIds::kFilter, u"jump scroll"_v));
+                      EXPECT_TRUE(dialog.Pick(OptionIds::kSettingChoice, u"否"_v));
+                      dialog.Press(kIdOk);
+                  }),
+              1);
+    VUnicodeString text;
+    session->GetConnectConfig()->GetHostName(text);
+    EXPECT_EQ(Escape(text), "typed.example");
+    EXPECT_EQ(session->GetConnectConfig()->GetPort(), 2323);
+    session->description.GetText(text, false);
+    EXPECT_EQ(text, u"one\ntwo");
+    EXPECT_FALSE(session->terminal.jumpScroll.Get());
+}
+
+/// Whatever protocol is chosen, nothing on a page is cut off or lies on something else.
+TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
+    const VRef<SessionConfig> session = Make(u"SSH2");
+    for (const VUnicodeString& protocol : ListProtocols(ProtocolSide::kTerminal)) {
+        session->SetProtocolName(protocol);
+        for (const OptionPage& page : GetOptionPages()) {
+            FetchGlobalConfig()->optionsPagePath.Set(page.path);
+            Run(*session, [&](QtUserDialog& dialog) {
+                QList<QWidget*> shown;
+                for (QWidget* control : dialog.GetFrame().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+                    if (control->isVisible() && control->objectName().toInt() != OptionIds::kPageFrame)
+                        shown += control;
+                for (qsizetype i = 0; i < shown.size(); ++i) {
+                    const QWidget& control = *shown[i];
+                    const std::string what = Escape(page.path) + " " + control.accessibleName().toStdString();
+                    EXPECT_TRUE(dialog.GetFrame().rect().contains(control.geometry())) << what;
+                    if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+                        EXPECT_LE(label->heightForWidth(label->width()), label->height())
+                            << label->text().toStdString();
+                    }
+                    for (qsizetype k = i + 1; k < shown.size(); ++k) {
+                        EXPECT_FALSE(control.geometry().intersects(shown[k]->geometry()))
+                            << what << " and " << shown[k]->accessibleName().toStdString();
+                    }
+                }
+            });
+        }
+    }
+}
+
+}  // namespace
+}  // namespace connectdialog::test

@@ -1,0 +1,402 @@
+#include "suite/configpanels/sessionoptions.h"
+
+#include <set>
+
+#include "config/firewallconfig.h"
+#include "config/protocolchoice.h"
+#include "config/settingtext.h"
+#include "config/settingwalk.h"
+#include "connectdialog/ui/connectdialog.h"
+#include "foundation/vunicodestringi.h"
+#include "imports/configpanels.h"
+#include "imports/dialogkit/vdialog.h"
+#include "resources/accelerators.h"
+#include "resources/connectcommands.h"
+#include "resources/dialogids.h"
+#include "sessiondb/firewalllist.h"
+#include "sessiondb/sessiontree.h"
+#include "suite/configpanels/optionalbox.h"
+#include "suite/configpanels/optiontemplate.h"
+#include "suite/configpanels/referenceglobalconfig.h"
+#include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlesskit.h"
+#include "suite/dialogkit/headless/headlesstree.h"
+#include "support/suitetest.h"
+
+namespace connectdialog::test {
+namespace {
+
+class SessionOptionsTest : public SuiteTest {
+  protected:
+    using Script = HeadlessDialogKit::DialogScript;
+
+    ~SessionOptionsTest() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    /// A session as the store has it.
+    static VRef<SessionConfig> Stored(const char16_t* protocol) {
+        const VRef<SessionConfig> made = Make(protocol);
+        Save(*made);
+        VRef<SessionConfig> session = Load();
+        Save(*session);
+        return session;
+    }
+    std::int64_t Run(ISessionConfig& session, const Script& script, bool isMulti = false, bool isNew = false) {
+        kit.ExpectDialog(OptionIds::kDialog, script);
+        return ShowSessionOptions(&session, isMulti ? 4 : 0, isMulti, isNew, nullptr);
+    }
+    /// The control of the first field with that setting; the empty one is the session's name.
+    static int At(std::u16string_view setting) {
+        int id = OptionIds::kFirstField + 1;
+        for (const OptionPage& page : GetOptionPages())
+            for (const OptionField& field : page.fields) {
+                if (field.setting == setting) return id;
+                id += 2;
+            }
+        ADD_FAILURE() << "no such field";
+        return kNoId;
+    }
+    static void GoTo(HeadlessDialog& dialog, std::u16string_view path) {
+        dialog.SetFocus(OptionIds::kPages);
+        dialog.PressKey(kKeyHome);
+        for (const OptionPage& page : GetOptionPages()) {
+            if (page.path == path) return;
+            dialog.PressKey(kKeyDown);
+        }
+        ADD_FAILURE() << "no such page";
+    }
+    /// Leaves one row on the page of all settings.
+    static void Filter(HeadlessDialog& dialog, const VUnicodeString& text) {
+        GoTo(dialog, u"All Settings");
+        EXPECT_TRUE(dialog.Type(OptionIds::kFilter, text));
+    }
+    static VUnicodeString Text(ISessionConfig& session, std::u16string_view name) {
+        VUnicodeString text;
+        VProfileData* setting = FindSetting(session, name);
+        if (setting == nullptr || !ReadSettingText(*setting, text)) text = u"(none)";
+        return text;
+    }
+
+    HeadlessDialogKit kit;
+};
+
+TEST_F(SessionOptionsTest, OnlyOkReachesTheSessionAndOnlyWithWhatChanged) {
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    const Script edit = [](HeadlessDialog& dialog) {
+        GoTo(dialog, u"Connection");
+        EXPECT_TRUE(dialog.Type(At(u"Hostname"), u"example.org"_v));
+        EXPECT_TRUE(dialog.Type(At(u"SSH Port"), u"2222"_v));
+        GoTo(dialog, u"Terminal");
+        EXPECT_FALSE(dialog.IsShown(At(u"Hostname")));
+        EXPECT_TRUE(dialog.Tick(At(u"Local Echo"), true));
+        EXPECT_TRUE(dialog.Pick(At(u"Emulation"), u"Linux"_v));
+        GoTo(dialog, u"Terminal\\Appearance");
+        EXPECT_TRUE(dialog.Type(At(u"Background"), u"#102030"_v));
+    };
+    EXPECT_EQ(Run(*session, edit), kDialogCancelled);
+    EXPECT_FALSE(session->IsChanged());
+    EXPECT_EQ(Text(*session, u"Hostname"), u"");
+
+    EXPECT_EQ(Run(*session,
+                  [&](HeadlessDialog& dialog) {
+                      edit(dialog);
+                      dialog.Press(kIdOk);
+                  }),
+              kDialogAccepted);
+    std::set<std::u16string> changed;
+    VisitSettings(*session, [&](VProfileData& setting) {
+        if (setting.IsChanged()) changed.insert(std::u16string(setting.GetName().View()));
+    });
+    EXPECT_EQ(changed,
+              (std::set<std::u16string>{u"Hostname", u"SSH Port", u"Local Echo", u"Emulation", u"Background"}));
+    EXPECT_EQ(Text(*session, u"SSH Port"), u"2222");
+    EXPECT_EQ(session->terminal.background.Get(), 0x302010);
+    VRef<GlobalConfig> global;
+    ASSERT_TRUE(GetGlobalConfig(global, -1));
+    EXPECT_EQ(global->optionsPagePath.Get(), u"Terminal\\Appearance") << "the page is remembered";
+    Run(*session, [](HeadlessDialog& dialog) { EXPECT_TRUE(dialog.IsShown(At(u"Background"))); });
+    global->optionsPagePath.Set(u"Connection+"_v);
+    Run(*session, [](HeadlessDialog& dialog) { EXPECT_EQ(dialog.GetFocus(), At(u"")); });
+    EXPECT_EQ(global->optionsPagePath.Get(), u"Connection+");
+}
+
+TEST_F(SessionOptionsTest, ABadValueIsToldWithItsNameAndKeepsThePage) {
+    struct Row {
+        const char16_t* page;
+        const char16_t* setting;
+        const char16_t* bad;
+        const char16_t* refusal;
+    };
+    const Row rows[] = {
+        {u"Connection", u"SSH Port", u"0", u"“SSH 端口”必须是 1 到 65535 之间的整数。"},
+        {u"Connection", u"SSH Port", u"22x", u"“SSH 端口”必须是 1 到 65535 之间的整数。"},
+        {u"Connection", u"Hostname", u"-oProxyCommand=x", u"“主机名”不能以“-”开头：程序会把它当作选项。"},
+        {u"Connection", u"Hostname", u"a b", u"“主机名”含有主机名和地址中不能有的字符。"},
+        {u"Connection\\Keep Alive", u"Idle Timeout", u"9", u"“间隔 (秒)”必须是 10 到 9999999 之间的整数。"},
+        {u"Terminal\\Appearance", u"Foreground", u"red", u"“前景色”必须是 #RRGGBB 形式的颜色。"},
+    };
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    for (const Row& row : rows) {
+        Run(*session, [&](HeadlessDialog& dialog) {
+            GoTo(dialog, row.page);
+            const int control = At(row.setting);
+            dialog.Type(control, row.bad);
+            kit.ExpectBox(row.refusal, 1);
+            dialog.Press(kIdOk);
+            EXPECT_FALSE(dialog.IsClosed());
+            EXPECT_EQ(dialog.GetFocus(), control);
+            kit.ExpectBox(row.refusal, 1);
+            dialog.SetFocus(OptionIds::kPages);
+            dialog.PressKey(kKeyEnd);
+            EXPECT_TRUE(dialog.IsShown(control));
+        });
+    }
+    EXPECT_FALSE(session->IsChanged());
+}
+
+TEST_F(SessionOptionsTest, WhatWasStoredBeforeIsNobodysFaultToday) {
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    Protocol(*session).SetHostName(u"bad host"_v);
+    EXPECT_EQ(Run(*session, [](HeadlessDialog& dialog) { dialog.Press(kIdOk); }), kDialogAccepted);
+    EXPECT_EQ(Text(*session, u"Hostname"), u"bad host");
+}
+
+TEST_F(SessionOptionsTest, EachProtocolShowsItsOwnFields) {
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    EXPECT_EQ(Run(*session,
+                  [](HeadlessDialog& dialog) {
+                      EXPECT_TRUE(dialog.Pick(At(u"Transfer Protocol Name"), u"None"_v));
+                      EXPECT_TRUE(dialog.Type(At(u"Hostname"), u"typed"_v));
+                      EXPECT_TRUE(dialog.Pick(At(u"Protocol Name"), u"Telnet"_v));
+                      EXPECT_FALSE(dialog.IsShown(At(u"SSH Port")));
+                      EXPECT_EQ(dialog.GetText(At(u"Telnet Port")), u"23");
+                      EXPECT_EQ(dialog.GetText(At(u"Hostname")), u"typed");
+                      GoTo(dialog, u"Connection\\Authentication");
+                      EXPECT_NE(dialog.GetText(OptionIds::kNote), u"");
+                      dialog.Press(kIdOk);
+                  }),
+              kDialogAccepted);
+    EXPECT_EQ(Text(*session, u"Protocol Name"), u"Telnet");
+    EXPECT_EQ(Text(*session, u"Transfer Protocol Name"), u"None");
+    EXPECT_EQ(Text(*session, u"Hostname"), u"typed");
+
+    // Every page has room for what each pair of protocols has, and each field is somebody's.
+    std::set<std::u16string_view> unseen;
+    for (const OptionPage& page : GetOptionPages())
+        for (const OptionField& field : page.fields)
+            if (field.kind != FieldKind::kName) unseen.insert(field.setting);
+    for (const VUnicodeString& terminal : ListProtocols(ProtocolSide::kTerminal))
+        for (const VUnicodeString& transfer : ListProtocols(ProtocolSide::kTransfer)) {
+            session->SetProtocolName(terminal);
+            session->SetTransferProtocolName(transfer);
+            for (const OptionPage& page : GetOptionPages()) {
+                int height = 0;
+                for (const OptionField& field : page.fields) {
+                    if (field.kind != FieldKind::kName && FindSetting(*session, field.setting) == nullptr) continue;
+                    height += PlaceRow(field.kind, 0).height;
+                    unseen.erase(field.setting);
+                }
+                EXPECT_LE(height, kOptionPageHeight) << Escape(page.path) << Escape(terminal) << Escape(transfer);
+            }
+        }
+    EXPECT_TRUE(unseen.empty()) << Escape(*unseen.begin());
+}
+
+TEST_F(SessionOptionsTest, OfSeveralSessionsOnlyTheUsersChangesTravel) {
+    WithKey(u"k", [](VProfileKey& key) { key.WriteDword(u"Idle Timeout", 0); });  // corrected when it is read
+    const VRef<SessionConfig> first = Load();
+    ASSERT_TRUE(first->idleTimeout.IsChanged());
+    const VRef<SessionConfig> other = Make(u"Telnet");
+    other->idleTimeout.Set(77);
+    EXPECT_EQ(Run(
+                  *first,
+                  [](HeadlessDialog& dialog) {
+                      EXPECT_FALSE(dialog.IsEnabled(At(u"")));
+                      EXPECT_NE(dialog.GetText(OptionIds::kNote), u"");
+                      GoTo(dialog, u"Terminal");
+                      dialog.Type(At(u"Rows"), u"50"_v);
+                      dialog.Press(kIdOk);
+                  },
+                  true),
+              kDialogAccepted);
+    EXPECT_TRUE(first->IsChanged());
+    other->CopyChangesFrom(first.Get());
+    EXPECT_EQ(other->terminal.rows.Get(), 50);
+    EXPECT_EQ(other->idleTimeout.Get(), 77);
+    EXPECT_EQ(Text(*other, u"Protocol Name"), u"Telnet");
+}
+
+TEST_F(SessionOptionsTest, EverySettingCanBeFoundAndSetByItsType) {
+    struct Row {
+        const char16_t* name;
+        int editor;
+        const char16_t* shown;
+        const char16_t* stored;
+    };
+    const Row rows[] = {
+        {u"Jump Scroll", OptionIds::kSettingChoice, u"否", u"false"},
+        {u"Disable Resize", OptionIds::kSettingChoice, u"开", u"on"},
+        {u"Cols", OptionIds::kSettingText, u"132", u"132"},
+        {u"Keyword Set", OptionIds::kSettingText, u"a; b", u"a; b"},
+        {u"Tessaly Bookmarks", OptionIds::kSettingLines, u"/a\n/b", u"/a\n/b"},
+        {u"Page Margins", OptionIds::kSettingText, u"1,0.5,1,2", u"1,0.5,1,2"},
+        {u"Narrow Font v2", OptionIds::kSettingText, u"-12,0,0,0,400,0,0,0,1,0,0,0,1,90,Mono, A",
+         u"-12,0,0,0,400,0,0,0,1,0,0,0,1,90,Mono, A"},
+    };
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    EXPECT_EQ(Run(*session,
+                  [&](HeadlessDialog& dialog) {
+                      for (const Row& row : rows) {
+                          Filter(dialog, row.name);
+                          EXPECT_TRUE(row.editor == OptionIds::kSettingChoice ? dialog.Pick(row.editor, row.shown)
+                                                                              : dialog.Type(row.editor, row.shown))
+                              << Escape(row.name);
+                      }
+                      EXPECT_EQ(dialog.GetTree(OptionIds::kSettings)->Read(),
+                                " ** Narrow Font v2 = -12,0,0,0,400,0,0,0,1,0,0,0,1,90,Mono, A <\n");
+                      dialog.Type(OptionIds::kSettingText, u"12 points"_v);
+                      kit.ExpectBox(u"“Narrow Font v2”不接受这个值。"_v, 1);
+                      dialog.Press(kIdOk);
+                      dialog.Type(OptionIds::kSettingText, rows[6].shown);
+                      // The labels of the other pages are found as well.
+                      Filter(dialog, u"主机名"_v);
+                      EXPECT_TRUE(dialog.Type(OptionIds::kSettingText, u"h.example"_v));
+                      dialog.Press(kIdOk);
+                  }),
+              kDialogAccepted);
+    for (const Row& row : rows) EXPECT_EQ(Text(*session, row.name), row.stored) << Escape(row.name);
+    EXPECT_EQ(Text(*session, u"Hostname"), u"h.example");
+}
+
+TEST_F(SessionOptionsTest, ASecretIsNeverShownAndCanBeSetAndForgotten) {
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    session->monitorPassword.SetText(u"hunter2"_v);
+    const auto look = [](HeadlessDialog& dialog) {
+        Filter(dialog, u"Monitor Password"_v);
+        EXPECT_EQ(dialog.GetText(OptionIds::kSettingSecret), u"");
+        EXPECT_EQ(dialog.GetTree(OptionIds::kSettings)->Read().find("hunter2"), std::string::npos);
+    };
+    Run(*session, [&](HeadlessDialog& dialog) {
+        look(dialog);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_EQ(session->monitorPassword.GetText(), u"hunter2");
+    Run(*session, [&](HeadlessDialog& dialog) {
+        look(dialog);
+        dialog.Type(OptionIds::kSettingSecret, u"new one"_v);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_EQ(session->monitorPassword.GetText(), u"new one");
+    EXPECT_TRUE(session->monitorPassword.GetText().IsSensitive());
+    Run(*session, [&](HeadlessDialog& dialog) {
+        look(dialog);
+        dialog.Press(OptionIds::kForget);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_EQ(session->monitorPassword.GetText(), u"");
+}
+
+TEST_F(SessionOptionsTest, TheNameOfANewSessionMustBeFreeInItsFolder) {
+    AddFolderEntry(u"", u"Servers", u"", false);
+    AddFolderEntry(u"Servers", u"web", u"", false);
+    const VRef<ISessionConfig> session = OpenSession(u"Default"_v);
+    session->SetPath(u"Servers"_v);
+    session->SetName(u"New"_v);
+    EXPECT_EQ(Run(
+                  *session,
+                  [&](HeadlessDialog& dialog) {
+                      dialog.Type(At(u""), u"WEB"_v);
+                      kit.ExpectBox(u"名称“WEB”已经存在。"_v, 1);
+                      dialog.Press(kIdOk);
+                      dialog.Type(At(u""), u" mail "_v);
+                      dialog.Press(kIdOk);
+                  },
+                  false, true),
+              kDialogAccepted);
+    EXPECT_EQ(session->GetName(), u"mail");
+}
+
+TEST_F(SessionOptionsTest, TheConnectDialogStoresWhatTheyChanged) {
+    FetchGlobalConfig()->useNewSessionWizard.Set(false);
+    const auto expectOptions = [&](const VUnicodeString& name, const VUnicodeString& host) {
+        kit.ExpectDialog(OptionIds::kDialog, [=](HeadlessDialog& dialog) {
+            EXPECT_TRUE(dialog.Type(At(u""), name));
+            EXPECT_TRUE(dialog.Type(At(u"Hostname"), host));
+            dialog.Press(kIdOk);
+        });
+    };
+    kit.ExpectDialog(ConnectDialogIds::kDialog, [&](HeadlessDialog& connect) {
+        expectOptions(u"db"_v, u"db.example"_v);
+        connect.Choose(ConnectCommands::kNewSession);
+        expectOptions(u"db-2"_v, u"db2.example"_v);
+        connect.Choose(ConnectCommands::kProperties);
+    });
+    ConnectDialog(u"连接"_v, {}, nullptr).DoModal();
+    EXPECT_FALSE(SessionKeyExists(u"db"_v));
+    const VRef<ISessionConfig> session = OpenSession(u"db-2"_v);
+    ASSERT_TRUE(session);
+    EXPECT_EQ(Text(*session, u"Hostname"), u"db2.example");
+}
+
+TEST_F(SessionOptionsTest, AFirewallComesWithItsName) {
+    WithKey(u"Firewalls\\hop", [](VProfileKey& key) {
+        key.WriteString(u"Firewall Type", u"SOCKSv5_USERPASS");
+        key.WriteString(u"Firewall Address", u"10.0.0.1");
+    });
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    Run(*session, [](HeadlessDialog& dialog) {
+        EXPECT_TRUE(dialog.Pick(At(u"Firewall Name"), u"hop"_v));
+        dialog.Press(kIdOk);
+    });
+    const auto firewall = VRef<IFirewallUI>::Adopt(Protocol(*session).GetRemoteHost().GetFirewall());
+    ASSERT_TRUE(firewall);
+    VUnicodeStringI address;
+    VUnicodeStringI answer;
+
+    kit.ExpectDialog(FirewallPromptIds::kUsernameDialog, [](HeadlessDialog& dialog) {
+        EXPECT_FALSE(dialog.Press(kIdOk)) << "a name is wanted";
+        dialog.Type(FirewallPromptIds::kAnswer, u"root"_v);
+        dialog.Tick(FirewallPromptIds::kSave, true);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog,
+                     [](HeadlessDialog& dialog) { dialog.Type(FirewallPromptIds::kAnswer, u"given up"_v); });
+    EXPECT_FALSE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog, [](HeadlessDialog& dialog) {
+        dialog.Type(FirewallPromptIds::kAnswer, u"s3cret"_v);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"s3cret");
+    EXPECT_TRUE(answer.IsSensitive());
+    const auto stored = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
+    EXPECT_TRUE(stored->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root") << "asked to be saved";
+}
+
+TEST_F(SessionOptionsTest, ABoxThatIsNotWantedAgainIsRememberedInTheStoreAtOnce) {
+    VRef<GlobalConfig> global;
+    ASSERT_TRUE(GetGlobalConfig(global, -1));
+    global->lineSendDelay.Set(77);
+    const auto show = [&](bool isTicked, int button, bool isQuestion) {
+        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"一\n二");
+            dialog.Tick(OptionalBoxIds::kDontShowAgain, isTicked);
+            EXPECT_TRUE(dialog.Press(button));
+        });
+        return ShowOptionalMessageBox(nullptr, u"一\r\n二\r\n"_v, VUnicodeString(), global->suppressMultiEditWarning,
+                                      u"OK"_v, isQuestion, 1, ~0U);
+    };
+    const auto stored = [&] { return ReadDwordOr(*factory, kGlobalKey, u"Suppress Multi Edit Warning", 99); };
+    EXPECT_NE(show(true, kIdCancel, false), 1);
+    EXPECT_EQ(show(false, kIdOk, false), 1);
+    EXPECT_EQ(stored(), 99U);
+    EXPECT_NE(show(true, OptionalBoxIds::kNo, true), 1);
+    EXPECT_EQ(stored(), 1U);
+    EXPECT_EQ(ReadDwordOr(*factory, kGlobalKey, u"Line Send Delay", 99), 99U) << "only what the box changed";
+}
+
+}  // namespace
+}  // namespace connectdialog::test
