@@ -22,6 +22,9 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
     /// One unit of work. What a failed call could not write, the next one writes.
     bool Save() override;
 
+    /// The command that opens a window with a terminal for a session, as words of a command line; empty: the system's.
+    VProfileText terminalCommand;
+
   private:
     ~ReferenceGlobalConfig() override = default;
 

@@ -1,0 +1,176 @@
+// A host with a stopwatch: runs norhalden as it is, and writes one line of figures once the connect dialog was painted.
+//
+//   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
+//   hostprobe --make URL FOLDERS SESSIONS BIG
+//
+// The second form makes a store with so many folders of so many whole sessions, and one called "big".
+//
+// STARTED, in the environment, is when the process was started: nanoseconds since 1970. With --folder that folder of
+// the root is opened, walked and scrolled too. Then the dialog is closed. The line has, in milliseconds, `start` (to
+// the end of the first paint), `expand` (from the click on the folder's expander to the end of the paint), and for
+// `keys`, `type`, `scroll` and `range` (Shift and End) the longest time for which one of them kept the window busy,
+// paint included; and `memory`, the most that the process took, in MiB.
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "config/sessionconfig.h"
+#include "hosts/common/hostkind.h"
+#include "imports/connectconfig.h"
+#include "profile/iprofilestore.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/runningsessions.h"
+#include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
+#include "suite/dialogkit/qt/qttext.h"
+#include "suite/dialogkit/qt/qttree.h"
+#include "suite/hostsetup/hostsetup.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+constexpr int kManyKeys = 200;
+constexpr int kManySteps = 200;
+
+std::string measuredFolder;
+
+double MillisecondsSinceStart() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return (std::chrono::duration<double, std::nano>(now).count() - qgetenv("STARTED").toDouble()) / 1e6;
+}
+
+double PeakMemory() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
+    return 0;
+}
+
+class Stopwatch : public QObject {
+  public:
+    explicit Stopwatch(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool isPaint = event->type() == QEvent::Paint;
+        tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
+        if (tree == nullptr || watched != tree->viewport()) return false;
+        qApp->removeEventFilter(this);
+        QTimer::singleShot(0, this, [this] { Measure(); });
+        return false;
+    }
+
+  private:
+    void Measure() {
+        std::printf("start=%.0f", MillisecondsSinceStart());
+        if (!measuredFolder.empty()) MeasureFolder();
+        std::printf(" memory=%.0f\n", PeakMemory());
+        std::fflush(stdout);
+        tree->window()->close();
+    }
+
+    double Time(const std::function<void()>& act) {
+        QElapsedTimer timer;
+        timer.start();
+        act();
+        QApplication::processEvents();
+        tree->viewport()->repaint();
+        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+
+    double Longest(int count, const std::function<void(int)>& act) {
+        double longest = 0;
+        for (int i = 0; i < count; ++i) longest = std::max(longest, Time([&] { act(i); }));
+        return longest;
+    }
+
+    void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, const QString& text = QString()) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+        QApplication::sendEvent(tree, &press);
+    }
+
+    TreeItem FindFolder() const {
+        const VTreeItems& items = *tree->GetItems();
+        const TreeItem root = items.GetFirstChild(TreeItem::kNone);
+        for (TreeItem item = items.GetFirstChild(root); item != TreeItem::kNone; item = items.GetNextSibling(item))
+            if (items.GetText(item) == VUnicodeString(measuredFolder.c_str())) return item;
+        return TreeItem::kNone;
+    }
+
+    void MeasureFolder() {
+        const TreeItem folder = FindFolder();
+        if (folder == TreeItem::kNone) return (void)std::printf(" (no folder %s)", measuredFolder.c_str());
+        tree->ActOn(tree->GetItems()->GetFirstChild(TreeItem::kNone), TreePart::kLabel);
+        if (!tree->GetItems()->HasState(tree->GetItems()->GetFirstChild(TreeItem::kNone), kTreeExpanded))
+            Time([&] { Press(Qt::Key_Right); });
+        const double expand = Time([&] { tree->ActOn(folder, TreePart::kExpander); });
+        tree->ActOn(folder, TreePart::kLabel);
+        const double keys = Longest(kManyKeys, [&](int) { Press(Qt::Key_Down); });
+        const QString typed = QStringLiteral("session 9");
+        const double type =
+            Longest(static_cast<int>(typed.size()), [&](int i) { Press(0, Qt::NoModifier, typed.mid(i, 1)); });
+        QScrollBar& bar = *tree->verticalScrollBar();
+        const double scroll = Longest(kManySteps, [&](int i) { bar.setValue(bar.maximum() / kManySteps * i); });
+        const double range = Time([&] { Press(Qt::Key_End, Qt::ShiftModifier); });
+        std::printf(" rows=%d expand=%.1f keys=%.1f type=%.1f scroll=%.1f range=%.1f", tree->GetRows().GetCount(),
+                    expand, keys, type, scroll, range);
+    }
+
+    QtTree* tree = nullptr;
+};
+
+bool FillFolder(const VUnicodeString& folder, std::size_t count) {
+    const auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"", nullptr));
+    return AddFolderEntry(u"", folder, u"", true) && StoreSessionEntries(folder, *session, count, [&](std::size_t i) {
+               VUnicodeString name;
+               name.Format(u"session %1!06d!", static_cast<int>(i));
+               session->SetPath(JoinEntryPath(folder, name));
+               session->GetConnectConfig()->SetHostName(u"host.example.net");
+               return true;
+           });
+}
+
+int MakeStore(const char* url, int folders, int sessions, int big) {
+    VUnicodeString notice;
+    const auto store = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(url), notice);
+    if (!store) return 1;
+    VProfileStore unit(nullptr);
+    bool isWhole = unit.JoinUnitOfWork() && FillFolder(u"big"_v, static_cast<std::size_t>(big));
+    for (int i = 0; isWhole && i < folders; ++i) {
+        VUnicodeString name;
+        name.Format(u"f%1!04d!", i);
+        isWhole = FillFolder(name, static_cast<std::size_t>(sessions));
+    }
+    isWhole = isWhole && WriteIsExpanded(u""_v, true);
+    return unit.Close() && isWhole ? 0 : 1;
+}
+
+}  // namespace
+
+}  // namespace connectdialog::hosts
+
+int main(int argc, char** argv) {
+    using namespace connectdialog;
+    if (argc == 6 && std::strcmp(argv[1], "--make") == 0)
+        return hosts::MakeStore(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]));
+    qAddPreRoutine([] { new hosts::Stopwatch(qApp); });
+    if (argc > 2 && std::strcmp(argv[1], "--folder") == 0) {
+        hosts::measuredFolder = argv[2];
+        argv += 2;
+        argc -= 2;
+    }
+    constexpr hosts::HostKind kKind{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden", ""};
+    return hosts::RunHost(kKind, argc, argv);
+}
