@@ -1,8 +1,11 @@
 // The hosts as a user runs them, with clients and a terminal emulator of the test's own in PATH.
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <thread>
 
+#include "platform/processlaunch.h"
 #include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
 #include "support/processrunner.h"
@@ -186,6 +189,16 @@ TEST_F(HostsTest, WhatCannotBeOpenedIsToldInOneLine) {
         EXPECT_EQ(result.output, "");
     }
     EXPECT_EQ(ReadFile(scratch / "sessions.db"), before) << "opening a session changed the store";
+}
+
+TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
+    const std::string checker = platform::FindProgram("desktop-file-validate");
+    if (checker.empty()) GTEST_SKIP() << "the Debian package desktop-file-utils is not there";
+    for (const char* name : {"norhalden", "tessaly"}) {
+        const ProcessResult result = RunProcess({checker, std::string(HOSTS_DATA "/") + name + ".desktop"});
+        EXPECT_EQ(result.exitCode, 0) << result.output;
+        EXPECT_EQ(result.output, "");
+    }
 }
 
 TEST_F(HostsTest, WrongUsageIsExplained) {
