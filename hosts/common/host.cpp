@@ -149,7 +149,7 @@ int Host::SetTerminal() {
     VUnicodeString notice;
     if (!OpenStore(notice)) return Fail(kind, notice);
     auto* global = dynamic_cast<ReferenceGlobalConfig*>(FetchGlobalConfig().Get());
-    const VUnicodeString command(options.terminal.c_str());
+    const VUnicodeString command(options.terminal.value_or("").c_str());
     TerminalEmulator terminal;
     if (!command.IsEmpty() && !TerminalEmulator::Find(command, terminal, notice)) return Fail(kind, notice);
     global->terminalCommand.Set(command);

@@ -88,7 +88,7 @@ bool Reader::ReadOne(std::string_view argument) {
     if (argument == "--encoded") return isEncoded = true;
     if (argument == "--window") return options.isInWindow = true;
     if (argument == "--wait") return options.waitsAtEnd = true;
-    if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal);
+    if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal.emplace());
     if (argument == "--store") return Value(options.store);
     if (IsOption(argument, "/S")) return ReadPath(options.paths, true);
     if (IsOption(argument, "/SESSION_FOLDER")) return ReadPath(options.folders, false);
@@ -106,7 +106,7 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
     options = HostOptions();
     if (!Reader(arguments, options, fault).ReadAll()) return false;
     const bool opensSome = !options.paths.empty() || !options.folders.empty();
-    if (options.action != HostAction::kSetTerminal || !opensSome) return true;
+    if (!options.terminal || !opensSome) return true;
     fault = "--terminal opens no session";
     return false;
 }

@@ -1,6 +1,7 @@
 // The command line of a host.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,7 +20,7 @@ struct HostOptions {
     /// A store's URL; empty: the user's own store.
     std::string store;
     /// What kSetTerminal sets; empty: the system's.
-    std::string terminal;
+    std::optional<std::string> terminal;
     /// Sessions open in windows of a terminal emulator, also where there is a terminal.
     bool isInWindow = false;
     /// A failure is left on the screen until the user has read it.

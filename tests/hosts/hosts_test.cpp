@@ -58,7 +58,7 @@ class HostsTest : public SuiteTest {
     /// A terminal emulator that reads the words behind "-e" as a shell would, as some do.
     void WriteTerminal() const {
         WriteProgram("x-terminal-emulator", "cd " + scratch.GetPath().string() +
-                                                "\n[ \"$1\" = -e ] || exit 3\nshift\neval \"$*\" >> opened\n");
+                                                "\n[ \"$1\" = -e ] || exit 3\nshift\neval \"$*\" >> opened\nexit 0\n");
     }
     std::string WaitForOpened(std::size_t lines) const {
         std::string text;
@@ -106,7 +106,7 @@ TEST_F(HostsTest, SeveralSessionsOpenOneAfterTheOther) {
     EXPECT_EQ(ended.exitCode, 128 + SIGTERM);
     EXPECT_EQ(Run({"/S", "second", "/S", "absent"}).output, "") << "all or none";
     EXPECT_EQ(Run({"/session_folder", "Servers\\Inner", "/S", "second"}).output, "second.example\ndeep.example\n");
-    EXPECT_EQ(Run({"/SESSION_FOLDER", "Servers"}).output, "deep.example\nodd.example\n");
+    EXPECT_EQ(Run({"/SESSION_FOLDER", "Servers"}).output, "odd.example\ndeep.example\n");
 }
 
 TEST_F(HostsTest, TheTransferHostOpensTheOtherSide) {
