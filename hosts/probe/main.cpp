@@ -1,9 +1,13 @@
-// A host with a stopwatch: runs norhalden as it is, and writes one line of figures once the connect dialog was painted.
+// A host with a stopwatch and a user: runs norhalden as it is, and writes one line of figures once the connect dialog
+// was painted.
 //
 //   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
+//   hostprobe --keys "KEY KEY ..." [ARGUMENTS OF NORHALDEN]
 //   hostprobe --make URL FOLDERS SESSIONS BIG
 //
-// The second form makes a store with so many folders of so many whole sessions, and one called "big".
+// The second form measures nothing and presses the keys, one after the other, in whatever window is there; after the
+// last one windows are closed. The third makes a store with so many folders of so many whole sessions, and one called
+// "big".
 //
 // STARTED, in the environment, is when the process was started: nanoseconds since 1970. With --folder that folder of
 // the root is opened, walked and scrolled too. Then the dialog is closed. The line has, in milliseconds, `start` (to
@@ -13,6 +17,8 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
@@ -45,6 +51,7 @@ constexpr int kManyKeys = 200;
 constexpr int kManySteps = 200;
 
 std::string measuredFolder;
+std::string playedKeys;
 
 double MillisecondsSinceStart() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -57,6 +64,35 @@ double PeakMemory() {
         if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) / 1024;
     return 0;
 }
+
+/// Presses keys; a window that comes up in between gets the next one.
+class Player : public QObject {
+  public:
+    Player(QObject* parent, const QString& keys) : QObject(parent), keys(keys.split(u' ')) { PressNext(); }
+
+  private:
+    void PressNext() {
+        QTimer::singleShot(kPause, this, [this] {
+            QWidget* window = QApplication::activeModalWidget();
+            if (window == nullptr) return PressNext();
+            window->activateWindow();
+            PressNext();  // now: the key may bring up a window that has to be played in
+            if (keys.isEmpty()) return (void)window->close();
+            const QKeyCombination key = QKeySequence(keys.takeFirst())[0];
+            QWidget* target = window->focusWidget() != nullptr ? window->focusWidget() : window;
+            const bool isLetter = key.key() < Qt::Key_Escape && key.keyboardModifiers() == Qt::NoModifier;
+            const QString text = isLetter ? QString(QChar(key.key())).toLower() : QString();
+            QKeyEvent press(QEvent::KeyPress, key.key(), key.keyboardModifiers(), text);
+            QKeyEvent release(QEvent::KeyRelease, key.key(), key.keyboardModifiers());
+            const QPointer<QWidget> pressed = target;
+            QApplication::sendEvent(target, &press);
+            if (pressed != nullptr) QApplication::sendEvent(target, &release);
+        });
+    }
+
+    static constexpr int kPause = 20;
+    QStringList keys;
+};
 
 class Stopwatch : public QObject {
   public:
@@ -167,12 +203,16 @@ int main(int argc, char** argv) {
     using namespace connectdialog;
     if (argc == 6 && std::strcmp(argv[1], "--make") == 0)
         return hosts::MakeStore(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]));
-    qAddPreRoutine([] { new hosts::Stopwatch(qApp); });
-    if (argc > 2 && std::strcmp(argv[1], "--folder") == 0) {
-        hosts::measuredFolder = argv[2];
+    const bool plays = argc > 2 && std::strcmp(argv[1], "--keys") == 0;
+    if (plays || (argc > 2 && std::strcmp(argv[1], "--folder") == 0)) {
+        (plays ? hosts::playedKeys : hosts::measuredFolder) = argv[2];
         argv += 2;
         argc -= 2;
     }
+    if (plays)
+        qAddPreRoutine([] { new hosts::Player(qApp, QString::fromStdString(hosts::playedKeys)); });
+    else
+        qAddPreRoutine([] { new hosts::Stopwatch(qApp); });
     constexpr hosts::HostKind kKind{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden", ""};
     return hosts::RunHost(kKind, argc, argv);
 }

@@ -191,6 +191,46 @@ TEST_F(HostsTest, WhatCannotBeOpenedIsToldInOneLine) {
     EXPECT_EQ(ReadFile(scratch / "sessions.db"), before) << "opening a session changed the store";
 }
 
+#ifdef HOST_PROBE
+
+TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
+    WriteTerminal();
+    struct Row {
+        const char* keys;
+        std::vector<std::string> hosts;  ///< of the clients that run in windows
+    };
+    const Row rows[] = {
+        {"Right Down", {}},
+        {"S E C Return", {"second"}},
+        {"S E C Shift+Down Return", {"second", "third"}},
+        {"S E R V Alt+C", {"odd", "deep"}},
+        {"F Alt+C", {"files"}},  // by the other host, which the dialog starts
+        {"F Alt+X", {"files"}},
+        {"H Return Return S E C Alt+C", {"second"}},  // a box told why not, and the dialog came back
+    };
+    for (const auto& [keys, hosts] : rows) {
+        std::filesystem::remove(scratch / "opened");
+        const ProcessResult result =
+            Run({"--keys", std::string("Home Right ") + keys}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+        EXPECT_EQ(result.exitCode, 0) << keys << result.errors;
+        const std::string opened = WaitForOpened(4 * hosts.size());
+        EXPECT_EQ(std::ranges::count(opened, '\n'), 4 * static_cast<std::ptrdiff_t>(hosts.size())) << keys << opened;
+        for (const std::string& host : hosts) EXPECT_NE(opened.find(host + ".example"), std::string::npos) << keys;
+    }
+    EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
+}
+
+TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
+    const ProcessResult result =
+        Run({"--keys", "Return Return Escape", "--store", "sqlite:/"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+    EXPECT_EQ(result.exitCode, 1);
+    const std::size_t last = result.errors.rfind("norhalden: ");
+    EXPECT_NE(last, result.errors.find("norhalden: ")) << "tried again";
+    EXPECT_NE(result.errors.find("it is a folder", last), std::string::npos) << result.errors;
+}
+
+#endif
+
 TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
     const std::string checker = platform::FindProgram("desktop-file-validate");
     if (checker.empty()) GTEST_SKIP() << "the Debian package desktop-file-utils is not there";
