@@ -3,11 +3,12 @@
 //
 //   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
 //   hostprobe --keys "KEY KEY ..." [ARGUMENTS OF NORHALDEN]
+//   hostprobe --picture FILE [ARGUMENTS OF NORHALDEN]
 //   hostprobe --make URL FOLDERS SESSIONS BIG
 //
 // The second form measures nothing and presses the keys, one after the other, in whatever window is there; after the
-// last one windows are closed. The third makes a store with so many folders of so many whole sessions, and one called
-// "big".
+// last one windows are closed. The third saves a picture of the dialog instead. The last makes a store with so many
+// folders of so many whole sessions, and one called "big".
 //
 // STARTED, in the environment, is when the process was started: nanoseconds since 1970. With --folder that folder of
 // the root is opened, walked and scrolled too. Then the dialog is closed. The line has, in milliseconds, `start` (to
@@ -29,7 +30,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "config/sessionconfig.h"
 #include "hosts/common/hostkind.h"
@@ -52,6 +53,7 @@ constexpr int kManySteps = 200;
 
 std::string measuredFolder;
 std::string playedKeys;
+std::string pictureFile;
 
 double MillisecondsSinceStart() {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -110,6 +112,13 @@ class Stopwatch : public QObject {
 
   private:
     void Measure() {
+        if (!pictureFile.empty()) {
+            Time([&] { Press(Qt::Key_Right); });  // the root, which is selected, opens
+            const bool isSaved = tree->window()->grab().save(QString::fromStdString(pictureFile));
+            if (!isSaved) std::fprintf(stderr, "cannot save %s\n", pictureFile.c_str());
+            tree->window()->close();
+            return;
+        }
         std::printf("start=%.0f", MillisecondsSinceStart());
         if (!measuredFolder.empty()) MeasureFolder();
         std::printf(" memory=%.0f\n", PeakMemory());
@@ -203,16 +212,20 @@ int main(int argc, char** argv) {
     using namespace connectdialog;
     if (argc == 6 && std::strcmp(argv[1], "--make") == 0)
         return hosts::MakeStore(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]));
-    const bool plays = argc > 2 && std::strcmp(argv[1], "--keys") == 0;
-    if (plays || (argc > 2 && std::strcmp(argv[1], "--folder") == 0)) {
-        (plays ? hosts::playedKeys : hosts::measuredFolder) = argv[2];
+    for (const auto& [option, value] : {std::pair{"--folder", &hosts::measuredFolder},
+                                        {"--keys", &hosts::playedKeys},
+                                        {"--picture", &hosts::pictureFile}}) {
+        if (argc < 3 || std::strcmp(argv[1], option) != 0) continue;
+        *value = argv[2];
         argv += 2;
         argc -= 2;
     }
-    if (plays)
-        qAddPreRoutine([] { new hosts::Player(qApp, QString::fromStdString(hosts::playedKeys)); });
-    else
-        qAddPreRoutine([] { new hosts::Stopwatch(qApp); });
+    qAddPreRoutine([] {
+        if (hosts::playedKeys.empty())
+            new hosts::Stopwatch(qApp);
+        else
+            new hosts::Player(qApp, QString::fromStdString(hosts::playedKeys));
+    });
     constexpr hosts::HostKind kKind{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden", ""};
     return hosts::RunHost(kKind, argc, argv);
 }
