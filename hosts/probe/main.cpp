@@ -4,11 +4,11 @@
 //   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
 //   hostprobe --keys "KEY KEY ..." [ARGUMENTS OF NORHALDEN]
 //   hostprobe --picture FILE [ARGUMENTS OF NORHALDEN]
-//   hostprobe --make URL FOLDERS SESSIONS BIG
+//   hostprobe --make URL FOLDERS SESSIONS WIDE
 //
 // The second form measures nothing and presses the keys, one after the other, in whatever window is there; after the
 // last one windows are closed. The third saves a picture of the dialog instead. The last makes a store with so many
-// folders of so many whole sessions, and one called "big".
+// folders of so many whole sessions, and one called "wide".
 //
 // STARTED, in the environment, is when the process was started: nanoseconds since 1970. With --folder that folder of
 // the root is opened, walked and scrolled too. Then the dialog is closed. The line has, in milliseconds, `start` (to
@@ -189,12 +189,12 @@ bool FillFolder(const VUnicodeString& folder, std::size_t count) {
            });
 }
 
-int MakeStore(const char* url, int folders, int sessions, int big) {
+int MakeStore(const char* url, int folders, int sessions, int wide) {
     VUnicodeString notice;
     const auto store = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(url), notice);
     if (!store) return 1;
     VProfileStore unit(nullptr);
-    bool isWhole = unit.JoinUnitOfWork() && FillFolder(u"big"_v, static_cast<std::size_t>(big));
+    bool isWhole = unit.JoinUnitOfWork() && FillFolder(u"wide"_v, static_cast<std::size_t>(wide));
     for (int i = 0; isWhole && i < folders; ++i) {
         VUnicodeString name;
         name.Format(u"f%1!04d!", i);
