@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "sessiondb/runningsessions.h"
+
 namespace connectdialog::hosts {
 
 struct HostKind {
@@ -16,6 +18,11 @@ struct HostKind {
     /// For the usage: what it does with a session.
     const char* purpose;
 };
+
+inline constexpr HostKind kNorHalden{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden - 连接",
+                                     "Opens saved sessions in a terminal, each with its protocol's client."};
+inline constexpr HostKind kTessaly{"tessaly", u"Tessaly", kTessalyFrameClass, u"Tessaly - 连接",
+                                   "Opens saved sessions for the transfer of files, each with its protocol's client."};
 
 /// Does what the command line asks for; gives the exit code.
 int RunHost(const HostKind& kind, int argc, char** argv);

@@ -1,5 +1,5 @@
-// A host with a stopwatch and a user: runs norhalden as it is, and writes one line of figures once the connect dialog
-// was painted.
+// A host with a stopwatch and a user: runs norhalden as it is, or with "--host tessaly" in front tessaly, and writes
+// one line of figures once the connect dialog was painted.
 //
 //   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
 //   hostprobe --keys "KEY KEY ..." [ARGUMENTS OF NORHALDEN]
@@ -37,7 +37,6 @@
 #include "imports/connectconfig.h"
 #include "profile/iprofilestore.h"
 #include "profile/vprofilekey.h"
-#include "sessiondb/runningsessions.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 #include "suite/dialogkit/qt/qttext.h"
@@ -52,6 +51,7 @@ constexpr int kManyKeys = 200;
 constexpr int kManySteps = 200;
 
 std::string measuredFolder;
+std::string playedHost;
 std::string playedKeys;
 std::string pictureFile;
 
@@ -212,7 +212,8 @@ int main(int argc, char** argv) {
     using namespace connectdialog;
     if (argc == 6 && std::strcmp(argv[1], "--make") == 0)
         return hosts::MakeStore(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]));
-    for (const auto& [option, value] : {std::pair{"--folder", &hosts::measuredFolder},
+    for (const auto& [option, value] : {std::pair{"--host", &hosts::playedHost},
+                                        {"--folder", &hosts::measuredFolder},
                                         {"--keys", &hosts::playedKeys},
                                         {"--picture", &hosts::pictureFile}}) {
         if (argc < 3 || std::strcmp(argv[1], option) != 0) continue;
@@ -226,6 +227,6 @@ int main(int argc, char** argv) {
         else
             new hosts::Player(qApp, QString::fromStdString(hosts::playedKeys));
     });
-    constexpr hosts::HostKind kKind{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden", ""};
-    return hosts::RunHost(kKind, argc, argv);
+    return hosts::RunHost(hosts::playedHost == hosts::kTessaly.program ? hosts::kTessaly : hosts::kNorHalden, argc,
+                          argv);
 }
