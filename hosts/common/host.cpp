@@ -140,7 +140,8 @@ bool Host::FindSessions(VUnicodeString& fault) {
 }
 
 bool Host::FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const {
-    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(FetchGlobalConfig().Get());
+    const VRef<GlobalConfig> settings = FetchGlobalConfig();
+    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
     return TerminalEmulator::Find(global != nullptr ? global->terminalCommand.Get() : VUnicodeString(), terminal,
                                   fault);
 }
@@ -148,7 +149,9 @@ bool Host::FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const
 int Host::SetTerminal() {
     VUnicodeString notice;
     if (!OpenStore(notice)) return Fail(kind, notice);
-    auto* global = dynamic_cast<ReferenceGlobalConfig*>(FetchGlobalConfig().Get());
+    if (!notice.IsEmpty()) Tell(kind, notice);
+    const VRef<GlobalConfig> settings = FetchGlobalConfig();
+    auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
     const VUnicodeString command(options.terminal.value_or("").c_str());
     TerminalEmulator terminal;
     if (!command.IsEmpty() && !TerminalEmulator::Find(command, terminal, notice)) return Fail(kind, notice);

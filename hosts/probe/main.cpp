@@ -21,11 +21,10 @@
 #include <QKeySequence>
 #include <QPointer>
 #include <QScrollBar>
-#include <QTimer>
+#include <QTimerEvent>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -70,28 +69,28 @@ double PeakMemory() {
 /// Presses keys; a window that comes up in between gets the next one.
 class Player : public QObject {
   public:
-    Player(QObject* parent, const QString& keys) : QObject(parent), keys(keys.split(u' ')) { PressNext(); }
+    Player(QObject* parent, const QString& keys) : QObject(parent), keys(keys.split(u' ')) { startTimer(kPause); }
 
-  private:
-    void PressNext() {
-        QTimer::singleShot(kPause, this, [this] {
-            QWidget* window = QApplication::activeModalWidget();
-            if (window == nullptr) return PressNext();
-            window->activateWindow();
-            PressNext();  // now: the key may bring up a window that has to be played in
-            if (keys.isEmpty()) return (void)window->close();
-            const QKeyCombination key = QKeySequence(keys.takeFirst())[0];
-            QWidget* target = window->focusWidget() != nullptr ? window->focusWidget() : window;
-            const bool isLetter = key.key() < Qt::Key_Escape && key.keyboardModifiers() == Qt::NoModifier;
-            const QString text = isLetter ? QString(QChar(key.key())).toLower() : QString();
-            QKeyEvent press(QEvent::KeyPress, key.key(), key.keyboardModifiers(), text);
-            QKeyEvent release(QEvent::KeyRelease, key.key(), key.keyboardModifiers());
-            const QPointer<QWidget> pressed = target;
-            QApplication::sendEvent(target, &press);
-            if (pressed != nullptr) QApplication::sendEvent(target, &release);
-        });
+  protected:
+    void timerEvent(QTimerEvent* event) override {
+        // Another one each time: a timer does not run out in an event loop that it began.
+        killTimer(event->timerId());
+        startTimer(kPause);
+        QWidget* window = QApplication::activeModalWidget();
+        if (window == nullptr) return;
+        window->activateWindow();
+        if (keys.isEmpty()) return (void)window->close();
+        const QKeyCombination key = QKeySequence(keys.takeFirst())[0];
+        const bool isLetter = key.key() < Qt::Key_Escape && key.keyboardModifiers() == Qt::NoModifier;
+        const QString text = isLetter ? QString(QChar(key.key())).toLower() : QString();
+        QKeyEvent press(QEvent::KeyPress, key.key(), key.keyboardModifiers(), text);
+        QKeyEvent release(QEvent::KeyRelease, key.key(), key.keyboardModifiers());
+        const QPointer<QWidget> target = window->focusWidget() != nullptr ? window->focusWidget() : window;
+        QApplication::sendEvent(target, &press);
+        if (target != nullptr) QApplication::sendEvent(target, &release);
     }
 
+  private:
     static constexpr int kPause = 20;
     QStringList keys;
 };
@@ -106,7 +105,8 @@ class Stopwatch : public QObject {
         tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
         if (tree == nullptr || watched != tree->viewport()) return false;
         qApp->removeEventFilter(this);
-        QTimer::singleShot(0, this, [this] { Measure(); });
+        QMetaObject::invokeMethod(
+            this, [this] { Measure(); }, Qt::QueuedConnection);
         return false;
     }
 
@@ -189,16 +189,16 @@ bool FillFolder(const VUnicodeString& folder, std::size_t count) {
            });
 }
 
-int MakeStore(const char* url, int folders, int sessions, int wide) {
+int MakeStore(const char* url, std::size_t folders, std::size_t sessions, std::size_t wide) {
     VUnicodeString notice;
     const auto store = OpenReferenceStore(u"NorHalden"_v, VUnicodeString(url), notice);
     if (!store) return 1;
     VProfileStore unit(nullptr);
-    bool isWhole = unit.JoinUnitOfWork() && FillFolder(u"wide"_v, static_cast<std::size_t>(wide));
-    for (int i = 0; isWhole && i < folders; ++i) {
+    bool isWhole = unit.JoinUnitOfWork() && FillFolder(u"wide"_v, wide);
+    for (std::size_t i = 0; isWhole && i < folders; ++i) {
         VUnicodeString name;
-        name.Format(u"f%1!04d!", i);
-        isWhole = FillFolder(name, static_cast<std::size_t>(sessions));
+        name.Format(u"f%1!04d!", static_cast<int>(i));
+        isWhole = FillFolder(name, sessions);
     }
     isWhole = isWhole && WriteIsExpanded(u""_v, true);
     return unit.Close() && isWhole ? 0 : 1;
@@ -211,7 +211,7 @@ int MakeStore(const char* url, int folders, int sessions, int wide) {
 int main(int argc, char** argv) {
     using namespace connectdialog;
     if (argc == 6 && std::strcmp(argv[1], "--make") == 0)
-        return hosts::MakeStore(argv[2], std::atoi(argv[3]), std::atoi(argv[4]), std::atoi(argv[5]));
+        return hosts::MakeStore(argv[2], std::stoul(argv[3]), std::stoul(argv[4]), std::stoul(argv[5]));
     for (const auto& [option, value] : {std::pair{"--host", &hosts::playedHost},
                                         {"--folder", &hosts::measuredFolder},
                                         {"--keys", &hosts::playedKeys},
