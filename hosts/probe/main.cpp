@@ -105,9 +105,13 @@ class Stopwatch : public QObject {
         tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
         if (tree == nullptr || watched != tree->viewport()) return false;
         qApp->removeEventFilter(this);
-        QMetaObject::invokeMethod(
-            this, [this] { Measure(); }, Qt::QueuedConnection);
+        startTimer(0);  // when the paint is over
         return false;
+    }
+
+    void timerEvent(QTimerEvent* event) override {
+        killTimer(event->timerId());
+        Measure();
     }
 
   private:
