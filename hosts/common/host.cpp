@@ -33,7 +33,7 @@ constexpr int kWrongUsage = 2;
 constexpr char kUsage[] =
     "usage: HOST [--store URL]\n"
     "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
-    "       HOST [--store URL] --terminal COMMAND\n"
+    "       HOST --terminal COMMAND\n"
     "       HOST --help | --version\n"
     "\n"
     "PURPOSE\n"
@@ -72,11 +72,9 @@ int Fail(const HostKind& kind, const VUnicodeString& text, int exitCode = kFaile
     return exitCode;
 }
 
-/// Wherever the program runs that is told of the store, it finds the same one.
-std::string StoreUrlOf(const HostOptions& options) {
+/// The URL by which other programs find the same store, wherever they run.
+std::string AbsoluteUrl(const std::string& url) {
     constexpr std::string_view kFile = "sqlite:";
-    std::string url = options.store;
-    if (url.empty()) url = platform::ToNarrow(stores::GetDefaultStoreUrl());
     std::error_code error;
     if (!url.starts_with(kFile)) return url;
     const std::filesystem::path path = std::filesystem::absolute(url.substr(kFile.size()), error);
@@ -95,7 +93,10 @@ void ShowHelp(VWindow* window, unsigned, unsigned long) {
 class Host {
   public:
     Host(const HostKind& kind, const HostOptions& options)
-        : kind(kind), options(options), storeUrl(StoreUrlOf(options)) {
+        : kind(kind),
+          options(options),
+          ownUrl(AbsoluteUrl(platform::ToNarrow(stores::GetDefaultStoreUrl()))),
+          storeUrl(options.store.empty() ? ownUrl : AbsoluteUrl(options.store)) {
         SetAppName(kind.appName);
         parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
         parts.help = ShowHelp;
@@ -118,6 +119,7 @@ class Host {
 
     const HostKind& kind;
     const HostOptions& options;
+    std::string ownUrl;
     std::string storeUrl;
     HostParts parts;
     std::unique_ptr<VProfileStoreFactory> store;
@@ -142,12 +144,14 @@ bool Host::FindSessions(VUnicodeString& fault) {
 bool Host::FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const {
     const VRef<GlobalConfig> settings = FetchGlobalConfig();
     const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
-    return TerminalEmulator::Find(global != nullptr ? global->terminalCommand.Get() : VUnicodeString(), terminal,
-                                  fault);
+    // Another store may be somebody else's, who has no say in which programs run here.
+    const bool isOwn = storeUrl == ownUrl && global != nullptr;
+    return TerminalEmulator::Find(isOwn ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
 }
 
 int Host::SetTerminal() {
     VUnicodeString notice;
+    if (storeUrl != ownUrl) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
     if (!OpenStore(notice)) return Fail(kind, notice);
     if (!notice.IsEmpty()) Tell(kind, notice);
     const VRef<GlobalConfig> settings = FetchGlobalConfig();

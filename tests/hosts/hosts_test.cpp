@@ -135,6 +135,11 @@ TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
     EXPECT_EQ(Run({"--terminal", "\"own term\" --tab --"}).exitCode, 0);
     EXPECT_EQ(Run({"--window", "/S", "second"}).exitCode, 0);
     EXPECT_EQ(ReadFile(scratch / "kept"), "<--tab>\n") << "the command is remembered";
+    const std::string foreign = "sqlite:" + (scratch / "foreign.db");
+    std::filesystem::copy_file(scratch / "sessions.db", scratch / "foreign.db");
+    EXPECT_EQ(Run({"--terminal", "sh", "--store", foreign}).exitCode, 1);
+    EXPECT_NE(Run({"--window", "--store", foreign, "/S", "second"}).errors.find("xterm"), std::string::npos)
+        << "a store from elsewhere names no programs";
 }
 
 TEST_F(HostsTest, WithoutAScreenTheDialogEndsWithAWayOut) {
