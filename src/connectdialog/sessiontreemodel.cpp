@@ -51,8 +51,9 @@ void ConnectDialogBase::ReloadTree() {
 /// with anything in it gets an expander.
 void ConnectDialogBase::FillFolder(TreeItem top, const VUnicodeString& topPath) {
     const bool remembers = FetchGlobalConfig()->rememberFolderExpansion.Get();
-    // A key that stays open spares the store a look at its file for each folder.
+    // A key that stays open and a view spare the store a look at its file for each read.
     VProfileStore store(true);
+    store.HoldView();
     const VProfileKey sessionsKey(store.GetRootKey(), kSessionsKey, 0);
     std::vector<std::pair<TreeItem, VUnicodeString>> waiting{{top, topPath}};
     while (!waiting.empty()) {

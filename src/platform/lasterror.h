@@ -49,6 +49,7 @@ enum ErrorCode : std::uint32_t {
     kMessageNotFound = 317,
     kStoreCorrupt = 1015,
     kKeyDeleted = 1018,
+    kProcessAborted = 1067,
     kNoUnicodeTranslation = 1113,
     kDeviceError = 1117,
     kCancelled = 1223,

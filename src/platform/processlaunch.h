@@ -29,6 +29,12 @@ bool ReplaceProcess(const std::vector<std::string>& arguments);
 /// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
 
+/// Starts a program that goes on by itself, also when this process or its terminal is gone: in a session of its own,
+/// without input, and what it prints is dropped. Waits up to `patience` to see whether it stays: one that ends with the
+/// exit status 0 has left its work to another process.
+/// On failure: false, as ReplaceProcess, and 1067 when it ended at once with another exit status.
+bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
+
 /// Whether this process speaks to a user at a terminal: its standard input and output are one.
 bool HasTerminal();
 

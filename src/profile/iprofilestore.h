@@ -15,7 +15,8 @@
 //  - The handles of one factory see each other's writes at once. They belong to one thread.
 //  - Unit of work: a store takes part from its first write, or from JoinUnitOfWork, until it is closed. What all the
 //    overlapping stores wrote becomes durable in one step when the last one that takes part closes, or when Commit is
-//    called. A store that only reads holds nothing back. A crash before that leaves the state before the first write.
+//    called. A store that only reads holds nothing back, unless it holds a view. A crash before that leaves the state
+//    before the first write.
 //  - Several processes may use one store. A writer waits a bounded time for another, then its write fails.
 //  - A write that cannot be done is false with a report; nothing stored is lost by it.
 //
@@ -129,6 +130,11 @@ class IProfileStoreImpl {
     virtual bool Close() = 0;
     /// The outcome of the latest operation of this store. Held by the store; never null.
     virtual VReportMessageParams* GetLastReport() = 0;
+
+    /// For many reads one after the other: until this store closes, or a unit begins, they see one state of the store,
+    /// which costs less than a look at the medium for each. Writers of other processes wait so long. A provider without
+    /// such views does nothing.
+    virtual void HoldView() {}
 };
 
 /// The host's factory object: where the settings are kept.

@@ -44,6 +44,7 @@ class VProfileStore {
     /// The keys opened from this store must be closed before.
     [[nodiscard]] bool Close() { return impl->Close(); }
     VReportMessageParams* GetLastReport() { return impl->GetLastReport(); }
+    void HoldView() { impl->HoldView(); }
 
   private:
     friend class VProfileKey;

@@ -45,6 +45,7 @@ inline constexpr MessageRow kSystemMessages[] = {
     {317, u"There is no message for this number."},
     {1015, u"The store is damaged and cannot be read."},
     {1018, u"The key was deleted."},
+    {1067, u"The program ended at once with a failure."},
     {1113, u"A character has no counterpart in the encoding of the text."},
     {1117, u"The device reported an error."},
     {1223, u"The operation was cancelled."},

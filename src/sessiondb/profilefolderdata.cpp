@@ -71,9 +71,7 @@ ProfileFolderData::ProfileFolderData(const VUnicodeString& path, bool readOnly)
 
 void ProfileFolderData::Enumerate(VProfileStore& store, bool hideDotEntries) {
     const VUnicodeString folderKeyPath = GetEntryParent(dataKeyPath);
-    VProfileKey* root = store.GetRootKey();
-    if (!root->KeyExists(folderKeyPath.GetData())) return;
-    VProfileKey folder(root, folderKeyPath.GetData(), 0);
+    VProfileKey folder(store.GetRootKey(), folderKeyPath.GetData(), 0);  // one that is not there has no children
     VProfileKeyIterator children(folder, false);
     VUnicodeString name;
     std::uint32_t kind = 0;

@@ -1,5 +1,7 @@
 #include "stores/common/profilestore.h"
 
+#include <utility>
+
 #include "platform/lasterror.h"
 #include "stores/common/storekey.h"
 
@@ -36,9 +38,15 @@ void StorePart::NoteDrop() {
     joinedAfter = ++tree->droppedUnits;
 }
 
+void StorePart::HoldView() {
+    if (closed || std::exchange(holdsView, true)) return;
+    tree->BeginView();
+}
+
 bool StorePart::Leave(VReportMessageParams& report) {
     if (closed) return true;
     closed = true;
+    if (holdsView) tree->EndView();
     tree->StoreClosed();
     if (!joined) return true;
     const bool isKept = !WasDropped();

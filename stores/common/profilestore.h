@@ -22,6 +22,7 @@ class StorePart {
     bool Join(VReportMessageParams& report);
     bool Commit(VReportMessageParams& report);
     void Abandon();
+    void HoldView();
     /// Ends the part; the last one commits. A second call gives true.
     bool Leave(VReportMessageParams& report);
 
@@ -33,6 +34,7 @@ class StorePart {
     std::shared_ptr<StoreTree> tree;
     std::uint64_t joinedAfter = 0;  ///< the tree's droppedUnits when this part last joined or dropped one itself
     bool joined = false;
+    bool holdsView = false;
     bool closed = false;
 };
 
@@ -46,6 +48,7 @@ class ProfileStore : public IProfileStoreImpl {
     bool Commit() override;
     void Abandon() override;
     bool Close() override;
+    void HoldView() override { part->HoldView(); }
     VReportMessageParams* GetLastReport() override { return &report; }
 
   private:

@@ -93,6 +93,10 @@ class StoreTree {
     virtual void StoreOpened() {}
     virtual void StoreClosed() {}
 
+    /// See IProfileStoreImpl::HoldView. Each call of the first has one of the second.
+    virtual void BeginView() {}
+    virtual void EndView() {}
+
     /// Cheap when a unit has begun. On failure: no unit has begun, or the one that has can only be abandoned.
     virtual bool BeginUnit(VReportMessageParams& report) = 0;
     /// Makes the unit durable; without one does nothing. On failure: as RollbackUnit.

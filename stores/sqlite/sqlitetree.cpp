@@ -1,6 +1,7 @@
 #include "stores/sqlite/sqlitetree.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/lasterror.h"
 #include "stores/common/keyname.h"
@@ -80,10 +81,25 @@ bool SqliteTree::IsWritable() {
 /// With no key in use nothing refers to the open file: the moment to notice that another one has taken its place.
 void SqliteTree::StoreOpened() {
     lastChecked.reset();
-    if (database == nullptr || inUnit || !nodes.empty() || !database->HasMoved()) return;
+    if (database == nullptr || inUnit || inView || !nodes.empty() || !database->HasMoved()) return;
     database.reset();
     names.Clear();
     paths.Clear();
+}
+
+void SqliteTree::BeginView() {
+    VReportMessageParams ignored;
+    const bool canBegin = views++ == 0 && Connect(ignored) && database != nullptr && !database->InTransaction();
+    inView = inView || (canBegin && database->Run(Sql::kBeginRead, ignored));
+}
+
+void SqliteTree::EndView() {
+    if (--views == 0) CloseView();
+}
+
+void SqliteTree::CloseView() {
+    VReportMessageParams ignored;
+    if (std::exchange(inView, false)) database->Run(Sql::kCommit, ignored);
 }
 
 bool SqliteTree::BeginUnit(VReportMessageParams& report) {
@@ -93,6 +109,7 @@ bool SqliteTree::BeginUnit(VReportMessageParams& report) {
     }
     if (database == nullptr && Open(true, report) != OpenResult::kReady) return false;
     if (database->IsReadOnly()) return report.Fail(platform::kAccessDenied);
+    CloseView();
     if (!database->Run(Sql::kBeginWrite, report)) return false;
     inUnit = true;
     ++unit;

@@ -23,7 +23,7 @@ class SqliteNode;
 struct TreeEntry;
 
 /// The transaction takes the write lock when the unit begins, so whatever is read inside it is what the commit will
-/// replace. Reads outside a unit are transactions of their own.
+/// replace. Reads outside a unit and a view are transactions of their own.
 class SqliteTree : public StoreTree {
   public:
     SqliteTree(const std::string& path, const SqliteStoreOptions& options) : file(path, options) {}
@@ -33,6 +33,8 @@ class SqliteTree : public StoreTree {
     bool IsWritable() override;
     void StoreOpened() override;
     void StoreClosed() override { lastChecked.reset(); }
+    void BeginView() override;
+    void EndView() override;
     bool BeginUnit(VReportMessageParams& report) override;
     bool CommitUnit(VReportMessageParams& report) override;
     void RollbackUnit() override;
@@ -73,6 +75,8 @@ class SqliteTree : public StoreTree {
     PackedValues spareValues;  ///< empty, with the memory of a node that ended, for the next one
 
   private:
+    void CloseView();
+
     /// How far a name led: the key found last, the one above it, and where the first level that is absent begins.
     struct Reached {
         std::int64_t id = 0;
@@ -112,6 +116,8 @@ class SqliteTree : public StoreTree {
     std::int64_t lastId = 0;      ///< handed out in this unit; 0 before the first
     std::int64_t firstNewId = 0;  ///< of this unit; 0 before there is one
     bool inUnit = false;
+    bool inView = false;  ///< a transaction that only reads is open
+    std::size_t views = 0;
     bool unitFailed = false;
     VReportMessageParams unitFailure;
 };

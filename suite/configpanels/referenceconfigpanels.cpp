@@ -1,9 +1,15 @@
 #include "suite/configpanels/referenceconfigpanels.h"
 
-#include <string>
+#include <chrono>
 
 #include "config/appkind.h"
+#include "foundation/commandline.h"
+#include "foundation/messagetable.h"
+#include "foundation/textchecks.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "imports/hostcallbacks.h"
+#include "platform/codepage.h"
+#include "platform/lasterror.h"
 #include "platform/modules.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
@@ -16,10 +22,26 @@
 
 namespace connectdialog {
 
-bool IsSuiteProgramInstalled(const char* name) {
+std::string FindSuiteProgram(const char* name) {
     const std::string own = platform::ToNativePath(platform::GetExecutablePath());
-    const std::string beside = own.substr(0, own.rfind('/') + 1) + name;
-    return !platform::FindProgram(beside).empty() || !platform::FindProgram(name).empty();
+    const std::string beside = platform::FindProgram(own.substr(0, own.rfind('/') + 1) + name);
+    return beside.empty() ? platform::FindProgram(name) : beside;
+}
+
+bool ReadLaunchCommand(std::u16string_view line, std::vector<std::string>& words) {
+    constexpr std::u16string_view kOption = u" /S \"";
+    const VUnicodeString& shared = GetHostCallbacks().applicationCommandLine;
+    if (!line.starts_with(shared.View())) return false;
+    line.remove_prefix(shared.GetLength());
+    if (!line.starts_with(kOption) || line.size() == kOption.size() || !line.ends_with(u'"')) return false;
+    const std::u16string_view path = line.substr(kOption.size(), line.size() - kOption.size() - 1);
+    VStringArray sharedWords;
+    if (path.empty() || HasHalfCharacter(path) || !SplitCommandLine(shared, sharedWords)) return false;
+    words.clear();
+    for (const VUnicodeString& word : sharedWords) words.push_back(platform::ToNarrow(word));
+    words.emplace_back("/S");
+    words.push_back(platform::ToNarrow(path));
+    return true;
 }
 
 bool ReferenceConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t) {
@@ -41,15 +63,15 @@ bool ReferenceConfigPanels::IsIntegrated() {
 }
 
 bool ReferenceConfigPanels::IsNorHaldenInstalled() {
-    return IsSuiteProgramInstalled("norhalden");
+    return !FindSuiteProgram("norhalden").empty();
 }
 
 bool ReferenceConfigPanels::IsNorHaldenOrHaldenInstalled() {
-    return IsNorHaldenInstalled() || IsSuiteProgramInstalled("halden");
+    return IsNorHaldenInstalled() || !FindSuiteProgram("halden").empty();
 }
 
 bool ReferenceConfigPanels::IsTessalyInstalled() {
-    return IsSuiteProgramInstalled("tessaly");
+    return !FindSuiteProgram("tessaly").empty();
 }
 
 bool ReferenceConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
@@ -61,12 +83,23 @@ bool ReferenceConfigPanels::ValidateSessionName(const VUnicodeString& path, cons
     return fault == SessionNameFault::kNone;
 }
 
-void ReferenceConfigPanels::LaunchTerminalApp(VWindow* parent, const char16_t*) {
-    VMessageBox(parent, u"This version cannot start NorHalden from here."_v, kBoxWarning);
+void ReferenceConfigPanels::LaunchSister(VWindow* parent, const char* name, std::u16string_view commandLine) {
+    std::vector<std::string> words;
+    if (!ReadLaunchCommand(commandLine, words))
+        return (void)VMessageBox(parent, u"该会话不能交给另一个程序。"_v, kBoxWarning);
+    words.insert(words.begin(), FindSuiteProgram(name));
+    if (platform::StartProgram(words, std::chrono::milliseconds(0))) return;
+    VUnicodeString text;
+    text.Format(u"无法启动 %1：%2", VUnicodeString(name), FindSystemMessage(platform::GetLastErrorCode()));
+    VMessageBox(parent, text, kBoxWarning);
 }
 
-void ReferenceConfigPanels::LaunchFileTransferApp(VWindow* parent, const char16_t*) {
-    VMessageBox(parent, u"This version cannot start Tessaly from here."_v, kBoxWarning);
+void ReferenceConfigPanels::LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) {
+    LaunchSister(parent, "norhalden", commandLine);
+}
+
+void ReferenceConfigPanels::LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) {
+    LaunchSister(parent, "tessaly", commandLine);
 }
 
 int ReferenceConfigPanels::ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text,

@@ -1,6 +1,10 @@
 // The suite's answer to what the library asks of its configuration neighbour.
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "imports/configpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 
@@ -29,7 +33,8 @@ class ReferenceConfigPanels : public IConfigPanels {
     /// By CheckSessionName. A refusal is told in the words of WordSessionNameFault when there is a parent.
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
-    /// The programs of this suite cannot start each other yet: says so.
+    /// Start norhalden or tessaly with the words of ReadLaunchCommand, and tell in a box when it cannot be started;
+    /// what it cannot open it tells itself.
     void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) override;
     void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) override;
     /// A `suppress` of the global settings that the box changed is written to the store at once, whether or not the
@@ -41,10 +46,18 @@ class ReferenceConfigPanels : public IConfigPanels {
     bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent) override;
 
   private:
+    static void LaunchSister(VWindow* parent, const char* name, std::u16string_view commandLine);
+
     VRef<ReferenceGlobalConfig> global;
 };
 
-/// Whether a program of the suite is installed. `name` is the file's name.
-bool IsSuiteProgramInstalled(const char* name);
+/// The path of a program of the suite; the empty string when it is not installed. `name` is the file's name.
+std::string FindSuiteProgram(const char* name);
+
+/// Takes a launch command apart: `%1 /S "%2"`, where %1 is the application's command line and %2 a session's path. The
+/// words of the first are told by SplitCommandLine; the path is everything between the first quote behind them and the
+/// last, so that no name can end it early. `words` is UTF-8.
+/// On failure: false, for what is no such command.
+bool ReadLaunchCommand(std::u16string_view line, std::vector<std::string>& words);
 
 }  // namespace connectdialog

@@ -57,6 +57,7 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
         kMember<&Self::useNewSessionWizard>,
         kMember<&Self::updateReminderSuppressed>,
         kMember<&Self::lastUpdateReminder>,
+        kMember<&Self::terminalCommand>,
     };
     return kMembers;
 }
@@ -99,6 +100,7 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     useNewSessionWizard.Load(&key, u"Use New Session Wizard"_v, true);
     updateReminderSuppressed.Load(&key, u"Update Reminder Suppressed"_v, 0);
     lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
+    terminalCommand.Load(&key, u"Terminal Command"_v, VUnicodeString());
 }
 
 bool ReferenceGlobalConfig::Write(VProfileData& settings, bool force) {

@@ -25,6 +25,9 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
     /// somebody else's: false. Then a next Save writes it.
     bool SaveOne(VProfileData& setting);
 
+    /// The command that opens a window with a terminal for a session, as words of a command line; empty: the system's.
+    VProfileText terminalCommand;
+
   private:
     ~ReferenceGlobalConfig() override = default;
 

@@ -2,11 +2,9 @@
 
 #include <string>
 
-#include "foundation/texttools.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "imports/dialogkit/appname.h"
-#include "platform/modules.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/sessionoptions.h"
@@ -24,26 +22,25 @@ ReferenceConfigPanels& GetReferenceConfigPanels() {
     return panels;
 }
 
-void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& factory) {
+void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& factory, const HostParts& parts) {
     currentFactory = &factory;
     SetAppName(appName);
     GetReferenceConfigPanels().ReloadGlobalConfig();
     InstallConfigPanels(&GetReferenceConfigPanels());
 
-    const VUnicodeString program = VQuoteIfNeeded(VUnicodeString(platform::GetExecutablePath()), u"\"\"", u" ");
     ConnectDialogDllInitProfileFactory([] { return currentFactory; });
     ConnectDialogDllInit(nullptr, nullptr);
-    ConnectDialogInitApplicationCommandLine(program.GetData());
-    ConnectDialogInitGUI(nullptr, ShowSessionOptions, nullptr);
+    ConnectDialogInitApplicationCommandLine(parts.commandLine.GetData());
+    ConnectDialogInitGUI(parts.icon, ShowSessionOptions, parts.help);
 }
 
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
-                                                         VUnicodeString& notice) {
+                                                         VUnicodeString& notice, const HostParts& parts) {
     VReportMessageParams report;
     auto factory = stores::OpenProfileStoreFactory(url.IsEmpty() ? stores::GetDefaultStoreUrl() : url, report);
     const char16_t* const what = factory ? u"a damaged store was set aside: " : u"the store cannot be opened: ";
     if (report.GetCode() != 0) notice = what + DescribeReport(report);
-    if (factory) InstallReferenceSuite(appName, *factory);
+    if (factory) InstallReferenceSuite(appName, *factory, parts);
     return factory;
 }
 

@@ -4,12 +4,23 @@
 #include <memory>
 
 #include "foundation/vunicodestring.h"
+#include "imports/hostcallbacks.h"
 
 namespace connectdialog {
 
 class ReferenceConfigPanels;
+class VIcon;
 class VProfileStoreFactory;
 class VReportMessageParams;
+
+/// What a host has that a tool has not.
+struct HostParts {
+    /// The words with which the programs of the suite start each other, as a command line: what stands before the
+    /// session in a launch command.
+    VUnicodeString commandLine;
+    VIcon* icon = nullptr;
+    HelpFunction help = nullptr;
+};
 
 /// Makes the library ready for a host or a tool: the application's name, the reference global settings and protocols,
 /// the store, and the library's start-up calls in their order (so stored data of older versions is brought up to date).
@@ -18,13 +29,14 @@ class VReportMessageParams;
 /// "Tessaly" transfers files; any other name is a tool without a side. It may be called again with another store (tests
 /// do): nothing that was read from the former one is kept.
 /// Requires: `factory` stays the caller's and outlives every use of the library.
-void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& factory);
+void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& factory,
+                           const HostParts& parts = HostParts());
 
 /// Opens the store that `url` names, or the user's own when it is empty, and installs the suite over it. `notice` is
 /// what the user should know, on one line: why it failed, or that a damaged store was set aside; else empty.
 /// On failure: null, and nothing is installed.
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
-                                                         VUnicodeString& notice);
+                                                         VUnicodeString& notice, const HostParts& parts = HostParts());
 
 /// A report for the user, on one line without a full stop: its text and, in brackets, what it is about and the cause,
 /// where the text does not name them itself.

@@ -32,6 +32,24 @@ const ConnectConfig* PickSide(const ISessionConfig& session, LaunchFault& fault)
     }
 }
 
+std::string ProgramOf(const LaunchCommand& command) {
+    return command.arguments.empty() ? std::string() : command.arguments.front();
+}
+
+/// Tells the last error in words. Always false.
+bool FailToStart(const LaunchCommand& command, VReportMessageParams& report) {
+    const std::uint32_t cause = platform::GetLastErrorCode();
+    RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
+    const bool canBeInstalled = cause == platform::kFileNotFound && !command.package.empty();
+    report.Fail(canBeInstalled ? kLaunchNotInstalledPackage : kLaunchNotInstalled,
+                VUnicodeString(ProgramOf(command).c_str()).GetData());
+    if (canBeInstalled)
+        report.AddInsert(std::string(command.package).c_str());
+    else
+        report.AddInsert(FindSystemMessage(cause));
+    return false;
+}
+
 }  // namespace
 
 bool BuildLaunchCommand(const ConnectConfig& config, LaunchCommand& command, VReportMessageParams& report) {
@@ -53,19 +71,12 @@ bool BuildLaunchCommand(const ISessionConfig& session, LaunchCommand& command, V
     return BuildLaunchCommand(*config, command, report);
 }
 
+bool FindClient(const LaunchCommand& command, VReportMessageParams& report) {
+    return !platform::FindProgram(ProgramOf(command)).empty() || FailToStart(command, report);
+}
+
 bool BecomeClient(const LaunchCommand& command, VReportMessageParams& report) {
-    RegisterMessageTable(GetFallbackMessageModule(), kLaunchMessages);
-    const std::string program = command.arguments.empty() ? std::string() : command.arguments.front();
-    if (platform::ReplaceProcess(command.arguments)) return true;
-    const std::uint32_t cause = platform::GetLastErrorCode();
-    const bool canBeInstalled = cause == platform::kFileNotFound && !command.package.empty();
-    report.Fail(canBeInstalled ? kLaunchNotInstalledPackage : kLaunchNotInstalled,
-                VUnicodeString(program.c_str()).GetData());
-    if (canBeInstalled)
-        report.AddInsert(std::string(command.package).c_str());
-    else
-        report.AddInsert(FindSystemMessage(cause));
-    return false;
+    return platform::ReplaceProcess(command.arguments) || FailToStart(command, report);
 }
 
 }  // namespace connectdialog

@@ -37,8 +37,12 @@ bool BuildLaunchCommand(const ISessionConfig& session, LaunchCommand& command, V
 /// The same for one protocol's settings. Fails for settings that another plug-in made.
 bool BuildLaunchCommand(const ConnectConfig& config, LaunchCommand& command, VReportMessageParams& report);
 
-/// Becomes the client: does not come back. Keys and stores must be closed before.
+/// Whether the client's program is there.
 /// On failure: false, and the report's text tells which program is missing and which package has it.
+bool FindClient(const LaunchCommand& command, VReportMessageParams& report);
+
+/// Becomes the client: does not come back. Keys and stores must be closed before.
+/// On failure: false with a report like that of FindClient.
 bool BecomeClient(const LaunchCommand& command, VReportMessageParams& report);
 
 }  // namespace connectdialog

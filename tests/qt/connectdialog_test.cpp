@@ -1,5 +1,7 @@
 // A user's ways through the connect dialog on real widgets: each part of the back end takes part in one.
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
 #include <QTest>
 
 #include "imports/dialogkit/vmessagebox.h"
@@ -145,13 +147,45 @@ TEST_F(QtConnectDialog, ControlsFollowTheSizeThatTheUserGives) {
     EXPECT_GE(Window().GetFrame().width(), Window().GetControl(kTerminalToolbar)->sizeHint().width());
 }
 
-TEST_F(QtConnectDialog, ItIsClosedInTheMiddleOfARenameOfAFreshFolder) {
+TEST_F(QtConnectDialog, ItIsClosedInTheMiddleOfARenameOrOfFinding) {
+    AddSessions({u"alpha", u"beta"});
     Open();
     EXPECT_TRUE(Window().Press(ConnectCommands::kBarNewFolder));
     ASSERT_TRUE(Tree().IsEditing());
     Window().CloseByFrame();
     dialog->Destroy();
-    EXPECT_EQ(StoredIn(u""), "New Folder/");
+    EXPECT_EQ(StoredIn(u""), "New Folder/ alpha beta");
+    Open();
+    Expand(u"");
+    qt.ExpectDialog(FindSessionIds::kDialog, [&](QtUserDialog& find) {
+        Window().CloseByFrame();
+        find.Type(FindSessionIds::kText, u"bet"_v);
+        find.PressKey(kKeyReturn);
+    });
+    Window().PressKey(u'F', Accelerator::kControl);
+    EXPECT_EQ(dialog->GetResult(), kDialogCancelled);
+}
+
+TEST_F(QtConnectDialog, AProgramThatHoldsTheClipboardAndDoesNotAnswerIsWaitedForAWhileOnly) {
+    if (QGuiApplication::platformName() != QStringLiteral("xcb")) GTEST_SKIP() << "no clipboard of others here";
+    AddSessions({u"alpha"});
+    Open();
+    Expand(u"");
+    Click(u"alpha");
+    Window().PressKey(u'C', Accelerator::kControl);
+    QProcess owner;
+    owner.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--hold-clipboard")});
+    ASSERT_TRUE(owner.waitForReadyRead());
+    QElapsedTimer timer;
+    timer.start();
+    Window().PressKey(u'V', Accelerator::kControl);
+    EXPECT_LT(timer.elapsed(), 20000);
+    EXPECT_EQ(StoredIn(u""), "alpha");
+    Window().PressKey(u'C', Accelerator::kControl);
+    Window().PressKey(u'V', Accelerator::kControl);
+    EXPECT_EQ(StoredIn(u""), "alpha alpha (1)") << "who copies owns the clipboard";
+    owner.kill();
+    owner.waitForFinished();
 }
 
 }  // namespace

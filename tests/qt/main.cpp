@@ -1,7 +1,11 @@
 // The tests of the desktop's back end run in an application of their own, without a screen unless one is asked for.
-// With --screenshots FOLDER [--dark] it takes pictures of the dialogs instead.
+// With --screenshots FOLDER [--dark] it takes pictures of the dialogs instead; with --hold-clipboard it is another
+// program that copied something and hangs.
 #include <QApplication>
+#include <QClipboard>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <iostream>
 
 #include "screenshots.h"
 
@@ -15,6 +19,12 @@ int main(int argumentCount, char** arguments) {
     if (words.value(1) == QStringLiteral("--screenshots")) {
         if (words.contains(QStringLiteral("--dark"))) connectdialog::test::GoDark();
         return connectdialog::test::TakeScreenshots(words.value(2)) ? 0 : 1;
+    }
+    if (words.value(1) == QStringLiteral("--hold-clipboard")) {
+        QGuiApplication::clipboard()->setText(words.value(1));
+        QApplication::processEvents();
+        std::cout << "held" << std::endl;
+        return std::raise(SIGSTOP);
     }
     ::testing::InitGoogleTest(&argumentCount, arguments);
     return RUN_ALL_TESTS();

@@ -197,14 +197,5 @@ TEST_F(QtDialogs, ADialogThatGoesWithTheWindowUnderItTellsItsEndOnce) {
     over.Destroy();
 }
 
-TEST_F(QtDialogs, ADialogIsClosedInTheMiddleOfARename) {
-    notes.Plant();
-    Run([&](QtUserDialog& dialog) {
-        notes.view->BeginLabelEdit(notes.Child(0));
-        dialog.CloseByFrame();
-    });
-    EXPECT_EQ(notes.Take(), "edit:a 2 edited:a:cancelled");
-}
-
 }  // namespace
 }  // namespace connectdialog::test

@@ -110,18 +110,6 @@ TEST_F(QtTrees, AShortPullIsNoDragAndAnExpanderIsNotDragged) {
     });
 }
 
-TEST_F(QtTrees, ADialogIsClosedInTheMiddleOfADrag) {
-    if (QGuiApplication::platformName() == QStringLiteral("offscreen")) GTEST_SKIP() << "no drags on this screen";
-    Run([&](QtUserDialog&, QtUserTree& user) {
-        EXPECT_TRUE(user.Drag(notes.Child(1), [&](QtUserDrag& drag) {
-            drag.MoveTo(user.PointOn(notes.Child(3)));
-            notes.EndDialog(kDialogAccepted);
-        }));
-        EXPECT_FALSE(tree->IsDragging());
-    });
-    EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 leave dragged:0");
-}
-
 TEST_F(QtTrees, ARestingDragIsToldOn) {
     Run([&](QtUserDialog&, QtUserTree& user) {
         user.DragFromOutside({u"FolderTree"_v, {}}, [&](QtUserDrag& drag) {

@@ -25,10 +25,6 @@ namespace connectdialog::test {
 
 QtUserDialog::QtUserDialog(QtDialogFrame& frame) : frame(frame), window(*frame.GetWindow()) {}
 
-QWidget* QtUserDialog::GetControl(int id) const {
-    return window.GetControl(id);
-}
-
 QWidget* QtUserDialog::FindUsable(int id) const {
     QWidget* control = GetControl(id);
     return !IsClosed() && control != nullptr && control->isEnabled() && control->isVisible() ? control : nullptr;
@@ -95,10 +91,6 @@ bool QtUserDialog::CloseByFrame() {
     return true;
 }
 
-void QtUserDialog::Elapse(unsigned milliseconds) {
-    QTest::qWait(static_cast<int>(milliseconds));
-}
-
 bool QtUserDialog::Resize(std::int32_t width, std::int32_t height) {
     if (IsClosed()) return false;
     frame.resize(width, height);
@@ -106,29 +98,11 @@ bool QtUserDialog::Resize(std::int32_t width, std::int32_t height) {
     return true;
 }
 
-int QtUserDialog::GetTemplateId() const {
-    return window.GetTemplateId();
-}
-VUnicodeString QtUserDialog::GetTitle() const {
-    return FromQt(frame.windowTitle());
-}
 int QtUserDialog::GetFocus() const {
     return frame.focusWidget() != nullptr ? frame.focusWidget()->objectName().toInt() : kNoId;
 }
 bool QtUserDialog::IsClosed() const {
     return frame.IsGivenUp() || !frame.isVisible();
-}
-VUnicodeString QtUserDialog::GetText(int id) const {
-    return window.GetText(id);
-}
-bool QtUserDialog::IsChecked(int id) const {
-    return window.IsChecked(id);
-}
-bool QtUserDialog::IsEnabled(int id) const {
-    return window.IsEnabled(id);
-}
-bool QtUserDialog::IsShown(int id) const {
-    return window.IsShown(id);
 }
 
 QtUserTree* QtUserDialog::GetTree(int id) {
@@ -181,10 +155,6 @@ bool QtUserTree::ClickExpander(TreeItem item) {
     if (point.x < 0) return false;
     ClickAt(point);
     return true;
-}
-
-void QtUserTree::ClickAt(VPoint point, KeyModifiers modifiers) {
-    ClickWidget(*tree->viewport(), ToQt(point), modifiers);
 }
 
 bool QtUserTree::PressKey(std::uint16_t key, KeyModifiers modifiers) {
@@ -247,12 +217,6 @@ VUnicodeString QtUserTree::GetTip(TreeItem item) const {
     return FromQt(QTextDocumentFragment::fromHtml(markup).toPlainText());
 }
 
-bool QtUserTree::IsEditing() const {
-    return tree->GetEditor() != nullptr;
-}
-TreeItem QtUserTree::GetEdited() const {
-    return tree->GetEdited();
-}
 VUnicodeString QtUserTree::GetEditText() const {
     return tree->GetEditor() != nullptr ? FromQt(tree->GetEditor()->text()) : VUnicodeString();
 }
@@ -291,10 +255,6 @@ DropEffect QtUserDrag::MoveTo(VPoint newPoint, KeyModifiers newModifiers) {
     return GetEffect();
 }
 
-void QtUserDrag::Wait(unsigned milliseconds) {
-    QTest::qWait(static_cast<int>(milliseconds));
-}
-
 void QtUserDrag::Leave() {
     if (!std::exchange(isInside, false)) return;
     if (outside == nullptr)
@@ -314,10 +274,6 @@ bool QtUserDrag::Drop() {
     isInside = false;
     isOver = true;
     return isTaken;
-}
-
-DropEffect QtUserDrag::GetEffect() const {
-    return tree.GetDropEffect();
 }
 
 void QtUserDrag::Finish() {

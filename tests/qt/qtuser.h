@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTest>
 #include <deque>
 #include <functional>
 #include <string>
@@ -10,17 +11,15 @@
 
 #include "imports/dialogkit/treeview.h"
 #include "imports/dialogkit/vpopupmenu.h"
+#include "qtinput.h"
 #include "suite/dialogkit/qt/qtdialogkit.h"
+#include "suite/dialogkit/qt/qtdialogwindow.h"
+#include "suite/dialogkit/qt/qttext.h"
+#include "suite/dialogkit/qt/qttree.h"
 
 class QMenu;
 class QMessageBox;
 class QWidget;
-
-namespace connectdialog {
-class QtDialogFrame;
-class QtDialogWindow;
-class QtTree;
-}  // namespace connectdialog
 
 namespace connectdialog::test {
 
@@ -32,11 +31,11 @@ class QtUserDrag {
     QtUserDrag(QtTree& tree, const VDragData* outside) : tree(tree), outside(outside) {}
 
     DropEffect MoveTo(VPoint point, KeyModifiers modifiers = 0);
-    void Wait(unsigned milliseconds);
+    void Wait(unsigned milliseconds) { QTest::qWait(static_cast<int>(milliseconds)); }
     void Leave();
     /// True when something would be dropped there.
     bool Drop();
-    DropEffect GetEffect() const;
+    DropEffect GetEffect() const { return tree.GetDropEffect(); }
     /// Gives up what the script did not end.
     void Finish();
 
@@ -60,7 +59,7 @@ class QtUserTree {
     bool RightClick(TreeItem item);
     bool DoubleClick(TreeItem item);
     bool ClickExpander(TreeItem item);
-    void ClickAt(VPoint point, KeyModifiers modifiers = 0);
+    void ClickAt(VPoint point, KeyModifiers modifiers = 0) { ClickWidget(*tree->viewport(), ToQt(point), modifiers); }
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
     bool TypeLabel(const VUnicodeString& text);
     bool CancelLabel();
@@ -71,8 +70,8 @@ class QtUserTree {
     std::string Read() const;
     VPoint PointOn(TreeItem item, std::int32_t dy = -1) const;
     VUnicodeString GetTip(TreeItem item) const;
-    bool IsEditing() const;
-    TreeItem GetEdited() const;
+    bool IsEditing() const { return tree->GetEditor() != nullptr; }
+    TreeItem GetEdited() const { return tree->GetEdited(); }
     VUnicodeString GetEditText() const;
     QtTree& GetWidget() const { return *tree; }
 
@@ -92,20 +91,20 @@ class QtUserDialog {
     bool PressLabelled(const VUnicodeString& label);
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
     bool CloseByFrame();
-    void Elapse(unsigned milliseconds);
+    void Elapse(unsigned milliseconds) { QTest::qWait(static_cast<int>(milliseconds)); }
     bool Resize(std::int32_t width, std::int32_t height);
 
-    int GetTemplateId() const;
-    VUnicodeString GetTitle() const;
+    int GetTemplateId() const { return window.GetTemplateId(); }
+    VUnicodeString GetTitle() const { return FromQt(frame.windowTitle()); }
     int GetFocus() const;
     bool IsClosed() const;
-    VUnicodeString GetText(int id) const;
-    bool IsChecked(int id) const;
-    bool IsEnabled(int id) const;
-    bool IsShown(int id) const;
+    VUnicodeString GetText(int id) const { return window.GetText(id); }
+    bool IsChecked(int id) const { return window.IsChecked(id); }
+    bool IsEnabled(int id) const { return window.IsEnabled(id); }
+    bool IsShown(int id) const { return window.IsShown(id); }
     QtUserTree* GetTree(int id);
     QtDialogFrame& GetFrame() const { return frame; }
-    QWidget* GetControl(int id) const;
+    QWidget* GetControl(int id) const { return window.GetControl(id); }
 
   private:
     /// The control when the user can use it; null once the dialog is closed.

@@ -178,6 +178,37 @@ TEST(StoreProcesses, AWriterThatWaitsTooLongFailsAndLosesNothing) {
     EXPECT_EQ(DumpStore(*mine, {u"mine", u"theirs"}), "k 5\n  .mine=3\n  .theirs=2\n");
 }
 
+TEST(StoreProcesses, AViewIsOneStateUntilItsStoreClosesOrAUnitBegins) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "store.db";
+    const Factory factory = OpenFile(path, 50);
+    const Factory other = OpenFile(path, 50);
+    const auto write = [](VProfileStoreFactory& into, std::uint32_t value) {
+        VProfileStore store(&into);
+        return VProfileKey(store.GetRootKey(), u"k", 0).WriteDword(u"v", value) && store.Close();
+    };
+    ASSERT_TRUE(write(*factory, 1));
+    {
+        VProfileStore viewer(factory.get());
+        viewer.HoldView();
+        EXPECT_EQ(ReadDwordOr(*factory, u"k", u"v", 0), 1U);
+        EXPECT_FALSE(write(*other, 2)) << "it waits as long as the view is held";
+        EXPECT_EQ(ReadDwordOr(*factory, u"k", u"v", 0), 1U);
+        EXPECT_TRUE(write(*factory, 3)) << "our own unit ends the view";
+        EXPECT_TRUE(write(*other, 4));
+        EXPECT_EQ(ReadDwordOr(*factory, u"k", u"v", 0), 4U);
+    }
+    {
+        VProfileStore outer(factory.get());
+        VProfileStore inner(factory.get());
+        outer.HoldView();
+        inner.HoldView();
+        EXPECT_TRUE(outer.Close());
+        EXPECT_EQ(ReadDwordOr(*factory, u"k", u"v", 0), 4U);
+    }
+    EXPECT_TRUE(write(*other, 5));
+}
+
 TEST(StoreProcesses, AKeyThatAnotherMadeAnewIsFoundWhereItIsNow) {
     const TemporaryFolder folder;
     const Factory mine = OpenFile(folder / "store.db");

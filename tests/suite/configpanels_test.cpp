@@ -1,3 +1,4 @@
+#include "frame/connectdialogapi.h"
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
@@ -33,7 +34,7 @@ TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
               u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
               u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
               u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "
-              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, ");
+              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, Terminal Command, ");
 }
 
 TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
@@ -51,6 +52,22 @@ TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
     GetReferenceConfigPanels().ReloadGlobalConfig();
     EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
     EXPECT_EQ(global->sessionArrangementMode.Get(), 2);
+}
+
+TEST_F(ConfigPanelsTest, ALaunchCommandNamesItsOneSessionWhateverTheName) {
+    using Words = std::vector<std::string>;
+    ConnectDialogInitApplicationCommandLine(u"--store \"sqlite:/a b\"");
+    const std::u16string_view shared = u"--store \"sqlite:/a b\" /S ";
+    const std::pair<std::u16string_view, std::string_view> rows[] = {
+        {u"\"A\\B\"", "A\\B"}, {u"\"x\" /S \"y\"", "x\" /S \"y"}, {u"\"--help\"", "--help"}, {u"\"\"\"", "\""}};
+    Words words;
+    for (const auto& [quoted, path] : rows) {
+        EXPECT_TRUE(ReadLaunchCommand(std::u16string(shared) + std::u16string(quoted), words));
+        EXPECT_EQ(words, (Words{"--store", "sqlite:/a b", "/S", std::string(path)}));
+    }
+    for (const std::u16string_view bad : {u"", u"\"", u"\"\"", u"\"x", u"x\"", u"\"\xD800\""})
+        EXPECT_FALSE(ReadLaunchCommand(std::u16string(shared) + std::u16string(bad), words));
+    EXPECT_FALSE(ReadLaunchCommand(u"--other /S \"x\"", words));
 }
 
 TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
@@ -75,8 +92,8 @@ TEST_F(ConfigPanelsTest, TheProductFollowsFromTheApplicationsName) {
     EXPECT_EQ(GetCurrentAppProductID(), AppKind::kTessaly);
     InstallReferenceSuite(u"Other"_v, *factory);
     EXPECT_EQ(GetCurrentAppProductID(), AppKind::kUnknown);
-    EXPECT_TRUE(IsSuiteProgramInstalled("sh"));
-    EXPECT_FALSE(IsSuiteProgramInstalled("no-such-program-anywhere"));
+    EXPECT_NE(FindSuiteProgram("sh"), "");
+    EXPECT_EQ(FindSuiteProgram("no-such-program-anywhere"), "");
 }
 
 TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {

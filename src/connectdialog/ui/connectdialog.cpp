@@ -1,5 +1,6 @@
 #include "connectdialog/ui/connectdialog.h"
 
+#include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vpopupmenu.h"
 #include "resources/connectcommands.h"
@@ -63,6 +64,8 @@ void ConnectDialog::OnDestroy() {
     // Before the settings are saved with the state of the tree.
     FetchGlobalConfig()->connectDialogPlacement.Set(GetWindow()->GetPlacement());
     SaveTreeState();
+    if (pendingLaunchKind == PendingLaunch::kTerminal) LaunchTerminalApp(this, pendingLaunchCommand.GetData());
+    if (pendingLaunchKind == PendingLaunch::kFileTransfer) LaunchFileTransferApp(this, pendingLaunchCommand.GetData());
     lastWidth = 0;
     toolbar.Detach();
     tree.Detach();

@@ -65,6 +65,11 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
 
     VMultiSelTreeCtrl& GetTree() { return tree; }
 
+    /// What a derived dialog lets start the sister application once the window is gone.
+    enum class PendingLaunch : int { kNone = 293, kTerminal = 294, kFileTransfer = 295 };
+    PendingLaunch pendingLaunchKind = PendingLaunch::kNone;
+    VUnicodeString pendingLaunchCommand;
+
   private:
     // Events of the tree.
     void OnItemDeleted(void* data) override { delete static_cast<SessionItemData*>(data); }

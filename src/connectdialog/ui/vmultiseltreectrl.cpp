@@ -108,24 +108,32 @@ void VMultiSelTreeCtrl::OnMouseDown(MouseButton button, VPoint point, KeyModifie
 
 void VMultiSelTreeCtrl::ClickLeft(VPoint point, KeyModifiers modifiers) {
     const TreeHit place = view->HitTest(point);
-    if (place.part == TreePart::kExpander) return SetExpanded(place.item, !items.HasState(place.item, kTreeExpanded));
     const TreeItem hit = ItemFromPoint(point);
-    if (hit == TreeItem::kNone) return;
-    const bool wasAlone = items.GetSelectedCount() == 1 && items.HasState(hit, kTreeSelected);
-    if (wasAlone && hit == items.GetCaret() && modifiers == Accelerator::kNone && place.part == TreePart::kLabel)
+    if (place.part == TreePart::kExpander)
+        SetExpanded(place.item, !items.HasState(place.item, kTreeExpanded));
+    else if (hit != TreeItem::kNone)
+        MayRename(place, modifiers);
+    if (!Has(modifiers, Accelerator::kShift)) anchor = TreeItem::kNone;
+    if (hit != TreeItem::kNone) SelectByClick(hit, modifiers);
+    owner.OnTreeSelectionChanged();
+}
+
+void VMultiSelTreeCtrl::MayRename(const TreeHit& hit, KeyModifiers modifiers) {
+    const bool isAlone = items.GetSelectedCount() == 1 && items.HasState(hit.item, kTreeSelected);
+    if (isAlone && hit.item == items.GetCaret() && modifiers == Accelerator::kNone && hit.part == TreePart::kLabel)
         renameTimer = window->StartTimer(kDoubleClickMilliseconds);
+}
+
+void VMultiSelTreeCtrl::SelectByClick(TreeItem hit, KeyModifiers modifiers) {
     if (Has(modifiers, Accelerator::kShift)) {
         if (!items.IsValid(anchor)) anchor = items.GetCaret() != TreeItem::kNone ? items.GetCaret() : hit;
         items.SetCaret(hit);
         SelectRange(anchor, hit, Has(modifiers, Accelerator::kControl));
+    } else if (Has(modifiers, Accelerator::kControl)) {
+        ToggleOne(hit);
     } else {
-        anchor = TreeItem::kNone;
-        if (Has(modifiers, Accelerator::kControl))
-            ToggleOne(hit);
-        else
-            MakeOnlySelected(hit);
+        MakeOnlySelected(hit);
     }
-    owner.OnTreeSelectionChanged();
 }
 
 void VMultiSelTreeCtrl::ToggleOne(TreeItem item) {

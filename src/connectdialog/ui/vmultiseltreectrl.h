@@ -63,6 +63,8 @@ class VMultiSelTreeCtrl : private ITreeEvents {
     bool OnDrop(const VDragData& data, VPoint point, DropEffect effect) override;
 
     void ClickLeft(VPoint point, KeyModifiers modifiers);
+    void MayRename(const TreeHit& hit, KeyModifiers modifiers);
+    void SelectByClick(TreeItem hit, KeyModifiers modifiers);
     void ClickRight(VPoint point);
     /// From `first` to `last` as they are seen; other items are switched off unless they are kept.
     void SelectRange(TreeItem first, TreeItem last, bool keepOthers);

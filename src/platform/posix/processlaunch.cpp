@@ -113,15 +113,18 @@ class StandBack {
 /// The signal settings a program starts with.
 class SpawnAttributes {
   public:
-    explicit SpawnAttributes(const StandBack& standBack) {
+    explicit SpawnAttributes(const StandBack& standBack) : SpawnAttributes(0, &standBack) {}
+    /// `moreFlags` are those of posix_spawnattr_setflags beside the signals'.
+    explicit SpawnAttributes(short moreFlags, const StandBack* standBack = nullptr) {
         sigset_t signals;
         posix_spawnattr_init(&attributes);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&attributes, &signals);
         sigaddset(&signals, SIGPIPE);
-        standBack.AddDefaults(signals);
+        if (standBack != nullptr) standBack->AddDefaults(signals);
         posix_spawnattr_setsigdefault(&attributes, &signals);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        const int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | moreFlags;
+        posix_spawnattr_setflags(&attributes, static_cast<short>(flags));
     }
     SpawnAttributes(const SpawnAttributes&) = delete;
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
@@ -131,6 +134,32 @@ class SpawnAttributes {
   private:
     posix_spawnattr_t attributes;
 };
+
+/// Starts a program that speaks to nobody. On failure: false with the last error.
+bool SpawnMute(const std::vector<std::string>& arguments, short moreFlags, pid_t& process) {
+    NativeCommand command;
+    if (!command.Prepare(arguments)) return false;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    const SpawnAttributes attributes(moreFlags);
+    const int error =
+        posix_spawn(&process, command.GetProgram(), &actions, attributes.Get(), command.GetArguments(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    return error == 0 || FailWith(ErrorFromErrno(error));
+}
+
+/// Waits for the end of a program, up to `patience`.
+bool HasEnded(pid_t process, std::chrono::milliseconds patience, int& status) {
+    constexpr std::chrono::milliseconds kStep{5};
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (waitpid(process, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() >= end) return false;
+        std::this_thread::sleep_for(kStep);
+    }
+    return true;
+}
 
 bool WaitForEnd(pid_t process, int& exitCode) {
     waitedFor = process;
@@ -188,27 +217,22 @@ bool HasTerminal() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
-bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
-    constexpr std::chrono::milliseconds kStep{5};
-    NativeCommand command;
-    if (!command.Prepare(arguments)) return false;
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
     pid_t process = 0;
-    const int error = posix_spawn(&process, command.GetProgram(), &actions, nullptr, command.GetArguments(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) return FailWith(ErrorFromErrno(error));
-    const auto end = std::chrono::steady_clock::now() + patience;
     int status = 0;
-    while (waitpid(process, &status, WNOHANG) == 0) {
-        if (std::chrono::steady_clock::now() >= end) {
-            kill(process, SIGKILL);
-            waitpid(process, &status, 0);
-            return FailWith(kTimeout);
-        }
-        std::this_thread::sleep_for(kStep);
+    if (!SpawnMute(arguments, POSIX_SPAWN_SETSID, process)) return false;
+    const bool isFine = !HasEnded(process, patience, status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    return isFine || FailWith(kProcessAborted);
+}
+
+bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
+    pid_t process = 0;
+    int status = 0;
+    if (!SpawnMute(arguments, 0, process)) return false;
+    if (!HasEnded(process, patience, status)) {
+        kill(process, SIGKILL);
+        waitpid(process, &status, 0);
+        return FailWith(kTimeout);
     }
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }

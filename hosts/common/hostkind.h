@@ -1,0 +1,30 @@
+// What the hosts differ in.
+#pragma once
+
+#include <string_view>
+
+#include "sessiondb/runningsessions.h"
+
+namespace connectdialog::hosts {
+
+struct HostKind {
+    const char* program;
+    /// Decides the side on which sessions are opened.
+    const char16_t* appName;
+    /// Under it others ask which sessions are open.
+    std::u16string_view frameClass;
+    /// The connect dialog's.
+    const char16_t* title;
+    /// For the usage: what it does with a session.
+    const char* purpose;
+};
+
+inline constexpr HostKind kNorHalden{"norhalden", u"NorHalden", kNorHaldenFrameClass, u"NorHalden - 连接",
+                                     "Opens saved sessions in a terminal, each with its protocol's client."};
+inline constexpr HostKind kTessaly{"tessaly", u"Tessaly", kTessalyFrameClass, u"Tessaly - 连接",
+                                   "Opens saved sessions for the transfer of files, each with its protocol's client."};
+
+/// Does what the command line asks for; gives the exit code.
+int RunHost(const HostKind& kind, int argc, char** argv);
+
+}  // namespace connectdialog::hosts

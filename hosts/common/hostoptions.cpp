@@ -1,0 +1,130 @@
+#include "hosts/common/hostoptions.h"
+
+#include <algorithm>
+
+#include "foundation/textchecks.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
+bool IsOption(std::string_view argument, std::string_view option) {
+    const auto toUpper = [](char letter) {
+        return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 32) : letter;
+    };
+    return std::ranges::equal(argument, option, {}, toUpper);
+}
+
+bool PercentDecode(std::string_view text, std::string& decoded) {
+    decoded.clear();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            decoded += text[i];
+            continue;
+        }
+        const std::size_t high = i + 2 < text.size() ? kHexDigits.find(text[i + 1]) : std::string_view::npos;
+        const std::size_t low = i + 2 < text.size() ? kHexDigits.find(text[i + 2]) : std::string_view::npos;
+        if (high == std::string_view::npos || low == std::string_view::npos) return false;
+        decoded += static_cast<char>(high * 16 + low);
+        i += 2;
+    }
+    return true;
+}
+
+class Reader {
+  public:
+    Reader(std::span<const char* const> arguments, HostOptions& options, std::string& fault)
+        : arguments(arguments), options(options), fault(fault) {}
+
+    bool ReadAll() {
+        while (next < arguments.size() && !isOver)
+            if (!ReadOne(arguments[next++])) return false;
+        return true;
+    }
+
+  private:
+    bool ReadOne(std::string_view argument);
+    bool ReadPath(std::vector<std::string>& paths, bool isSession);
+    bool Value(std::string& value);
+    bool Set(HostAction action) {
+        options.action = action;
+        isOver = action == HostAction::kHelp || action == HostAction::kVersion;
+        return true;
+    }
+
+    std::span<const char* const> arguments;
+    HostOptions& options;
+    std::string& fault;
+    std::size_t next = 0;
+    bool isEncoded = false;
+    bool isOver = false;  ///< what follows does not matter
+};
+
+bool Reader::Value(std::string& value) {
+    if (next == arguments.size()) {
+        fault = std::string(arguments[next - 1]) + " needs a value";
+        return false;
+    }
+    value = arguments[next++];
+    if (!isEncoded || PercentDecode(std::string(value), value)) return true;
+    fault = std::string("\"") + arguments[next - 1] + "\" is not percent-encoded";
+    return false;
+}
+
+bool Reader::ReadPath(std::vector<std::string>& paths, bool isSession) {
+    std::string& path = paths.emplace_back();
+    if (!Value(path)) return false;
+    // Others compare the paths that are told to them: there is one spelling.
+    if (isSession) path.erase(0, std::min(path.find_first_not_of('\\'), path.size()));
+    return Set(HostAction::kOpenSessions);
+}
+
+bool Reader::ReadOne(std::string_view argument) {
+    constexpr std::string_view kStoreWithEquals = "--store=";
+    if (argument == "--help") return Set(HostAction::kHelp);
+    if (argument == "--version") return Set(HostAction::kVersion);
+    if (argument == "--encoded") return isEncoded = true;
+    if (argument == "--window") return options.isInWindow = true;
+    if (argument == "--wait") return options.waitsAtEnd = true;
+    if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal.emplace());
+    if (argument == "--store") return Value(options.store);
+    if (IsOption(argument, "/S")) return ReadPath(options.paths, true);
+    if (IsOption(argument, "/SESSION_FOLDER")) return ReadPath(options.folders, false);
+    if (argument.starts_with(kStoreWithEquals)) {
+        options.store = argument.substr(kStoreWithEquals.size());
+        return true;
+    }
+    fault = "unknown argument \"" + std::string(argument) + "\"";
+    return false;
+}
+
+}  // namespace
+
+bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault) {
+    options = HostOptions();
+    if (!Reader(arguments, options, fault).ReadAll()) return false;
+    const bool opensSome = !options.paths.empty() || !options.folders.empty();
+    if (!options.terminal || !opensSome) return true;
+    fault = "--terminal opens no session";
+    return false;
+}
+
+std::string PercentEncode(std::string_view text) {
+    std::string encoded;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (IsAsciiLetterOrDigit(byte) || std::string_view("-_.").find(character) != std::string_view::npos)
+            encoded += character;
+        else
+            encoded += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
+    }
+    return encoded;
+}
+
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path) {
+    return {"--wait", "--encoded", "--store", PercentEncode(storeUrl), "/S", PercentEncode(path)};
+}
+
+}  // namespace connectdialog::hosts

@@ -1,0 +1,44 @@
+// The command line of a host.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace connectdialog::hosts {
+
+enum class HostAction { kShowDialog, kOpenSessions, kSetTerminal, kHelp, kVersion };
+
+struct HostOptions {
+    HostAction action = HostAction::kShowDialog;
+    /// The sessions' paths in the order in which they were named, UTF-8.
+    std::vector<std::string> paths;
+    /// The folders' paths likewise; the root is `\`.
+    std::vector<std::string> folders;
+    /// A store's URL; empty: the user's own store.
+    std::string store;
+    /// What kSetTerminal sets; empty: the system's.
+    std::optional<std::string> terminal;
+    /// Sessions open in windows of a terminal emulator, also where there is a terminal.
+    bool isInWindow = false;
+    /// A failure is left on the screen until the user has read it.
+    bool waitsAtEnd = false;
+};
+
+/// Reads the arguments behind the program's name: `[--store URL] [--window] [--wait]`, then `/S PATH` and
+/// `/SESSION_FOLDER PATH`, each any number of times and in any case; or `--terminal COMMAND`, `--help`, `--version`.
+/// Without a session or a folder the dialog is wanted. What follows an option is its value, whatever it looks like. The
+/// values behind `--encoded` are percent-encoded.
+/// On failure: false, and `fault` says in one line what is wrong.
+bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault);
+
+/// The text with all but ASCII letters, digits and `-_.` as `%` and two hex digits a byte: a word that no program and
+/// no shell takes for anything else, whatever the text is. Source: RFC 3986, section 2.1.
+std::string PercentEncode(std::string_view text);
+
+/// The arguments, without the program's name, that open the session like this in a window of its own.
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path);
+
+}  // namespace connectdialog::hosts

@@ -1,0 +1,143 @@
+#include "hosts/common/hostsession.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "config/appkind.h"
+#include "config/isessionconfig.h"
+#include "foundation/messagetable.h"
+#include "foundation/textchecks.h"
+#include "foundation/vreportmessageparams.h"
+#include "foundation/vstringarray.h"
+#include "hosts/common/hostoptions.h"
+#include "hosts/common/terminalwindow.h"
+#include "platform/codepage.h"
+#include "platform/lasterror.h"
+#include "platform/modules.h"
+#include "platform/paths.h"
+#include "platform/processlaunch.h"
+#include "profile/vprofilekey.h"
+#include "sessiondb/runningsessions.h"
+#include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
+#include "suite/hostsetup/hostsetup.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+/// Exit codes of clients that did not end by themselves: the user wants no more of this.
+constexpr int kEndedBySignal = 128;
+/// So long the first window is watched: what opened it may end at once.
+constexpr std::chrono::milliseconds kWindowPatience{700};
+
+}  // namespace
+
+void Tell(const HostKind& kind, std::u16string_view text) {
+    std::u16string line(text);
+    for (char16_t& character : line)
+        if (IsControl(character)) character = u' ';
+    std::fprintf(stderr, "%s: %s\n", kind.program, platform::ToNarrow(line).c_str());
+}
+
+bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    HostSession added;
+    added.path = session.GetPath();
+    VReportMessageParams report;
+    if (!BuildLaunchCommand(session, added.command, report)) {
+        fault = DescribeReport(report);
+        return false;
+    }
+    sessions.push_back(std::move(added));
+    return true;
+}
+
+bool AddSessionAt(const VUnicodeString& path, std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    const VRef<ISessionConfig> session = OpenSession(path);
+    if (session) return AddSession(*session, sessions, fault);
+    fault = u"the session \"" + path + (SessionKeyExists(path) ? u"\" is a folder"_v : u"\" does not exist"_v);
+    return false;
+}
+
+bool AddSessionsIn(const VUnicodeString& folder, std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    const bool isRoot = folder.IsEmpty();
+    if (!isRoot && (!SessionKeyExists(folder) || !IsFolderPath(folder))) {
+        fault = u"there is no folder \"" + folder + u"\"";
+        return false;
+    }
+    VStringArray paths;
+    {
+        VProfileStore store(true);
+        const VUnicodeString keyPath = BuildSessionKeyPath(folder);
+        VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
+        const auto collect = [](VProfileKey&, const VUnicodeString& path, const VUnicodeString&, void* found) {
+            static_cast<VStringArray*>(found)->Add(path);
+        };
+        WalkSessions(key, folder, collect, &paths);
+    }
+    const std::size_t before = sessions.size();
+    for (const VUnicodeString& path : paths) {
+        if (!SessionHasProtocol(GetAppKind(), path)) continue;
+        if (AddSessionAt(path, sessions, fault)) continue;
+        sessions.resize(before);
+        return false;
+    }
+    if (sessions.size() > before) return true;
+    fault = u"no session in \"" + (isRoot ? u"\\"_v : folder) + u"\" is one that this program opens";
+    return false;
+}
+
+bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    for (const HostSession& session : sessions) {
+        VReportMessageParams report;
+        if (FindClient(session.command, report)) continue;
+        fault = DescribeReport(report);
+        return false;
+    }
+    return true;
+}
+
+int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
+    RunningSessionsHost host(kind.frameClass);
+    if (host.GetError() != 0) {
+        VReportMessageParams report(host.GetError());
+        Tell(kind, u"other programs cannot learn which sessions are open here: " + DescribeReport(report));
+    }
+    int exitCode = 0;
+    for (std::size_t i = 0; i < sessions.size(); ++i) {
+        const LaunchCommand& command = sessions[i].command;
+        VStringArray open;
+        for (std::size_t rest = i; rest < sessions.size(); ++rest) open.Add(sessions[rest].path);
+        host.SetPaths(open);
+        if (!command.note.empty()) Tell(kind, command.note);
+        if (!platform::RunAndWait(command.arguments, exitCode)) {
+            // What could not be started cannot be become either, and is told in full then.
+            VReportMessageParams report;
+            BecomeClient(command, report);
+            Tell(kind, DescribeReport(report));
+            return 1;
+        }
+        if (exitCode >= kEndedBySignal) break;
+    }
+    return exitCode;
+}
+
+bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
+                   const std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    const std::string program = platform::ToNativePath(platform::GetExecutablePath());
+    std::chrono::milliseconds patience = kWindowPatience;
+    for (const HostSession& session : sessions) {
+        std::vector<std::string> words = MakeWindowArguments(storeUrl, platform::ToNarrow(session.path));
+        words.insert(words.begin(), program);
+        const std::vector<std::string> command = terminal.MakeCommand(words, isInTab);
+        if (!platform::StartProgram(command, patience)) {
+            fault.Format(u"the terminal emulator %1 cannot open a window: %2", VUnicodeString(command.front().c_str()),
+                         FindSystemMessage(platform::GetLastErrorCode()));
+            return false;
+        }
+        patience = {};
+    }
+    return true;
+}
+
+}  // namespace connectdialog::hosts

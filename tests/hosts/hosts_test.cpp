@@ -1,0 +1,262 @@
+// The hosts as a user runs them, with clients and a terminal emulator of the test's own in PATH.
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "platform/processlaunch.h"
+#include "sessiondb/runningsessions.h"
+#include "sessiondb/sessiontree.h"
+#include "support/processrunner.h"
+#include "support/suitetest.h"
+#include "support/temporaryfolder.h"
+
+namespace connectdialog::test {
+namespace {
+
+/// A name that a shell would run, and an option for a client that took it for one.
+constexpr char16_t kHostileName[] = u"-x '; touch bad; $(touch bad) `touch bad` \"&|";
+
+class HostsTest : public SuiteTest {
+  protected:
+    HostsTest() {
+        VReportMessageParams report;
+        const VUnicodeString url((StoreUrl()).c_str());
+        const auto store = stores::OpenProfileStoreFactory(url, report);
+        InstallReferenceSuite(u"NorHalden"_v, *store);
+        AddSession(u"web \u540D", u"SSH2", u"host.example");
+        AddSession(u"second", u"SSH2", u"second.example");
+        AddSession(u"third", u"SSH2", u"third.example");
+        AddSession(u"hostile", u"SSH2", u"-oProxyCommand=touch x");
+        AddSession(u"files", u"None", u"files.example", u"SFTP");
+        AddSession(u"line", u"Serial", u"/dev/ttyS9");
+        AddFolderEntry(u"", u"Servers", u"", false);
+        AddFolderEntry(u"", u"Nothing", u"", false);
+        AddFolderEntry(u"Servers", u"Inner", u"", false);
+        AddSession(kHostileName, u"SSH2", u"odd.example", u"None", u"Servers");
+        AddSession(u"deep", u"SSH2", u"deep.example", u"None", u"Servers\\Inner");
+        AddSession(u"files too", u"None", u"files.example", u"SFTP", u"Servers");
+        InstallReferenceSuite(u"NorHalden"_v, *factory);
+        // Writes each argument on a line of its own, in angle brackets.
+        WriteProgram("ssh", "printf '<%s>\\n' \"$@\"\nexit 7\n");
+        WriteProgram("sftp", "printf '<%s>\\n' \"$@\"\n");
+    }
+
+    static void AddSession(const char16_t* name, const char16_t* protocol, const char16_t* target,
+                           const char16_t* transfer = u"None", const char16_t* folder = u"") {
+        const auto session = Make(protocol);
+        session->SetTransferProtocolName(transfer);
+        ConnectConfig* config = session->GetConnectConfig();
+        (config != nullptr ? config : session->GetTransferConnectConfig())->SetHostName(target);
+        ASSERT_TRUE(StoreSessionEntry(folder, name, *session, u"", false));
+    }
+    void WriteProgram(const std::string& name, const std::string& body) const {
+        scratch.Write(name, "#!/bin/sh\n" + body);
+        std::filesystem::permissions(scratch / name, std::filesystem::perms::owner_all);
+    }
+    /// A terminal emulator that reads the words behind "-e" as a shell would, as some do.
+    void WriteTerminal() const {
+        WriteProgram("x-terminal-emulator", "cd " + scratch.GetPath().string() +
+                                                "\n[ \"$1\" = -e ] || exit 3\nshift\neval \"$*\" >> opened\nexit 0\n");
+    }
+    std::string WaitForOpened(std::size_t lines) const {
+        std::string text;
+        for (int i = 0; i < 500; ++i) {
+            text = std::filesystem::exists(scratch / "opened") ? ReadFile(scratch / "opened") : "";
+            if (std::count(text.begin(), text.end(), '\n') >= static_cast<std::ptrdiff_t>(lines)) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return text;
+    }
+
+    std::string StoreUrl() const { return "sqlite:" + (scratch / "sessions.db"); }
+
+    ProcessResult Run(std::vector<std::string> arguments, const char* program = NORHALDEN_PROGRAM,
+                      const std::vector<std::string>& more = {}) const {
+        arguments.insert(arguments.begin(), program);
+        const std::string folder = scratch.GetPath().string();
+        std::vector<std::string> environment = {"PATH=" + folder,   "XDG_RUNTIME_DIR=" + folder,
+                                                "DISPLAY=",         "WAYLAND_DISPLAY=",
+                                                "QT_QPA_PLATFORM=", "BRENNMARK_STORE=" + StoreUrl()};
+        environment.insert(environment.end(), more.begin(), more.end());
+        return RunProcess(arguments, environment);
+    }
+
+    TemporaryFolder scratch;
+};
+
+TEST_F(HostsTest, TheClientTakesOverWithExactlyTheseArguments) {
+    const std::string expected = "<-p>\n<22>\n<-->\n<host.example>\n";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"/S", "web \u540D"}, {"--store", StoreUrl(), "/s", "WEB \u540D"}}) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.output, expected);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.exitCode, 7);
+    }
+}
+
+TEST_F(HostsTest, SeveralSessionsOpenOneAfterTheOther) {
+    scratch.Write("ssh", "#!/bin/sh\necho \"$4\"\n[ \"$4\" != third.example ] || kill $$\n");
+    EXPECT_EQ(Run({"/S", "web \u540D", "/S", "second", "/s", "web \u540D"}).output,
+              "host.example\nsecond.example\nhost.example\n");
+    const ProcessResult ended = Run({"/S", "third", "/S", "second"});
+    EXPECT_EQ(ended.output, "third.example\n") << "a client that is killed ends the row";
+    EXPECT_EQ(ended.exitCode, 128 + SIGTERM);
+    EXPECT_EQ(Run({"/S", "second", "/S", "absent"}).output, "") << "all or none";
+    EXPECT_EQ(Run({"/session_folder", "Servers\\Inner", "/S", "second"}).output, "second.example\ndeep.example\n");
+    EXPECT_EQ(Run({"/SESSION_FOLDER", "Servers"}).output, "odd.example\ndeep.example\n");
+}
+
+TEST_F(HostsTest, TheTransferHostOpensTheOtherSide) {
+    const ProcessResult result = Run({"/S", "files"}, TESSALY_PROGRAM);
+    EXPECT_EQ(result.output, "<-P>\n<22>\n<-->\n<files.example>\n") << result.errors;
+    EXPECT_EQ(Run({"/SESSION_FOLDER", "\\"}, TESSALY_PROGRAM).exitCode, 0);
+    const ProcessResult other = Run({"/S", "second"}, TESSALY_PROGRAM);
+    EXPECT_NE(other.errors.find("norhalden opens it"), std::string::npos) << other.errors;
+}
+
+TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
+    WriteTerminal();
+    const ProcessResult result = Run({"--window", "/SESSION_FOLDER", "Servers"});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    const std::string opened = WaitForOpened(8);
+    EXPECT_NE(opened.find("<deep.example>"), std::string::npos) << opened;
+    EXPECT_NE(opened.find("<odd.example>"), std::string::npos) << opened;
+    EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
+
+    WriteProgram("x-terminal-emulator", "exit 3\n");
+    EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("ended at once"), std::string::npos);
+    std::filesystem::remove(scratch / "x-terminal-emulator");
+    EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("Debian package xterm"), std::string::npos);
+    EXPECT_EQ(Run({"--terminal", "nowhere"}).exitCode, 1);
+    WriteProgram("own term", "echo \"<$1>\" > " + (scratch / "kept") + "\n");
+    EXPECT_EQ(Run({"--terminal", "\"own term\" --tab --"}).exitCode, 0);
+    EXPECT_EQ(Run({"--window", "/S", "second"}).exitCode, 0);
+    EXPECT_EQ(ReadFile(scratch / "kept"), "<--tab>\n") << "the command is remembered";
+    const std::string foreign = "sqlite:" + (scratch / "foreign.db");
+    std::filesystem::copy_file(scratch / "sessions.db", scratch / "foreign.db");
+    EXPECT_EQ(Run({"--terminal", "sh", "--store", foreign}).exitCode, 1);
+    EXPECT_NE(Run({"--window", "--store", foreign, "/S", "second"}).errors.find("xterm"), std::string::npos)
+        << "a store from elsewhere names no programs";
+}
+
+TEST_F(HostsTest, WithoutAScreenTheDialogEndsWithAWayOut) {
+    for (const char* display : {"DISPLAY=", "DISPLAY=:987", "WAYLAND_DISPLAY=none", "QT_QPA_PLATFORM=xcb"}) {
+        const ProcessResult result = Run({}, NORHALDEN_PROGRAM, {display});
+        EXPECT_EQ(result.exitCode, 1) << display;
+        EXPECT_NE(result.errors.find("connectctl"), std::string::npos) << result.errors;
+        EXPECT_NE(result.errors.find("/S PATH"), std::string::npos) << result.errors;
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+    }
+}
+
+TEST_F(HostsTest, OthersAreToldWhatIsOpenWhileItRuns) {
+    setenv("XDG_RUNTIME_DIR", scratch.GetPath().c_str(), 1);
+    const std::string wait = "while [ ! -e " + (scratch / "stop") + " ]; do /bin/sleep 0.02; done\n";
+    scratch.Write("ssh", "#!/bin/sh\n: > " + (scratch / "started") + '\n' + wait);
+    std::thread host([this] { EXPECT_EQ(Run({"/S", "web \u540D", "/S", "second"}).exitCode, 0); });
+    while (!std::filesystem::exists(scratch / "started")) std::this_thread::yield();
+    const RunningSessions running = GetRunningSessionPaths();
+    scratch.Write("stop", "");
+    host.join();
+    ASSERT_EQ(running.paths.GetCount(), 2U);
+    EXPECT_EQ(running.paths[0], u"web \u540D");
+    EXPECT_EQ(running.paths[1], u"second");
+    EXPECT_TRUE(GetRunningSessionPaths().paths.IsEmpty());
+    unsetenv("XDG_RUNTIME_DIR");
+}
+
+TEST_F(HostsTest, WhatCannotBeOpenedIsToldInOneLine) {
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"/S", "hostile"}, "\"Hostname\""},
+        {{"/S", "files"}, "tessaly"},
+        {{"/S", "line"}, "Debian package picocom"},
+        {{"/S", "Servers"}, "is a folder"},
+        {{"/SESSION_FOLDER", "Nothing"}, "no session"},
+        {{"/SESSION_FOLDER", "line"}, "no folder"},
+        {{"/S", "absent"}, "does not exist"},
+        {{"/S", ""}, "\"\""},
+        {{"/S", "x\x1B[31m"}, "does not exist"},
+        {{"/S", std::string(100000, 'x')}, "does not exist"},
+        {{"--store", "nothing:x", "/S", "line"}, ""},
+        {{"--store", "sqlite:/", "/S", "line"}, ""},
+    };
+    const std::string before = ReadFile(scratch / "sessions.db");
+    for (const auto& [arguments, part] : rows) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 1) << result.errors;
+        EXPECT_NE(result.errors.find(part), std::string::npos) << result.errors.substr(0, 200);
+        EXPECT_TRUE(result.errors.starts_with("norhalden: "));
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors.substr(0, 200);
+        EXPECT_EQ(result.errors.find('\x1B'), std::string::npos);
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_EQ(ReadFile(scratch / "sessions.db"), before) << "opening a session changed the store";
+}
+
+#ifdef HOST_PROBE
+
+TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
+    WriteTerminal();
+    struct Row {
+        const char* keys;
+        std::vector<std::string> hosts;  ///< of the clients that run in windows
+    };
+    const Row rows[] = {
+        {"Right Down", {}},
+        {"S E C Return", {"second"}},
+        {"S E C Shift+Down Return", {"second", "third"}},
+        {"S E R V Alt+C", {"odd", "deep"}},
+        {"F Alt+C", {"files"}},  // by the other host, which the dialog starts
+        {"F Alt+X", {"files"}},
+        {"H Return Return S E C Alt+C", {"second"}},  // a box told why not, and the dialog came back
+    };
+    for (const auto& [keys, hosts] : rows) {
+        std::filesystem::remove(scratch / "opened");
+        const ProcessResult result =
+            Run({"--keys", std::string("Home Right ") + keys}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+        EXPECT_EQ(result.exitCode, 0) << keys << result.errors;
+        const std::string opened = WaitForOpened(4 * hosts.size());
+        EXPECT_EQ(std::ranges::count(opened, '\n'), 4 * static_cast<std::ptrdiff_t>(hosts.size())) << keys << opened;
+        for (const std::string& host : hosts) EXPECT_NE(opened.find(host + ".example"), std::string::npos) << keys;
+    }
+    EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
+}
+
+TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
+    const ProcessResult result =
+        Run({"--keys", "Return Return Escape", "--store", "sqlite:/"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+    EXPECT_EQ(result.exitCode, 1);
+    const std::size_t last = result.errors.rfind("norhalden: ");
+    EXPECT_NE(last, result.errors.find("norhalden: ")) << "tried again";
+    EXPECT_NE(result.errors.find("it is a folder", last), std::string::npos) << result.errors;
+}
+
+#endif
+
+TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
+    const std::string checker = platform::FindProgram("desktop-file-validate");
+    if (checker.empty()) GTEST_SKIP() << "the Debian package desktop-file-utils is not there";
+    for (const char* name : {"norhalden", "tessaly"}) {
+        const ProcessResult result = RunProcess({checker, std::string(HOSTS_DATA "/") + name + ".desktop"});
+        EXPECT_EQ(result.exitCode, 0) << result.output;
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(HostsTest, WrongUsageIsExplained) {
+    const std::vector<std::vector<std::string>> lines = {
+        {"/S"}, {"web"}, {"--store"}, {"--wrong"}, {"--encoded", "/S", "%4"}, {"--terminal", "x", "/S", "y"}};
+    for (const std::vector<std::string>& arguments : lines) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_NE(result.errors.find("usage: norhalden"), std::string::npos);
+    }
+    EXPECT_EQ(Run({"--help"}).exitCode, 0);
+    EXPECT_TRUE(Run({"--version"}).output.starts_with("norhalden "));
+}
+
+}  // namespace
+}  // namespace connectdialog::test
