@@ -310,12 +310,8 @@ bool ConnectDialogBase::CheckInUse(const VArray<TreeItem>& items) {
         VMessageBox(this, VUnicodeString(kRunningSessionsBusy), kBoxWarning);
         return false;
     }
-    if (running.silentHosts > 0) {
-        VUnicodeString text;
-        text.Format(u"Running applications that do not answer: %1!d!\nWhat they have open is not known.",
-                    running.silentHosts);
-        VMessageBox(this, text, kBoxWarning);
-    }
+    if (const VUnicodeString unheard = DescribeUnheardHosts(running); !unheard.IsEmpty())
+        VMessageBox(this, unheard, kBoxWarning);
     std::vector<VUnicodeString> paths;
     for (const TreeItem item : items) paths.push_back(GetItemPath(item));
     const VUnicodeString inUse = ListEntriesInUse(paths, running.paths);
