@@ -153,6 +153,11 @@ void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) 
     const VUnicodeString oldName = GetEntryLeaf(path);
     if (newName == oldName && !isFresh) return;
     if (!ValidateSessionName(path, oldName, newName, false, this)) {
+        // Who gave up a folder whose offered name cannot stand any more wants none.
+        if (text == nullptr) {
+            SelectItem(GetParentItem(item));
+            return RemovePlaceholder(item);
+        }
         SetItemText(item, oldName);
         return EditLabel(item);
     }
@@ -192,25 +197,33 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
         PositionFolderSorted(parent, newName);
     else
         PositionSessionSorted(parent, newName);
-    if (isFolder) SaveExpansion();
+    if (isFolder) SaveExpansion(GetRootItem());
     if (!RenameStored(item, path, newName)) {
         SetItemText(item, GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");
     }
     const TreeItem renamed = isFolder ? AddFolderItemAndChildren(parent, newName, insertMode, insertAfter)
                                       : AddSessionItem(parent, newName, insertMode, insertAfter);
-    DeleteItem(item);
+    ReplaceItem(item, renamed);
     SelectItem(renamed);
     RedrawTree();
     if (isFolder) ReapplyExpansion(GetRootItem());
 }
 
+/// The next one of its kind that another process has not deleted meanwhile.
+TreeItem ConnectDialogBase::GetStoredSiblingBehind(TreeItem item) {
+    TreeItem next = item;
+    while (GetNextSiblingItem(next) != TreeItem::kNone && IsFolderItem(next) == IsFolderItem(item))
+        if (SessionKeyExists(GetItemPath(next))) return next;
+    return TreeItem::kNone;
+}
+
 bool ConnectDialogBase::RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName) {
     // The first of its kind has no neighbour before it, and its own name may be gone once it has the new one: the one
     // behind it says where it goes.
-    TreeItem next = item;
     const bool isFirst = arrangement == SessionArrangement::kManual && referenceName == GetEntryLeaf(path);
-    if (!isFirst || GetNextSiblingItem(next) == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
+    const TreeItem next = isFirst ? GetStoredSiblingBehind(item) : TreeItem::kNone;
+    if (next == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
     const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newName);
     return AsOneUnit([&] {
         return RenameEntry(path, newName, referenceName) && !ArrangeEntry(newPath, GetItemText(next), false).IsEmpty();
@@ -285,7 +298,7 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
         return SelectItem(item);
     }
     const TreeItem renamed = AddSessionItem(parent, newName, insertMode, insertAfter);
-    DeleteItem(item);
+    ReplaceItem(item, renamed);
     SelectItem(renamed);
 }
 
@@ -301,6 +314,12 @@ void ConnectDialogBase::RemovePlaceholder(TreeItem item) {
 /// With what refers to it.
 void ConnectDialogBase::RemoveItem(TreeItem item) {
     if (findCurrent != TreeItem::kNone && IsInside(findCurrent, item)) findCurrent = GetItemAfterRemoval(item);
+    DeleteItem(item);
+}
+
+/// The search goes on at the item that an item was made anew as.
+void ConnectDialogBase::ReplaceItem(TreeItem item, TreeItem replacement) {
+    if (findCurrent != TreeItem::kNone && IsInside(findCurrent, item)) findCurrent = replacement;
     DeleteItem(item);
 }
 

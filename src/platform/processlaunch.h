@@ -29,9 +29,6 @@ bool ReplaceProcess(const std::vector<std::string>& arguments);
 /// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
 
-/// Whether this process speaks to a user at a terminal: its standard input and output are one.
-bool HasTerminal();
-
 /// Runs a helper that speaks to nobody: without input, and what it prints is dropped. One that has not ended after
 /// `patience` is killed.
 /// On failure: false, as ReplaceProcess, and 1460 when it was killed; also when its exit status is not 0.

@@ -2,7 +2,7 @@
 
 #include "foundation/casefold.h"
 #include "foundation/textchecks.h"
-#include "sessiondb/sessionpaths.h"
+#include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessiontree.h"
 
 namespace connectdialog {
@@ -25,6 +25,7 @@ constexpr FaultText kFaultTexts[] = {
     {SessionNameFault::kDots, u"The name \"%1\" stands for a folder."},
     {SessionNameFault::kFolderData, u"The name \"%1\" is kept for the arrangement of a folder."},
     {SessionNameFault::kTemplate, u"\"%1\" is the session that new sessions are made from."},
+    {SessionNameFault::kTooDeep, u"There is no room for \"%1\": the folders lie in each other too deep."},
     {SessionNameFault::kTaken, u"There is already an entry with the name \"%1\"."},
 };
 
@@ -49,6 +50,7 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
     if (fault != SessionNameFault::kNone) return fault;
     if (newName.EqualsNoCase(oldName)) return SessionNameFault::kNone;
     if (parent.IsEmpty() && newName.EqualsNoCase(kDefaultSession)) return SessionNameFault::kTemplate;
+    if (LiesTooDeep(JoinEntryPath(parent, newName))) return SessionNameFault::kTooDeep;
     return EntryExistsIn(parent, newName) ? SessionNameFault::kTaken : SessionNameFault::kNone;
 }
 

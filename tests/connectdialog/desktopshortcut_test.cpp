@@ -134,7 +134,7 @@ TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
     const std::u16string half(1, char16_t{0xD800});
     for (const std::u16string& label :
          {std::u16string(), std::u16string(u".."), std::u16string(u"a/b"), std::u16string(u"a\\b"),
-          std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half, std::u16string(300, u'x')})
+          std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half})
         EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x\" ", VUnicodeString(label)));
     EXPECT_FALSE(CreateShortcutTo(u"\\bin\\a=b", false, u"", u"x"));
     EXPECT_FALSE(CreateShortcutTo(u"", false, u"", u"x"));

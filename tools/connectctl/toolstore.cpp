@@ -4,6 +4,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "platform/lasterror.h"
 #include "profile/vprofilekey.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/entrypath.h"
@@ -38,8 +39,9 @@ Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
         return kDone;
     }
     if (!failure) return unit.Close() ? Failure(kDone) : ReportText(*unit.GetLastReport());
-    // A unit that failed tells why when it is asked to go on.
-    if (!unit.JoinUnitOfWork()) failure = ReportText(*unit.GetLastReport());
+    // A unit that failed tells why when it is asked to go on, unless a step gave it up, which has told why.
+    if (!unit.JoinUnitOfWork() && unit.GetLastReport()->GetCode() != platform::kCancelled)
+        failure = ReportText(*unit.GetLastReport());
     unit.Abandon();
     return failure;
 }

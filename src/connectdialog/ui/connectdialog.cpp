@@ -69,6 +69,7 @@ void ConnectDialog::OnDestroy() {
 }
 
 bool ConnectDialog::OnCommand(int command) {
+    tree.ForgetRename();
     const VRef<GlobalConfig> global = FetchGlobalConfig();
     if (command == ConnectDialogIds::kShowOnStartup) {
         const bool isShown = IsControlChecked(command);

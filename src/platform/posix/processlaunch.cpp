@@ -184,10 +184,6 @@ bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
     return WaitForEnd(process, exitCode);
 }
 
-bool HasTerminal() {
-    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
-}
-
 bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
     constexpr std::chrono::milliseconds kStep{5};
     NativeCommand command;

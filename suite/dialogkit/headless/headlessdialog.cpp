@@ -69,15 +69,18 @@ HeadlessDialog::Control* HeadlessDialog::FindReturnButton() {
     return nullptr;
 }
 
-void HeadlessDialog::EndLabelEdits() {
-    for (const Control& control : controls)
-        if (control.tree != nullptr) control.tree->EndLabelEdit(true);
+bool HeadlessDialog::EndLabelEdits() {
+    for (const Control& control : controls) {
+        if (control.tree == nullptr) continue;
+        control.tree->EndLabelEdit(true);
+        if (control.tree->IsEditing()) return false;
+    }
+    return !isClosed;
 }
 
 bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
     Control* control = FindUsable(id, ControlKind::kEdit);
-    if (control == nullptr) return false;
-    EndLabelEdits();
+    if (control == nullptr || !EndLabelEdits()) return false;
     focus = id;
     if (control->text == text) return true;
     control->text = text;
@@ -87,8 +90,7 @@ bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
 
 bool HeadlessDialog::Tick(int id, bool isChecked) {
     Control* control = FindUsable(id, ControlKind::kCheckBox);
-    if (control == nullptr) return false;
-    EndLabelEdits();
+    if (control == nullptr || !EndLabelEdits()) return false;
     focus = id;
     if (control->isChecked == isChecked) return true;
     control->isChecked = isChecked;
@@ -98,8 +100,7 @@ bool HeadlessDialog::Tick(int id, bool isChecked) {
 
 bool HeadlessDialog::Press(int id) {
     if (PressToolbar(id)) return true;
-    if (FindUsableButton(id) == nullptr) return false;
-    EndLabelEdits();
+    if (FindUsableButton(id) == nullptr || !EndLabelEdits()) return false;
     focus = id;
     events.OnCommandEvent(id);
     return true;
@@ -115,7 +116,7 @@ bool HeadlessDialog::PressToolbar(int command) {
     if (isClosed || toolbar == nullptr || command == 0) return false;
     for (const VToolbarState::Button& button : toolbar->GetButtons()) {
         if (button.command != command || !button.isEnabled) continue;
-        EndLabelEdits();
+        if (!EndLabelEdits()) return false;
         events.OnCommandEvent(command);
         return true;
     }
