@@ -153,11 +153,6 @@ void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) 
     const VUnicodeString oldName = GetEntryLeaf(path);
     if (newName == oldName && !isFresh) return;
     if (!ValidateSessionName(path, oldName, newName, false, this)) {
-        // Who gave up a folder whose offered name cannot stand any more wants none.
-        if (text == nullptr) {
-            SelectItem(GetParentItem(item));
-            return RemovePlaceholder(item);
-        }
         SetItemText(item, oldName);
         return EditLabel(item);
     }
