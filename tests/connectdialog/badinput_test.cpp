@@ -138,7 +138,8 @@ class StoreInFile : public ConnectDialogTest {
 
 TEST_F(StoreInFile, DialogsOfTwoProcessesChangeOneFolderAndLoseNothing) {
     Arrange(SessionArrangement::kManual);
-    ChildProcess other([this](ChildProcess&) {
+    ChildProcess other([this](ChildProcess& parent) {
+        parent.WaitForGo();
         OpenFile();
         Work("c");
         dialog->Destroy();
@@ -146,6 +147,7 @@ TEST_F(StoreInFile, DialogsOfTwoProcessesChangeOneFolderAndLoseNothing) {
     });
     OpenFile();
     MakeFolder(u"f");
+    other.LetGo();
     Work("p");
     EXPECT_EQ(other.Wait(), 0);
     Open();
