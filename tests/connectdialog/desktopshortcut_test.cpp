@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "foundation/commandline.h"
 #include "foundation/vnarrowstring.h"
 #include "imports/hostcallbacks.h"
 #include "platform/codepage.h"
@@ -26,31 +25,6 @@ VStringArray ListOf(const std::vector<VUnicodeString>& texts) {
     VStringArray list;
     for (const VUnicodeString& text : texts) list.Add(text);
     return list;
-}
-
-TEST(CommandLine, IsTakenApartByOneRule) {
-    const struct {
-        std::u16string_view line;
-        bool isClosed;
-        std::vector<VUnicodeString> words;
-    } rows[] = {
-        {u"", true, {}},
-        {u"   ", true, {}},
-        {u"a  b\tc ", true, {u"a", u"b\tc"}},
-        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
-        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
-        {u"\"\" x", true, {u"", u"x"}},
-        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
-        {u"\"a\"\"", true, {u"a\""}},
-        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
-        {u"a \"b c", false, {u"a", u"b c"}},
-        {u"\"", false, {u""}},
-    };
-    for (const auto& row : rows) {
-        VStringArray words;
-        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
-        EXPECT_TRUE(words == ListOf(row.words)) << VNarrowString(VUnicodeString(row.line)).GetData();
-    }
 }
 
 TEST(ShortcutText, NamesSessionsFirstAndFoldersAfter) {

@@ -64,7 +64,6 @@ TEST_F(Transfer, PasteSelectsWhatItMadeAndTellsWhatItRefuses) {
         {kAlphabetical, u"s", u"f\\a", true, "f/ g/ t | in/ a b s | x | c", "s", nullptr},
         {kAlphabetical, u"f\\a", u"f", false, "f/ g/ s t | in/ a a (1) b | x | c", "a (1)", nullptr},
         {kManual, u"t", u"f\\a", true, "f/ g/ s | in/ a t b | x | c", "t", nullptr},
-        {kManual, u"f", u"s", true, "g/ f/ s t | in/ a b | x | c", "f", nullptr},
         {kAlphabetical, u"f\\a", u"f\\b", true, same, "b", nullptr},  // its own folder: nothing
         {kAlphabetical, u"f", u"f", false, same, "f", u"Cannot copy a folder into itself"},
         {kAlphabetical, u"f", u"f\\in", true, same, "in", u"Cannot copy or move a parent folder into a child"},
@@ -200,11 +199,8 @@ TEST_F(Transfer, KeysAndPlaceDecideWhatADropDoes) {
         {kAlphabetical, u"s", u"f", 1, Accelerator::kAlt, "f/ g/ t | in/ a b s | x | c"},
         {kAlphabetical, u"s", u"f", 1, KeyModifiers{kControl | Accelerator::kShift}, nullptr},
         {kAlphabetical, u"s", u"f", 1, Accelerator::kShift, nullptr},
-        {kAlphabetical, u"s", u"t", 2, 0, same},  // its own folder has its own order
         {kAlphabetical, u"f", u"f\\in", 1, 0, nullptr},
         {kAlphabetical, u"f", u"f\\in\\x", 1, kControl, nullptr},
-        {kManual, u"t", u"f\\b", 1, 0, "f/ g/ s | in/ a t b | x | c"},
-        {kManual, u"t", u"f\\b", 2, kControl, "f/ g/ s t | in/ a b t | x | c"},
         {kManual, u"s", u"t", 0, 0, same},  // where it stands already
         {kManual, u"f\\in", u"", 0, 0, "in/ f/ g/ s t | a b |  | c"},
         {kManual, u"f", u"f\\in", 0, 0, nullptr},
