@@ -122,10 +122,10 @@ bool ConnectDialogBase::ReorderInFolder(TreeItem source, TreeItem parent) {
         return false;
     }
     const bool isFolder = IsFolderItem(source);
-    if (isFolder) SaveExpansion();
+    if (isFolder) SaveExpansion(source);
     const TreeItem moved = isFolder ? AddFolderItemAndChildren(parent, leaf, insertMode, insertAfter)
                                     : AddSessionItem(parent, leaf, insertMode, insertAfter);
-    RemoveItem(source);
+    ReplaceItem(source, moved);
     if (isFolder) ReapplyExpansion(moved);
     return true;
 }
@@ -142,7 +142,7 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
     }
     const bool isFolder = IsFolderItem(source);
     const bool isTaken = SessionKeyExists(JoinEntryPath(folderPath, GetItemText(source)));
-    if (isFolder) SaveExpansion();
+    if (isFolder) SaveExpansion(source);
     lastPastedPath =
         (isMove ? MoveEntry : CopyEntry)(sourcePath, folderPath, true, referenceName, insertBehindReference);
     if (lastPastedPath.IsEmpty()) {
@@ -163,6 +163,7 @@ bool ConnectDialogBase::CopyNode(TreeItem folder, TreeItem source, bool isMove) 
             return false;
         }
     }
+    SetItemHasChildren(folder);
     return true;
 }
 

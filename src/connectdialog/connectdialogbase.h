@@ -35,8 +35,8 @@ struct ConnectDialogOptions {
 /// folder all folders come first, then all sessions.
 ///
 /// It works on an abstract tree, which a derived class supplies: whatever has rows and states will do. Folders are all
-/// in the tree from the start; the sessions of a folder come when it is first opened. A session is opened at most once
-/// and stays with its item.
+/// in the tree from the start; the sessions of a folder come when it is first opened. A session that was
+/// asked for stays with its item; a search keeps only the texts that it looked at.
 class ConnectDialogBase : public VDialog {
   public:
     ConnectDialogBase(const ConnectDialogOptions& options, VWindow* parent);
@@ -227,7 +227,8 @@ class ConnectDialogBase : public VDialog {
     /// Depth first: the first child (unless it is not to be looked at), the next sibling, or that of an ancestor.
     TreeItem GetNextInWalk(TreeItem item, bool intoChildren);
     bool IsInside(TreeItem item, TreeItem ancestor);
-    void SaveExpansion();
+    /// Which folders from this one down are open, to be kept with them and shown again.
+    void SaveExpansion(TreeItem top);
     void ReapplyExpansion(TreeItem top);
     void RunEnableRules();
     void RunConnectRule(const VArray<TreeItem>& items);
@@ -258,6 +259,7 @@ class ConnectDialogBase : public VDialog {
     void StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName);
     void FinishFreshFolder(TreeItem item, const VUnicodeString& name);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
+    TreeItem GetStoredSiblingBehind(TreeItem item);
     bool RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
     /// `edit` does with the further sessions of the list what the user did with the first.
     bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
@@ -267,6 +269,7 @@ class ConnectDialogBase : public VDialog {
     void RemovePlaceholder(TreeItem item);
     bool IsPlaceholder(TreeItem item);
     void RemoveItem(TreeItem item);
+    void ReplaceItem(TreeItem item, TreeItem replacement);
     void ShowFailure(const char16_t* text);
 
     // Clipboard and drag.

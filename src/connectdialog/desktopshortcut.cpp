@@ -3,11 +3,11 @@
 #include "foundation/commandline.h"
 #include "foundation/textchecks.h"
 #include "foundation/vpath.h"
+#include "imports/hostcallbacks.h"
 #include "platform/codepage.h"
 #include "platform/desktopshortcut.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
-#include "platform/processlaunch.h"
 #include "sessiondb/sessionpaths.h"
 
 namespace connectdialog {
@@ -52,7 +52,7 @@ VUnicodeString OfferShortcutLabel(const VUnicodeString& path, bool isMultiple, c
 }
 
 bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label, VWindow* /*window*/) {
-    return CreateShortcutTo(VGetModulePath(), platform::HasTerminal(), arguments, label);
+    return CreateShortcutTo(VGetModulePath(), GetHostCallbacks().needsTerminal, arguments, label);
 }
 
 bool CreateShortcutTo(const VUnicodeString& program, bool needsTerminal, const VUnicodeString& arguments,

@@ -20,8 +20,8 @@ bool NamesExactly(const VUnicodeString& arguments, const VStringArray& sessionPa
 /// application's name with "sessions" behind it.
 VUnicodeString OfferShortcutLabel(const VUnicodeString& path, bool isMultiple, const VUnicodeString& appName);
 
-/// Makes a shortcut on the user's desktop that starts this program as it was started itself, in a terminal if it has
-/// one, with these arguments. One of that label is replaced. `window` may be null.
+/// Makes a shortcut on the user's desktop that starts this program with these arguments, in a terminal if the host said
+/// that it needs one. One of that label is replaced. `window` may be null.
 /// On failure: false, when an argument's quote is left open, for a label that cannot be a file's name, and when the
 /// desktop folder cannot be written.
 bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label, VWindow* window);

@@ -241,25 +241,33 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
         PositionFolderSorted(parent, newName);
     else
         PositionSessionSorted(parent, newName);
-    if (isFolder) SaveExpansion();
+    if (isFolder) SaveExpansion(GetRootItem());
     if (!RenameStored(item, path, newName)) {
         SetItemText(item, GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");
     }
     const TreeItem renamed = isFolder ? AddFolderItemAndChildren(parent, newName, insertMode, insertAfter)
                                       : AddSessionItem(parent, newName, insertMode, insertAfter);
-    DeleteItem(item);
+    ReplaceItem(item, renamed);
     SelectItem(renamed);
     RedrawTree();
     if (isFolder) ReapplyExpansion(GetRootItem());
 }
 
+/// The next one of its kind that another process has not deleted meanwhile.
+TreeItem ConnectDialogBase::GetStoredSiblingBehind(TreeItem item) {
+    TreeItem next = item;
+    while (GetNextSiblingItem(next) != TreeItem::kNone && IsFolderItem(next) == IsFolderItem(item))
+        if (SessionKeyExists(GetItemPath(next))) return next;
+    return TreeItem::kNone;
+}
+
 bool ConnectDialogBase::RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName) {
     // The first of its kind has no neighbour before it, and its own name may be gone once it has the new one: the one
     // behind it says where it goes.
-    TreeItem next = item;
     const bool isFirst = arrangement == SessionArrangement::kManual && referenceName == GetEntryLeaf(path);
-    if (!isFirst || GetNextSiblingItem(next) == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
+    const TreeItem next = isFirst ? GetStoredSiblingBehind(item) : TreeItem::kNone;
+    if (next == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
     const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newName);
     return AsOneUnit([&] {
         return RenameEntry(path, newName, referenceName) && !ArrangeEntry(newPath, GetItemText(next), false).IsEmpty();
@@ -343,7 +351,7 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
         return SelectItem(item);
     }
     const TreeItem renamed = AddSessionItem(parent, newName, insertMode, insertAfter);
-    DeleteItem(item);
+    ReplaceItem(item, renamed);
     SelectItem(renamed);
 }
 
@@ -362,18 +370,20 @@ void ConnectDialogBase::RemoveItem(TreeItem item) {
     DeleteItem(item);
 }
 
+/// The search goes on at the item that an item was made anew as.
+void ConnectDialogBase::ReplaceItem(TreeItem item, TreeItem replacement) {
+    if (findCurrent != TreeItem::kNone && IsInside(findCurrent, item)) findCurrent = replacement;
+    DeleteItem(item);
+}
+
 bool ConnectDialogBase::CheckInUse(const VArray<TreeItem>& items) {
     const RunningSessions running = AskRunningSessions();
     if (running.isBusy) {
         VMessageBox(this, VUnicodeString(kRunningSessionsBusy), kBoxWarning);
         return false;
     }
-    if (running.silentHosts > 0) {
-        VUnicodeString text;
-        text.Format(u"Running applications that do not answer: %1!d!\nWhat they have open is not known.",
-                    running.silentHosts);
-        VMessageBox(this, text, kBoxWarning);
-    }
+    if (const VUnicodeString unheard = DescribeUnheardHosts(running); !unheard.IsEmpty())
+        VMessageBox(this, unheard, kBoxWarning);
     std::vector<VUnicodeString> paths;
     for (const TreeItem item : items) paths.push_back(GetItemPath(item));
     const VUnicodeString inUse = ListEntriesInUse(paths, running.paths);

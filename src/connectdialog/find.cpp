@@ -5,6 +5,7 @@
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "sessiondb/entrysearch.h"
+#include "sessiondb/sessiontree.h"
 
 namespace connectdialog {
 
@@ -62,8 +63,15 @@ bool ConnectDialogBase::MatchesFind(TreeItem item) {
     const FindOptions& options = LastFind();
     if (NameMatches(GetItemText(item), !IsFolderItem(item), options)) return true;
     if (IsFolderItem(item) || (!options.inHostnames && !options.inDescriptions)) return false;
-    const VRef<ISessionConfig> config = GetItemConfig(item);
-    return config && SessionMatches(*config, options);
+    SessionItemData& data = *GetItemData(item);
+    if (data.config) return SessionMatches(GetSearchedTexts(*data.config), options);
+    if (data.searched == nullptr) {
+        // A whole session on each item that was looked at would be too much where there are many.
+        const VRef<ISessionConfig> config = OpenSession(GetItemPath(item));
+        if (!config) return false;
+        data.searched = std::make_unique<SearchedTexts>(GetSearchedTexts(*config));
+    }
+    return SessionMatches(*data.searched, options);
 }
 
 }  // namespace connectdialog

@@ -1,8 +1,11 @@
 // What stands behind an item of the session tree.
 #pragma once
 
+#include <memory>
+
 #include "config/isessionconfig.h"
 #include "foundation/vunknown.h"
+#include "sessiondb/entrysearch.h"
 
 namespace connectdialog {
 
@@ -15,6 +18,8 @@ struct SessionItemData {
     bool sessionsLoaded = false;
     /// Null until somebody asked for the session.
     VRef<ISessionConfig> config;
+    /// What a search read of a session that nobody else asked for; null otherwise.
+    std::unique_ptr<SearchedTexts> searched;
 };
 
 }  // namespace connectdialog

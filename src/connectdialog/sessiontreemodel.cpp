@@ -72,7 +72,7 @@ void ConnectDialogBase::FillFolder(TreeItem top, const VUnicodeString& topPath) 
 
 TreeItem ConnectDialogBase::AddFolderItem(TreeItem parent, const VUnicodeString& name, TreePlace place,
                                           TreeItem after) {
-    return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kFolder, false, {}});
+    return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kFolder, false, {}, {}});
 }
 
 TreeItem ConnectDialogBase::AddFolderItemAndChildren(TreeItem parent, const VUnicodeString& name, TreePlace place,
@@ -86,7 +86,7 @@ TreeItem ConnectDialogBase::AddSessionItem(TreeItem parent, const VUnicodeString
                                            TreeItem after) {
     // The template of new sessions is no session of the user's.
     if (parent == GetRootItem() && name.EqualsNoCase(kDefaultSession)) return TreeItem::kNone;
-    return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kSession, false, {}});
+    return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kSession, false, {}, {}});
 }
 
 void ConnectDialogBase::LoadFolderSessions(TreeItem folder) {
@@ -135,6 +135,7 @@ VRef<ISessionConfig> ConnectDialogBase::GetItemConfig(TreeItem item) {
     SessionItemData* data = GetItemData(item);
     if (data == nullptr || data->kind == EntryKind::kFolder) return nullptr;
     if (!data->config) data->config = OpenSession(GetItemPath(item));
+    if (data->config) data->searched.reset();  // what the session has from now on
     return data->config;
 }
 
@@ -220,13 +221,13 @@ void ConnectDialogBase::SaveTreeState() {
     global->lastSessionPath.Set(GetItemPath(items[0]));
     global->lastSessionExpanded.Set(IsFolderItem(items[0]) && IsItemExpanded(items[0]));
     if (global->saveConfigOnClose.Get()) global->Save();
-    if (global->rememberFolderExpansion.Get()) SaveExpansion();
+    if (global->rememberFolderExpansion.Get()) SaveExpansion(GetRootItem());
 }
 
 /// How the tree looks is no more than a convenience: a store that refuses it costs nothing else.
-void ConnectDialogBase::SaveExpansion() {
+void ConnectDialogBase::SaveExpansion(TreeItem top) {
     std::vector<std::pair<VUnicodeString, bool>> changed;
-    for (TreeItem item = GetRootItem(); item != TreeItem::kNone; item = GetNextInWalk(item, true)) {
+    for (TreeItem item = top; item != TreeItem::kNone && IsInside(item, top); item = GetNextInWalk(item, true)) {
         if (!IsFolderItem(item) || IsPlaceholder(item)) continue;
         VUnicodeString path = GetItemPath(item);
         const bool isExpanded = IsItemExpanded(item);

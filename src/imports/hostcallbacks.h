@@ -23,6 +23,8 @@ struct HostCallbacks {
     VUnicodeString applicationCommandLine;
     SessionOptionsFunction sessionOptions = nullptr;
     HelpFunction help = nullptr;
+    /// The host is a program for a terminal: a shortcut to it opens one.
+    bool needsTerminal = false;
     /// Held while toolbars are laid out; may be null.
     VRef<ISynchObject> toolbarLock = nullptr;
 };

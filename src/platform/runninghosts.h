@@ -17,10 +17,18 @@
 
 namespace connectdialog::platform {
 
-/// Answers a message with a number. Runs on the announcement's own thread; what it uses with others it guards. The
-/// arguments come from another process and are not trusted.
-using HostMessageHandler =
-    std::function<std::uint64_t(std::uint32_t message, std::uint64_t first, std::uint64_t second)>;
+/// A message as a host gets it. The arguments come from another process and are not trusted.
+struct HostMessage {
+    std::uint32_t number = 0;
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+    /// Whether the asker still waits for the answer. What both do under one lock is done in time when this holds there,
+    /// as an asker gives up before it takes the lock again.
+    std::function<bool()> isAwaited;
+};
+
+/// Answers a message with a number. Runs on the announcement's own thread; what it uses with others it guards.
+using HostMessageHandler = std::function<std::uint64_t(const HostMessage& message)>;
 
 /// This application, announced as long as the object lives.
 class HostAnnouncement {
@@ -44,9 +52,14 @@ class HostAnnouncement {
 /// A host's name, for SendToHosts. Means nothing to others.
 using HostName = std::string;
 
-/// The hosts that are announced under the class now; some may have died without a word. Empty also when the run-time
-/// folder is not there or not to be trusted.
-std::vector<HostName> FindHosts(std::u16string_view className);
+struct FoundHosts {
+    std::vector<HostName> names;  ///< some may have died without a word
+    /// Not 0: there may be others, which cannot be looked for. The run-time folder cannot be used (5, 267...), or this
+    /// process was not told which folder its session has, and there is one where it usually is (3).
+    std::uint32_t error = 0;
+};
+/// The hosts that are announced under the class now.
+FoundHosts FindHosts(std::u16string_view className);
 
 enum class HostState : std::uint8_t {
     kAnswered,

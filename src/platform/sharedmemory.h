@@ -36,6 +36,9 @@ struct SharedMemory {
 bool OpenSharedMemory(std::u16string_view name, std::uint64_t size, SharedMemory& memory);
 /// Whether the memory can still be touched in its whole size. On failure: false with 5 or 87.
 bool IsSharedMemoryIntact(const SharedMemory& memory);
+/// Takes the name from what others have open: they keep that, and the next one to make memory under the name gets its
+/// own. Requires the lock that OpenSharedMemory asks for.
+void ForgetSharedMemory(std::u16string_view name);
 /// Unmaps and closes; `memory` is empty afterwards. The last one to close it removes the file.
 void CloseSharedMemory(std::u16string_view name, SharedMemory& memory);
 

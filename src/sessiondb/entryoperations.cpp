@@ -74,11 +74,10 @@ bool IsLeaf(const VUnicodeString& name) {
 }
 
 /// The values wait in a key that is no entry of the tree while the session is gone: the new name may be the old one in
-/// other case, and then both are the same key.
+/// other case, and then both are the same key. It lies below the root, where there is room however deep the session is.
 bool RenameSession(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference) {
     const VUnicodeString parent = GetEntryParent(path);
-    const VUnicodeString data = JoinEntryPath(parent, VUnicodeString(kFolderDataKey));
-    const VUnicodeString waiting = JoinEntryPath(data, GetEntryLeaf(path));
+    const VUnicodeString waiting = JoinEntryPath(VUnicodeString(kFolderDataKey), GetEntryLeaf(path));
     TreeCopy copying;
     return copying.CopySession(path, waiting) && DeleteKeyOf(path) && RefreshLists(parent) &&
            PlaceSession(waiting, JoinEntryPath(parent, newLeaf), reference, true) && DeleteKeyOf(waiting) &&
@@ -96,13 +95,21 @@ bool RenameFolderCase(const VUnicodeString& path, const VUnicodeString& newLeaf,
            RenameFolderTree(betweenPath, parent, newLeaf, reference);
 }
 
+/// Leaves no half of a character.
+VUnicodeString Shorten(const VUnicodeString& name, std::size_t length) {
+    const bool isHalved = name.GetLength() > length && (name[length - 1] & 0xFC00) == 0xD800;
+    return name.Left(isHalved ? length - 1 : length);
+}
+
 }  // namespace
 
 VUnicodeString MakeUniqueEntryName(const VUnicodeString& folder, const VUnicodeString& base, VUnicodeString& fullPath) {
     VUnicodeString name = base;
     fullPath = JoinEntryPath(folder, name);
     for (int count = 1; SessionKeyExists(fullPath); ++count) {
-        name.Format(u"%1 (%2!d!)", base, count);
+        VUnicodeString suffix;
+        suffix.Format(u" (%1!d!)", count);
+        name = Shorten(base, kMaxSessionNameLength - suffix.GetLength()) + suffix;
         fullPath = JoinEntryPath(folder, name);
     }
     return name;

@@ -16,7 +16,8 @@
 
 namespace connectdialog {
 
-/// `base`, or when an entry of that name stands in the folder the first of `base (1)`, `base (2)`... that is free.
+/// `base`, or when an entry of that name stands in the folder the first of `base (1)`, `base (2)`... that is free, with
+/// `base` cut so that the name is one that a user could give (kMaxSessionNameLength).
 /// `fullPath` becomes the path of that name in the folder.
 VUnicodeString MakeUniqueEntryName(const VUnicodeString& folder, const VUnicodeString& base, VUnicodeString& fullPath);
 VUnicodeString MakeUniqueName(const VUnicodeString& folder, const VUnicodeString& base);

@@ -2,6 +2,8 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
+#include "platform/lasterror.h"
+#include "profile/vprofilekey.h"
 #include "resources/storenames.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
@@ -20,10 +22,18 @@ constexpr RefusalText kRefusalTexts[] = {
     {EntryRefusal::kIntoItself, u"Cannot copy a folder into itself"},
     {EntryRefusal::kIntoChild, u"Cannot copy or move a parent folder into a child"},
     {EntryRefusal::kTaken, u"%1 already exists in the target folder"},
+    {EntryRefusal::kTooDeep, u"There is no room for %1: the folders lie in each other too deep"},
     {EntryRefusal::kTemplate, u"ERROR: Could not add a new session to the tree."},
 };
 
 }  // namespace
+
+bool LiesTooDeep(const VUnicodeString& path) {
+    VProfileStore store(true);
+    const VUnicodeString key = BuildSessionKeyPath(path);
+    return !store.GetRootKey()->KeyExists(key.GetData()) &&
+           store.GetRootKey()->GetImpl()->GetLastReport()->GetCode() == platform::kInvalidParameter;
+}
 
 EntryRefusal CheckCopy(const VUnicodeString& source, const VUnicodeString& targetFolder) {
     const bool isFolder = IsFolderPath(source);
@@ -31,6 +41,7 @@ EntryRefusal CheckCopy(const VUnicodeString& source, const VUnicodeString& targe
     if (IsSameOrInside(targetFolder, source)) return EntryRefusal::kIntoChild;
     const bool isElsewhere = !GetEntryParent(source).EqualsNoCase(targetFolder);
     if (isFolder && isElsewhere && EntryExistsIn(targetFolder, GetEntryLeaf(source))) return EntryRefusal::kTaken;
+    if (LiesTooDeep(JoinEntryPath(targetFolder, GetEntryLeaf(source)))) return EntryRefusal::kTooDeep;
     const bool isTemplate = targetFolder.IsEmpty() && GetEntryLeaf(source).EqualsNoCase(kDefaultSession);
     return isElsewhere && isTemplate ? EntryRefusal::kTemplate : EntryRefusal::kNone;
 }

@@ -16,8 +16,12 @@ enum class EntryRefusal : std::uint8_t {
     kIntoItself,  ///< a folder into that very folder
     kIntoChild,   ///< a folder into one that lies in it
     kTaken,       ///< a folder where another of that name stands
+    kTooDeep,     ///< to where the store has no room so deep
     kTemplate     ///< to the root under the name of the template of new sessions, which it would become
 };
+
+/// Whether folders lie in each other too deep for the store to have an entry at `path`. Requires names that can stand.
+bool LiesTooDeep(const VUnicodeString& path);
 
 /// Whether the entry at `source` may be copied or moved into the folder `targetFolder`; both are session paths, case is
 /// ignored. A session may always: where its name is taken the copy gets another.

@@ -14,10 +14,10 @@ namespace {
 
 constexpr std::uint32_t kNotFoundMessage = 0x61090001;
 
-bool HostMatches(const ConnectConfig* config, const FindOptions& options) {
+VUnicodeString GetHost(bool hasProtocol, const ConnectConfig* config) {
     VUnicodeString host;
-    if (config != nullptr) config->GetHostName(host);
-    return TextMatches(host, options);
+    if (hasProtocol && config != nullptr) config->GetHostName(host);
+    return host;
 }
 
 }  // namespace
@@ -33,16 +33,18 @@ bool NameMatches(std::u16string_view label, bool isSession, const FindOptions& o
     return (isSession ? options.inSessionNames : options.inFolderNames) && TextMatches(label, options);
 }
 
-bool SessionMatches(ISessionConfig& session, const FindOptions& options) {
-    if (options.inHostnames) {
-        if (session.HasProtocol() && HostMatches(session.GetConnectConfig(), options)) return true;
-        if (session.HasTransferProtocol() && HostMatches(session.GetTransferConnectConfig(), options)) return true;
-    }
+SearchedTexts GetSearchedTexts(ISessionConfig& session) {
+    SearchedTexts texts;
+    texts.host = GetHost(session.HasProtocol(), session.GetConnectConfig());
+    texts.transferHost = GetHost(session.HasTransferProtocol(), session.GetTransferConnectConfig());
     const auto* description = dynamic_cast<VProfileMultiLineString*>(session.FindValue(u"Description"));
-    if (!options.inDescriptions || description == nullptr) return false;
-    VUnicodeString lines;
-    description->GetText(lines, true);
-    return TextMatches(lines, options);
+    if (description != nullptr) description->GetText(texts.description, true);
+    return texts;
+}
+
+bool SessionMatches(const SearchedTexts& texts, const FindOptions& options) {
+    const bool isHost = TextMatches(texts.host, options) || TextMatches(texts.transferHost, options);
+    return (options.inHostnames && isHost) || (options.inDescriptions && TextMatches(texts.description, options));
 }
 
 VUnicodeString DescribeNotFound(const FindOptions& options) {

@@ -25,9 +25,17 @@ bool TextMatches(std::u16string_view text, const FindOptions& options);
 /// Whether the label of an entry is looked at, and matches. The root's label is kRootLabel.
 bool NameMatches(std::u16string_view label, bool isSession, const FindOptions& options);
 
-/// Whether the host names of a session (of the sides that have a protocol) or its description, its lines joined, are
-/// looked at and match. A session whose name matches need not be asked, so that its values need not be read.
-bool SessionMatches(ISessionConfig& session, const FindOptions& options);
+/// What of a session's values is looked at: far less than the session takes in memory.
+struct SearchedTexts {
+    VUnicodeString host;          ///< empty without a protocol
+    VUnicodeString transferHost;  ///< the same of the other side
+    VUnicodeString description;   ///< its lines joined
+};
+SearchedTexts GetSearchedTexts(ISessionConfig& session);
+
+/// Whether a host name or the description is looked at, and matches. A session whose name matches need not be asked, so
+/// that its values need not be read.
+bool SessionMatches(const SearchedTexts& texts, const FindOptions& options);
 
 /// How the root folder is called where it is shown.
 inline constexpr char16_t kRootLabel[] = u"Sessions";

@@ -2,7 +2,8 @@
 //
 // An application answers message 0x423 twice: with both arguments 0 it tells how many bytes its list needs; then, given
 // that size as the second argument, it writes the list (a string array in a buffer) into the shared block of
-// VMemoryMappedBuffer, under the block's lock, and tells how many bytes it wrote.
+// VMemoryMappedBuffer, under the block's lock, and tells how many bytes it wrote. A block is made for each list, and an
+// application that comes too late with its own does not write it: no list reaches an asker under another's name.
 #pragma once
 
 #include <cstddef>
@@ -25,11 +26,15 @@ struct RunningSessions {
     VStringArray paths;           ///< session paths; one that is open twice is there twice
     std::size_t silentHosts = 0;  ///< hosts that run but did not answer: what they have open is not known
     bool isBusy = false;          ///< another question was under way all the time: nobody was asked
+    std::uint32_t error = 0;      ///< not 0: there may be hosts that cannot be looked for, for this reason
 };
 
 /// What the user is told then: nothing is deleted without the question.
 inline constexpr char16_t kRunningSessionsBusy[] =
     u"Another program asks just now which sessions are open. Please try again.";
+
+/// What the user is told of hosts that were not heard: a sentence, or the empty text.
+VUnicodeString DescribeUnheardHosts(const RunningSessions& running);
 
 /// Asks all running applications of this user. Takes 2 seconds at most, whatever they do.
 RunningSessions GetRunningSessionPaths();
@@ -44,7 +49,7 @@ class RunningSessionsHost {
     std::uint32_t GetError() const { return announcement.GetError(); }
 
   private:
-    std::uint64_t Answer(std::uint32_t message, std::uint64_t first, std::uint64_t second);
+    std::uint64_t Answer(const platform::HostMessage& message);
 
     std::mutex guard;
     VStringArray openPaths;

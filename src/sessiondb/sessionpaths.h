@@ -4,10 +4,15 @@
 // root folder. The leaf is the part behind the last `\`.
 #pragma once
 
+#include <cstddef>
+
 #include "foundation/vunicodestring.h"
 #include "resources/storenames.h"
 
 namespace connectdialog {
+
+/// The longest name that a user can give to an entry, characters. Stores have room for longer ones.
+inline constexpr std::size_t kMaxSessionNameLength = 255;
 
 /// The key of the entry at `path`.
 VUnicodeString BuildSessionKeyPath(const VUnicodeString& path);

@@ -2,7 +2,7 @@
 
 #include "foundation/casefold.h"
 #include "foundation/textchecks.h"
-#include "sessiondb/sessionpaths.h"
+#include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessiontree.h"
 
 namespace connectdialog {
@@ -30,6 +30,8 @@ constexpr FaultText kFaultTexts[] = {
     {SessionNameFault::kFolderData, u"The name \"%1\" is kept for the arrangement of a folder.",
      u"名称“%1”保留给文件夹的排列使用。"},
     {SessionNameFault::kTemplate, u"\"%1\" is the session that new sessions are made from.", u"“%1”是新会话的模板。"},
+    {SessionNameFault::kTooDeep, u"There is no room for \"%1\": the folders lie in each other too deep.",
+     u"“%1”处的文件夹层数太多。"},
     {SessionNameFault::kTaken, u"There is already an entry with the name \"%1\".", u"名称“%1”已经存在。"},
 };
 
@@ -61,6 +63,7 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
     if (fault != SessionNameFault::kNone) return fault;
     if (newName.EqualsNoCase(oldName)) return SessionNameFault::kNone;
     if (parent.IsEmpty() && newName.EqualsNoCase(kDefaultSession)) return SessionNameFault::kTemplate;
+    if (LiesTooDeep(JoinEntryPath(parent, newName))) return SessionNameFault::kTooDeep;
     return EntryExistsIn(parent, newName) ? SessionNameFault::kTaken : SessionNameFault::kNone;
 }
 

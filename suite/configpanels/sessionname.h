@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/vunicodestring.h"
+#include "sessiondb/sessionpaths.h"
 
 namespace connectdialog {
 
@@ -20,12 +21,11 @@ enum class SessionNameFault : std::uint8_t {
     kDots,           ///< "." or ".."
     kFolderData,     ///< the name under which a folder keeps its arrangement
     kTemplate,       ///< "Default" in the root: the session that new ones are made from
+    kTooDeep,        ///< the store has no room in folders that lie in each other so deep
     kTaken           ///< an entry of that name stands beside it
 };
 
-inline constexpr std::size_t kMaxSessionNameLength = 255;
-
-/// What the name itself is refused for, wherever it should stand. Asks no store; never gives kTemplate or kTaken.
+/// What the name itself is refused for, wherever it should stand. Asks no store; never gives the last three.
 SessionNameFault CheckSessionNameText(const VUnicodeString& name);
 
 /// Whether an entry of the folder `parent` (a session path; empty: the root) may be called `newName`. `oldName` is the

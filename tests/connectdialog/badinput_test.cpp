@@ -1,11 +1,21 @@
-// What other tools and other processes leave in the store.
+// What other tools and other processes do to the store.
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "foundation/vreportmessageparams.h"
 #include "sessiondb/sessiontree.h"
+#include "stores/openstore.h"
+#include "support/childprocess.h"
 #include "support/connectdialogtest.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
 namespace {
 
 using namespace ConnectCommands;
+namespace fs = std::filesystem;
 
 using BadInput = ConnectDialogTest;
 
@@ -23,17 +33,13 @@ TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted)
             MakeFolder(u"g");
             Arrange(arrangement);
             Open();
-            Expand(u"");
-            Expand(u"f");
             EXPECT_TRUE(DragTo(u"f\\" + path, u"g"));
-            EXPECT_FALSE(SessionKeyExists(VUnicodeString(u"f\\" + path)));
             CopyTo(u"g\\" + path, u"f", false);
-            EXPECT_TRUE(SessionKeyExists(VUnicodeString(u"f\\" + path)));
             Rename(u"g\\" + path, u"plain"_v);
-            EXPECT_TRUE(SessionKeyExists(u"g\\plain"_v));
+            EXPECT_EQ(StoredIn(u"g"), "plain");
             Click(u"f\\" + path);
-            kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
-            Command(kDelete);
+            EXPECT_TRUE(SessionKeyExists(VUnicodeString(u"f\\" + path)));
+            Delete();
             EXPECT_EQ(StoredIn(u"f"), "other");
         }
     }
@@ -44,13 +50,9 @@ TEST_F(BadInput, WithoutGlobalSettingsTheDialogWorksAllTheSame) {
     AddSession(u"f\\other", u"SSH2", u"SFTP");
     panels.global = nullptr;
     Open();
-    Expand(u"");
-    Expand(u"f");
     for (const int command :
          {kShowDescriptions, kShowTransferSessions, kShowTerminalSessions, kRotateArrangement, kArrangeManually})
         Command(command);
-    Expand(u"");
-    Expand(u"f");
     options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"h"_v); };
     Click(u"f");
     Command(kProperties);
@@ -59,17 +61,6 @@ TEST_F(BadInput, WithoutGlobalSettingsTheDialogWorksAllTheSame) {
     Click(u"f");
     Command(kConnect);
     EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 3U);
-}
-
-TEST_F(BadInput, AShortcutThatWouldNameOthersIsNotMade) {
-    AddSessions({u"a\" /S \"b"});
-    Open();
-    Expand(u"");
-    Click(u"a\" /S \"b");
-    kit.ExpectDialog(ShortcutNameIds::kDialog, [](HeadlessDialog& name) { EXPECT_TRUE(name.Press(kIdOk)); });
-    kit.ExpectBox(u"ERROR: creation of shortcut failed"_v, kAnswerOk);
-    Command(kShortcut);
-    EXPECT_TRUE(dialog->shortcuts.empty());
 }
 
 TEST_F(BadInput, AKeyNamedLikeTheFolderDataInOtherCaseIsNoEntry) {
@@ -86,8 +77,7 @@ TEST_F(BadInput, WhatAnotherDialogChangedIsNotLostAndWhatItDeletedDoesNotComeBac
     AddSessions({u"f\\a", u"f\\b", u"g\\c"});
     Arrange(SessionArrangement::kManual);
     Open();
-    Expand(u"");
-    Expand(u"f");
+    Click(u"f\\a");
     AddSessions({u"f\\new", u"f\\h\\deep"});
     EXPECT_TRUE(DragTo(u"f\\b", u"f\\a", 0));
     EXPECT_EQ(StoredIn(u"f"), "h/ b a new");
@@ -108,6 +98,99 @@ TEST_F(BadInput, WhatAnotherDialogChangedIsNotLostAndWhatItDeletedDoesNotComeBac
     EXPECT_EQ(StoredIn(u"") + StoredIn(u"f"), left);
     dialog->Destroy();
     EXPECT_EQ(StoredIn(u"") + StoredIn(u"f"), left) << "not by keeping how the tree looked either";
+}
+
+/// The store is a file, which other processes open and change too.
+class StoreInFile : public ConnectDialogTest {
+  protected:
+    ~StoreInFile() override {
+        dialog.reset();
+        stored.reset();
+    }
+    void OpenFile() {
+        VReportMessageParams report;
+        stored = stores::OpenProfileStoreFactory(VUnicodeString(("sqlite:" + (folder / "store.db")).c_str()), report);
+        ASSERT_NE(stored, nullptr);
+        SetProfileFactoryGetter([] { return stored.get(); });
+    }
+    /// Makes ten sessions in f, renames every second one and deletes every third.
+    void Work(const std::string& name) {
+        kit.AnswerBoxes(
+            [](const VUnicodeString&, unsigned flags) { return (flags & 7U) == kBoxYesNo ? kAnswerYes : kAnswerOk; });
+        Open();
+        for (int i = 0; i < 10; ++i) {
+            const VUnicodeString made((name + std::to_string(i)).c_str());
+            const VUnicodeString renamed = i % 2 == 0 ? made + u"r" : made;
+            options.edit = [&](ISessionConfig& config) { config.SetName(made); };
+            Click(u"f");
+            Command(kNewSession);
+            if (renamed != made) Rename((u"f\\" + made).View(), renamed);
+            if (i % 3 != 0) continue;
+            Click((u"f\\" + renamed).View());
+            Command(kDelete);
+        }
+        EXPECT_EQ(kit.GetBoxes().size(), 4U) << "nothing was refused";
+    }
+
+    TemporaryFolder folder;
+    static inline std::unique_ptr<VProfileStoreFactory> stored;
+};
+
+TEST_F(StoreInFile, DialogsOfTwoProcessesChangeOneFolderAndLoseNothing) {
+    Arrange(SessionArrangement::kManual);
+    ChildProcess other([this](ChildProcess& parent) {
+        parent.WaitForGo();
+        OpenFile();
+        Work("c");
+        dialog->Destroy();
+        return HasFailure() ? 1 : 0;
+    });
+    OpenFile();
+    MakeFolder(u"f");
+    other.LetGo();
+    Work("p");
+    EXPECT_EQ(other.Wait(), 0);
+    Open();
+    Click(u"f");
+    const std::string list = StoredIn(u"f");
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < list.size(); at += names.back().size() + 1)
+        names.push_back(list.substr(at, list.find(' ', at) - at));
+    std::ranges::sort(names);
+    EXPECT_EQ(names,
+              (std::vector<std::string>{"c1", "c2r", "c4r", "c5", "c7", "c8r", "p1", "p2r", "p4r", "p5", "p7", "p8r"}));
+}
+
+TEST_F(StoreInFile, WhatCannotBeWrittenAnyMoreIsTold) {
+    // Nothing is read-only to root.
+    if (geteuid() == 0 && chown(folder.GetPath().c_str(), 65534, 65534) != 0) FAIL();
+    ChildProcess user([this](ChildProcess&) {
+        if (geteuid() == 0 && setuid(65534) != 0) return 2;
+        OpenFile();
+        AddSessions({u"a", u"b"});
+        Open();
+        const auto refuse = [&](const char16_t* box, const std::function<void()>& act) {
+            kit.ExpectBox(box, kAnswerOk);
+            act();
+            EXPECT_EQ(kit.TakeFaults(), "");
+            EXPECT_EQ(Tree().Find(u"z"), TreeItem::kNone);
+            EXPECT_NE(Tree().Find(u"a"), TreeItem::kNone);
+        };
+        fs::permissions(folder.GetPath(), fs::perms(0500));
+        refuse(u"ERROR: Could not rename the item in the database.", [&] { Rename(u"a", u"z"_v); });
+        fs::permissions(folder.GetPath(), fs::perms(0700));
+        Rename(u"b", u"c"_v);
+        EXPECT_EQ(StoredIn(u""), "a c") << "it is the same as before once it can be written again";
+        fs::remove(folder / "store.db");
+        refuse(u"ERROR: Could not rename the item in the database.", [&] { Rename(u"a", u"z"_v); });
+        options.edit = [](ISessionConfig& config) { config.SetName(u"z"_v); };
+        Command(kNewSession);
+        EXPECT_EQ(StoredIn(u""), "z");
+        EXPECT_TRUE(fs::exists(folder / "store.db")) << "what is told to be saved is saved";
+        dialog->Destroy();
+        return HasFailure() ? 1 : 0;
+    });
+    EXPECT_EQ(user.Wait(), 0);
 }
 
 }  // namespace

@@ -1,13 +1,15 @@
 #include "connectdialog/desktopshortcut.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include "foundation/commandline.h"
 #include "foundation/vnarrowstring.h"
+#include "imports/hostcallbacks.h"
+#include "platform/codepage.h"
 #include "platform/desktopshortcut.h"
 #include "platform/lasterror.h"
 #include "platform/processlaunch.h"
@@ -23,31 +25,6 @@ VStringArray ListOf(const std::vector<VUnicodeString>& texts) {
     VStringArray list;
     for (const VUnicodeString& text : texts) list.Add(text);
     return list;
-}
-
-TEST(CommandLine, IsTakenApartByOneRule) {
-    const struct {
-        std::u16string_view line;
-        bool isClosed;
-        std::vector<VUnicodeString> words;
-    } rows[] = {
-        {u"", true, {}},
-        {u"   ", true, {}},
-        {u"a  b\tc ", true, {u"a", u"b\tc"}},
-        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
-        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
-        {u"\"\" x", true, {u"", u"x"}},
-        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
-        {u"\"a\"\"", true, {u"a\""}},
-        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
-        {u"a \"b c", false, {u"a", u"b c"}},
-        {u"\"", false, {u""}},
-    };
-    for (const auto& row : rows) {
-        VStringArray words;
-        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
-        EXPECT_TRUE(words == ListOf(row.words)) << VNarrowString(VUnicodeString(row.line)).GetData();
-    }
 }
 
 TEST(ShortcutText, NamesSessionsFirstAndFoldersAfter) {
@@ -70,9 +47,6 @@ TEST(ShortcutText, NamesSessionsFirstAndFoldersAfter) {
         EXPECT_EQ(arguments, row.arguments);
         EXPECT_EQ(NamesExactly(arguments, sessions, folders), row.isExact);
     }
-    EXPECT_EQ(OfferShortcutLabel(u"A\\B", false, u"NorHalden"), u"B");
-    EXPECT_EQ(OfferShortcutLabel(u"A\\B", true, u"NorHalden"), u"NorHalden sessions");
-    EXPECT_EQ(OfferShortcutLabel(u"", false, u"NorHalden"), u"NorHalden sessions");
 }
 
 class DesktopShortcutTest : public testing::Test {
@@ -123,26 +97,49 @@ TEST_F(DesktopShortcutTest, IsValidAndReachesTheProgramAsItIs) {
 
 TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
     ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"/S \"A\\B\" ", u"web"));
-    ASSERT_TRUE(CreateDesktopShortcut(u"/S \"other\" ", u"web", nullptr));
-    const std::string entry = ReadFile(FileOf("web"));
-    EXPECT_NE(entry.find("\nExec=\"" + fs::read_symlink("/proc/self/exe").string() + "\" \"/S\" \"other\"\n"),
-              std::string::npos)
-        << entry;
-    EXPECT_NE(entry.find("\nTerminal=false\n"), std::string::npos);
-    ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", u"tool"));
-    EXPECT_NE(ReadFile(FileOf("tool")).find("\nTerminal=true\n"), std::string::npos);
+    for (const bool needsTerminal : {false, true}) {
+        GetHostCallbacks().needsTerminal = needsTerminal;
+        ASSERT_TRUE(CreateDesktopShortcut(u"/S \"other\" ", u"web", nullptr));
+        const std::string entry = ReadFile(FileOf("web"));
+        EXPECT_NE(entry.find("\nExec=\"" + fs::read_symlink("/proc/self/exe").string() + "\" \"/S\" \"other\"\n"),
+                  std::string::npos)
+            << entry;
+        EXPECT_NE(entry.find(needsTerminal ? "\nTerminal=true\n" : "\nTerminal=false\n"), std::string::npos);
+    }
+    GetHostCallbacks() = {};
     const std::u16string half(1, char16_t{0xD800});
     for (const std::u16string& label :
          {std::u16string(), std::u16string(u".."), std::u16string(u"a/b"), std::u16string(u"a\\b"),
-          std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half, std::u16string(300, u'x')})
+          std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half})
         EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x\" ", VUnicodeString(label)));
-    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\a=b", false, u"", u"x"));
-    EXPECT_FALSE(CreateShortcutTo(u"", false, u"", u"x"));
-    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x", u"x"));
-    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \""_v + VUnicodeString(half) + u"\" ", u"x"));
+    const std::pair<const char16_t*, VUnicodeString> rows[] = {
+        {u"\\bin\\a=b", u""_v},
+        {u"", u""_v},
+        {u"\\bin\\true", u"/S \"x"_v},
+        {u"\\bin\\true", u"/S \""_v + VUnicodeString(half) + u"\" "}};
+    for (const auto& [program, arguments] : rows) EXPECT_FALSE(CreateShortcutTo(program, false, arguments, u"x"));
     fs::create_directory(FileOf("folder"));
     EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"", u"folder"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(desktop), fs::directory_iterator()), 3);
+    EXPECT_EQ(std::distance(fs::directory_iterator(desktop), fs::directory_iterator()), 2);
+}
+
+TEST_F(DesktopShortcutTest, ALabelMayBeLongerThanAFilesName) {
+    for (const char16_t last : {u'1', u'2'}) {
+        const VUnicodeString label(std::u16string(83, u'\u4F1A') + last);  // three bytes each
+        ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", label));
+        ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", label)) << "in place of the first";
+    }
+    std::vector<std::string> labels;
+    for (const fs::path& file : fs::directory_iterator(desktop)) {
+        const std::string name = file.filename().string();
+        EXPECT_LE(name.size(), 255U);
+        EXPECT_TRUE(name.ends_with(".desktop"));
+        EXPECT_EQ(platform::ToNarrow(platform::ToWide(name)), name) << "whole characters";
+        const std::string entry = ReadFile(file);
+        labels.push_back(entry.substr(entry.find("Name=") + 5 + 83 * 3, 2));
+    }
+    std::ranges::sort(labels);
+    EXPECT_EQ(labels, (std::vector<std::string>{"1\n", "2\n"})) << "each has its own file and its whole label";
 }
 
 TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {

@@ -1,5 +1,7 @@
-// New sessions and folders, renaming, properties, deleting.
+// New sessions and folders, renaming, properties, deleting: what the user is asked and told. Where things end up is
+// the random user's matter.
 #include "config/sessionconfig.h"
+#include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 #include "support/faultystore.h"
@@ -12,243 +14,173 @@ using enum SessionArrangement;
 
 class Editing : public ConnectDialogTest {
   protected:
-    void Select(std::u16string_view path) {
+    /// Opens the dialog over these sessions, with that one selected.
+    void Begin(std::initializer_list<const char16_t*> sessions, std::u16string_view selected) {
+        AddSessions(sessions);
         Open();
-        Expand(u"");
-        Click(path);
-    }
-    static VUnicodeString HostOf(const char16_t* path) {
-        VUnicodeString host;
-        if (const VRef<ISessionConfig> config = OpenSession(path)) config->GetConnectConfig()->GetHostName(host);
-        return host;
-    }
-    void DeleteAnswering(int answer) {
-        kit.ExpectBox(u"确定删除选中项？"_v, answer);
-        Command(kDelete);
+        Click(selected);
     }
 };
 
 TEST_F(Editing, ANewFolderIsStoredWhenItsNameIsFinal) {
     MakeFolder(u"Zoo");
-    AddSessions({u"s"});
-    Select(u"s");
+    Begin({u"s"}, u"s");
     Command(kNewFolder);
-    EXPECT_TRUE(Tree().IsEditing());
     EXPECT_EQ(Tree().GetEditText(), u"New Folder");
     EXPECT_EQ(StoredIn(u""), "Zoo/ s") << "not yet";
     EXPECT_TRUE(Tree().TypeLabel(u" Apes "_v));
     EXPECT_EQ(Tree().Read(), "-Sessions\n   *Apes <\n   Zoo\n   s\n");
-    EXPECT_EQ(StoredIn(u""), "Apes/ Zoo/ s");
     // Given up, it keeps the name that was offered; the second one is counted.
-    Click(u"s");
-    Command(kBarNewFolder);
-    EXPECT_TRUE(Tree().CancelLabel());
-    Click(u"s");
-    Command(kNewFolder);
-    Window().PressKey(kKeyEscape);
-    EXPECT_FALSE(Window().IsClosed()) << "the key ended the edit";
+    for (int i = 0; i < 2; ++i) {
+        Click(u"s");
+        EXPECT_TRUE(Window().Press(kBarNewFolder));
+        EXPECT_TRUE(Window().PressKey(kKeyEscape));
+        EXPECT_FALSE(Window().IsClosed()) << "the key ended the edit";
+    }
     EXPECT_EQ(StoredIn(u""), "Apes/ New Folder/ New Folder (1)/ Zoo/ s");
     EXPECT_EQ(Selected(), "New Folder (1)");
-    Command(kNewFolder);
-    EXPECT_TRUE(Tree().TypeLabel(u"inner"_v));
-    EXPECT_EQ(StoredIn(u"New Folder (1)"), "inner/");
-}
-
-TEST_F(Editing, ANewFolderGoesBehindTheLastOneWhereTheUserOrders) {
-    Arrange(kManual);
-    MakeFolder(u"Zoo");
-    AddSessions({u"s"});
-    Select(u"Zoo");
+    dialog->Destroy();
+    Open();
     Click(u"");
     Command(kNewFolder);
-    EXPECT_TRUE(Tree().TypeLabel(u"Apes"_v));
-    EXPECT_EQ(Tree().Read(), "-Sessions\n   Zoo\n   *Apes <\n   s\n");
-    EXPECT_EQ(StoredIn(u""), "Zoo/ Apes/ s");
+    dialog->Destroy();
+    EXPECT_EQ(panels.global->lastSessionPath.Get(), u"New Folder (2)") << "closing the dialog ends the edit";
 }
 
 TEST_F(Editing, ANameThatCannotStandKeepsTheUserInTheEdit) {
     MakeFolder(u"taken");
-    AddSessions({u"s"});
-    Select(u"s");
+    Begin({u"s"}, u"s");
     Command(kNewFolder);
-    const std::u16string tooLong(300, u'x');
-    for (const std::u16string_view bad :
-         {std::u16string_view(u""), std::u16string_view(u"  "), std::u16string_view(u"a\\b"),
-          std::u16string_view(u"a:b"), std::u16string_view(u"TAKEN"), std::u16string_view(u"s"),
-          std::u16string_view(u"a\nb"), std::u16string_view(u"__folderdata__"), std::u16string_view(u"DEFAULT"),
-          std::u16string_view(u"a\x202E"
-                              u"b"),
-          std::u16string_view(tooLong)}) {
+    const std::u16string tooLong(256, u'x');
+    for (const char16_t* bad : {u"", u"  ", u"a\\b", u"a:b", u"TAKEN", u"s", u"a\nb", u"__folderdata__", u"DEFAULT",
+                                u"a\x202E\x0062", tooLong.c_str()}) {
         panels.refusedNames.clear();
-        EXPECT_TRUE(Tree().TypeLabel(VUnicodeString(bad)));
+        EXPECT_TRUE(Tree().TypeLabel(bad));
         EXPECT_EQ(panels.refusedNames.size(), 1U) << Escape(bad);
-        ASSERT_TRUE(Tree().IsEditing()) << Escape(bad);
-        EXPECT_EQ(StoredIn(u""), "taken/ s");
+        EXPECT_TRUE(Tree().IsEditing()) << Escape(bad);
     }
-    const std::u16string longest(255, u'x');
-    EXPECT_TRUE(Tree().TypeLabel(VUnicodeString(longest)));
-    EXPECT_TRUE(SessionKeyExists(VUnicodeString(longest)));
-    Rename(longest, u"Q & A"_v);
-    EXPECT_EQ(StoredIn(u""), "Q & A/ taken/ s");
+    EXPECT_EQ(StoredIn(u""), "taken/ s");
+    EXPECT_TRUE(Tree().TypeLabel(VUnicodeString(tooLong).Left(255)));
+    EXPECT_TRUE(SessionKeyExists(VUnicodeString(tooLong).Left(255)));
 }
 
-TEST_F(Editing, ANewSessionStandsInItsPlaceAndIsSelected) {
-    AddSessions({u"f\\b", u"f\\d", u"x"});
-    SetList(u"f", u"Session List", u"d:b:");
-    for (const SessionArrangement arrangement : {kAlphabetical, kManual}) {
-        Arrange(arrangement);
-        Select(u"f");
-        panels.global->optionsPagePath.Set(u"Terminal"_v);
-        options.calls.clear();
-        options.edit = [&](ISessionConfig& config) {
-            EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Connection+");
-            config.SetName(arrangement == kManual ? u"a"_v : u"c"_v);
-            config.GetConnectConfig()->SetHostName(u"new.example"_v);
-        };
-        Command(arrangement == kManual ? kBarNewSession : kNewSession);
-        EXPECT_EQ(options.calls, "New 0 0 1;");
-        EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
-        EXPECT_EQ(StoredIn(u"f"), arrangement == kManual ? "d b c a" : "b c d");
-        EXPECT_EQ(Tree().Read(), arrangement == kManual ? "-Sessions\n  -f\n     d\n     b\n     c\n     *a <\n   x\n"
-                                                        : "-Sessions\n  -f\n     b\n     *c <\n     d\n   x\n");
-    }
-    EXPECT_EQ(HostOf(u"f\\c"), u"new.example");
+TEST_F(Editing, NamesThatAreTakenAreCountedWithinTheirLength) {
+    const std::u16string longest = std::u16string(250, u'x') + u"\xD83D\xDE00yz" + u"w";
+    Begin({longest.c_str(), u"other"}, longest);
+    for (int i = 0; i < 2; ++i) CopyTo(longest, u"", false);
+    const std::u16string cut = std::u16string(250, u'x');
+    EXPECT_TRUE(SessionKeyExists(VUnicodeString(cut + u" (1)"))) << "no half of a character is left";
+    Rename(cut + u" (2)", u"short"_v);
+    EXPECT_TRUE(SessionKeyExists(u"short"_v)) << "and it is a name like any other";
 }
 
-TEST_F(Editing, ANewSessionInAnEmptyFolderIsShown) {
-    MakeFolder(u"f");
-    Select(u"f");
-    options.edit = [](ISessionConfig&) {};
-    Command(kNewSession);
-    EXPECT_EQ(Tree().Read(), "-Sessions\n  -f\n     *New <\n");
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u"f"), "New New (1)");
+TEST_F(Editing, AFolderAsDeepAsCanBeHasSessionsToRenameAndNoFolderToMake) {
+    std::u16string deep = u"d";
+    for (int i = 1; i < 126; ++i) deep += u"\\d";
+    AddSession((deep + u"\\s").c_str());
+    MakeFolder((deep + u"\\e").c_str());
+    Open();
+    // A click would not reach so far to the right.
+    const auto select = [&](const std::u16string& path) {
+        panels.global->lastSessionPath.Set(VUnicodeString(path));
+        dialog->ReloadTree();
+    };
+    select(deep + u"\\s");
+    Command(kRename);
+    EXPECT_TRUE(Tree().TypeLabel(u"t"_v));
+    EXPECT_EQ(StoredIn(deep.c_str()), "e/ t");
+    select(deep + u"\\e");
+    Command(kNewFolder);
+    EXPECT_TRUE(Tree().TypeLabel(u"f"_v));
+    EXPECT_EQ(panels.refusedNames.size(), 1U);
+    kit.ExpectBox(u"ERROR: Could not create the folder in the database."_v, kAnswerOk);
+    EXPECT_TRUE(Tree().CancelLabel());
+    EXPECT_FALSE(Tree().IsEditing());
+    const EntryRefusal refusal = CheckCopy(VUnicodeString(deep + u"\\t"), VUnicodeString(deep + u"\\e"));
+    EXPECT_EQ(DescribeEntryRefusal(refusal, u"t"_v), u"There is no room for t: the folders lie in each other too deep");
 }
 
-TEST_F(Editing, ANewSessionThatIsGivenUpLeavesNothing) {
-    AddSessions({u"x"});
-    Select(u"x");
+TEST_F(Editing, ANewSessionIsWhatTheOptionsMadeOfTheTemplate) {
+    Begin({u"f\\b", u"x"}, u"f");
     panels.global->optionsPagePath.Set(u"Terminal"_v);
     Command(kNewSession);
-    EXPECT_EQ(StoredIn(u""), "x");
-    EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
-}
-
-TEST_F(Editing, ANewSessionNeverOverwritesAnother) {
-    AddSession(u"x", u"SSH2", u"None", u"keep.example");
-    Select(u"x");
-    for (const char16_t* name : {u"X", u"a\\b", u"a:b", u""}) {
-        options.edit = [&](ISessionConfig& config) { config.SetName(name); };
-        Command(kNewSession);
+    EXPECT_EQ(StoredIn(u"f"), "b") << "given up";
+    for (const char16_t* name : {u"c", u"B", u"a\\b", u"a:b", u""}) {
+        options.edit = [&](ISessionConfig& config) {
+            EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Connection+");
+            config.SetName(name);
+            config.GetConnectConfig()->SetHostName(u"new.example"_v);
+        };
+        Click(u"f");
+        Command(kBarNewSession);
     }
-    EXPECT_EQ(panels.refusedNames.size(), 4U);
-    EXPECT_EQ(StoredIn(u""), "New New (1) New (2) New (3) x");
-    EXPECT_EQ(HostOf(u"x"), u"keep.example");
+    EXPECT_EQ(options.calls, "New 0 0 1;New 0 0 1;New 0 0 1;New (1) 0 0 1;New (2) 0 0 1;New (3) 0 0 1;");
+    EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
+    EXPECT_EQ(StoredIn(u"f"), "b c New New (1) New (2) New (3)") << "a bad name costs the name and no session";
+    EXPECT_EQ(HostOf(u"f\\c"), u"new.example");
+    EXPECT_EQ(HostOf(u"f\\b"), u"host");
 }
 
 TEST_F(Editing, TheWizardReplacesTheOptionsUntilTheUserDeclinesIt) {
-    AddSessions({u"x"});
+    Begin({u"x"}, u"x");
     panels.global->useNewSessionWizard.Set(true);
-    Select(u"x");
     options.edit = [](ISessionConfig& config) { config.SetName(u"by options"_v); };
-    dialog->wizardResult = 2;
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u""), "x") << "cancelled";
-    dialog->wizardResult = 12325;
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u""), "by wizard x");
-    EXPECT_TRUE(panels.global->useNewSessionWizard.Get());
-    EXPECT_EQ(options.calls, "");
-    dialog->wizardWanted = false;
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u""), "by options by wizard x");
-    EXPECT_FALSE(panels.global->useNewSessionWizard.Get());
-    dialog->wizardResult = 2;
-    options.edit = [](ISessionConfig& config) { config.SetName(u"last"_v); };
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u""), "by options by wizard last x") << "declined: not asked any more";
-}
-
-TEST_F(Editing, RenamingMovesToTheSortedPlaceOrKeepsTheUsersOwn) {
-    AddSessions({u"a", u"b", u"c", u"g\\in"});
-    MakeFolder(u"f");
-    MakeFolder(u"h");
     struct Row {
-        SessionArrangement arrangement;
-        const char16_t* from;
-        const char16_t* to;
+        std::int64_t result;
+        bool isWanted;
         const char* stored;
     };
-    const Row rows[] = {
-        {kAlphabetical, u"a", u"bb", "f/ g/ h/ b bb c"},     {kAlphabetical, u"f", u"gg", "g/ gg/ h/ b bb c"},
-        {kAlphabetical, u"gg", u"GG", "g/ GG/ h/ b bb c"},   {kAlphabetical, u"bb", u"BB", "g/ GG/ h/ b BB c"},
-        {kAlphabetical, u"b", u"z10", "g/ GG/ h/ BB c z10"}, {kLogical, u"c", u"z9", "g/ GG/ h/ BB z9 z10"}};
-    for (const Row& row : rows) {
-        Arrange(row.arrangement);
-        Select(row.from);
-        Rename(row.from, row.to);
-        EXPECT_EQ(StoredIn(u""), row.stored) << Escape(row.to);
-        const std::string now = Tree().Read();
-        dialog->ReloadTree();
-        Expand(u"");
-        Click(row.to);
-        EXPECT_EQ(Tree().Read(), now) << "the store agrees with what was shown";
+    for (const Row& row : {Row{2, true, "x"},
+                           {12325, true, "by wizard x"},
+                           {12325, false, "by options by wizard x"},
+                           {2, true, "by options by wizard New x"}}) {  // declined: not asked any more
+        dialog->wizardResult = row.result;
+        dialog->wizardWanted = row.isWanted;
+        Command(kNewSession);
+        EXPECT_EQ(StoredIn(u""), row.stored);
     }
 }
 
 TEST_F(Editing, ARenamedFolderLooksAsBefore) {
     panels.global->rememberFolderExpansion.Set(false);  // which is about the next time
-    AddSessions({u"f\\g\\s", u"f\\h\\t", u"f\\u"});
-    Select(u"f");
-    Expand(u"f");
-    Expand(u"f\\g");
+    Begin({u"f\\g\\s", u"f\\h\\t", u"f\\u"}, u"f\\g\\s");
     Rename(u"f", u"e"_v);
     EXPECT_EQ(Tree().Read(), "-Sessions\n  -*e <\n    -g\n       s\n    +h\n     u\n");
 }
 
 TEST_F(Editing, ARenameThatChangesNothingDoesNothing) {
-    AddSessions({u"s"});
-    Select(u"s");
+    Begin({u"s"}, u"s");
     const TreeItem item = At(u"s");
     Command(kRename);
     EXPECT_TRUE(Tree().TypeLabel(u"  s "_v));
-    Command(kRename);
-    EXPECT_TRUE(Tree().CancelLabel());
-    EXPECT_EQ(At(u"s"), item) << "the item was not even made anew";
-    Click(u"");
-    Command(kRename);
-    EXPECT_FALSE(Tree().IsEditing()) << "the root has no name to change";
-    Click(u"s", Accelerator::kControl);
-    Command(kRename);
-    EXPECT_FALSE(Tree().IsEditing());
-}
-
-TEST_F(Editing, WhileALabelIsEditedKeysAreText) {
-    AddSessions({u"s"});
-    Select(u"s");
     EXPECT_TRUE(Window().PressKey(kKeyF2));
-    EXPECT_TRUE(Tree().IsEditing());
+    // While a label is edited keys are text.
     Window().PressKey(kKeyDelete);
     Window().PressKey(u'C', Accelerator::kControl);
     EXPECT_TRUE(Tree().IsEditing());
-    EXPECT_EQ(kit.GetBoxes().size(), 0U);
     EXPECT_EQ(dialog->GetEnabled(), "CcPXD");
-    // A click elsewhere keeps what was typed so far.
     Click(u"");
     EXPECT_FALSE(Tree().IsEditing());
+    EXPECT_EQ(At(u"s"), item) << "the item was not even made anew";
+    Command(kRename);
+    EXPECT_FALSE(Tree().IsEditing()) << "the root has no name to change";
+}
+
+TEST_F(Editing, ARenameKeepsItsPlaceAlthoughTheNextOneIsGone) {
+    SetList(u"", u"Session List", u"c:b:a:");
+    Arrange(kManual);
+    Begin({u"a", u"b", u"c"}, u"c");
+    WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"b"); });
+    Rename(u"c", u"d"_v);
+    EXPECT_EQ(StoredIn(u""), "d a");
 }
 
 TEST_F(Editing, PropertiesChangeOneSession) {
-    AddSessions({u"f\\s", u"f\\t"});
-    Select(u"f");
-    Expand(u"f");
-    Click(u"f\\s");
+    Begin({u"f\\s", u"f\\t"}, u"f\\s");
     panels.global->optionsPagePath.Set(u"Terminal"_v);
     options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"edited"_v); };
     EXPECT_TRUE(Window().PressKey(kKeyReturn, Accelerator::kAlt));
-    EXPECT_EQ(options.calls, "s 0 0 0;");
     EXPECT_EQ(HostOf(u"f\\s"), u"edited");
-    EXPECT_EQ(HostOf(u"f\\t"), u"host");
     EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
     options.edit = nullptr;
     Command(kProperties);
@@ -258,22 +190,18 @@ TEST_F(Editing, PropertiesChangeOneSession) {
     Command(kProperties);
     EXPECT_EQ(dialog->GetEnabled(), "PXD");
     EXPECT_FALSE(OpenSession(u"f\\s")->HasProtocol()) << "it was stored";
+    WithKey(u"Sessions\\f", [](VProfileKey& key) { EXPECT_TRUE(key.DeleteKey(u"t")); });
+    Click(u"f\\t");
+    kit.ExpectBox(u"Unable to load the session configuration."_v, kAnswerOk);
+    Command(kProperties);
 }
 
 TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
-    AddSession(u"f\\a", u"SSH2", u"None", u"host-a");
     AddSession(u"f\\b", u"SSH2", u"None", u"host-b");
-    AddSession(u"c", u"SSH2", u"None", u"host-c");
-    Select(u"f");
+    Begin({u"f\\a", u"c"}, u"f");
     Click(u"c", Accelerator::kControl);
     panels.global->optionsPagePath.Set(u"Terminal"_v);
-    const auto setDelay = [](ISessionConfig& config) {
-        dynamic_cast<VProfile<int>&>(*config.FindValue(u"Line Send Delay")).Set(77);
-    };
-    const auto delayOf = [](const char16_t* path) {
-        return dynamic_cast<VProfile<int>&>(*OpenSession(path)->FindValue(u"Line Send Delay")).Get();
-    };
-    options.edit = setDelay;
+    options.edit = [](ISessionConfig& config) { SetDelay(config, 77); };
     panels.optionalAnswer = 2;
     Command(kProperties);
     EXPECT_EQ(options.calls, "");
@@ -285,7 +213,7 @@ TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
         u"你将编辑 3 个会话的设置。\r\n第一个会话的设置将显示在会话属性对话框中。\r\n只有改变的设置才会被应用到\r\n"
         u"所选的 3 个会话。");
     EXPECT_EQ(options.calls, "a 4 1 0;");
-    for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_EQ(delayOf(path), 77) << Escape(path);
+    for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_EQ(DelayOf(path), 77) << Escape(path);
     EXPECT_EQ(HostOf(u"f\\b"), u"host-b");
     panels.optionalText = u"";
     panels.global->suppressMultiEditWarning.Set(1);
@@ -295,104 +223,50 @@ TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
     for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_FALSE(OpenSession(path)->HasProtocol());
 }
 
-TEST_F(Editing, ANameChangedInThePropertiesMovesTheSession) {
-    AddSession(u"a", u"SSH2", u"None", u"host-a");
-    AddSessions({u"b", u"c"});
-    for (const SessionArrangement arrangement : {kAlphabetical, kManual}) {
-        Arrange(arrangement);
-        const bool isManual = arrangement == kManual;
-        Select(isManual ? u"bb" : u"a");
-        options.edit = [&](ISessionConfig& config) { config.SetName(isManual ? u"z"_v : u"bb"_v); };
-        Command(kProperties);
-        EXPECT_EQ(Selected(), isManual ? "z" : "bb");
-        const std::string now = StoredIn(u"");
-        EXPECT_EQ(now, isManual ? "b c z" : "b bb c");
-        EXPECT_EQ(HostOf(isManual ? u"z" : u"bb"), u"host-a");
-        EXPECT_EQ(dialog->GetEnabled(), "CcPXD");
-        dialog->ReloadTree();
-        Expand(u"");
-    }
-    // A name that is taken is refused, and the session keeps its own.
-    Click(u"z");
-    options.edit = [](ISessionConfig& config) { config.SetName(u"C"_v); };
-    Command(kProperties);
-    EXPECT_EQ(StoredIn(u""), "b c z");
-    EXPECT_EQ(panels.refusedNames.back(), u"C");
-}
-
-TEST_F(Editing, ASessionThatIsGoneHasNoProperties) {
-    AddSessions({u"a", u"b"});
-    Select(u"b");
-    WithKey(u"Sessions", [](VProfileKey& key) { EXPECT_TRUE(key.DeleteKey(u"a")); });
-    Click(u"a");
-    kit.ExpectBox(u"Unable to load the session configuration."_v, kAnswerOk);
-    Command(kProperties);
-    EXPECT_EQ(dialog->GetEnabled(), "PXD");
-}
-
-TEST_F(Editing, DeletingAsksAndSelectsWhatStandsBefore) {
-    AddSessions({u"f\\s", u"f\\g\\t", u"a", u"b", u"c"});
-    Select(u"b");
-    DeleteAnswering(kAnswerNo);
-    EXPECT_EQ(StoredIn(u""), "f/ a b c");
+TEST_F(Editing, DeletingAsksLeavesTheRootAndSelectsWhatStandsBefore) {
+    Begin({u"f\\s", u"a", u"b", u"c"}, u"b");
+    Delete(kAnswerNo);
     EXPECT_EQ(kit.GetBoxes().back().flags, 52U);
-    DeleteAnswering(kAnswerYes);
+    Delete();
     EXPECT_EQ(Tree().Read(), "-Sessions\n  +f\n   *a <\n   c\n");
-    Click(u"c", Accelerator::kControl);
-    Click(u"f", Accelerator::kControl);
-    DeleteAnswering(kAnswerYes);
-    EXPECT_EQ(Tree().Read(), " *Sessions <\n");
-    EXPECT_EQ(StoredIn(u""), "");
-    EXPECT_FALSE(SessionKeyExists(u"f\\g\\t"_v));
-}
-
-TEST_F(Editing, TheDeleteKeyLeavesTheRootAlone) {
-    AddSessions({u"a", u"b"});
-    Select(u"a");
     Click(u"", Accelerator::kControl);
     Window().PressKey(kKeyDelete);
-    EXPECT_EQ(kit.GetBoxes().size(), 0U) << "not while the root is selected";
-    DeleteAnswering(kAnswerYes);
-    EXPECT_EQ(Tree().Read(), "-*Sessions <\n   b\n") << "the command deletes the others";
-    Click(u"b");
+    EXPECT_EQ(kit.GetBoxes().size(), 2U) << "the key does nothing while the root is selected";
+    Delete();
+    EXPECT_EQ(Tree().Read(), "-Sessions\n  +*f <\n   c\n") << "the command deletes the others";
+    // A folder that is still named goes without a trace, and the next one is named as usual.
+    Command(kNewFolder);
+    Delete();
+    EXPECT_EQ(StoredIn(u""), "f/ c");
+    Click({u"f", u"c"});
     kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
     Window().PressKey(kKeyDelete);
-    EXPECT_EQ(StoredIn(u""), "");
+    EXPECT_EQ(Tree().Read(), " *Sessions <\n");
+    Command(kNewFolder);
+    EXPECT_TRUE(Tree().TypeLabel(u"g"_v));
+    EXPECT_EQ(StoredIn(u""), "g/");
 }
 
 TEST_F(Editing, SessionsInUseAreNotDeleted) {
-    AddSessions({u"f\\a", u"b", u"c"});
-    Select(u"b");
+    Begin({u"f\\a", u"b", u"c"}, u"b");
     for (const char16_t* path : {u"B", u"f\\a", u"c"}) dialog->running.paths.Add(path);
-    kit.ExpectBox(u"以下会话正在使用中，不能删除：\r\nB"_v, kAnswerOk);
-    Command(kDelete);
     Click(u"c", Accelerator::kShift);
     kit.ExpectBox(u"以下会话正在使用中，不能删除：\r\nB\nc"_v, kAnswerOk);
     Command(kDelete);
+    dialog->running.isBusy = true;
+    kit.ExpectBox(kRunningSessionsBusy, kAnswerOk);
+    Command(kDelete);
     EXPECT_EQ(StoredIn(u""), "f/ b c");
+    dialog->running.isBusy = false;
     dialog->running.silentHosts = 1;
     Click(u"f");
     kit.ExpectBox(u"Running applications that do not answer: 1\nWhat they have open is not known."_v, kAnswerOk);
-    DeleteAnswering(kAnswerYes);
+    Delete();
     EXPECT_EQ(StoredIn(u""), "b c") << "what is open in a folder goes with it";
-    EXPECT_EQ(dialog->inUseQueries, 3);
-}
-
-TEST_F(Editing, AFolderThatIsStillNamedIsDeletedWithoutATrace) {
-    AddSessions({u"a"});
-    Select(u"a");
-    Command(kNewFolder);
-    DeleteAnswering(kAnswerYes);
-    EXPECT_EQ(Tree().Read(), "-*Sessions <\n   a\n");
-    EXPECT_EQ(StoredIn(u""), "a");
-    Command(kNewFolder);
-    EXPECT_TRUE(Tree().TypeLabel(u"f"_v)) << "and the next one is named as usual";
-    EXPECT_EQ(StoredIn(u""), "f/ a");
 }
 
 TEST_F(Editing, ADeletionThatFailsIsToldAndStops) {
-    AddSessions({u"a", u"b", u"c"});
-    Select(u"a");
+    Begin({u"a", u"b", u"c"}, u"a");
     Click(u"c", Accelerator::kShift);
     WithKey(u"Sessions", [](VProfileKey& key) { EXPECT_TRUE(key.DeleteKey(u"b")); });
     kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
@@ -400,19 +274,6 @@ TEST_F(Editing, ADeletionThatFailsIsToldAndStops) {
     Command(kDelete);
     EXPECT_EQ(StoredIn(u""), "c");
     EXPECT_NE(Tree().Find(u"c"), TreeItem::kNone);
-}
-
-TEST_F(Editing, ClosingTheDialogEndsAnEdit) {
-    AddSessions({u"a"});
-    Select(u"a");
-    Command(kRename);
-    dialog->Destroy();
-    EXPECT_EQ(StoredIn(u""), "a");
-    Open();
-    Command(kNewFolder);
-    dialog->Destroy();
-    EXPECT_EQ(StoredIn(u""), "New Folder/ a");
-    EXPECT_EQ(panels.global->lastSessionPath.Get(), u"New Folder");
 }
 
 /// The store refuses every write while the dialog is open.
@@ -425,69 +286,49 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
     faulty = &wrapped;
     SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
     const ValueNames names = {u"Is Session", u"Session List", u"Folder List", u"SSH2 Host"};
+    const auto edit = [&](int command, const char16_t* host) {
+        options.edit = [=](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(host); };
+        Command(command);
+    };
+    const std::pair<const char16_t*, std::function<void()>> actions[] = {
+        {u"ERROR: Could not create the folder in the database.",
+         [&] {
+             Command(kNewFolder);
+             Tree().TypeLabel(u"new"_v);
+         }},
+        {u"ERROR: Could not save the session in the database.", [&] { edit(kNewSession, u"new"); }},
+        {u"ERROR: Could not save the session in the database.", [&] { edit(kProperties, u"lost"); }},
+        {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"b", u"z"_v); }},
+        {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"f", u"z"_v); }},
+        {u"ERROR: Could not copy the item in the database.", [&] { CopyTo(u"b", u"f", true); }},
+        {u"ERROR: Could not copy the item in the database.", [&] { EXPECT_FALSE(DragTo(u"g", u"f")); }},
+        {u"ERROR: Deletion of folder or session from the database failed", [&] { Command(kDelete); }},
+    };
+    constexpr std::size_t kPropertiesAction = 2;  // tells why
     for (const SessionArrangement arrangement : {kAlphabetical, kManual}) {
         Arrange(arrangement);
-        Select(u"b");
+        Open();
         Expand(u"f");
         Click(u"b");
-        const auto seen = [&] { return Tree().Read().substr(0, Tree().Read().find('*')) + Tree().Read(); };
-        const std::string tree = seen();
+        const std::string tree = Tree().Read();
         const std::string store = DumpStore(*factory, names);
-        const std::vector<std::pair<const char16_t*, std::function<void()>>> actions = {
-            {u"ERROR: Could not create the folder in the database.",
-             [&] {
-                 Command(kNewFolder);
-                 Tree().TypeLabel(u"new"_v);
-                 Click(u"b");
-             }},
-            {u"ERROR: Could not save the session in the database.",
-             [&] {
-                 options.edit = [](ISessionConfig&) {};
-                 Command(kNewSession);
-                 Click(u"b");
-             }},
-            {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"b", u"z"_v); }},
-            {u"ERROR: Could not rename the item in the database.",
-             [&] {
-                 Rename(u"f", u"z"_v);
-                 Click(u"b");
-             }},
-            {u"ERROR: Could not copy the item in the database.",
-             [&] {
-                 CopyTo(u"b", u"f", true);
-                 Click(u"b");
-             }},
-            {u"ERROR: Could not copy the item in the database.",
-             [&] {
-                 EXPECT_FALSE(DragTo(u"g", u"f"));
-                 Click(u"b");
-             }},
-            {u"ERROR: Could not save the session in the database.",
-             [&] {
-                 options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"lost"_v); };
-                 Command(kProperties);
-             }},
-        };
         for (const auto& [text, act] : actions) {
             for (const bool atCommit : {false, true}) {
                 wrapped.plan = {0, atCommit, !atCommit};
+                if (VUnicodeString(text).Find(u"Deletion") != VUnicodeString::kNotFound)
+                    kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
                 VUnicodeString told = text;
-                if (atCommit && &act == &actions.back().second) told += u"\nThere is not enough space on the disk.";
+                if (atCommit && &act == &actions[kPropertiesAction].second)
+                    told += u"\nThere is not enough space on the disk.";
                 kit.ExpectBox(told, kAnswerOk);
                 act();
                 EXPECT_EQ(kit.TakeFaults(), "") << Escape(text) << atCommit;
                 wrapped.plan = {};
+                Click(u"b");
                 EXPECT_EQ(DumpStore(*factory, names), store) << Escape(text);
-                EXPECT_EQ(seen(), tree) << Escape(text);
+                EXPECT_EQ(Tree().Read(), tree) << Escape(text);
             }
         }
-        wrapped.plan = {0, false, true};
-        kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
-        kit.ExpectBox(u"ERROR: Deletion of folder or session from the database failed"_v, kAnswerOk);
-        Command(kDelete);
-        wrapped.plan = {};
-        EXPECT_EQ(DumpStore(*factory, names), store);
-        EXPECT_EQ(seen(), tree);
         dialog.reset();
     }
     SetProfileFactoryGetter(nullptr);

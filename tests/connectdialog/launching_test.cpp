@@ -1,6 +1,7 @@
 // From a selection to work for a host.
 #include "imports/dialogkit/appname.h"
 #include "platform/codepage.h"
+#include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 
 namespace connectdialog::test {
@@ -15,23 +16,11 @@ class Launching : public ConnectDialogTest {
     /// Opens the dialog with these selected.
     void OpenWith(std::initializer_list<std::u16string_view> paths, const ConnectDialogOptions& mode = {}) {
         Open(mode);
-        Expand(u"");
-        bool isFirst = true;
-        for (const std::u16string_view path : paths) {
-            const std::u16string_view folder = path.substr(0, path.rfind(u'\\') == path.npos ? 0 : path.rfind(u'\\'));
-            if (!folder.empty()) Expand(folder);
-            Click(path, isFirst ? 0 : Accelerator::kControl);
-            isFirst = false;
-        }
-    }
-    std::string Chosen() {
-        std::string text;
-        for (const VRef<ISessionConfig>& config : dialog->GetChosenConfigs()) text += Escape(config->GetName()) + ' ';
-        return text;
+        Click(paths);
     }
     std::string Outcome() {
         std::string text = !Window().IsClosed() ? "open " : dialog->GetResult() == 1 ? "accepted " : "cancelled ";
-        text += Chosen();
+        for (const VRef<ISessionConfig>& config : dialog->GetChosenConfigs()) text += Escape(config->GetName()) + ' ';
         for (const VUnicodeString& launch : panels.launches) text += platform::ToNarrow(launch) + ' ';
         panels.launches.clear();
         text.pop_back();
@@ -48,7 +37,7 @@ TEST_F(Launching, WhatASessionCanDoAndWhichHostRunsDecideWhereItOpens) {
     struct Row {
         AppKind product;
         int command;
-        std::vector<std::u16string_view> selected;
+        std::initializer_list<std::u16string_view> selected;
         const char* outcome;
     };
     using namespace ConnectCommands;
@@ -78,10 +67,9 @@ TEST_F(Launching, WhatASessionCanDoAndWhichHostRunsDecideWhereItOpens) {
     };
     for (const Row& row : rows) {
         SetProduct(row.product);
-        OpenWith({row.selected.front(), row.selected.back()});
-        if (row.selected.size() == 1) Click(row.selected[0]);
+        OpenWith(row.selected);
         Command(row.command);
-        EXPECT_EQ(Outcome(), row.outcome) << row.command << ' ' << Escape(row.selected[0]);
+        EXPECT_EQ(Outcome(), row.outcome) << row.command << ' ' << Escape(*row.selected.begin());
     }
 }
 
@@ -102,6 +90,7 @@ TEST_F(Launching, NothingIsLaunchedThatIsNotInstalled) {
 TEST_F(Launching, ADoubleClickConnectsASessionAndOpensAFolder) {
     AddSessions({u"f\\s"});
     Open();
+    Click(u"");
     Expand(u"");
     Tree().DoubleClick(At(u"f"));
     EXPECT_EQ(Outcome(), "open");
@@ -110,62 +99,56 @@ TEST_F(Launching, ADoubleClickConnectsASessionAndOpensAFolder) {
 }
 
 TEST_F(Launching, AMissingHostIsAskedForOnceAndKept) {
-    AddSession(u"s", u"SSH2", u"None", u"");
-    AddSession(u"t", u"SSH2", u"None", u"");
-    OpenWith({u"s"});
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& prompt) {
-        EXPECT_EQ(prompt.GetText(HostnamePromptIds::kSessionName), u"s");
-        prompt.CloseByFrame();
-    });
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(Outcome(), "open");
-    // Of several, only the one that was cancelled drops out.
-    OpenWith({u"s", u"t"});
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& prompt) { prompt.CloseByFrame(); });
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& prompt) {
-        prompt.Type(HostnamePromptIds::kHostname, u"t.example"_v);
-        prompt.Press(kIdOk);
-    });
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(Outcome(), "accepted t");
-    OpenWith({u"t"});
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(Outcome(), "accepted t") << "the answer was saved";
-    OpenWith({u"s"}, {false, false, true, true, nullptr});
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(Outcome(), "accepted s") << "who browses is not asked";
+    for (const AppKind product : {AppKind::kNorHalden, AppKind::kTessaly}) {
+        SetProduct(product);
+        AddSession(u"s", u"SSH2", u"SFTP", u"");
+        AddSession(u"t", u"SSH2", u"SFTP", u"");
+        OpenWith({u"s", u"t"});
+        for (const bool isGivenUp : {true, false})
+            kit.ExpectDialog(HostnamePromptIds::kDialog, [=](HeadlessDialog& prompt) {
+                EXPECT_EQ(prompt.GetText(HostnamePromptIds::kSessionName), isGivenUp ? u"s" : u"t");
+                if (isGivenUp) return;
+                prompt.Type(HostnamePromptIds::kHostname, u"t.example"_v);
+                prompt.Press(kIdOk);
+            });
+        Command(ConnectCommands::kConnect);
+        EXPECT_EQ(Outcome(), "accepted t") << "of several, only the one that was given up drops out";
+        OpenWith({u"t"});
+        Command(ConnectCommands::kConnect);
+        EXPECT_EQ(Outcome(), "accepted t") << "the answer was saved";
+        VUnicodeString other;
+        const VRef<ISessionConfig> saved = OpenSession(u"t"_v);
+        (product == AppKind::kTessaly ? saved->GetConnectConfig() : saved->GetTransferConnectConfig())
+            ->GetHostName(other);
+        EXPECT_EQ(other, u"") << "for the side that runs";
+        OpenWith({u"s"}, {false, false, true, true, nullptr});
+        Command(ConnectCommands::kConnect);
+        EXPECT_EQ(Outcome(), "accepted s") << "who browses is not asked";
+        dialog.reset();
+    }
 }
 
 TEST_F(Launching, MoreThanTwentySessionsAreOpenedOnlyAfterAsking) {
-    for (int i = 0; i < 21; ++i) {
-        VUnicodeString path;
-        path.Format(u"f\\s%1!02d!", i);
-        AddSession(path.GetData());
-    }
+    for (int i = 10; i < 31; ++i) AddSession((u"f\\s"_v + VUnicodeString(std::to_string(i).c_str())).GetData());
     MakeFolder(u"f\\g");
     OpenWith({u"f"});
-    kit.ExpectDialog(MultiConnectIds::kDialog, [](HeadlessDialog& warning) {
-        warning.Tick(MultiConnectIds::kDontShowAgain, true);
-        warning.Press(kIdCancel);
-    });
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(Outcome(), "open");
-    EXPECT_FALSE(panels.global->suppressMultiConnectWarning.Get());
-    kit.ExpectDialog(MultiConnectIds::kDialog, [](HeadlessDialog& warning) {
-        warning.Tick(MultiConnectIds::kDontShowAgain, true);
-        warning.Press(kIdOk);
-    });
-    Command(ConnectCommands::kConnect);
-    EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 21U);
+    for (const int button : {kIdCancel, kIdOk}) {
+        kit.ExpectDialog(MultiConnectIds::kDialog, [=](HeadlessDialog& warning) {
+            warning.Tick(MultiConnectIds::kDontShowAgain, true);
+            warning.Press(button);
+        });
+        Command(ConnectCommands::kConnect);
+        EXPECT_EQ(panels.global->suppressMultiConnectWarning.Get(), button == kIdOk);
+        EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), button == kIdOk ? 21U : 0U);
+    }
     ASSERT_EQ(dialog->GetChosenPaths().GetCount(), 1U);
     EXPECT_EQ(dialog->GetChosenPaths()[0], u"f");
-    EXPECT_TRUE(panels.global->suppressMultiConnectWarning.Get());
     OpenWith({u"f"});
     Command(ConnectCommands::kConnect);
     EXPECT_EQ(dialog->GetResult(), 1) << "no warning any more";
     panels.global->suppressMultiConnectWarning.Set(false);
-    OpenWith({u"f\\s00"});
-    Click(u"f\\s19", Accelerator::kShift);
+    OpenWith({u"f\\s10"});
+    Click(u"f\\s29", Accelerator::kShift);
     Command(ConnectCommands::kConnect);
     EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 20U) << "twenty pass quietly";
 }

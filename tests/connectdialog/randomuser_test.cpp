@@ -7,15 +7,20 @@
 #include <random>
 
 #include "foundation/casefold.h"
+#include "foundation/numericcompare.h"
+#include "foundation/vsort.h"
 #include "platform/codepage.h"
+#include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 
 namespace connectdialog::test {
 namespace {
 
 using namespace ConnectCommands;
+using enum SessionArrangement;
 using Name = std::u16string;
 
 /// A folder of the model. Both lists are in the user's order.
@@ -23,6 +28,7 @@ struct ModelFolder {
     std::vector<Name> folders;
     std::vector<Name> sessions;
     std::map<Name, ModelFolder> children;
+    std::map<Name, int> delays;  ///< of the sessions
 
     std::vector<Name>& ListOf(bool ofFolders) { return ofFolders ? folders : sessions; }
     bool Has(std::u16string_view name) const {
@@ -39,8 +45,10 @@ struct ModelPlace {
 
 class Model {
   public:
-    bool isManual = false;
+    SessionArrangement arrangement = kAlphabetical;
     ModelFolder root;
+
+    bool IsManual() const { return arrangement == kManual; }
 
     ModelFolder& At(std::u16string_view path) {
         ModelFolder* folder = &root;
@@ -51,8 +59,16 @@ class Model {
         }
         return *folder;
     }
-    std::vector<Name> Shown(std::vector<Name> names) const {
-        if (!isManual) std::ranges::sort(names, [](const Name& a, const Name& b) { return CompareNoCase(a, b) < 0; });
+    std::vector<Name> Shown(const ModelFolder& folder, bool ofFolders) const {
+        std::vector<Name> names = ofFolders ? folder.folders : folder.sessions;
+        if (IsManual()) return names;
+        // The natural comparison leads round in a circle for some names: then it matters how they are sorted.
+        const bool isNatural = arrangement == kLogical && !ofFolders;
+        const bool hasTemplate = isNatural && &folder == &root && SessionKeyExists(VUnicodeString(kDefaultSession));
+        if (hasTemplate) names.emplace_back(kDefaultSession);
+        std::ranges::sort(names, [](const Name& a, const Name& b) { return CompareNoCase(a, b) < 0; });
+        if (isNatural) VMergeSort(names, [](const Name& a, const Name& b) { return CompareNumericText(a, b) < 0; });
+        if (hasTemplate) std::erase(names, kDefaultSession);
         return names;
     }
     static Name MakeUnique(const ModelFolder& folder, const Name& base) {
@@ -63,18 +79,21 @@ class Model {
     void Place(std::vector<Name>& list, const Name& name, const ModelPlace& place) const {
         using enum ModelPlace::Where;
         const auto sibling = std::ranges::find(list, place.sibling);
-        if (!isManual || place.where == kEnd || (place.where != kFront && sibling == list.end()))
+        if (!IsManual() || place.where == kEnd || (place.where != kFront && sibling == list.end()))
             list.push_back(name);
         else
             list.insert(place.where == kFront ? list.begin() : sibling + (place.where == kBehind ? 1 : 0), name);
     }
     void Remove(ModelFolder& folder, const Name& name, bool isFolder) {
         std::erase(folder.ListOf(isFolder), name);
-        if (isFolder) folder.children.erase(name);
+        if (isFolder)
+            folder.children.erase(name);
+        else
+            folder.delays.erase(name);
     }
     /// A copied folder has its content in the order in which it was shown.
     ModelFolder Copy(const ModelFolder& folder) const {
-        ModelFolder copy{Shown(folder.folders), Shown(folder.sessions), {}};
+        ModelFolder copy{Shown(folder, true), Shown(folder, false), {}, folder.delays};
         for (const auto& [name, child] : folder.children) copy.children[name] = Copy(child);
         return copy;
     }
@@ -84,9 +103,13 @@ class Model {
             ModelFolder content = Copy(folder.children.at(from));
             folder.children.erase(from);
             folder.children[to] = std::move(content);
+        } else {
+            const int delay = folder.delays.at(from);
+            folder.delays.erase(from);
+            folder.delays[to] = delay;
         }
         const auto place = std::ranges::find(list, from);
-        if (isManual) {
+        if (IsManual()) {
             *place = to;
             return;
         }
@@ -109,6 +132,8 @@ class Model {
             // A copy under another name leaves out a subfolder of that name, which might be the copy itself.
             if (name != leaf) Remove(content, name, true);
             to.children[name] = std::move(content);
+        } else {
+            to.delays[name] = from.delays.at(leaf);
         }
         Place(to.ListOf(isFolder), name, place);
         if (isMove) Remove(At(parent), leaf, isFolder);
@@ -117,7 +142,7 @@ class Model {
 
   private:
     bool Reorder(std::vector<Name>& list, const Name& leaf, const ModelPlace& place) const {
-        if (!isManual || place.sibling == leaf) return false;
+        if (!IsManual() || place.sibling == leaf) return false;
         std::erase(list, leaf);
         Place(list, leaf, place);
         return true;
@@ -171,20 +196,6 @@ class RandomUser : public ConnectDialogTest {
     bool IsFree(const Name& folder, const Name& ownName, const Name& name) {
         return EqualsNoCase(name, ownName) || !model.At(folder).Has(name);
     }
-    void ExpandAll() {
-        bool isDone = false;
-        while (!isDone) {
-            isDone = true;
-            VTreeItems& items = dialog->Items();
-            for (TreeItem item = items.GetFirstChild(TreeItem::kNone); item != TreeItem::kNone;
-                 item = items.GetNextVisible(item)) {
-                if (!items.HasChildrenOrExpander(item) || items.HasState(item, kTreeExpanded)) continue;
-                EXPECT_TRUE(Tree().ClickExpander(item));
-                isDone = items.HasState(item, kTreeExpanded) && isDone;
-            }
-        }
-    }
-
     std::string DoNewFolder() {
         const Entry target = Pick();
         const Name folder = FolderOf(target);
@@ -205,11 +216,15 @@ class RandomUser : public ConnectDialogTest {
         const Entry target = Pick();
         const Name folder = FolderOf(target);
         Name name = PickName();
-        options.edit = [&](ISessionConfig& config) { config.SetName(VUnicodeString(name)); };
+        options.edit = [&](ISessionConfig& config) {
+            config.SetName(VUnicodeString(name));
+            SetDelay(config, ++lastDelay);
+        };
         Click(target.path);
         Command(kNewSession);
         if (model.At(folder).Has(name)) name = Model::MakeUnique(model.At(folder), u"New");
         model.At(folder).sessions.push_back(name);
+        model.At(folder).delays[name] = lastDelay;
         return "new session " + Escape(Join(folder, name));
     }
     std::string DoRename() {
@@ -223,15 +238,75 @@ class RandomUser : public ConnectDialogTest {
             model.Rename(model.At(folder), LeafOf(entry.path), name, entry.isFolder);
         return "rename " + Escape(entry.path) + " to " + Escape(name);
     }
-    std::string DoDelete() {
-        std::vector<Entry> chosen{PickNotRoot()};
-        if (Below(2) == 0) chosen.push_back(PickNotRoot());
-        std::string what = "delete";
-        for (std::size_t i = 0; i < chosen.size(); ++i) {
-            if (i > 0 && chosen[i].path == chosen[0].path) break;
-            Click(chosen[i].path, i == 0 ? 0 : Accelerator::kControl);
-            what += ' ' + Escape(chosen[i].path);
+    /// Selects one entry or two.
+    std::vector<Entry> Choose(std::string& what) {
+        std::vector<Entry> chosen{PickNotRoot(), PickNotRoot()};
+        if (Below(2) == 0 || chosen[0].path == chosen[1].path) chosen.pop_back();
+        for (const Entry& entry : chosen) {
+            Click(entry.path, &entry == &chosen[0] ? 0 : Accelerator::kControl);
+            what += ' ' + Escape(entry.path);
         }
+        return chosen;
+    }
+    std::string DoProperties() {
+        std::string what = "properties of";
+        const std::vector<Entry> chosen = Choose(what);
+        std::vector<Entry> sessions;
+        for (const Entry& entry : ListEntries()) {
+            const auto isMeant = [&](const Entry& other) {
+                return other.path == entry.path || entry.path.starts_with(other.path + u"\\");
+            };
+            if (!entry.isFolder && std::ranges::any_of(chosen, isMeant)) sessions.push_back(entry);
+        }
+        const Name name = PickName();
+        const bool isRenamed = sessions.size() == 1 && Below(2) == 0;
+        options.edit = [&](ISessionConfig& config) {
+            SetDelay(config, ++lastDelay);
+            if (isRenamed) config.SetName(VUnicodeString(name));
+        };
+        Command(kProperties);
+        for (const Entry& entry : sessions) {
+            ModelFolder& folder = model.At(ParentOf(entry.path));
+            const Name leaf = LeafOf(entry.path);
+            folder.delays[leaf] = lastDelay;
+            if (isRenamed && name != leaf && IsFree(ParentOf(entry.path), leaf, name))
+                model.Rename(folder, leaf, name, false);
+        }
+        return what + (isRenamed ? " renaming to " + Escape(name) : "");
+    }
+    /// All that shows, in the order of the walk.
+    void ListShown(const ModelFolder& folder, const Name& path, std::vector<Name>& paths) {
+        paths.push_back(path);
+        for (const Name& name : model.Shown(folder, true)) ListShown(folder.children.at(name), Join(path, name), paths);
+        for (const Name& name : model.Shown(folder, false)) paths.push_back(Join(path, name));
+    }
+    std::string DoFind() {
+        const Name text(1, u"acCs19 "[Below(7)]);
+        std::vector<Name> found;
+        ListShown(model.root, Name(), found);
+        std::erase_if(found, [&](const Name& path) {
+            const FindOptions wanted{VUnicodeString(text)};
+            return !TextMatches(path.empty() ? Name(kRootLabel) : LeafOf(path), wanted);
+        });
+        if (model.arrangement == kLogical) found.clear();  // in whatever order the tree has
+        Find(text.c_str(), "sf");
+        for (std::size_t i = 0; i <= found.size() && !found.empty(); ++i) {
+            EXPECT_EQ(dialog->Items().GetCaret(), At(found[i % found.size()])) << Escape(found[i % found.size()]);
+            Command(kFindNext);
+        }
+        return "find " + Escape(text);
+    }
+    std::string DoFold() {
+        for (const Entry& entry : ListEntries()) {
+            const TreeItem item = Tree().Find(entry.path);
+            if (entry.isFolder && Below(2) == 0 && dialog->Items().HasState(item, kTreeExpanded))
+                Tree().ClickExpander(item);
+        }
+        return "fold";
+    }
+    std::string DoDelete() {
+        std::string what = "delete";
+        const std::vector<Entry> chosen = Choose(what);
         Command(kDelete);
         for (const Entry& entry : chosen) {
             const std::vector<Entry> left = ListEntries();
@@ -258,7 +333,7 @@ class RandomUser : public ConnectDialogTest {
         const bool isCopy = Below(3) == 0;
         DragTo(source.path, target.path, zone, isCopy ? Accelerator::kControl : 0);
         const bool isInside = target.path == source.path || target.path.starts_with(source.path + u"\\");
-        const bool isBeside = model.isManual && zone != 1 && source.isFolder && target.isFolder;
+        const bool isBeside = model.IsManual() && zone != 1 && source.isFolder && target.isFolder;
         const bool isRefused = source.isFolder && isInside && !(isBeside && target.path == source.path);
         if (!isRefused && (isCopy || source.path != target.path)) DropInModel(source, target, zone, !isCopy);
         return (isCopy ? "drag a copy of " : "drag ") + Escape(source.path) + " on " + Escape(target.path) + ' ' +
@@ -270,18 +345,20 @@ class RandomUser : public ConnectDialogTest {
         Name folder = FolderOf(target);
         if (!source.isFolder && !target.isFolder) {
             place = {zone == 2 ? kBehind : kBefore, LeafOf(target.path)};
-        } else if (source.isFolder && target.isFolder && zone != 1 && model.isManual) {
+        } else if (source.isFolder && target.isFolder && zone != 1 && model.IsManual()) {
             folder = ParentOf(target.path);
             place = {target.path.empty() ? kFront : zone == 2 ? kBehind : kBefore, LeafOf(target.path)};
         }
         model.Transfer(source.path, source.isFolder, folder, place, isMove);
     }
     std::string DoArrange() {
-        model.isManual = !model.isManual;
-        Command(model.isManual ? kArrangeManually : kArrangeAlphabetically);
-        return model.isManual ? "arrange manually" : "arrange alphabetically";
+        const int commands[] = {kArrangeAlphabetically, kArrangeLogically, kArrangeManually};
+        model.arrangement = static_cast<SessionArrangement>(Below(3));
+        Command(commands[static_cast<int>(model.arrangement)]);
+        return "arrange " + std::to_string(static_cast<int>(model.arrangement));
     }
     std::string DoReopen() {
+        panels.global->rememberFolderExpansion.Set(Below(2) == 0);
         dialog->Destroy();
         Open();
         return "reopen";
@@ -301,22 +378,30 @@ class RandomUser : public ConnectDialogTest {
         };
         EXPECT_EQ(plain(stored.GetOrderedFolders()), folder.folders) << Escape(path);
         EXPECT_EQ(plain(stored.GetOrderedSessions()), folder.sessions) << Escape(path);
-        EXPECT_EQ(plain(stored.GetShownSessions()), model.Shown(folder.sessions)) << Escape(path);
-        std::vector<Name> expected = model.Shown(folder.folders);
+        EXPECT_EQ(plain(stored.GetShownSessions()), model.Shown(folder, false)) << Escape(path);
+        for (const auto& [name, delay] : folder.delays)
+            EXPECT_EQ(DelayOf(VUnicodeString(Join(path, name))), delay) << Escape(Join(path, name));
+        std::vector<Name> expected = model.Shown(folder, true);
         const TreeItem item = At(path);
         if (item == TreeItem::kNone) return;
         if (dialog->DataOf(item).sessionsLoaded)
-            std::ranges::copy(model.Shown(folder.sessions), std::back_inserter(expected));
+            std::ranges::copy(model.Shown(folder, false), std::back_inserter(expected));
         std::vector<Name> shown;
         VTreeItems& items = dialog->Items();
+        EXPECT_TRUE(items.HasChildrenOrExpander(item) || (folder.folders.empty() && folder.sessions.empty()));
         for (TreeItem child = items.GetFirstChild(item); child != TreeItem::kNone; child = items.GetNextSibling(child))
             shown.emplace_back(items.GetText(child).View());
+        if (model.arrangement == kLogical) {
+            std::ranges::sort(shown);
+            std::ranges::sort(expected);
+        }
         EXPECT_EQ(shown, expected) << Escape(path);
         for (const auto& [name, child] : folder.children) Compare(child, Join(path, name));
     }
 
     std::mt19937 random;
     Model model;
+    int lastDelay = 1000;
 };
 
 TEST_F(RandomUser, SeesWhatTheStoreHoldsWhateverTheUserDoes) {
@@ -329,15 +414,15 @@ TEST_F(RandomUser, SeesWhatTheStoreHoldsWhateverTheUserDoes) {
         [](const VUnicodeString&, unsigned flags) { return (flags & 7U) == kBoxYesNo ? kAnswerYes : kAnswerOk; });
     Open();
     using Action = std::string (RandomUser::*)();
-    const Action actions[] = {&RandomUser::DoNewFolder, &RandomUser::DoNewSession, &RandomUser::DoNewSession,
-                              &RandomUser::DoRename,    &RandomUser::DoRename,     &RandomUser::DoPaste,
-                              &RandomUser::DoPaste,     &RandomUser::DoDrag,       &RandomUser::DoDrag,
-                              &RandomUser::DoDrag,      &RandomUser::DoArrange,    &RandomUser::DoReopen,
-                              &RandomUser::DoFilter,    &RandomUser::DoDelete};
+    const Action actions[] = {
+        &RandomUser::DoNewFolder,  &RandomUser::DoNewSession, &RandomUser::DoNewSession, &RandomUser::DoRename,
+        &RandomUser::DoRename,     &RandomUser::DoPaste,      &RandomUser::DoPaste,      &RandomUser::DoDrag,
+        &RandomUser::DoDrag,       &RandomUser::DoDrag,       &RandomUser::DoArrange,    &RandomUser::DoReopen,
+        &RandomUser::DoFilter,     &RandomUser::DoDelete,     &RandomUser::DoFold,       &RandomUser::DoFold,
+        &RandomUser::DoProperties, &RandomUser::DoProperties, &RandomUser::DoFind};
     constexpr int kSteps = 3000;
     constexpr std::size_t kLargeTree = 40;
     for (int step = 0; step < kSteps && !HasFailure(); ++step) {
-        ExpandAll();
         const std::size_t size = ListEntries().size();
         Action action = size > kLargeTree ? &RandomUser::DoDelete : actions[Below(std::size(actions))];
         if (size < 4) action = Below(2) == 0 ? &RandomUser::DoNewFolder : &RandomUser::DoNewSession;

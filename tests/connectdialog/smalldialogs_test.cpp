@@ -19,7 +19,7 @@ class SmallDialogs : public LibraryTest {
     HeadlessDialogKit kit;
 };
 
-TEST_F(SmallDialogs, TheMultiConnectWarningKeepsItsTickOnContinueOnly) {
+TEST_F(SmallDialogs, AWarningKeepsItsTickOnlyFromWhoGoesOn) {
     struct Row {
         int button;
         bool isTicked;
@@ -38,44 +38,53 @@ TEST_F(SmallDialogs, TheMultiConnectWarningKeepsItsTickOnContinueOnly) {
         EXPECT_EQ(MultiConnectWarningDialog(suppressed, nullptr).DoModal(), row.button);
         EXPECT_EQ(suppressed, row.after);
     }
+    struct BoxRow {
+        bool isQuestion;
+        const char16_t* button;
+        int result;
+        int suppressed;
+    };
+    for (const BoxRow& row : {BoxRow{false, u"OK", 1, 1}, {false, u"取消", 2, 0}, {true, u"否", 2, 1}}) {
+        VProfile<int> suppress;
+        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"sure?");
+            EXPECT_TRUE(dialog.Tick(OptionalBoxIds::kDontShowAgain, true));
+            EXPECT_TRUE(dialog.PressLabelled(row.button));
+        });
+        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion, 1), row.result);
+        EXPECT_EQ(suppress.Get(), row.suppressed);
+    }
 }
 
-TEST_F(SmallDialogs, TheShortcutDialogOffersALabelForOneEntryOrForSeveral) {
+TEST_F(SmallDialogs, AShortcutGetsALabelThatIsNotBlank) {
+    const VUnicodeString one =
+        u"NorHalden will create a shortcut on the\nDesktop to the following session or folder:"_v;
+    const VUnicodeString several = u"NorHalden will create a shortcut on the\nDesktop to the selected sessions."_v;
     struct Row {
         const char16_t* path;
         bool multiple;
         const char16_t* name;
         const char16_t* shownPath;
-        const char16_t* intro;
     };
-    const char16_t* const one = u"NorHalden will create a shortcut on the\nDesktop to the following session or folder:";
-    const char16_t* const several = u"NorHalden will create a shortcut on the\nDesktop to the selected sessions.";
-    const Row rows[] = {{u"A\\B & C", false, u"B & C", u"A\\B && C", one},
-                        {u"A\\B", true, u"NorHalden sessions", u"", several},
-                        {u"", false, u"NorHalden sessions", u"", several}};
-    for (const Row& row : rows) {
+    for (const Row& row : {Row{u"A\\B & C", false, u"B & C", u"A\\B && C"},
+                           {u"A\\B", true, u"NorHalden sessions", u""},
+                           {u"", false, u"NorHalden sessions", u""}}) {
         kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
             EXPECT_EQ(dialog.GetText(ShortcutNameIds::kName), row.name);
             EXPECT_EQ(dialog.GetText(ShortcutNameIds::kPath), row.shownPath);
-            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kIntro), row.intro);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kIntro), *row.shownPath != 0 ? one : several);
+            dialog.Type(ShortcutNameIds::kName, u" \t "_v);
+            kit.ExpectBox(u"Shortcut name error.\n\nShortcut name must be non-empty."_v, kAnswerOk);
+            dialog.Press(kIdOk);
+            EXPECT_FALSE(dialog.IsClosed());
+            EXPECT_EQ(dialog.GetFocus(), ShortcutNameIds::kName);
+            dialog.Type(ShortcutNameIds::kName, u"  my box "_v);
+            dialog.PressKey(kKeyReturn);
         });
-        EXPECT_EQ(ShortcutNameDialog(row.path, row.multiple, nullptr).DoModal(), kDialogCancelled);
+        ShortcutNameDialog dialog(row.path, row.multiple, nullptr);
+        EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
+        EXPECT_EQ(dialog.GetShortcutName(), u"my box");
     }
-}
-
-TEST_F(SmallDialogs, AShortcutNeedsANameThatIsNotBlank) {
-    kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
-        dialog.Type(ShortcutNameIds::kName, u" \t "_v);
-        kit.ExpectBox(u"Shortcut name error.\n\nShortcut name must be non-empty."_v, kAnswerOk);
-        dialog.Press(kIdOk);
-        EXPECT_FALSE(dialog.IsClosed());
-        EXPECT_EQ(dialog.GetFocus(), ShortcutNameIds::kName);
-        dialog.Type(ShortcutNameIds::kName, u"  my box "_v);
-        dialog.PressKey(kKeyReturn);
-    });
-    ShortcutNameDialog dialog(u"A\\B"_v, false, nullptr);
-    EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
-    EXPECT_EQ(dialog.GetShortcutName(), u"my box");
 }
 
 TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
@@ -84,10 +93,8 @@ TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     remembered.inHostnames = remembered.inFolderNames = false;
     kit.ExpectDialog(kDialog, [&](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetTitle(), u"查找会话");
-        EXPECT_FALSE(dialog.Press(kIdOk)) << "no text";
-        EXPECT_FALSE(dialog.PressKey(kKeyReturn));
+        EXPECT_FALSE(dialog.PressKey(kKeyReturn)) << "no text";
         dialog.Type(kText, u"web"_v);
-        EXPECT_TRUE(dialog.IsEnabled(kIdOk));
         dialog.Tick(kSessionNames, false);
         EXPECT_TRUE(dialog.IsEnabled(kIdOk));
         dialog.Tick(kDescriptions, false);
@@ -114,50 +121,27 @@ TEST_F(SmallDialogs, AMissingHostNameIsAskedForAndNothingElseIs) {
         dialog.PressKey(kKeyEscape);
     });
     EXPECT_FALSE(UpdateHostnameForConfig(config.Get(), u"web & co"));
-    EXPECT_EQ(config->host.Get(), u"");
-
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
-        dialog.Type(HostnamePromptIds::kHostname, u"x"_v);
-        dialog.Type(HostnamePromptIds::kHostname, u""_v);
-        EXPECT_FALSE(dialog.Press(kIdOk));
-        dialog.Type(HostnamePromptIds::kHostname, u" "_v);
-        EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
-    });
+    const auto answer = [&] {
+        kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+            dialog.Type(HostnamePromptIds::kHostname, u"x"_v);
+            dialog.Type(HostnamePromptIds::kHostname, u""_v);
+            EXPECT_FALSE(dialog.Press(kIdOk));
+            dialog.Type(HostnamePromptIds::kHostname, u" "_v);
+            EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
+        });
+    };
+    answer();
     EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), nullptr));
     EXPECT_EQ(config->host.Get(), u" ");
     EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"s")) << "complete: no dialog";
-}
-
-TEST_F(SmallDialogs, TheHostPromptAnswersThroughTheTextOfItsCaller) {
+    // The same for a caller of its own, through the caller's text.
     VUnicodeStringI host(u"before");
     kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.CloseByFrame(); });
     EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogCancelled);
     EXPECT_EQ(host, u"before");
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
-        dialog.Type(HostnamePromptIds::kHostname, u"h.example"_v);
-        dialog.Press(kIdOk);
-    });
+    answer();
     EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogAccepted);
-    EXPECT_EQ(host, u"h.example");
-}
-
-TEST_F(SmallDialogs, AnOptionalBoxIsNotSuppressedByWhoCancels) {
-    struct Row {
-        bool isQuestion;
-        const char16_t* button;
-        int result;
-        int suppressed;
-    };
-    for (const Row& row : {Row{false, u"OK", 1, 1}, {false, u"取消", 2, 0}, {true, u"否", 2, 1}}) {
-        VProfile<int> suppress;
-        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
-            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"sure?");
-            EXPECT_TRUE(dialog.Tick(OptionalBoxIds::kDontShowAgain, true));
-            EXPECT_TRUE(dialog.PressLabelled(row.button));
-        });
-        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion, 1), row.result);
-        EXPECT_EQ(suppress.Get(), row.suppressed);
-    }
+    EXPECT_EQ(host, u" ");
 }
 
 TEST(SmallDialogsWithoutBackEnd, AreClosedWithNothingChosen) {

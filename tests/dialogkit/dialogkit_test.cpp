@@ -87,23 +87,6 @@ TEST(TreeItems, HandlesOfItemsThatAreGoneAndInventedOnesAreNotValid) {
     EXPECT_EQ(items.GetCount(), 1U);
 }
 
-TEST(TreeItems, TheSelectionIsWhatWasSwitchedOnAndNotOff) {
-    NoOwner owner;
-    VTreeItems items(owner);
-    std::vector<TreeItem> all;
-    std::minstd_rand random(7);
-    for (int i = 0; i < 100; ++i) all.push_back(items.Insert(kNone, TreePlace::kLast, kNone, u"i", 0, 0, nullptr));
-    for (int i = 0; i < 5000; ++i) items.SetState(all[random() % all.size()], kTreeSelected, random() % 2 == 0);
-    std::size_t selected = 0;
-    for (const TreeItem item : all) selected += items.HasState(item, kTreeSelected) ? 1 : 0;
-    EXPECT_GT(selected, 0U);
-    EXPECT_EQ(items.GetSelectedCount(), selected);
-    EXPECT_EQ(items.GetSelected().size(), selected);
-    items.ClearSelection();
-    EXPECT_EQ(items.GetSelectedCount(), 0U);
-    for (const TreeItem item : all) EXPECT_FALSE(items.HasState(item, kTreeSelected));
-}
-
 TEST(TreeItems, AreWalkedAsTheyAreSeenAndRemovedHoweverDeep) {
     NoOwner owner;
     VTreeItems items(owner);
@@ -126,95 +109,42 @@ TEST(TreeItems, AreWalkedAsTheyAreSeenAndRemovedHoweverDeep) {
     EXPECT_EQ(items.GetCount(), 1U);
 }
 
-// A dialog of its own for what the others do not use.
-constexpr ControlTemplate kControls[] = {{ControlKind::kStatic, 10, u"path", {0, 0, 40, 9}},
-                                         {ControlKind::kEdit, 11, u"", {0, 10, 40, 9}},
-                                         {ControlKind::kButton, kIdCancel, u"x", {0, 20, 40, 9}}};
+/// Ten characters wide, or five of East Asian scripts.
+constexpr ControlTemplate kControls[] = {{ControlKind::kStatic, 10, u"path", {0, 0, 40, 9}}};
 constexpr DialogTemplate kTemplate{90, 100, 50, u"Test", kControls};
-
-class TestDialog : public VDialog {
-  public:
-    TestDialog() : VDialog(kTemplate, nullptr) {
-        static constexpr Accelerator kKeys[] = {{Accelerator::kControl, u'F', 77}, {Accelerator::kNone, kKeyF3, 78}};
-        SetAccelerators(kKeys);
-    }
-    std::vector<int> commands;
-    int timerEvents = 0;
-    bool wasDestroyed = false;
-    using VDialog::OnInitDialog;
-
-  protected:
-    bool OnCommand(int command) override {
-        commands.push_back(command);
-        return command >= 77 || VDialog::OnCommand(command);
-    }
-    void OnTimer(int timer) override {
-        if (++timerEvents == 2) GetWindow()->StopTimer(timer);
-    }
-    void OnDestroy() override { wasDestroyed = GetWindow() != nullptr; }
-};
-
-TEST(DialogSeam, KeysTimersToolbarAndClosingReachTheDialog) {
-    HeadlessDialogKit kit;
-    TestDialog dialog;
-    VToolbarState toolbar;
-    toolbar.Add(80, u"tip"_v);
-    toolbar.Add(81, u"tip"_v);
-    toolbar.Enable(81, false);
-    kit.ExpectDialog(90, [&](HeadlessDialog& shown) {
-        dialog.GetWindow()->ShowToolbar(1, toolbar);
-        EXPECT_TRUE(shown.PressKey(u'F', Accelerator::kControl));
-        EXPECT_FALSE(shown.PressKey(u'F', Accelerator::kControl | Accelerator::kShift));
-        EXPECT_TRUE(shown.PressKey(kKeyF3));
-        EXPECT_TRUE(shown.Press(80));
-        EXPECT_FALSE(shown.Press(81));
-        dialog.GetWindow()->StartTimer(100);
-        shown.Elapse(99);
-        EXPECT_EQ(dialog.timerEvents, 0);
-        shown.Elapse(1);
-        EXPECT_EQ(dialog.timerEvents, 1);
-        shown.Elapse(1000);
-        EXPECT_EQ(dialog.timerEvents, 2) << "it was stopped";
-        EXPECT_TRUE(shown.PressKey(kKeyEscape));
-        EXPECT_FALSE(shown.PressKey(kKeyF3)) << "closed";
-    });
-    EXPECT_EQ(dialog.DoModal(), kDialogCancelled);
-    EXPECT_EQ(dialog.commands, (std::vector{77, 78, 80, kIdCancel}));
-    EXPECT_TRUE(dialog.wasDestroyed);
-    EXPECT_EQ(dialog.GetWindow(), nullptr);
-    EXPECT_EQ(kit.TakeFaults(), "");
-}
 
 TEST(DialogSeam, WhatWasNotExpectedIsAFaultAndAnsweredHarmlessly) {
     HeadlessDialogKit kit;
-    TestDialog dialog;
+    VDialog dialog(kTemplate, nullptr);
     EXPECT_EQ(dialog.DoModal(), kDialogCancelled);
     EXPECT_EQ(VMessageBox(nullptr, u"delete?"_v, kBoxYesNo | kBoxWarning), kAnswerNo);
+    VPopupMenu menu;
+    menu.Add(6, u"six"_v);
+    menu.Enable(6, false);
+    kit.ExpectMenu([](const VPopupMenu&) { return 6; });
+    EXPECT_EQ(kit.TrackPopupMenu(nullptr, menu, {}), 0);
     kit.ExpectBox(u"late"_v, kAnswerOk);
-    EXPECT_EQ(kit.TakeFaults(), "unexpected: dialog 90\nunexpected: box delete?\ndid not come: box late\n");
+    EXPECT_EQ(kit.TakeFaults(),
+              "unexpected: dialog 90\nunexpected: box delete?\nnot to be chosen: command 6\ndid not come: box late\n");
     EXPECT_EQ(kit.TakeFaults(), "");
 }
 
-TEST(DialogSeam, ABoxShowsAReportUnderTheNameOfTheApplication) {
+TEST(DialogSeam, ABoxShowsAReportWithThePictureOfItsKind) {
     HeadlessDialogKit kit;
-    VReportMessageParams notice(0x61090001);
-    notice.AddInsert(u"web");
     kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
-    VMessageBox(nullptr, notice);
-    VReportMessageParams failure(0xE1090003);
-    failure.AddInsert(u"A\\B");
-    VMessageBox(nullptr, failure);
-    ASSERT_EQ(kit.GetBoxes().size(), 2U);
-    EXPECT_EQ(kit.GetBoxes()[0].text, u"\"web\" 未找到。");
-    EXPECT_EQ(kit.GetBoxes()[0].flags, kBoxInformation);
-    EXPECT_EQ(kit.GetBoxes()[1].flags, kBoxError);
+    for (const auto& [code, flags] : {std::pair{0x61090001U, kBoxInformation}, {0xE1090003U, kBoxError}}) {
+        VReportMessageParams report(code);
+        report.AddInsert(u"web");
+        VMessageBox(nullptr, report);
+        EXPECT_EQ(kit.GetBoxes().back().flags, flags);
+        EXPECT_NE(kit.GetBoxes().back().text.Find(u"web"), VUnicodeString::kNotFound);
+    }
 }
 
 TEST(DialogSeam, PathsAreShortenedInTheMiddleUntilTheyFit) {
     HeadlessDialogKit kit;
-    TestDialog dialog;
+    VDialog dialog(kTemplate, nullptr);
     ASSERT_TRUE(dialog.Create());
-    // The control is 60 pixels wide: ten characters, or five of East Asian scripts.
     const std::pair<const char16_t*, const char16_t*> rows[] = {{u"ab\\cd", u"ab\\cd"},
                                                                 {u"ab\\cdef\\gh", u"ab\\cdef\\gh"},
                                                                 {u"ab\\cdef\\ghi", u"ab\\...\\ghi"},
@@ -227,33 +157,6 @@ TEST(DialogSeam, PathsAreShortenedInTheMiddleUntilTheyFit) {
     EXPECT_EQ(AbbreviatePathname(*dialog.GetWindow(), 999, u"no such control"_v), u"no such control");
     EXPECT_EQ(EscapeAmpersand(u"a & b && c"_v), u"a && b &&&& c");
     dialog.Destroy();
-}
-
-TEST(DialogSeam, MenusChangeByCommandAlsoInSubMenus) {
-    VPopupMenu inner;
-    inner.Add(5, u"five"_v);
-    inner.Add(6, u"six"_v);
-    VPopupMenu menu;
-    menu.Add(1, u"one"_v);
-    menu.AddSeparator();
-    menu.AddSubMenu(u"more"_v, inner);
-    menu.Add(2, u"two"_v);
-    menu.Check(5, true);
-    menu.Enable(6, false);
-    menu.SetText(2, u"zwei"_v);
-    menu.Remove(1);
-    menu.RemoveAt(0);
-    ASSERT_EQ(menu.GetEntries().size(), 2U);
-    EXPECT_TRUE(menu.Find(5)->isChecked);
-    EXPECT_EQ(menu.Find(2)->text, u"zwei");
-    EXPECT_EQ(menu.Find(1), nullptr);
-
-    HeadlessDialogKit kit;
-    kit.ExpectMenu([](const VPopupMenu&) { return 5; });
-    EXPECT_EQ(kit.TrackPopupMenu(nullptr, menu, {}), 5);
-    kit.ExpectMenu([](const VPopupMenu&) { return 6; });
-    EXPECT_EQ(kit.TrackPopupMenu(nullptr, menu, {}), 0);
-    EXPECT_EQ(kit.TakeFaults(), "not to be chosen: command 6\n");
 }
 
 }  // namespace

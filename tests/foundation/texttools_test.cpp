@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/casefold.h"
+#include "foundation/commandline.h"
 #include "foundation/numericcompare.h"
 #include "support/strings.h"
 
@@ -127,6 +128,30 @@ TEST(NumericCompare, LongRunsTakeNoLongTime) {
     for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
         const std::u16string text = std::u16string(100'000, filler) + u"x1";
         EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
+    }
+}
+
+TEST(CommandLine, IsTakenApartByOneRule) {
+    struct Row {
+        const char16_t* line;
+        bool isClosed;
+        std::initializer_list<const char16_t*> words;
+    };
+    const Row rows[] = {{u"", true, {}},
+                        {u"   ", true, {}},
+                        {u"a  b\tc ", true, {u"a", u"b\tc"}},
+                        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
+                        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
+                        {u"\"\" x", true, {u"", u"x"}},
+                        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
+                        {u"\"a\"\"", true, {u"a\""}},
+                        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
+                        {u"a \"b c", false, {u"a", u"b c"}},
+                        {u"\"", false, {u""}}};
+    for (const Row& row : rows) {
+        VStringArray words;
+        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
+        EXPECT_TRUE(words == Strings(row.words));
     }
 }
 

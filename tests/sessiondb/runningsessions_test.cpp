@@ -1,5 +1,6 @@
 #include "sessiondb/runningsessions.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -17,6 +18,7 @@
 #include "platform/lasterror.h"
 #include "platform/posix/hostsocket.h"
 #include "platform/posix/runtimefile.h"
+#include "platform/sharedmemory.h"
 #include "support/childprocess.h"
 #include "support/temporaryfolder.h"
 
@@ -151,16 +153,17 @@ TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {
 }
 
 TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
+    using Message = platform::HostMessage;
     const platform::HostMessageHandler handlers[] = {
-        [](std::uint32_t, std::uint64_t, std::uint64_t) { return UINT64_MAX; },
-        [](std::uint32_t, std::uint64_t, std::uint64_t second) { return second == 0 ? 100 : 101; },
-        [](std::uint32_t, std::uint64_t, std::uint64_t second) { return second == 0 ? 100 : 0; },
+        [](const Message&) { return UINT64_MAX; },
+        [](const Message& message) { return message.second == 0 ? 100 : 101; },
+        [](const Message& message) { return message.second == 0 ? 100 : 0; },
         // As long as told, and never written: zeros, which are no list.
-        [](std::uint32_t, std::uint64_t, std::uint64_t) { return std::uint64_t{3}; },
-        [](std::uint32_t, std::uint64_t, std::uint64_t second) {
+        [](const Message&) { return std::uint64_t{3}; },
+        [](const Message& message) {
             const auto block = VRef<VMemoryMappedBuffer>::Adopt(new VMemoryMappedBuffer);
             const std::uint8_t bytes[] = {0x7F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xF0};
-            if (second != 0 && block->Create(platform::kExistingSize)) block->Append(bytes, sizeof bytes, 0);
+            if (message.second != 0 && block->Create(platform::kExistingSize)) block->Append(bytes, sizeof bytes, 0);
             return std::uint64_t{sizeof bytes};
         },
     };
@@ -187,7 +190,7 @@ TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
 
 TEST_F(RunningSessionsTest, RudeQuestionsStopNoHost) {
     StartHost(kNorHaldenFrameClass, {u"a"});
-    const auto hosts = platform::FindHosts(kNorHaldenFrameClass);
+    const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;
     ASSERT_EQ(hosts.size(), 1U);
     const int runtime = platform::OpenRuntimeFolder();
     const sockaddr_un address = platform::HostAddress(runtime, hosts[0]);
@@ -225,8 +228,79 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     fs::create_directories(own);
     fs::permissions(own, fs::perms::all);
     EXPECT_EQ(RunningSessionsHost(kNorHaldenFrameClass).GetError(), platform::kAccessDenied);
-    EXPECT_EQ(Ask(0), "");
+    const RunningSessions running = GetRunningSessionPaths();
+    EXPECT_EQ(running.error, platform::kAccessDenied);
+    EXPECT_EQ(DescribeUnheardHosts(running),
+              u"Running applications may not have been found: Access was denied.\nWhat they have open is not known.");
     EXPECT_TRUE(fs::is_empty(own));
+}
+
+TEST_F(RunningSessionsTest, ABlockThatAnotherKeepsOpenIsInNobodysWay) {
+    StartHost(kNorHaldenFrameClass, {u"a\\path\\of\\some\\length"});
+    Start([](ChildProcess& parent) {
+        VMemoryMappedBuffer* const small = new VMemoryMappedBuffer;
+        if (!small->Create(1)) return 1;
+        parent.Report();
+        parent.WaitForGo();
+        return 0;
+    });
+    EXPECT_EQ(Ask(0), "a\\path\\of\\some\\length");
+}
+
+TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
+    StartHost(kNorHaldenFrameClass, {u"late"});
+    const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;
+    const VUnicodeString block = VMemoryMappedBuffer::kSharedName;
+    const platform::LockHandle lock = platform::OpenNamedLock(block + u".lock");
+    ASSERT_TRUE(platform::AcquireNamedLock(lock, true));
+    const int runtime = platform::OpenRuntimeFolder();
+    const int asker = platform::MakeHostSocket();
+    const sockaddr_un address = platform::HostAddress(runtime, hosts.at(0));
+    ASSERT_EQ(connect(asker, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_TRUE(platform::SendPacket(asker, {kRunningSessionsMessage, 0, 100}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    close(asker);
+    close(runtime);
+    // The asker makes the block for the next host before this one comes to write.
+    platform::SharedMemory next;
+    ASSERT_TRUE(platform::OpenSharedMemory(block, 100, next));
+    platform::CloseNamedLock(lock);
+    const auto deadline = Clock::now() + std::chrono::seconds(5);
+    EXPECT_GT(platform::SendToHosts(hosts, kRunningSessionsMessage, 0, 0, deadline).at(0).value, 0U) << "it is done";
+    const auto* bytes = static_cast<const std::uint8_t*>(next.view);
+    EXPECT_EQ(std::count(bytes, bytes + 100, 0), 100);
+    platform::CloseSharedMemory(block, next);
+}
+
+TEST_F(RunningSessionsTest, TwoAskAtOnceAlthoughAHostHangs) {
+    StartHost(kTessalyFrameClass, {u"b"});
+    Start([](ChildProcess& parent) {
+        RunningSessionsHost host(kNorHaldenFrameClass);
+        parent.Report();
+        raise(SIGSTOP);
+        return 0;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ChildProcess other([](ChildProcess&) { return Ask(1) == "b" ? 0 : 1; });
+    EXPECT_EQ(Ask(1), "b");
+    EXPECT_EQ(other.Wait(), 0);
+}
+
+TEST_F(RunningSessionsTest, SocketsThatWereNeverFinishedGoWhenTheyAreOld) {
+    RunningSessionsHost first(kNorHaldenFrameClass);
+    const int runtime = platform::OpenRuntimeFolder();
+    for (const char* name : {"new.0000000000000001", "new.0000000000000002"}) {
+        const int socket = platform::MakeHostSocket();
+        const sockaddr_un address = platform::HostAddress(runtime, name);
+        ASSERT_EQ(bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        close(socket);
+    }
+    close(runtime);
+    fs::last_write_time(own / "new.0000000000000001", fs::file_time_type::clock::now() - std::chrono::minutes(2));
+    RunningSessionsHost second(kNorHaldenFrameClass);
+    EXPECT_FALSE(fs::exists(own / "new.0000000000000001"));
+    EXPECT_TRUE(fs::exists(own / "new.0000000000000002")) << "somebody may be about to name it";
+    EXPECT_EQ(CountSockets(), 3U);
 }
 
 }  // namespace

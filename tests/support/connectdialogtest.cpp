@@ -7,6 +7,7 @@
 #include "resources/dialogids.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
 
 namespace connectdialog::test {
 
@@ -122,6 +123,61 @@ TreeItem ConnectDialogTest::At(std::u16string_view path) {
     return item;
 }
 
+void ConnectDialogTest::Reveal(std::u16string_view path) {
+    if (path.empty()) return;
+    const std::size_t cut = path.rfind(u'\\');
+    Expand(path.substr(0, cut == path.npos ? 0 : cut));
+}
+
+void ConnectDialogTest::Expand(std::u16string_view path) {
+    Reveal(path);
+    const bool isOpen = dialog->Items().HasState(At(path), kTreeExpanded);
+    EXPECT_TRUE(isOpen || Tree().ClickExpander(At(path))) << Escape(path);
+}
+
+void ConnectDialogTest::Click(std::u16string_view path, KeyModifiers modifiers) {
+    Reveal(path);
+    EXPECT_TRUE(Tree().Click(At(path), modifiers)) << Escape(path);
+}
+
+void ConnectDialogTest::Click(std::initializer_list<std::u16string_view> paths) {
+    for (const std::u16string_view& path : paths) Click(path, &path == paths.begin() ? 0 : Accelerator::kControl);
+}
+
+void ConnectDialogTest::Delete(int answer) {
+    kit.ExpectBox(u"确定删除选中项？"_v, answer);
+    Command(ConnectCommands::kDelete);
+}
+
+void ConnectDialogTest::Find(const char16_t* text, std::string_view places, int command) {
+    kit.ExpectDialog(FindSessionIds::kDialog, [=](HeadlessDialog& find) {
+        using namespace FindSessionIds;
+        const std::pair<int, char> boxes[] = {
+            {kSessionNames, 's'}, {kFolderNames, 'f'}, {kDescriptions, 'd'}, {kHostnames, 'h'}, {kMatchCase, 'c'}};
+        for (const auto& [id, letter] : boxes) find.Tick(id, places.find(letter) != places.npos);
+        find.Type(kText, text);
+        EXPECT_TRUE(find.Press(kIdOk));
+    });
+    Command(command);
+}
+
+int ConnectDialogTest::DelayOf(const VUnicodeString& path) {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    std::uint32_t delay = 0;
+    return key.ReadDword(u"Line Send Delay", delay) ? static_cast<int>(delay) : -1;
+}
+
+void ConnectDialogTest::SetDelay(ISessionConfig& config, int delay) {
+    dynamic_cast<VProfile<int>&>(*config.FindValue(u"Line Send Delay")).Set(delay);
+}
+
+VUnicodeString ConnectDialogTest::HostOf(const char16_t* path) {
+    VUnicodeString host;
+    if (const VRef<ISessionConfig> config = OpenSession(path)) config->GetConnectConfig()->GetHostName(host);
+    return host;
+}
+
 void ConnectDialogTest::Rename(std::u16string_view path, const VUnicodeString& name) {
     Click(path);
     Command(ConnectCommands::kRename);
@@ -138,6 +194,8 @@ void ConnectDialogTest::CopyTo(std::u16string_view source, std::u16string_view t
 bool ConnectDialogTest::DragTo(std::u16string_view source, std::u16string_view target, int zone,
                                KeyModifiers modifiers) {
     bool isDropped = false;
+    Reveal(source);
+    Reveal(target);
     Tree().Drag(At(source), [&](HeadlessDrag& drag) {
         // Over something else first: a drag that never left its item has not begun to mean anything.
         drag.MoveTo(Tree().PointOn(At(u"")), modifiers);

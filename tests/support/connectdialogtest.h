@@ -93,15 +93,19 @@ class ConnectDialogTest : public LibraryTest {
     HeadlessDialog& Window() { return dialog->Window(); }
     /// An item that must be there.
     TreeItem At(std::u16string_view path);
-    void Click(std::u16string_view path, KeyModifiers modifiers = 0) {
-        EXPECT_TRUE(Tree().Click(At(path), modifiers)) << Escape(path);
-    }
-    void Expand(std::u16string_view path) {
-        if (dialog->Items().HasState(At(path), kTreeExpanded)) return;
-        EXPECT_TRUE(Tree().ClickExpander(At(path)));
-    }
+    /// Opens the folders above it first, as the user has to.
+    void Reveal(std::u16string_view path);
+    void Click(std::u16string_view path, KeyModifiers modifiers = 0);
+    void Click(std::initializer_list<std::u16string_view> paths);
+    void Expand(std::u16string_view path);
     void Command(int command) { EXPECT_TRUE(Window().Choose(command)); }
     void Rename(std::u16string_view path, const VUnicodeString& name);
+    void Delete(int answer = kAnswerYes);
+    /// Asks for a text in these places: letters of "sfdhc", c for the case.
+    void Find(const char16_t* text, std::string_view places, int command = ConnectCommands::kFind);
+    static int DelayOf(const VUnicodeString& path);
+    static void SetDelay(ISessionConfig& config, int delay);
+    static VUnicodeString HostOf(const char16_t* path);
     void CopyTo(std::u16string_view source, std::u16string_view target, bool isCut);
     /// Drags an item to a place of a row: 0 its upper edge, 1 its middle, 2 its lower edge.
     bool DragTo(std::u16string_view source, std::u16string_view target, int zone = 1, KeyModifiers modifiers = 0);

@@ -516,6 +516,17 @@ TYPED_TEST_P(DialogKitConformance, ALabelIsEditedInPlace) {
         notes.view->BeginLabelEdit(notes.Child(2));
         tree.TypeLabel(u"refused"_v);
         EXPECT_TRUE(tree.IsEditing()) << "begun again";
+        notes.items.SetText(notes.Child(2), u"refused"_v);
+        notes.view->BeginLabelEdit(notes.Child(2));
+        notes.Take();
+        dialog.Press(kOther);
+        dialog.Tick(kBox, true);
+        tree.Click(notes.Child(3));
+        EXPECT_TRUE(tree.IsEditing());
+        EXPECT_EQ(notes.Take(),
+                  "edited:refused:refused edit:refused edited:refused:refused edit:refused "
+                  "edited:refused:refused edit:refused")
+            << "each click is lost";
         notes.view->EndLabelEdit(false);
         EXPECT_FALSE(tree.IsEditing());
     });

@@ -46,7 +46,7 @@ class Search {
     bool ValuesMatch(const VUnicodeString& path) const {
         if (!options.inHostnames && !options.inDescriptions) return false;
         const VRef<ISessionConfig> session = OpenSession(path);
-        return session && SessionMatches(*session, options);
+        return session && SessionMatches(GetSearchedTexts(*session), options);
     }
     void Tell(const std::string& line) {
         PrintLine(line);

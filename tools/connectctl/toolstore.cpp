@@ -4,6 +4,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "platform/lasterror.h"
 #include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -39,7 +40,9 @@ Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
     };
     const bool isKept = RunAsUnit(unit, steps);
     VReportMessageParams& report = *unit.GetLastReport();
-    return isKept || report.GetCode() == 0 ? failure : ReportText(report);
+    // A unit that a step dropped knows less of the cause than the step.
+    const bool isToldByStep = report.GetCode() == 0 || (failure && report.GetCode() == platform::kCancelled);
+    return isKept || isToldByStep ? failure : ReportText(report);
 }
 
 std::string ReportText(VReportMessageParams& report) {

@@ -164,21 +164,23 @@ Failure FindDoomed(const std::vector<std::string>& arguments, std::vector<VUnico
     return kDone;
 }
 
-/// Fails when a running application has one of the entries open.
-Failure CheckInUse(const std::vector<VUnicodeString>& paths) {
-    const RunningSessions running = GetRunningSessionPaths();
-    if (running.isBusy) return platform::ToNarrow(kRunningSessionsBusy);
-    if (running.silentHosts > 0)
-        PrintNotice("running applications that do not answer: " + std::to_string(running.silentHosts) +
-                    "; what they have open is not known");
-    const VUnicodeString entries = ListEntriesInUse(paths, running.paths);
-    if (entries.IsEmpty()) return kDone;
-    std::string line;  // the message has line breaks
-    for (const char character : platform::ToNarrow(DescribeEntriesInUse(entries))) {
+/// A message of the library, which may have line breaks.
+std::string OneLine(const VUnicodeString& message) {
+    std::string line;
+    for (const char character : platform::ToNarrow(message)) {
         if (character == '\n') line += ' ';
         if (character != '\n' && character != '\r') line += character;
     }
     return line;
+}
+
+/// Fails when a running application has one of the entries open.
+Failure CheckInUse(const std::vector<VUnicodeString>& paths) {
+    const RunningSessions running = GetRunningSessionPaths();
+    if (running.isBusy) return platform::ToNarrow(kRunningSessionsBusy);
+    if (const VUnicodeString unheard = DescribeUnheardHosts(running); !unheard.IsEmpty()) PrintNotice(OneLine(unheard));
+    const VUnicodeString entries = ListEntriesInUse(paths, running.paths);
+    return entries.IsEmpty() ? kDone : Failure(OneLine(DescribeEntriesInUse(entries)));
 }
 
 Failure Remove(const TreeArguments& arguments) {

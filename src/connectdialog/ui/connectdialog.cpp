@@ -72,6 +72,7 @@ void ConnectDialog::OnDestroy() {
 }
 
 bool ConnectDialog::OnCommand(int command) {
+    tree.ForgetRename();
     const VRef<GlobalConfig> global = FetchGlobalConfig();
     if (command == ConnectDialogIds::kShowOnStartup) {
         const bool isShown = IsControlChecked(command);

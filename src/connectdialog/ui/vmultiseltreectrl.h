@@ -43,6 +43,8 @@ class VMultiSelTreeCtrl : private ITreeEvents {
     /// kNone: no caret, and nothing is selected.
     void SelectItem(TreeItem item);
     void ClearSelection() { items.ClearSelection(); }
+    /// The user does something else than rename the item whose label was clicked.
+    void ForgetRename() { StopTimer(renameTimer); }
     void SetExpanded(TreeItem item, bool isExpanded);
     /// The item whose icon or label is under the point.
     TreeItem ItemFromPoint(VPoint point) const;

@@ -44,8 +44,9 @@ class ITreeView {
 
     /// Takes the focus and lets the user edit the label, after ITreeEvents::OnBeginLabelEdit allowed it. An edit that
     /// runs is cancelled before. Ends with ITreeEvents::OnEndLabelEdit, also when the item is removed or folded away; a
-    /// click elsewhere in the window ends it with its text, and does nothing more when that began the edit again. Keys
-    /// go to the edit box alone, Return and Escape end it.
+    /// click elsewhere in the window, on whatever control, ends it with its text, and is lost when that began the edit
+    /// again: a command never follows a label that was refused. Keys go to the edit box alone, Return and Escape end
+    /// it.
     virtual void BeginLabelEdit(TreeItem item) = 0;
     /// Ends an edit that runs, with its text or without.
     virtual void EndLabelEdit(bool keepText) = 0;

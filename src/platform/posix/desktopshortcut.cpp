@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <climits>
 #include <cstdlib>
 #include <sodium.h>
 #include <sys/stat.h>
@@ -22,6 +23,9 @@ namespace {
 
 /// What marking may take; it asks a service of the session.
 constexpr std::chrono::seconds kMarkPatience{3};
+
+constexpr std::string_view kExtension = ".desktop";
+constexpr std::size_t kHashDigits = 16;
 
 bool IsControl(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
@@ -94,6 +98,15 @@ std::string Sha256(std::string_view bytes) {
     return digits.data();
 }
 
+/// Labels that begin alike have files of their own.
+std::string FileNameOf(const std::string& label) {
+    if (label.size() + kExtension.size() <= NAME_MAX) return label + std::string(kExtension);
+    const std::string end = "-" + Sha256(label).substr(0, kHashDigits) + std::string(kExtension);
+    std::size_t kept = NAME_MAX - end.size();
+    while (kept > 0 && (static_cast<unsigned char>(label[kept]) & 0xC0) == 0x80) --kept;  // whole characters
+    return label.substr(0, kept) + end;
+}
+
 void MarkAsTrusted(const std::string& file, std::string_view content) {
     const auto mark = [&](const char* name, const std::string& value) {
         RunQuietly({"gio", "set", "-t", "string", "--", file, name, value}, kMarkPatience);
@@ -112,7 +125,7 @@ bool MakeDesktopShortcut(std::u16string_view label, const ShortcutCommand& comma
     if (!isNameable || !IsLabel(label, name)) return FailWith(kInvalidParameter);
     const std::u16string folder = GetKnownFolder(KnownFolder::kDesktop);
     if (folder.empty() || !CreateUserFolder(folder)) return false;
-    const std::string file = ToNativePath(folder) + '/' + name + ".desktop";
+    const std::string file = ToNativePath(folder) + '/' + FileNameOf(name);
     const std::string content = MakeEntry(name, command);
     if (!ReplaceContent(file, content, S_IRWXU)) return false;
     MarkAsTrusted(file, content);

@@ -3,10 +3,14 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <ctime>
+#include <dirent.h>
+#include <fcntl.h>
 #include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -29,6 +33,8 @@ constexpr int kBacklog = 16;
 constexpr std::chrono::seconds kPeerPatience{2};
 /// After the system refused to accept: descriptors may be short for a moment.
 constexpr std::chrono::milliseconds kAcceptPause{50};
+/// A socket that has no final name for so long belongs to a process that ended while it was made.
+constexpr std::time_t kLongestMaking = 60;
 
 struct Peer {
     int socket;
@@ -44,6 +50,19 @@ std::string RandomDigits() {
         digits += "0123456789abcdef"[byte & 0xF];
     }
     return digits;
+}
+
+void RemoveUnfinishedSockets(int folder) {
+    DIR* const listing = fdopendir(fcntl(folder, F_DUPFD_CLOEXEC, 0));
+    if (listing == nullptr) return;
+    while (const dirent* entry = readdir(listing)) {
+        struct stat info {};
+        const bool isUnfinished = std::string_view(entry->d_name).starts_with(kUnfinishedPrefix) &&
+                                  fstatat(folder, entry->d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+                                  S_ISSOCK(info.st_mode);
+        if (isUnfinished && info.st_mtime < std::time(nullptr) - kLongestMaking) unlinkat(folder, entry->d_name, 0);
+    }
+    closedir(listing);
 }
 
 }  // namespace
@@ -72,7 +91,8 @@ class HostAnnouncement::Listener {
         const std::string digits = RandomDigits();
         if (digits.empty()) return false;
         // It gets its name when it listens: before that it would look like the socket of a dead host.
-        const std::string unfinished = "new." + digits;
+        RemoveUnfinishedSockets(folder.number);
+        const std::string unfinished = kUnfinishedPrefix + digits;
         const sockaddr_un address = HostAddress(folder.number, unfinished);
         if (bind(socket.number, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
             return FailFromErrno();
@@ -130,8 +150,10 @@ class HostAnnouncement::Listener {
     bool Answer(int peer) {
         HostPacket packet;
         const Received received = ReceivePacket(peer, packet);
-        if (received == Received::kPacket)
-            SendPacket(peer, {packet.message, handler(packet.message, packet.first, packet.second), 0});
+        if (received == Received::kPacket) {
+            const auto isAwaited = [peer] { return IsPeerThere(peer); };
+            SendPacket(peer, {packet.message, handler({packet.message, packet.first, packet.second, isAwaited}), 0});
+        }
         return received != Received::kNothingYet;
     }
 

@@ -6,6 +6,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "platform/knownfolders.h"
+#include "platform/lasterror.h"
 #include "platform/posix/hostsocket.h"
 #include "platform/posix/nativefile.h"
 #include "platform/posix/runtimefile.h"
@@ -17,6 +19,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
+
+/// Hosts of the session announce themselves in its run-time folder; a process that was not told of it looks elsewhere.
+bool IsElsewhere() {
+    const std::string usual = "/run/user/" + std::to_string(geteuid());
+    return GetKnownFolder(KnownFolder::kRuntime).empty() && access(usual.c_str(), F_OK) == 0;
+}
 
 /// How long a host whose queue is full is left alone.
 constexpr milliseconds kConnectPause{10};
@@ -108,17 +116,19 @@ void Advance(std::vector<std::unique_ptr<Dispatch>>& dispatches, Clock::time_poi
 
 }  // namespace
 
-std::vector<HostName> FindHosts(std::u16string_view className) {
-    std::vector<HostName> hosts;
+FoundHosts FindHosts(std::u16string_view className) {
     const int folder = OpenRuntimeFolder();
-    DIR* const listing = folder < 0 ? nullptr : fdopendir(folder);
+    if (folder < 0) return {{}, GetLastErrorCode()};
+    DIR* const listing = fdopendir(folder);
     if (listing == nullptr) {
-        if (folder >= 0) close(folder);
-        return hosts;
+        FailFromErrno();
+        close(folder);
+        return {{}, GetLastErrorCode()};
     }
+    FoundHosts hosts{{}, IsElsewhere() ? kPathNotFound : kSuccess};
     const std::string prefix = HostNamePrefix(className);
     while (const dirent* entry = readdir(listing))
-        if (std::string_view(entry->d_name).starts_with(prefix)) hosts.emplace_back(entry->d_name);
+        if (std::string_view(entry->d_name).starts_with(prefix)) hosts.names.emplace_back(entry->d_name);
     closedir(listing);
     return hosts;
 }

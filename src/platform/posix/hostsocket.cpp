@@ -60,6 +60,12 @@ bool IsOwnPeer(int socket) {
     return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
 }
 
+bool IsPeerThere(int socket) {
+    char ignored = 0;
+    const ssize_t size = recv(socket, &ignored, sizeof ignored, MSG_PEEK | MSG_DONTWAIT);
+    return size > 0 || (size < 0 && (errno == EAGAIN || errno == EINTR));
+}
+
 bool SendPacket(int socket, const HostPacket& packet) {
     PacketBytes bytes{};
     Put(bytes, 0, kMark);

@@ -14,6 +14,9 @@
 
 namespace connectdialog::platform {
 
+/// How the names of sockets begin that do not listen yet.
+inline constexpr char kUnfinishedPrefix[] = "new.";
+
 /// `host.` with the hash and the dot behind it: how the names of all hosts of the class begin.
 std::string HostNamePrefix(std::u16string_view className);
 
@@ -26,6 +29,9 @@ int MakeHostSocket();
 
 /// Whether the process at the other end belongs to this user.
 bool IsOwnPeer(int socket);
+
+/// Whether the other end is still open.
+bool IsPeerThere(int socket);
 
 /// A message or its answer (then `first` is the value). In the packet: the mark "BMhm", a version and the message (32
 /// bits each), 4 zero bytes and the two numbers (64 bits each), all little-endian.

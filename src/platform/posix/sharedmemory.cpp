@@ -95,6 +95,10 @@ bool IsSharedMemoryIntact(const SharedMemory& memory) {
     return size >= memory.size || FailWith(kInvalidParameter);
 }
 
+void ForgetSharedMemory(std::u16string_view name) {
+    RemoveRuntimeFile(name);
+}
+
 void CloseSharedMemory(std::u16string_view name, SharedMemory& memory) {
     if (memory.mapping == kInvalidFile) return;
     UnmapFile(memory.view, memory.size);

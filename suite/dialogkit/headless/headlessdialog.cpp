@@ -72,37 +72,39 @@ HeadlessDialog::Control* HeadlessDialog::FindReturnButton() {
     return nullptr;
 }
 
-void HeadlessDialog::EndLabelEdits() {
-    for (const Control& control : controls)
-        if (control.tree != nullptr) control.tree->EndLabelEdit(true);
+bool HeadlessDialog::EndLabelEdits() {
+    for (const Control& control : controls) {
+        if (control.tree == nullptr) continue;
+        control.tree->EndLabelEdit(true);
+        if (control.tree->IsEditing()) return false;
+    }
+    return !isClosed;
 }
 
-void HeadlessDialog::Enter(Control& control, const VUnicodeString& text) {
-    EndLabelEdits();
+bool HeadlessDialog::Enter(Control& control, const VUnicodeString& text) {
+    if (!EndLabelEdits()) return false;
     focus = control.id;
-    if (control.text == text) return;
+    if (control.text == text) return true;
     control.text = text;
     events.OnTextChanged(control.id);
+    return true;
 }
 
 bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
     Control* control = FindUsable(id);
     if (control == nullptr || !HoldsInput(control->kind) || control->kind == ControlKind::kComboBox) return false;
-    Enter(*control, text);
-    return true;
+    return Enter(*control, text);
 }
 
 bool HeadlessDialog::Pick(int id, const VUnicodeString& text) {
     Control* control = FindUsable(id, ControlKind::kComboBox);
     if (control == nullptr || std::ranges::find(control->choices, text) == control->choices.end()) return false;
-    Enter(*control, text);
-    return true;
+    return Enter(*control, text);
 }
 
 bool HeadlessDialog::Tick(int id, bool isChecked) {
     Control* control = FindUsable(id, ControlKind::kCheckBox);
-    if (control == nullptr) return false;
-    EndLabelEdits();
+    if (control == nullptr || !EndLabelEdits()) return false;
     focus = id;
     if (control->isChecked == isChecked) return true;
     control->isChecked = isChecked;
@@ -112,8 +114,7 @@ bool HeadlessDialog::Tick(int id, bool isChecked) {
 
 bool HeadlessDialog::Press(int id) {
     if (PressToolbar(id)) return true;
-    if (FindUsableButton(id) == nullptr) return false;
-    EndLabelEdits();
+    if (FindUsableButton(id) == nullptr || !EndLabelEdits()) return false;
     focus = id;
     events.OnCommandEvent(id);
     return true;
@@ -129,7 +130,7 @@ bool HeadlessDialog::PressToolbar(int command) {
     if (isClosed || toolbar == nullptr || command == 0) return false;
     for (const VToolbarState::Button& button : toolbar->GetButtons()) {
         if (button.command != command || !button.isEnabled) continue;
-        EndLabelEdits();
+        if (!EndLabelEdits()) return false;
         events.OnCommandEvent(command);
         return true;
     }

@@ -23,7 +23,7 @@ class HeadlessDialog : public IDialogWindow {
     ~HeadlessDialog() override;
 
     // What the user does. Each is false, and nothing happens, when the user could not do it: the control is not there,
-    // of another kind, hidden or disabled, or the dialog is closed.
+    // of another kind, hidden or disabled, the dialog is closed, or the click is lost to a label that is still edited.
 
     /// Replaces the text of an edit control.
     bool Type(int id, const VUnicodeString& text);
@@ -37,7 +37,7 @@ class HeadlessDialog : public IDialogWindow {
     /// A key: to the dialog, then to the focused tree, then Return to a button and Escape to the frame.
     bool PressKey(std::uint16_t key, KeyModifiers modifiers = 0);
     bool CloseByFrame();
-    /// A command from a menu, whose state the user has seen.
+    /// A command from a menu, whose state the user has seen. A label that is edited stays so.
     bool Choose(int command);
     /// Time passes: timers run out in their order.
     void Elapse(unsigned milliseconds);
@@ -112,12 +112,12 @@ class HeadlessDialog : public IDialogWindow {
     Control* FindUsable(int id, ControlKind kind);
     Control* FindUsable(int id);
     /// The user put a text into the control.
-    void Enter(Control& control, const VUnicodeString& text);
+    bool Enter(Control& control, const VUnicodeString& text);
     Control* FindUsableButton(int id);
     /// The button that the Return key presses, when it can be.
     Control* FindReturnButton();
-    /// What a click outside of the edit box does.
-    void EndLabelEdits();
+    /// What a click outside of the edit box does. False when the click is lost.
+    bool EndLabelEdits();
     bool PressToolbar(int command);
 
     HeadlessDialogKit& kit;
