@@ -1,14 +1,19 @@
+// A session as a whole, and the scripts of older versions in it.
 #include "config/sessionconfig.h"
 
 #include <algorithm>
+#include <cstdlib>
 
+#include "config/loginscript.h"
 #include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
-#include "sessiondb/sessionpaths.h"
+#include "profile/vprofilecapistring.h"
 #include "sessiondb/sessiontree.h"
 #include "sessiongolden.h"
 #include "support/fakesuite.h"
+#include "support/freewatch.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
 namespace {
@@ -80,36 +85,6 @@ TEST_F(SessionConfigTest, NamesTypesAndDefaultsAreTheFrozenOnes) {
     EXPECT_FALSE(session->IsDefaultSession());
 }
 
-TEST_F(SessionConfigTest, WrongStoredValuesAreCorrectedInMemoryOnly) {
-    struct Row {
-        const char16_t* name;
-        int stored;
-        int loaded;
-    };
-    constexpr Row kRows[] = {
-        {u"Idle Timeout", 0, 300},
-        {u"Idle Timeout", 5, 10},
-        {u"Idle Timeout", 10000000, 9999999},
-        {u"Idle Timeout", -1, 10},
-        {u"Idle Timeout", 10, 10},
-        {u"Idle NO-OP Timeout", 0, 10},
-        {u"Max Transfer Buffers", 0, 4},
-        {u"Max Transfer Buffers", 9, 4},
-        {u"Max Transfer Buffers", 1, 1},
-        {u"Max Transfer Buffers", 8, 8},
-        {u"XModem Send Packet Size", 128, 0},
-        {u"XModem Send Packet Size", 1024, 1024},
-    };
-    for (const Row& row : kRows) {
-        const auto session =
-            Load([&](VProfileKey& key) { key.WriteDword(row.name, static_cast<std::uint32_t>(row.stored)); });
-        const VProfile<int>& value = Number<int>(*session, row.name);
-        EXPECT_EQ(value.Get(), row.loaded) << row.stored;
-        EXPECT_EQ(value.GetStored(), row.stored);
-        EXPECT_EQ(value.IsChanged(), row.stored != row.loaded);
-    }
-}
-
 TEST_F(SessionConfigTest, AnOldKeyWithATimeoutMeansThatIdleChecksAreOn) {
     const auto with = [&](std::uint32_t timeout) {
         return Load([&](VProfileKey& key) { key.WriteDword(u"Idle Timeout", timeout); });
@@ -134,27 +109,15 @@ TEST_F(SessionConfigTest, FramesBeginAsTheGlobalSettingsSayButForTheTemplate) {
     const auto placementOf = [](ISessionConfig& session) {
         return dynamic_cast<VProfileWindowPlacement&>(*session.FindValue(u"RemoteFrame Window Placement")).Get();
     };
-    const auto expectUnplaced = [&](ISessionConfig& session) {
-        EXPECT_EQ(placementOf(session), VWindowPlacement::Unplaced());
-        EXPECT_EQ(TextOf(session, u"Remote ExplorerFrame State"), u"1,-1,-1");
-        EXPECT_EQ(TextOf(session, u"Remote ListView State"), u"1,1,1,0,0");
-        EXPECT_EQ(TextOf(session, u"Tessaly Remote Tab State"), u"1,-1,-1");
-    };
     const auto session = Load([](VProfileKey& key) { key.WriteString(u"Tessaly Remote Tab State", u"1,5,6"); });
     EXPECT_EQ(placementOf(*session).normal, (VRectangle{1, 2, 3, 4}));
     EXPECT_EQ(TextOf(*session, u"Remote ExplorerFrame State"), u"0,10,20");
-    EXPECT_EQ(TextOf(*session, u"Remote ListView State"), u"0,2,3,0,1,100,1,0");
     EXPECT_EQ(TextOf(*session, u"Tessaly Remote Tab State"), u"1,5,6");
-    expectUnplaced(*Make(u"a"));
     WithKey(u"Sessions\\default", [&](VProfileKey& key) {
-        expectUnplaced(*VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"default", &key)));
+        const auto unplaced = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"default", &key));
+        EXPECT_EQ(placementOf(*unplaced), VWindowPlacement::Unplaced());
+        EXPECT_EQ(TextOf(*unplaced, u"Remote ListView State"), u"1,1,1,0,0");
     });
-}
-
-TEST_F(SessionConfigTest, ASessionMarkOfZeroIsRepaired) {
-    const auto session = Load([](VProfileKey& key) { key.WriteDword(kIsSessionValue, 0); });
-    EXPECT_EQ(TextOf(*session, u"Is Session"), u"1");
-    EXPECT_TRUE(session->FindValue(u"Is Session")->IsChanged());
 }
 
 TEST_F(SessionConfigTest, AnEmptyProtocolNameIsNoProtocolAndAnAbsentOneIsTheFirst) {
@@ -167,51 +130,6 @@ TEST_F(SessionConfigTest, AnEmptyProtocolNameIsNoProtocolAndAnAbsentOneIsTheFirs
     EXPECT_EQ(name, u"SFTP");
     EXPECT_TRUE(session->HasTransferProtocol());
     EXPECT_TRUE(session->IsTransferConnectable()) << "only the host name is missing";
-}
-
-TEST_F(SessionConfigTest, LoadingWhatWasSavedChangesNothing) {
-    const auto made = Make(u"a");
-    made->SetPath(u"a");
-    made->GetConnectConfig()->SetHostName(u"host.example.net");
-    Number<bool>(*made, u"Raw Log").Set(true);
-    ASSERT_TRUE(SaveSession(*made));
-    const auto loaded = OpenSession(u"a");
-    ASSERT_TRUE(loaded);
-    EXPECT_FALSE(loaded->IsChanged());
-    VisitSettings(*loaded, [](VProfileData& setting) {
-        EXPECT_FALSE(setting.IsMissing()) << VNarrowString(setting.GetName()).GetData();
-    });
-    EXPECT_EQ(TextOf(*loaded, u"raw log"), u"1");
-    EXPECT_EQ(HostOf(*loaded), u"host.example.net");
-}
-
-TEST_F(SessionConfigTest, ACloneIsChangedInTheSameWayAndStandsAlone) {
-    const auto original = Make(u"a");
-    original->SetPath(u"f\\a");
-    original->SetTransientText(u"transient");
-    original->GetConnectConfig()->SetHostName(u"one");
-    Number<bool>(*original, u"Raw Log").Set(true);
-    const auto clone = VRef<ISessionConfig>::Adopt(original->Clone());
-    EXPECT_TRUE(clone->FindValue(u"Raw Log")->IsChanged());
-    EXPECT_TRUE(clone->FindValue(u"Log Mode")->IsMissing());
-    EXPECT_EQ(clone->GetPath(), u"f\\a");
-    VUnicodeString text;
-    clone->GetTransientText(text);
-    EXPECT_EQ(text, u"");
-    clone->GetConnectConfig()->SetHostName(u"two");
-    Number<bool>(*clone, u"Raw Log").Set(false);
-    EXPECT_EQ(HostOf(*original), u"one");
-    EXPECT_TRUE(Number<bool>(*original, u"Raw Log").Get());
-}
-
-TEST_F(SessionConfigTest, OnlyChangedSettingsAreCopiedToOthers) {
-    const auto source = Load([](VProfileKey& key) { key.WriteString(u"Title Bar", u"same"); });
-    const auto target = Make(u"t");
-    dynamic_cast<VProfileText&>(*target->FindValue(u"Title Bar")).Set(u"kept"_v);
-    Number<int>(*source, u"Highlighting Style").Set(4);
-    target->CopyChangesFrom(source.Get());
-    EXPECT_EQ(TextOf(*target, u"Highlighting Style"), u"4");
-    EXPECT_EQ(TextOf(*target, u"Title Bar"), u"kept");
 }
 
 TEST_F(SessionConfigTest, TheTipShowsHostAndDescription) {
@@ -246,20 +164,6 @@ TEST_F(SessionConfigTest, TheDefaultSessionIsMadeOnDemandAndNeverSavedByPath) {
     EXPECT_FALSE(SessionKeyExists(u"other"));
 }
 
-TEST_F(SessionConfigTest, AnyOtherPathMakesATemporarySessionAStoredOne) {
-    const auto session = Make(u"Default");
-    auto& config = dynamic_cast<SessionConfig&>(*session);
-    config.SetStored(false);
-    EXPECT_TRUE(session->SetPath(u"Default"));
-    EXPECT_FALSE(session->IsStored());
-    EXPECT_FALSE(session->SetPath(u"x"));
-    EXPECT_TRUE(session->IsStored());
-    config.SetPath(u"Default");
-    config.SetStored(false);
-    config.SetName(u"x");
-    EXPECT_TRUE(session->IsStored()) << "a name of its own does it too";
-}
-
 TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
     const auto session = OpenSession(u"Default");
     session->SetProtocolName(u"Telnet"_v);
@@ -271,15 +175,126 @@ TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
     EXPECT_EQ(HostOf(*OpenSession(u"new")), u"h");
 }
 
-TEST_F(SessionConfigTest, AValueOfTheWrongTypeCountsAsAbsent) {
-    const auto session = Load([](VProfileKey& key) {
-        key.WriteString(u"Idle Timeout", u"soon");
-        key.WriteDword(u"Title Bar", 3);
-        key.WriteMultiString(u"Protocol Name", VStringArray());
+using namespace std::string_view_literals;
+
+/// The older form of a script: its bytes scrambled, and a letter.
+VUnicodeString OldForm(std::string_view bytes, const char16_t* letter) {
+    VNarrowString plain(bytes);
+    plain.MarkSensitive();
+    VUnicodeString text = VProfileEncodedString::EncodeScrambled(plain);
+    text += letter;
+    return text;
+}
+
+class LoginScriptTest : public LibraryTest {
+  protected:
+    static VRef<SessionConfig> Load(const std::function<void(VProfileKey&)>& fill) {
+        VRef<SessionConfig> session;
+        WithKey(u"Sessions\\s", [&](VProfileKey& key) {
+            key.GetImpl()->DeleteValue(u"Login Script");
+            key.GetImpl()->DeleteValue(u"Login Script V2");
+            key.WriteDword(u"Send Initial Carriage Return", 1);
+            fill(key);
+            session = VRef<SessionConfig>::Adopt(new SessionConfig(u"s"_v, &key));
+        });
+        return session;
+    }
+};
+
+TEST_F(LoginScriptTest, TheOlderFormIsConverted) {
+    // The bytes with / for a zero, the letter behind them, the present form with | for its separator, and whether the
+    // carriage return goes first.
+    const std::tuple<std::string, const char16_t*, VUnicodeString, bool> rows[] = {
+        {"\x84login:/root/word:/s3cret/", u"", u"1|login:|root|0|word:|s3cret|", true},
+        {"\x80l/o/g///r///", u"u", u"1|log|r|", false},
+        // Seven flags, with the bit of the carriage return passed over; the eighth item has none.
+        {"\xFB////////////////a/b/", u"", u"1|||1|||1|||1|||1|||1|||1|||0|a|b|", false},
+        {"\x80"
+         "caf\xC3\xA9/cut off",
+         u"", u"1|caf\u00E9|cut off|", false},
+        {"\x84"
+         "a/b/",
+         u"m", u"", true},
+        {"\x04", u"", u"", true},
+    };
+    for (auto [bytes, letter, expected, sendsFirst] : rows) {
+        std::ranges::replace(bytes, '/', '\0');
+        expected.Replace(u"|", u"\x1F");
+        const VUnicodeString old = OldForm(bytes, letter);
+        const VUnicodeString stored = VProfileEncodedString::EncodeScrambled(VNarrowString(old));
+        const auto session = Load([&](VProfileKey& key) { key.WriteString(u"Login Script", stored.GetData()); });
+        EXPECT_EQ(session->loginScript.Get(), expected) << ::testing::PrintToString(bytes);
+        EXPECT_EQ(session->sendInitialCarriageReturn.Get(), sendsFirst);
+        EXPECT_TRUE(session->loginScript.Get().IsSensitive());
+    }
+    for (const char16_t* text : {u"", u"u", u"zz", u"01020304", u"0102030"})
+        EXPECT_EQ(ConvertLoginScript(text).text, u"");
+}
+
+TEST_F(LoginScriptTest, ASessionTakesTheOlderFormOnlyWhereThePresentOneIsMissing) {
+    const VUnicodeString old = OldForm(
+        "\x80"
+        "login:\0root\0"sv,
+        u"");
+    const VUnicodeString stored = VProfileEncodedString::EncodeScrambled(VNarrowString(old));
+    const auto converted = Load([&](VProfileKey& key) { key.WriteString(u"Login Script", stored.GetData()); });
+    EXPECT_TRUE(converted->loginScript.IsMissing()) << "the next save writes the present form";
+
+    const auto present = Load([&](VProfileKey& key) {
+        key.WriteString(u"Login Script", stored.GetData());
+        VProfileEncodedString script;
+        script.SetName(u"Login Script V2"_v);
+        script.Set(u"0\x1Fx\x1Fy\x1F");
+        script.Save(key, true);
     });
-    EXPECT_EQ(TextOf(*session, u"Idle Timeout"), u"300");
-    EXPECT_EQ(TextOf(*session, u"Title Bar"), u"");
-    EXPECT_TRUE(session->HasProtocol());
+    EXPECT_EQ(present->loginScript.Get(), u"0\x1Fx\x1Fy\x1F");
+    EXPECT_TRUE(present->sendInitialCarriageReturn.Get());
+    EXPECT_TRUE(Load([](VProfileKey& key) { key.WriteString(u"Login Script", u""); })->loginScript.Get().IsEmpty());
+}
+
+TEST_F(LoginScriptTest, AnOlderFormOfManyItemsIsReadInOnePass) {
+    std::string items(1, '\0');
+    for (int i = 0; i < 100'000; ++i) items += "expect\0send\0"sv;
+    EXPECT_EQ(ConvertLoginScript(OldForm(items, u"")).text.GetLength(), 100'000U * 14);
+}
+
+TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {
+    const TemporaryFolder folder;
+    setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    const VUnicodeString old = OldForm("\x80login:\0xk7!vQ29#mZp0wLs4Tb8\0"sv, u"");
+    VProfileCapiString protector;
+    const VUnicodeString stored = protector.Protect(old);
+    ASSERT_TRUE(stored.View().starts_with(u"CAPI:"));
+    FreeWatch watch(u"xk7!vQ29#mZp0wLs4Tb8");
+    {
+        const auto session = Load([&](VProfileKey& key) { key.WriteString(u"Login Script", stored.GetData()); });
+        EXPECT_EQ(session->loginScript.Get(),
+                  u"1\x1Flogin:\x1F"
+                  u"xk7!vQ29#mZp0wLs4Tb8\x1F");
+        const auto clone = VRef<ISessionConfig>::Adopt(session->Clone());
+        WithKey(u"Sessions\\s", [&](VProfileKey& key) { session->Save(key, true); });
+    }
+    EXPECT_EQ(watch.GetResidues(), 0);
+    const auto unread = Load([](VProfileKey& key) { key.WriteString(u"Login Script", u"CAPI:00"); });
+    WithKey(u"Sessions\\s", [&](VProfileKey& key) {
+        key.GetImpl()->DeleteValue(u"Login Script V2");
+        unread->Save(key, false);
+        VUnicodeString text;
+        EXPECT_FALSE(key.ReadString(u"Login Script V2", text)) << "or the older form would never be looked at again";
+    });
+    WithKey(u"Sessions\\copy", [&](VProfileKey& key) {
+        unread->Save(key, true);
+        VUnicodeString text;
+        EXPECT_FALSE(key.ReadString(u"Login Script V2", text));
+        EXPECT_TRUE(key.ReadString(u"Login Script", text));
+        EXPECT_EQ(text, u"CAPI:00") << "a copy has it too: the first one may go";
+        unread->loginScript.Set(u"0\x1Fx\x1Fy\x1F");
+        unread->Save(key, false);
+        EXPECT_TRUE(key.ReadString(u"Login Script V2", text)) << "a script of the user's takes its place";
+    });
+    unsetenv("XDG_DATA_HOME");
+    unsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include "config/isessionconfig.h"
 #include "imports/configpanels.h"
 #include "profile/vprofileblowfishstring.h"
-#include "profile/vprofilekey.h"
 #include "profile/vprofilemultilinestring.h"
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/profilefolderdata.h"
@@ -23,10 +22,6 @@ class ExportTest : public ToolTest {
         const ProcessResult result = RunProcess(arguments, environment);
         EXPECT_EQ(result.exitCode, 0) << result.errors;
         return result.output;
-    }
-    std::string ImportText(const std::string& text, int exitCode = 0) const {
-        const std::vector<std::string> arguments = {"import", "json", scratch.Write("in.json", text)};
-        return exitCode == 0 ? RunWell(arguments) : RunBadly(arguments, exitCode);
     }
 };
 
@@ -94,21 +89,15 @@ TEST_F(ExportTest, AFaultyTextIsRefusedWithItsPlaceAndChangesNothing) {
     const std::string head = R"({"format":"connectdialog entries","version":1,"entries":[)";
     const std::string folder = R"({"path":"n","type":"folder"},)";
     const auto session = [](const std::string& values) { return R"({"path":"n","type":"session","values":)" + values; };
-    const struct {
-        std::string text;
-        std::string told;
-    } rows[] = {
+    const std::pair<std::string, std::string> rows[] = {
         {"", "line 1, column 1"},
         {"[]", "the text is no export"},
-        {"{\"entries\":[]}", "no export that this program reads"},
         {R"({"format":"connectdialog entries","version":2,"entries":[]})", "no export that this program reads"},
         {R"({"format":"connectdialog entries","version":1})", "it has no entries"},
-        {R"({"format":"connectdialog entries","version":1,"entries":{}})", "the entries are no array"},
         {std::string(200000, '['), "nested too deep"},
         {head + folder + "7]}", "entry 2: it is no object"},
         {head + R"({"path":"n"}]})", "entry 1 (\"n\"): its type"},
         {head + folder + R"({"path":"","type":"folder"}]})", "entry 2 (\"\"): the root is a folder and stands first"},
-        {head + R"({"path":["n"],"type":"folder"}]})", "entry 1: it has no path"},
         {head + R"({"path":"a\u0000b","type":"folder"}]})", "entry 1: it has no path"},
         {head + folder + R"({"path":"n\\","type":"folder"}]})", "entry 2 (\"n\\\"): the path has an empty name"},
         {head + folder + R"({"path":"N","type":"folder"}]})", "entry 2 (\"N\"): N already exists in the target folder"},
@@ -116,25 +105,19 @@ TEST_F(ExportTest, AFaultyTextIsRefusedWithItsPlaceAndChangesNothing) {
         {head + R"({"path":"n\\m","type":"folder"}]})", "its folder does not stand before it"},
         {head + R"({"path":"zeta","type":"session","values":{}}]})", "zeta already exists in the target folder"},
         {head + R"({"path":"n","type":"folder","expanded":1}]})", "expanded is neither true nor false"},
-        {head + session("3}]}"), "it has no values"},
         {head + session(R"({"Hostname":-1}}]})"), "value \"Hostname\" is no number"},
-        {head + session(R"({"Hostname":{"hex":"0"}}}]})"), "value \"Hostname\" is no number"},
         {head + session(R"({"Hostname":{"utf16":"00410"}}}]})"), "value \"Hostname\" is no number"},
         {head + session(R"({"Idle Timeout":"soon"}}]})"), "does not take value \"Idle Timeout\""},
-        {head + session(R"({"Idle Timeout":3}}]})"), "does not take value \"Idle Timeout\""},
         {head + session(R"({"No Such Value":3}}]})"), "a session has no value \"No Such Value\""},
     };
-    for (const auto& row : rows) {
-        const std::string told = ImportText(row.text, 1);
-        EXPECT_NE(told.find(row.told), std::string::npos) << row.text.substr(0, 200) << '\n' << told;
-        EXPECT_EQ(RunWell({"tree"}), "Servers\\\n  Web\\\n    alpha\n    beta\n  db\nzeta\n");
+    for (const auto& [text, told] : rows) {
+        Transcript({{{"import", "json", scratch.Write("in.json", text)}, told, 1},
+                    {{"tree"}, "Servers\\\n  Web\\\n    alpha\n    beta\n  db\nzeta\n"}});
     }
     const std::string good = head + folder + R"({"path":"n\\s","type":"session","values":{"Hostname":"h"}}]})";
     const std::string file = scratch.Write("good.json", good);
     EXPECT_EQ(RunWell({"import", "json", file, "--dry-run"}), "dry run, 1 folders and 1 sessions made\n");
     RunBadly({"get", "n\\s", "Hostname"});
-    RunWell({"import", "json", file});
-    EXPECT_EQ(RunWell({"get", "n\\s", "Hostname"}), "h\n");
 }
 
 }  // namespace

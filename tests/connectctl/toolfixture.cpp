@@ -1,7 +1,7 @@
 #include "tests/connectctl/toolfixture.h"
 
 #include <algorithm>
-#include <memory>
+#include <gmock/gmock.h>
 
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
@@ -33,6 +33,16 @@ std::string ToolTest::RunBadly(const std::vector<std::string>& arguments, int ex
     EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;
     EXPECT_TRUE(result.errors.ends_with('\n')) << result.errors;
     return result.errors;
+}
+
+void ToolTest::Transcript(const std::vector<ToolRun>& runs) const {
+    for (const ToolRun& run : runs) {
+        SCOPED_TRACE(::testing::PrintToString(run.arguments));
+        if (run.exitCode == 0)
+            EXPECT_EQ(RunWell(run.arguments), run.text);
+        else
+            EXPECT_THAT(RunBadly(run.arguments, run.exitCode), ::testing::HasSubstr(run.text));
+    }
 }
 
 void ToolTest::WithStore(const std::function<void()>& change) const {

@@ -12,6 +12,13 @@
 
 namespace connectdialog::test {
 
+/// One run of connectctl in a transcript.
+struct ToolRun {
+    std::vector<std::string> arguments;
+    std::string text;  ///< all that is printed; what the one line of complaint holds, where it fails
+    int exitCode = 0;
+};
+
 class ToolTest : public ::testing::Test {
   protected:
     /// Runs connectctl on the scratch store, with `environment`.
@@ -20,6 +27,9 @@ class ToolTest : public ::testing::Test {
     std::string RunWell(const std::vector<std::string>& arguments) const;
     /// Fails the test unless the run ends with `exitCode`, prints nothing and tells one line, which is given.
     std::string RunBadly(const std::vector<std::string>& arguments, int exitCode = 1) const;
+
+    /// Runs one after the other, each as RunWell or RunBadly does.
+    void Transcript(const std::vector<ToolRun>& runs) const;
 
     /// Runs `change` with the library open on the scratch store.
     void WithStore(const std::function<void()>& change) const;

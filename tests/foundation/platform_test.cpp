@@ -12,14 +12,11 @@
 #include "foundation/messagetable.h"
 #include "foundation/vcapirandomsource.h"
 #include "foundation/vmodulefunctions.h"
-#include "platform/clock.h"
 #include "platform/knownfolders.h"
 #include "platform/lasterror.h"
-#include "platform/modules.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
 #include "platform/registeredmessage.h"
-#include "platform/userfiles.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog::platform {
@@ -59,12 +56,6 @@ TEST_F(PlatformTest, EveryErrnoBecomesANumberThatHasAText) {
     }
 }
 
-TEST_F(PlatformTest, PathsChangeTheirSeparator) {
-    EXPECT_EQ(ToNativePath(u"\\a\\b/\u00E4"), "/a/b/\xC3\xA4");
-    EXPECT_EQ(FromNativePath("/a/b"), u"\\a\\b");
-    EXPECT_EQ(ToNativePath(std::u16string_view(u"a\0b", 3)), "");
-}
-
 TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
     const std::string home = folder.GetPath().string();
     const std::u16string wideHome = FromNativePath(home);
@@ -90,13 +81,6 @@ TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
     EXPECT_EQ(GetKnownFolder(KnownFolder::kDesktop), wideHome + u"\\Desktop") << "a pipe is not waited for";
 }
 
-TEST_F(PlatformTest, UserFoldersAreNotMadeBelowAFile) {
-    folder.Write("file", "");
-    EXPECT_FALSE(CreateUserFolder(folder.Name("file/below/it")));
-    EXPECT_EQ(GetLastErrorCode(), 267u);
-    EXPECT_FALSE(CreateUserFolder(u""));
-}
-
 TEST_F(PlatformTest, RunsProgramsWithTheirArgumentsAsTheyAre) {
     int exitCode = -1;
     const std::string output = folder / "out";
@@ -119,7 +103,7 @@ TEST_F(PlatformTest, AProgramThatIsWaitedForHasTheTerminalsSignals) {
         const bool ran =
             RunAndWait({"/bin/sh", "-c",
                         "kill -INT $PPID; kill -TSTP $PPID; kill -STOP $$; trap 'exit 9' TERM; kill -TERM $PPID; "
-                        "while :; do sleep 0.01; done"},
+                        "for i in $(seq 500); do sleep 0.01; done"},
                        exitCode);
         _exit(ran ? exitCode : 1);
     }
@@ -150,26 +134,6 @@ TEST_F(PlatformTest, RefusesWhatIsNoProgram) {
         EXPECT_EQ(GetLastErrorCode(), error);
         EXPECT_EQ(exitCode, -1);
     }
-}
-
-TEST_F(PlatformTest, ModuleHandlesAreCheckedBeforeUse) {
-    const ModuleHandle library = GetLibraryModule();
-    ASSERT_NE(library, nullptr);
-    EXPECT_EQ(GetModuleFile(library), GetExecutablePath());
-    FreeModule(library);
-    int noModule = 0;
-    EXPECT_EQ(GetModuleFile(&noModule), u"");
-    EXPECT_EQ(FindSymbol(&noModule, "cos"), nullptr);
-    EXPECT_EQ(GetLastErrorCode(), 6u);
-    FreeModule(&noModule);
-    EXPECT_EQ(LoadModule(FromNativePath(folder.Write("no.so", "text"))), nullptr);
-    EXPECT_EQ(GetLastErrorCode(), 193u);
-    EXPECT_EQ(LoadModule(u""), nullptr);
-    const ModuleHandle math = LoadModule(u"libm.so.6");
-    ASSERT_NE(math, nullptr);
-    EXPECT_NE(GetModuleFile(math).find(u"\\libm.so.6"), std::u16string::npos);
-    FreeModule(math);
-    EXPECT_EQ(GetModuleFile(math), u"");
 }
 
 TEST_F(PlatformTest, RegisteredMessagesComeFromTheNameAlone) {

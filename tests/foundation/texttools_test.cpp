@@ -27,13 +27,10 @@ TEST(Tokenize, SplitsByTheRules) {
         {u"", comma, none, false, false, true, {}},
         {u"a,,b", comma, none, false, false, true, {u"a", u"", u"b"}},
         {u"\"\",b", comma, quotes, true, true, true, {u"", u"b"}},
-        {u"\"\",,b", comma, quotes, true, false, true, {u"\"\"", u"b"}},
         {u"x\"a,b\"y,c", comma, quotes, false, true, true, {u"xa,by", u"c"}},
         {u"(a\",)b,c", comma, quotes, false, true, true, {u"a\",b", u"c"}},
         {u"a,\"b,c", comma, quotes, false, true, false, {u"a", u"b,c"}},
-        {u"a,\"", comma, quotes, true, true, false, {u"a", u""}},
         {u"a::b:c", {u"::", u":"}, none, false, false, true, {u"a", u"b", u"c"}},
-        {u"ab", {u""}, {u"\""}, false, true, true, {u"ab"}},
     };
     for (const Row& row : rows) {
         VStringArray tokens = Strings({u"left over"});
@@ -43,15 +40,6 @@ TEST(Tokenize, SplitsByTheRules) {
     }
 }
 
-TEST(Tokenize, TheShortFormsKnowTheirQuotes) {
-    VStringArray tokens;
-    EXPECT_TRUE(VSplitOnChar(u"a|\"b|c\"", tokens, u'|'));
-    EXPECT_TRUE(tokens == Strings({u"a", u"\"b", u"c\""}));
-    EXPECT_TRUE(VSplitCommaList(u"a,\"b,c\",", tokens));
-    EXPECT_TRUE(tokens == Strings({u"a", u"\"b,c\"", u""}));
-    EXPECT_FALSE(VSplitCommaList(u"a,\"b", tokens));
-}
-
 TEST(Join, QuotesWhereForced) {
     const VStringArray elements = Strings({u"", u"a", u"", u"b c", u"d"});
     EXPECT_TRUE(VJoin(elements, u", ", u"", u"") == u"a, b c, d");
@@ -59,27 +47,6 @@ TEST(Join, QuotesWhereForced) {
     EXPECT_TRUE(VJoin(elements, u",", u"[]", u"") == u"[a],[b c],[d]");
     EXPECT_TRUE(VQuoteIfNeeded(u"", u"''", u"") == u"''");
     EXPECT_TRUE(VQuoteIfNeeded(u"a", u"''", u"bc") == u"a");
-}
-
-TEST(RemoveEscapes, KeepsTheCharacterBehindTheEscape) {
-    EXPECT_TRUE(VRemoveEscapes(u"a\\b\\\\c\\", u"\\") == u"ab\\c");
-    EXPECT_TRUE(VRemoveEscapes(u"a\\b", u"") == u"a\\b");
-    EXPECT_TRUE(VRemoveEscapes(u"^^^^", u"^") == u"^^");
-}
-
-TEST(ParseUnsigned16, TakesPortNumbersOnly) {
-    const std::pair<const char*, int> rows[] = {{"22", 22},         {" \t+65535 \n", 65535},
-                                                {"0", 0},           {"000000000000080", 80},
-                                                {nullptr, -1},      {"", -1},
-                                                {"   ", -1},        {"65536", -1},
-                                                {"4294967318", -1}, {"-1", -1},
-                                                {"22x", -1},        {"2 2", -1},
-                                                {"+ 2", -1},        {"0x16", -1}};
-    for (const auto& [text, expected] : rows) {
-        std::uint16_t value = 7;
-        EXPECT_EQ(VParseUnsigned16(text, value), expected >= 0) << testing::PrintToString(text);
-        EXPECT_EQ(value, expected >= 0 ? expected : 7);
-    }
 }
 
 /// Reads the number at an offset afresh, as the rule says it; a space is all white space there is.

@@ -1,14 +1,16 @@
+// Files: who may open them, what they share, and their text.
 #include "foundation/vfile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 #include "foundation/vaccountlookup.h"
 #include "foundation/vsecuritydescriptor.h"
+#include "foundation/vtextfile.h"
+#include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "support/childprocess.h"
 #include "support/temporaryfolder.h"
@@ -19,15 +21,6 @@ namespace {
 using test::TemporaryFolder;
 
 constexpr std::uint32_t kReadWrite = platform::kGenericRead | platform::kGenericWrite;
-
-struct OpenRow {
-    const char* leaf;
-    std::uint32_t access;
-    std::uint32_t disposition;
-    std::uint32_t lastError;
-    bool opens;
-    const char* content;  ///< of "old", which holds "text" before; null when it is not looked at
-};
 
 VSid Account(platform::Account::Kind kind, std::uint32_t more) {
     platform::Account account = platform::GetOwnAccount(kind);
@@ -45,16 +38,10 @@ TEST(File, ADescriptorSaysWhoMayOpenAFileThatIsMade) {
     constexpr AccessKind kAllow = AccessKind::kAllow;
     constexpr AccessKind kDeny = AccessKind::kDeny;
     constexpr std::uint32_t kAll = 0x001F01FF;
-    struct Entry {
-        AccessKind kind;
-        std::uint32_t mask;
-        VSid sid;
-    };
+    using Entry = std::tuple<AccessKind, std::uint32_t, VSid>;
     const std::pair<std::vector<Entry>, unsigned> rows[] = {
-        {{}, 0},
         {{{kAllow, 0x10000000, me}, {kAllow, platform::kGenericRead, myGroup}}, 0640},
         {{{kDeny, platform::kGenericWrite, everybody}, {kAllow, kAll, everybody}}, 0444},
-        {{{kAllow, kAll, everybody}, {kDeny, kAll, myGroup}}, 0666},
         {{{kDeny, kAll, another}, {kAllow, kAll, everybody}}, 0600},
         {{{kDeny, platform::kFileWriteData, myGroup}, {kAllow, kAll, everybody}}, 0446},
     };
@@ -69,7 +56,7 @@ TEST(File, ADescriptorSaysWhoMayOpenAFileThatIsMade) {
     };
     for (const auto& [entries, mode] : rows) {
         VAcl dacl;
-        for (const Entry& entry : entries) ASSERT_TRUE(dacl.AddEntry(entry.kind, entry.mask, entry.sid));
+        for (const auto& [kind, mask, sid] : entries) ASSERT_TRUE(dacl.AddEntry(kind, mask, sid));
         VSecurityDescriptor descriptor;
         descriptor.SetDacl(&dacl);
         EXPECT_EQ(modeOfNew(&descriptor), mode);
@@ -104,69 +91,43 @@ TEST(File, ReplacingLeavesTheOldFileOrTheNewOne) {
 }
 
 TEST(File, DispositionsAndTheirLastErrors) {
-    const OpenRow rows[] = {
+    const std::tuple<const char*, std::uint32_t, std::uint32_t, std::uint32_t, bool, const char*> rows[] = {
+        // The file, access, disposition; the last error, whether it opens, and what "old" holds after "text" before.
         {"new", kReadWrite, platform::kCreateNew, 0, true, nullptr},
         {"old", kReadWrite, platform::kCreateNew, platform::kFileExists, false, "text"},
         {"old", kReadWrite, platform::kCreateAlways, platform::kAlreadyExists, true, ""},
-        {"new", kReadWrite, platform::kOpenExisting, platform::kFileNotFound, false, nullptr},
         {"old", kReadWrite, platform::kOpenExisting, 0, true, "text"},
-        {"new", kReadWrite, platform::kOpenAlways, 0, true, nullptr},
         {"old", kReadWrite, platform::kOpenAlways, platform::kAlreadyExists, true, "text"},
         {"old", kReadWrite, platform::kTruncateExisting, 0, true, ""},
         {"old", platform::kGenericRead, platform::kCreateAlways, platform::kInvalidParameter, false, "text"},
-        {"old", kReadWrite, 6, platform::kInvalidParameter, false, "text"},
         {".", platform::kGenericRead, platform::kOpenExisting, platform::kAccessDenied, false, nullptr},
         {"old/x", kReadWrite, platform::kCreateAlways, platform::kPathNotFound, false, "text"},
     };
-    for (const OpenRow& row : rows) {
-        SCOPED_TRACE(std::string(row.leaf) + " " + std::to_string(row.disposition));
+    for (const auto& [leaf, access, disposition, lastError, opens, content] : rows) {
+        SCOPED_TRACE(std::string(leaf) + " " + std::to_string(disposition));
         const TemporaryFolder folder;
         folder.Write("old", "text");
         VFile file;
-        EXPECT_EQ(file.Open(folder.Name(row.leaf), row.access, row.disposition), row.opens);
-        EXPECT_EQ(platform::GetLastErrorCode(), row.lastError);
-        EXPECT_EQ(file.GetName(), row.opens ? folder.Name(row.leaf) : VUnicodeString());
-        if (row.content != nullptr) {
-            EXPECT_EQ(folder.Read("old"), row.content);
+        EXPECT_EQ(file.Open(folder.Name(leaf), access, disposition), opens);
+        EXPECT_EQ(platform::GetLastErrorCode(), lastError);
+        EXPECT_EQ(file.GetName(), opens ? folder.Name(leaf) : VUnicodeString());
+        if (content != nullptr) {
+            EXPECT_EQ(folder.Read("old"), content);
         }
     }
 }
 
-TEST(File, ReadsWritesAndEnds) {
+TEST(File, WritesAtItsPositionAndMapsAView) {
     const TemporaryFolder folder;
     VFile file;
     ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kCreateNew));
-    EXPECT_TRUE(file.Write("0123456789", 10));
-    EXPECT_TRUE(file.WriteAt(2, "ab", 2));
-    std::uint64_t position = 0;
-    EXPECT_TRUE(file.GetPosition(position));
-    EXPECT_EQ(position, 10U);
-    char bytes[16] = {};
-    std::size_t done = 0;
-    EXPECT_TRUE(file.ReadAt(8, bytes, sizeof(bytes), done));
-    EXPECT_EQ(std::string(bytes, done), "89");
-    EXPECT_TRUE(file.Seek(-4, platform::SeekOrigin::kEnd));
-    EXPECT_TRUE(file.SetEndOfFile());
-    EXPECT_EQ(folder.Read("data"), "01ab45");
-    EXPECT_FALSE(file.Seek(-1, platform::SeekOrigin::kBegin) || file.WriteAt(~std::uint64_t{0}, "x", 1));
-    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInvalidParameter);
-}
-
-TEST(File, AppendsAtTheEndAndRefusesWhatItsAccessDoesNotAllow) {
-    const TemporaryFolder folder;
-    folder.Write("data", "abc");
-    VFile file;
-    ASSERT_TRUE(file.Open(folder.Name("data"), platform::kFileAppendData, platform::kOpenExisting));
-    EXPECT_TRUE(file.Write("d", 1));
-    EXPECT_EQ(folder.Read("data"), "abcd");
-    char byte = 0;
-    std::size_t done = 0;
-    EXPECT_FALSE(file.Read(&byte, 1, done));
-    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
-    ASSERT_TRUE(file.Open(folder.Name("data"), platform::kGenericRead, platform::kOpenExisting));
-    EXPECT_FALSE(file.Write("d", 1));
-    EXPECT_FALSE(file.LockRange(0, 1, true));
-    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
+    EXPECT_EQ(file.MapView(true), nullptr) << "nothing to map";
+    EXPECT_TRUE(file.Write("0123456789", 10) && file.WriteAt(2, "ab", 2));
+    EXPECT_TRUE(file.Seek(-4, platform::SeekOrigin::kEnd) && file.SetEndOfFile());
+    auto* view = static_cast<char*>(file.MapView(true));
+    ASSERT_NE(view, nullptr);
+    *view = 'x';
+    EXPECT_EQ(folder.Read("data"), "x1ab45");
 }
 
 TEST(File, ShareModeKeepsOthersOut) {
@@ -221,20 +182,127 @@ TEST(File, RangeLocksAreSeenByAnotherProcess) {
     EXPECT_EQ(othersCanLock(30, LockMode::kExclusive), 1);
 }
 
-TEST(File, MapsAViewUntilItIsClosed) {
-    const TemporaryFolder folder;
-    folder.Write("data", "text");
-    VFile file;
-    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
-    auto* view = static_cast<char*>(file.MapView(true));
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(file.GetViewSize(), 4U);
-    std::copy_n("next", 4, view);
-    EXPECT_EQ(folder.Read("data"), "next");
-    EXPECT_TRUE(file.Close());
-    EXPECT_EQ(file.GetViewSize(), 0U);
-    ASSERT_TRUE(file.Open(folder.Name("data"), kReadWrite, platform::kTruncateExisting));
-    EXPECT_EQ(file.MapView(false), nullptr);
+using namespace std::string_literals;
+using Lines = std::vector<std::u16string>;
+
+Lines ReadAll(VTextFile& file) {
+    Lines lines;
+    VUnicodeString line;
+    while (file.ReadLine(line)) lines.emplace_back(line.View());
+    EXPECT_TRUE(line.IsEmpty());
+    return lines;
+}
+
+class TextFileTest : public testing::Test {
+  protected:
+    bool Open(std::uint32_t disposition, std::uint32_t access = platform::kGenericRead | platform::kGenericWrite) {
+        return file.Open(folder.Name("text"), access, disposition);
+    }
+    Lines ReadLines(std::string_view bytes) {
+        folder.Write("text", bytes);
+        EXPECT_TRUE(Open(platform::kOpenExisting, platform::kGenericRead));
+        return ReadAll(file);
+    }
+
+    test::TemporaryFolder folder;
+    VTextFile file;
+};
+
+/// What it is, the bytes, their encoding and lines, and the last error.
+const std::tuple<const char*, std::string, TextEncoding, Lines, std::uint32_t> kReadRows[] = {
+    {"empty file", "", TextEncoding::kLocal, {}, platform::kHandleEof},
+    {"no end at the last line", "a\nb", TextEncoding::kLocal, {u"a", u"b"}, platform::kHandleEof},
+    {"all ends",
+     "a\rb\nc\r\n\r\r\n\n\nd\r",
+     TextEncoding::kLocal,
+     {u"a", u"b", u"c", u"", u"", u"", u"", u"d"},
+     platform::kHandleEof},
+    {"zeros are text", "a\0b\n"s, TextEncoding::kLocal, {u"a\0b"s}, platform::kHandleEof},
+    {"UTF-8", "\xEF\xBB\xBF\xC3\xA4\n\xF0\x9F\x98\x80", TextEncoding::kUtf8, {u"ä", u"😀"}, platform::kHandleEof},
+    {"UTF-16LE", "\xFF\xFE\xE4\0\r\0\n\0b\0"s, TextEncoding::kUtf16Le, {u"ä", u"b"}, platform::kHandleEof},
+    {"UTF-16BE", "\xFE\xFF\0\xE4\0\r\0\n\0b"s, TextEncoding::kUtf16Be, {u"ä", u"b"}, platform::kHandleEof},
+    {"malformed UTF-8", "\xEF\xBB\xBFx\nb\xC3(c\n", TextEncoding::kUtf8, {u"x", u"b"}, platform::kNoUnicodeTranslation},
+    {"malformed local text",
+     "\xC3\n\xA4\xC3(",
+     TextEncoding::kLocal,
+     {u"\xFFFD", u"\xFFFD\xFFFD("},
+     platform::kHandleEof},
+};
+
+TEST_F(TextFileTest, FindsTheEncodingAndTheLines) {
+    for (const auto& [name, bytes, encoding, lines, lastError] : kReadRows) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ReadLines(bytes), lines);
+        EXPECT_EQ(platform::GetLastErrorCode(), lastError);
+        EXPECT_EQ(file.GetEncoding(), encoding);
+    }
+}
+
+/// Moves the text over the borders of the buffer, byte by byte.
+TEST_F(TextFileTest, BordersOfTheBufferDoNoDamage) {
+    const std::u16string last = u"ä€😀\xFEFFz";
+    struct Form {
+        std::string mark;
+        std::string (*encode)(std::u16string_view);
+    };
+    const auto units = [](std::u16string_view text) {
+        std::string bytes;
+        for (const char16_t unit : text) bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        return bytes;
+    };
+    for (const Form& form :
+         {Form{"", platform::ToNarrow}, Form{"\xEF\xBB\xBF", platform::ToNarrow}, Form{"\xFF\xFE", units}}) {
+        for (std::size_t length = 4070; length <= 4100; ++length) {
+            const std::size_t count = form.encode(u"x").size() == 2 ? length / 2 : length;
+            const std::u16string first(count, u'x');
+            const Lines lines = ReadLines(form.mark + form.encode(first + u"\r\n" + last + u"\r\n\r\n" + last));
+            ASSERT_EQ(lines, (Lines{first, last, u"", last})) << form.mark.size() << " " << length;
+        }
+    }
+}
+
+TEST_F(TextFileTest, WritesEachEncodingWithItsMark) {
+    const struct {
+        TextEncoding encoding;
+        LineEnding ending;
+        std::string bytes;
+    } rows[] = {
+        {TextEncoding::kUnknown, LineEnding::kCrLf, "\xFF\xFE\xE4\0=\xD8\0\xDE\r\0\n\0"s},
+        {TextEncoding::kLocal, LineEnding::kCr, "\xC3\xA4\xF0\x9F\x98\x80\r"},
+        {TextEncoding::kUtf8, LineEnding::kLf, "\xEF\xBB\xBF\xC3\xA4\xF0\x9F\x98\x80\n"},
+        {TextEncoding::kUtf16Be, LineEnding::kCrLfToo, "\xFE\xFF\0\xE4\xD8=\xDE\0\0\r\0\n"s},
+        {TextEncoding::kUtf32Le, LineEnding::kLf, "\xFF\xFE\0\0\xE4\0\0\0\0\xF6\1\0\n\0\0\0"s},
+    };
+    for (const auto& row : rows) {
+        file.SetEncoding(row.encoding);
+        file.SetLineEnding(row.ending);
+        ASSERT_TRUE(Open(platform::kCreateAlways));
+        EXPECT_TRUE(file.WriteLine(u"ä😀"));
+        EXPECT_TRUE(file.Close());
+        EXPECT_EQ(folder.Read("text"), row.bytes) << static_cast<int>(row.encoding);
+    }
+}
+
+TEST_F(TextFileTest, EndsALineThatIsTooLong) {
+    folder.Write("text", "");
+    std::filesystem::resize_file(folder.GetPath() / "text", 40 << 20);
+    ASSERT_TRUE(Open(platform::kOpenExisting));
+    VUnicodeString line(u"old");
+    EXPECT_FALSE(file.ReadLine(line));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kFileTooLarge);
+    EXPECT_TRUE(line.IsEmpty());
+}
+
+TEST_F(TextFileTest, FailsClearlyWhereThereIsNoTextFile) {
+    EXPECT_FALSE(Open(platform::kOpenExisting));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kFileNotFound);
+    ASSERT_EQ(mkfifo((folder.GetPath() / "text").c_str(), 0600), 0);
+    EXPECT_FALSE(Open(platform::kOpenExisting, platform::kGenericRead));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kAccessDenied);
+    VUnicodeString line;
+    EXPECT_FALSE(file.ReadLine(line));
+    EXPECT_FALSE(file.WriteLine(u"x"));
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kInvalidHandle);
 }
 
 }  // namespace

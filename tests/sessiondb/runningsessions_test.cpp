@@ -20,6 +20,7 @@
 #include "platform/posix/runtimefile.h"
 #include "platform/sharedmemory.h"
 #include "support/childprocess.h"
+#include "support/strings.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
@@ -27,12 +28,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-VStringArray ListOf(std::initializer_list<const char16_t*> paths) {
-    VStringArray list;
-    for (const char16_t* path : paths) list.Add(path);
-    return list;
-}
 
 /// The other processes of these tests are forked before this one has a thread of its own.
 class RunningSessionsTest : public testing::Test {
@@ -47,7 +42,7 @@ class RunningSessionsTest : public testing::Test {
         ASSERT_TRUE(others.back()->WaitForReport());
     }
     void StartHost(std::u16string_view frameClass, std::initializer_list<const char16_t*> paths) {
-        const VStringArray list = ListOf(paths);
+        const VStringArray list = Strings(paths);
         Start([frameClass, list](ChildProcess& parent) {
             RunningSessionsHost host(frameClass);
             host.SetPaths(list);
@@ -108,7 +103,7 @@ TEST_F(RunningSessionsTest, AHostHearsOfItselfAndOfChanges) {
     for (int i = 0; i < 20000; ++i) many.Add(u"some\\path");
     host.SetPaths(many);
     EXPECT_EQ(GetRunningSessionPaths().paths.GetCount(), many.GetCount());
-    host.SetPaths(ListOf({u"x"}));
+    host.SetPaths(Strings({u"x"}));
     EXPECT_EQ(Ask(0), "x");
 }
 

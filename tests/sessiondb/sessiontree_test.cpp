@@ -1,33 +1,50 @@
+// The tree in the store, one folder of it, and the operations on its entries.
 #include "sessiondb/sessiontree.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
+#include "config/settingwalk.h"
 #include "foundation/texttools.h"
+#include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
+#include "sessiondb/entryoperations.h"
+#include "sessiondb/listmerge.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "stores/sqlite/sqlitestore.h"
+#include "support/childprocess.h"
+#include "support/dyingfiles.h"
 #include "support/fakesuite.h"
 #include "support/faultystore.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
 namespace {
 
+VStringArray Names(const char16_t* commaSeparated) {
+    VStringArray names;
+    VSplitOnChar(commaSeparated, names, u',');
+    return names;
+}
+
+VUnicodeString Joined(const VStringArray& names) {
+    return VJoin(names, u","_v, VUnicodeString(), VUnicodeString());
+}
+
 class SessionTreeTest : public LibraryTest {
   protected:
-    void ArrangeManually() { panels.global->sessionArrangementMode.Set(static_cast<int>(SessionArrangement::kManual)); }
+    static VUnicodeString SessionsOf(const char16_t* folder) {
+        return TextAt(BuildFolderDataKeyPath(folder), u"Session List");
+    }
     static VRef<ISessionConfig> Make(const char16_t* path) {
         const VUnicodeString leaf = GetEntryLeaf(path);
         auto config = VRef<ISessionConfig>::Adopt(CreateSessionConfig(leaf.GetData(), nullptr));
         config->SetPath(path);
         return config;
-    }
-    static VUnicodeString ListOf(const char16_t* folder, const char16_t* listName) {
-        VUnicodeString list;
-        WithKey(BuildFolderDataKeyPath(folder).GetData(), [&](VProfileKey& key) { key.ReadString(listName, list); });
-        return list;
     }
     static std::vector<std::u16string> Walk() {
         std::vector<std::u16string> paths;
@@ -42,23 +59,6 @@ class SessionTreeTest : public LibraryTest {
         return paths;
     }
 };
-
-TEST_F(SessionTreeTest, QuestionsAboutWhatIsThere) {
-    MakeSession(u"Servers\\alpha");
-    MakeFolder(u"Empty");
-    EXPECT_TRUE(SessionKeyExists(u"servers\\ALPHA"));
-    EXPECT_TRUE(EntryExistsIn(u"Servers", u"alpha"));
-    EXPECT_FALSE(EntryExistsIn(u"", u"alpha"));
-    EXPECT_TRUE(IsFolderPath(u"Servers"));
-    EXPECT_FALSE(IsFolderPath(u"Servers\\alpha"));
-    EXPECT_TRUE(FolderHasEntries(u"Servers"));
-    EXPECT_FALSE(FolderHasEntries(u"Empty"));
-    EXPECT_FALSE(FolderHasEntries(u"nowhere"));
-    WriteIsExpanded(u"Empty", true);
-    EXPECT_FALSE(FolderHasEntries(u"Empty")) << "arrangement data is no entry";
-    EXPECT_TRUE(ReadIsExpanded(u"Empty"));
-    EXPECT_FALSE(ReadIsExpanded(u"Servers"));
-}
 
 TEST_F(SessionTreeTest, TheWalkMeetsEverySessionOnceDepthFirst) {
     for (const char16_t* path : {u"b\\two", u"b\\c\\three", u"a", u".dot"}) MakeSession(path);
@@ -79,60 +79,18 @@ TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
     EXPECT_TRUE(OpenSession(u"Default"));
 }
 
-TEST_F(SessionTreeTest, AFolderAtDefaultIsNoSession) {
-    MakeFolder(u"Default");
-    EXPECT_FALSE(OpenSession(u"Default"));
-}
-
 TEST_F(SessionTreeTest, ANewSessionGoesToItsParentsListAndAnOldOneKeepsItsPlace) {
-    ArrangeManually();
+    Arrange(SessionArrangement::kManual);
     for (const char16_t* path : {u"f\\b", u"f\\a", u"f\\c"}) EXPECT_TRUE(SaveSession(*Make(path)));
-    EXPECT_EQ(ListOf(u"f", u"Session List"), u"b:a:c:");
+    EXPECT_EQ(SessionsOf(u"f"), u"b:a:c:");
     EXPECT_TRUE(SaveSession(*Make(u"f\\b")));
     EXPECT_TRUE(StoreSessionEntry(u"f", u"a", *Make(u"a"), u"c", true));
-    EXPECT_EQ(ListOf(u"f", u"Session List"), u"b:a:c:");
+    EXPECT_EQ(SessionsOf(u"f"), u"b:a:c:");
     EXPECT_TRUE(StoreSessionEntry(u"f", u"n", *Make(u"n"), u"b", false));
-    EXPECT_EQ(ListOf(u"f", u"Session List"), u"n:b:a:c:");
+    EXPECT_EQ(SessionsOf(u"f"), u"n:b:a:c:");
     EXPECT_TRUE(OpenSession(u"f\\n"));
     EXPECT_TRUE(SaveSession(*Make(u"default")));
     EXPECT_TRUE(SessionKeyExists(u"default"));
-}
-
-TEST_F(SessionTreeTest, FoldersArePlacedByTheirReference) {
-    ArrangeManually();
-    EXPECT_TRUE(AddFolderEntry(u"", u"a", VUnicodeString(), true));
-    EXPECT_TRUE(AddFolderEntry(u"", u"c", VUnicodeString(), true));
-    EXPECT_TRUE(AddFolderEntry(u"", u"b", u"a", true));
-    EXPECT_EQ(ListOf(u"", u"Folder List"), u"a:b:c:");
-    VStringArray shown;
-    shown.Add(u"first");
-    EnumerateChildFolders(VUnicodeString(), shown);
-    EXPECT_EQ(VJoin(shown, u","_v, VUnicodeString(), VUnicodeString()), u"first,a,b,c");
-}
-
-TEST_F(SessionTreeTest, ManySessionsAreStoredInTheGivenOrder) {
-    ArrangeManually();
-    SaveSession(*Make(u"f\\m"));
-    const auto session = Make(u"f\\z");
-    const char16_t* const names[] = {u"z", u"m", u"a"};
-    const auto become = [&](std::size_t index) {
-        session->SetPath(u"f\\"_v + names[index]);
-        session->GetConnectConfig()->SetHostName(names[index] + u".example.net"_v);
-        return true;
-    };
-    EXPECT_TRUE(StoreSessionEntries(u"f", *session, 3, become));
-    EXPECT_EQ(ListOf(u"f", u"Session List"), u"m:z:a:");
-    EXPECT_EQ(Walk().size(), 3U);
-    for (const char16_t* name : names) {
-        VUnicodeString host;
-        OpenSession(u"f\\"_v + name)->GetConnectConfig()->GetHostName(host);
-        EXPECT_EQ(host, name + u".example.net"_v);
-    }
-    EXPECT_FALSE(StoreSessionEntries(u"f", *session, 2, [&](std::size_t index) {
-        session->SetPath(u"f\\half"_v);
-        return index == 0;
-    }));
-    EXPECT_EQ(Walk().size(), 3U) << "given up in the middle";
 }
 
 TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {
@@ -169,23 +127,233 @@ TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
 }
 
 TEST_F(SessionTreeTest, AProtocolCountsWhenTheTableHasIt) {
-    struct Row {
-        const char16_t* name;
-        bool has;
-    };
-    for (const Row& row :
-         {Row{u"SSH2", true}, Row{u"telnet", true}, Row{u"None", false}, Row{u"", false}, Row{u"Gopher", false}}) {
-        WithKey(u"Sessions\\s", [&](VProfileKey& key) { key.WriteString(u"Protocol Name", row.name); });
-        EXPECT_EQ(SessionHasProtocol(AppKind::kNorHalden, u"s"), row.has);
+    for (const auto& [name, has] : {std::pair(u"telnet"_v, true), {u"None"_v, false}, {u"Gopher"_v, false}}) {
+        WithKey(u"Sessions\\s", [&, at = name](VProfileKey& key) { key.WriteString(u"Protocol Name", at.GetData()); });
+        EXPECT_EQ(SessionHasProtocol(AppKind::kNorHalden, u"s"), has);
         EXPECT_FALSE(SessionHasProtocol(AppKind::kTessaly, u"s"));
     }
 }
 
-TEST_F(SessionTreeTest, ExpansionIsWrittenOnlyWhenItDiffers) {
-    EXPECT_TRUE(WriteIsExpanded(u"f", false));
+TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {
+    // The list, the names that are there, their order, and whether the list differs from it.
+    using Text = const char16_t*;
+    constexpr std::tuple<Text, Text, Text, bool> kRows[] = {
+        {u"", u"", u"", false},          {u"b:a:", u"a,b", u"b,a", false},
+        {u"b:a", u"a,b", u"b,a", true},  {u"b:b:a:", u"a,b", u"b,a", true},
+        {u"gone:a:", u"a", u"a", true},  {u"c:", u"a,B,c", u"c,B,a", true},
+        {u"x:y:", u"x:y", u"x:y", true}, {u":::", u"a", u"a", true},
+        {u"A:", u"a", u"a", true},
+    };
+    for (const auto& [list, present, expected, differs] : kRows) {
+        VStringArray ordered;
+        EXPECT_EQ(MergeList(list, Names(present), ordered), differs) << ::testing::PrintToString(list);
+        EXPECT_EQ(Joined(ordered), expected);
+    }
+    EXPECT_EQ(MakeList(Names(u"a,b")), u"a:b:");
+    EXPECT_EQ(MakeList(VStringArray()), u"");
+}
+
+TEST_F(SessionTreeTest, ChildrenAreSortedOut) {
+    for (const char16_t* name : {u"b", u".hidden", u"A"}) MakeSession(name);
+    for (const char16_t* name : {u"Folder", u".git"}) MakeFolder(name);
+    MakeFolder(u"__folderdata__");
+    {
+        const ProfileFolderData all(VUnicodeString(), true);
+        EXPECT_EQ(Joined(all.GetSessions()), u".hidden,A,b");
+        EXPECT_EQ(Joined(all.GetFolders()), u".git,Folder");
+    }
+    panels.global->hideDotEntries.Set(true);
+    const ProfileFolderData shown(VUnicodeString(), true);
+    EXPECT_EQ(Joined(shown.GetSessions()), u"A,b");
+    EXPECT_EQ(Joined(shown.GetFolders()), u"Folder");
+    const ProfileFolderData absent(u"nowhere", true);
+    EXPECT_TRUE(absent.GetSessions().IsEmpty());
+    EXPECT_TRUE(FolderHasEntries(VUnicodeString()));
+    EXPECT_FALSE(FolderHasEntries(u"Folder") || FolderHasEntries(u"nowhere"));
+    VStringArray folders;
+    EnumerateChildFolders(VUnicodeString(), folders);
+    EXPECT_EQ(Joined(folders), u"Folder");
+}
+
+TEST_F(SessionTreeTest, LogicalOrderCountsNumbersOfSessionsOnly) {
+    for (const char16_t* name : {u"s10", u"s9", u"s1"}) MakeSession(name);
+    for (const char16_t* name : {u"f10", u"f9"}) MakeFolder(name);
+    EXPECT_EQ(Joined(ProfileFolderData(VUnicodeString(), true).GetSessions()), u"s1,s10,s9");
+    Arrange(SessionArrangement::kLogical);
+    const ProfileFolderData folder(VUnicodeString(), true);
+    EXPECT_EQ(Joined(folder.GetSessions()), u"s1,s9,s10");
+    EXPECT_EQ(Joined(folder.GetFolders()), u"f10,f9");
+}
+
+/// Makes another store the default one, until the next call or the end of the test.
+void Use(VProfileStoreFactory& factory) {
+    static VProfileStoreFactory* active = nullptr;
+    active = &factory;
+    SetProfileFactoryGetter([] { return active; });
+}
+
+class EntryOperationsTest : public SessionTreeTest {
+  protected:
+    static VUnicodeString OwnValueOf(const VUnicodeString& session) {
+        return TextAt(BuildSessionKeyPath(session), u"Own Value");
+    }
+    /// Every value that a session or a folder of these tests can have.
+    static ValueNames AllNames() {
+        ValueNames names = {u"Folder List", u"Session List", u"Is Expanded", u"Own Value"};
+        const auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"s", nullptr));
+        VisitSettings(*session, [&](VProfileData& setting) { names.emplace_back(setting.GetName().View()); });
+        return names;
+    }
+    std::string Dump() const { return DumpStore(*factory, AllNames()); }
+};
+
+TEST_F(EntryOperationsTest, ACopyIntoItselfEnds) {
+    for (const char16_t* path : {u"A\\s", u"A\\B\\t"}) MakeSession(path);
+    EXPECT_EQ(CopyEntry(u"A", u"a\\B", true, VUnicodeString(), true), u"a\\B\\A");
+    EXPECT_TRUE(OpenSession(u"A\\B\\A\\B\\t"));
+    EXPECT_FALSE(SessionKeyExists(u"A\\B\\A\\B\\A"));
+    const std::string before = Dump();
+    EXPECT_EQ(MoveEntry(u"A", u"a\\B", true, VUnicodeString(), true), u"");
+    EXPECT_FALSE(RenameFolderTree(u"A", u"A\\B", u"C", VUnicodeString()));
+    EXPECT_FALSE(RenameFolderTree(u"A", u"", u"a", VUnicodeString()));
+    EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EntryOperationsTest, ACopyKeepsWhatNoSettingKnowsAndReplacesInPlace) {
+    Arrange(SessionArrangement::kManual);
+    for (const char16_t* path : {u"f\\s", u"g\\b", u"g\\s", u"g\\a"}) MakeSession(path);
+    WithKey(u"Sessions\\f\\s", [](VProfileKey& key) { key.WriteString(u"Own Value", u"mine"); });
+    EXPECT_EQ(ArrangeEntry(u"g\\s", u"a", false), u"g\\s");
+    EXPECT_EQ(CopyEntry(u"f\\s", u"g", true, u"b", true), u"g\\s (1)");
+    EXPECT_EQ(CopyEntry(u"f\\s", u"g", false, u"b", true), u"g\\s");
+    EXPECT_EQ(SessionsOf(u"g"), u"s:a:b:s (1):");
+    EXPECT_EQ(OwnValueOf(u"g\\s"), u"mine");
+    EXPECT_TRUE(RenameEntry(u"g\\s", u"S", u"a"));
+    EXPECT_EQ(OwnValueOf(u"g\\S"), u"mine");
+    EXPECT_EQ(SessionsOf(u"g"), u"a:S:b:s (1):");
+    EXPECT_EQ(MoveEntry(u"g\\S", u"", true, VUnicodeString(), true), u"S");
+    EXPECT_EQ(OwnValueOf(u"S"), u"mine");
+    EXPECT_EQ(SessionsOf(u"g"), u"a:b:s (1):");
+}
+
+TEST_F(EntryOperationsTest, HiddenEntriesTravelWithTheirFolder) {
+    for (const char16_t* path : {u"f\\.dot", u"f\\.hidden\\in", u"f\\s"}) MakeSession(path);
+    panels.global->hideDotEntries.Set(true);
+    EXPECT_TRUE(RenameEntry(u"f", u"g", VUnicodeString()));
+    EXPECT_EQ(SessionsOf(u"g"), u"s:");
+    EXPECT_TRUE(OpenSession(u"g\\.dot"));
+    EXPECT_TRUE(OpenSession(u"g\\.hidden\\in"));
     EXPECT_FALSE(SessionKeyExists(u"f"));
-    EXPECT_TRUE(WriteIsExpanded(u"f", true));
-    EXPECT_TRUE(SessionKeyExists(u"f"));
+}
+
+TEST_F(EntryOperationsTest, WhatCannotBeDoneChangesNothing) {
+    for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"g\\d", u"g\\s\\x", u"both\\d\\x", u"both\\s"})
+        MakeSession(path);
+    const std::string before = Dump();
+    EXPECT_FALSE(DeleteEntry(u"gone"));
+    EXPECT_FALSE(DeleteEntry(u""));
+    EXPECT_EQ(DeleteEntries({}), 0U);
+    EXPECT_EQ(ArrangeEntry(u"gone", u"f", true), u"");
+    for (const char16_t* source : {u"", u"gone", u"f\\gone"})
+        EXPECT_EQ(CopyEntry(source, u"g", true, VUnicodeString(), true), u"");
+    EXPECT_EQ(CopyEntry(u"g", u"f\\s", true, VUnicodeString(), true), u"") << "into a session";
+    EXPECT_EQ(CopyEntry(u"f\\d", u"g", false, VUnicodeString(), true), u"") << "a folder over a session";
+    EXPECT_EQ(CopyEntry(u"f\\s", u"g", false, VUnicodeString(), true), u"") << "a session over a folder";
+    EXPECT_FALSE(RenameEntry(u"both", u"g", VUnicodeString())) << "the same one level down";
+    for (const char16_t* name : {u"", u"x\\y"}) EXPECT_FALSE(RenameEntry(u"f", name, VUnicodeString()));
+    EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EntryOperationsTest, ManyAreDeletedUpToTheFirstThatIsNotThere) {
+    for (const char16_t* path : {u"f\\a", u"f\\b", u"g\\c", u"d", u"e"}) MakeSession(path);
+    const std::array<VUnicodeString, 6> paths = {u"f\\a", u"g\\c", u"f", u"d", u"f\\b", u"e"};
+    EXPECT_EQ(DeleteEntries(paths), 4U) << "the fifth went with its folder";
+    EXPECT_FALSE(SessionKeyExists(u"f")) << "nor do its lists bring it back";
+    EXPECT_EQ(SessionsOf(u"g"), u"");
+    EXPECT_EQ(SessionsOf(u""), u"e:");
+}
+
+TEST_F(EntryOperationsTest, ARefusedWriteOrCommitChangesNothing) {
+    for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"g\\x"}) MakeSession(path);
+    FaultyStoreFactory faulty(*factory);
+    Use(faulty);
+    const std::string before = Dump();
+    for (int failing = 1;; ++failing) {
+        faulty.plan.writes = 0;
+        faulty.plan.failWrite = failing;
+        if (RenameEntry(u"f", u"h", VUnicodeString())) break;
+        faulty.plan.failWrite = 0;
+        ASSERT_EQ(Dump(), before) << failing;
+    }
+    EXPECT_GT(faulty.plan.writes, 10);
+    const std::string after = Dump();
+    faulty.plan.failCommit = true;
+    EXPECT_FALSE(DeleteEntry(u"h"));
+    EXPECT_EQ(MoveEntry(u"h", u"g", true, VUnicodeString(), true), u"");
+    EXPECT_EQ(Dump(), after);
+}
+
+/// The store's file that a child works on, and what is in it as text.
+class StoreFile {
+  public:
+    explicit StoreFile(const std::string& path) : path(path) {}
+    std::unique_ptr<VProfileStoreFactory> Open() const {
+        VReportMessageParams report;
+        auto opened = stores::OpenSqliteStore(path, {}, report);
+        Use(*opened);
+        return opened;
+    }
+    std::string Dump(const ValueNames& names) const { return DumpStore(*Open(), names); }
+
+  private:
+    std::string path;
+};
+
+TEST_F(EntryOperationsTest, AProcessThatDiesLeavesTheStateBeforeOrAfter) {
+    const TemporaryFolder scratch;
+    const std::string original = scratch / "original.db";
+    {
+        const auto opened = StoreFile(original).Open();
+        for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"f\\d\\g", u"g\\x"}) MakeSession(path);
+        ASSERT_TRUE(WriteIsExpanded(u"f\\d", true));
+    }
+    const ValueNames names = AllNames();
+    const std::string before = StoreFile(original).Dump(names);
+    const struct {
+        const char* name;
+        bool (*run)();
+    } operations[] = {
+        {"copy", [] { return !CopyEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); }},
+        {"move", [] { return !MoveEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); }},
+        {"rename", [] { return RenameEntry(u"f", u"F", VUnicodeString()); }},
+        {"delete", [] { return DeleteEntry(u"f"); }},
+    };
+    const StoreFile copy(scratch / "copy.db");
+    /// Runs an operation on a fresh copy, killed before that step on files (0: not at all).
+    const auto runCopy = [&](bool (*run)(), unsigned step) {
+        std::filesystem::copy_file(original, scratch / "copy.db", std::filesystem::copy_options::overwrite_existing);
+        ChildProcess child([&](ChildProcess&) {
+            const auto opened = copy.Open();
+            if (step != 0) DieAtFileStep(step);
+            return run() ? 0 : 1;
+        });
+        return child.Wait();
+    };
+    for (const auto& operation : operations) {
+        ASSERT_EQ(runCopy(operation.run, 0), 0) << operation.name;
+        const std::string after = copy.Dump(names);
+        ASSERT_NE(after, before) << operation.name;
+        int stayed = 0;
+        int exitCode = -1;
+        for (unsigned step = 1; exitCode != 0; ++step) {
+            exitCode = runCopy(operation.run, step);
+            const std::string dump = copy.Dump(names);
+            ASSERT_TRUE(exitCode == 0 || exitCode == -1) << operation.name << step;
+            ASSERT_TRUE(dump == after || (dump == before && exitCode == -1)) << operation.name << step << dump;
+            stayed += dump == before ? 1 : 0;
+        }
+        EXPECT_GT(stayed, 3) << operation.name;
+    }
 }
 
 }  // namespace

@@ -156,16 +156,6 @@ TEST_F(SqliteFile, AStoreCutShortIsSetAsideAndItsBackupTakesItsPlace) {
     EXPECT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
 }
 
-TEST_F(SqliteFile, AStoreWithoutItsTablesIsSetAside) {
-    Fill();
-    fs::remove_all(path + ".backups");
-    RunSql(path, "DROP TABLE tree");
-    const Factory factory = Open();
-    ASSERT_NE(factory, nullptr);
-    EXPECT_EQ(report.GetCode(), 1015U);
-    EXPECT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
-}
-
 TEST_F(SqliteFile, ADamagedRowFailsAloneAndIsNotOverwritten) {
     ASSERT_TRUE(WriteDwords(*Open(), u"good", {u"a"}, 7) && WriteDwords(*Open(), u"bad", {u"a"}, 7));
     for (const char* row : {"x''", "x'02'", "x'0101'", "x'010109'", "x'01011105'", "x'01000900'", "x'0101090101090005'",

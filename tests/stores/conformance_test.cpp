@@ -1,10 +1,8 @@
 // What every provider owes, one suite for all of them. A provider is named by its URL; what it does not do is a trait.
-#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "foundation/vreportmessageparams.h"
@@ -157,24 +155,6 @@ TEST_P(StoreConformance, ABadNameIsRefusedEverywhere) {
     VProfileKey below(&deepest, u"e", 1);
     EXPECT_EQ(CodeOf(below), 87U);
     EXPECT_EQ(Dump(), before);
-}
-
-TEST_P(StoreConformance, OnlyTheFirstWriteCreatesAKey) {
-    VProfileStore store(factory.get());
-    VProfileKey parent(store.GetRootKey(), u"one\\two", 0);
-    VProfileKey key(&parent, u"three", 0);
-    std::uint32_t value = 0;
-    VUnicodeString name;
-    EXPECT_FALSE(key.ReadDword(u"a", value) || key.KeyExists(u"four") || key.KeyExists(u""));
-    EXPECT_FALSE(VProfileKeyIterator(key, false).Next(name));
-    EXPECT_FALSE(key.GetImpl()->DeleteValue(u"a") || key.DeleteKey(u"four"));
-    EXPECT_EQ(CodeOf(key), 2U);
-    EXPECT_EQ(Dump(), "");
-    VProfileKey sameKey(store.GetRootKey(), u"ONE\\TWO\\THREE", 0);
-    EXPECT_TRUE(key.WriteDword(u"a", 4));
-    EXPECT_TRUE(sameKey.ReadDword(u"A", value));
-    VProfileKey made(store.GetRootKey(), u"Made", 1);
-    EXPECT_EQ(Dump(), "Made 5\none 5\n  two 5\n    three 5\n      .a=4\n");
 }
 
 TEST_P(StoreConformance, TheSessionMarkMakesTheKind) {

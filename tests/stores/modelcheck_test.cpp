@@ -31,68 +31,45 @@ const ValueNames kValues = {u"Is Session", u"Port", u"HOST", u"host", u"", u"Gr\
 const std::vector<std::u16string> kTexts = {u"", u"short", std::u16string(400, u'y'), u"\u4E00\u4E01",
                                             std::u16string{0xDC00, u'!'}};
 
-/// What one operation gave: its result, the report's code and what was read.
-struct Outcome {
-    bool result = false;
-    std::uint32_t code = 0;
-    std::string read;
-    bool operator==(const Outcome&) const = default;
+/// One of the two stores. All keys are opened from the first handle.
+struct Side {
+    std::unique_ptr<VProfileStoreFactory> factory;
+    std::vector<std::unique_ptr<VProfileStore>> stores;
+    std::vector<std::unique_ptr<VProfileKey>> keys;
+
+    VProfileKey& At(std::size_t index) { return index < keys.size() ? *keys[index] : *stores.front()->GetRootKey(); }
 };
 
-/// The two stores side by side. Operations take the index of the side, so that both do the same.
-class Pair {
+/// Does the same on both sides. What an operation gives is a text: its result, the report's code, what was read.
+class Walker {
   public:
-    explicit Pair(std::string path) : path(std::move(path)) { Open(); }
-
-    void Open() {
+    Walker(std::string path, unsigned long seed)
+        : path(std::move(path)), random(static_cast<std::mt19937::result_type>(seed)) {
         VReportMessageParams report;
-        const std::u16string url = u"sqlite:" + std::u16string(path.begin(), path.end());
-        sides[1].factory = stores::OpenProfileStoreFactory(VUnicodeString(url), report);
-        if (sides[0].factory == nullptr) sides[0].factory = stores::OpenProfileStoreFactory(u"memory:", report);
-    }
-    void Compare(const std::function<Outcome(std::size_t side)>& operation, const std::string& what) {
-        const Outcome expected = operation(0);
-        const Outcome actual = operation(1);
-        EXPECT_TRUE(expected == actual) << what << ": memory " << expected.result << "/" << expected.code << " "
-                                        << expected.read << ", sqlite " << actual.result << "/" << actual.code << " "
-                                        << actual.read;
+        sides[0].factory = stores::OpenProfileStoreFactory(u"memory:", report);
+        Reopen();
     }
     void CompareTrees() { EXPECT_EQ(DumpStore(*sides[0].factory, kValues), DumpStore(*sides[1].factory, kValues)); }
-    void Reopen() {
-        CloseAll();
-        sides[1].factory.reset();
-        Open();
-    }
     void CloseAll() {
         for (Side& side : sides) {
             side.keys.clear();
             while (!side.stores.empty()) side.stores.pop_back();
         }
     }
-
-    struct Side {
-        std::unique_ptr<VProfileStoreFactory> factory;
-        std::vector<std::unique_ptr<VProfileStore>> stores;
-        std::vector<std::unique_ptr<VProfileKey>> keys;  ///< all opened from the first store
-    };
-    std::array<Side, 2> sides;
-
-  private:
-    std::string path;
-};
-
-class Walker {
-  public:
-    Walker(Pair& pair, unsigned long seed) : pair(pair), random(static_cast<std::mt19937::result_type>(seed)) {}
-
+    void Reopen() {
+        CloseAll();
+        VReportMessageParams report;
+        sides[1].factory.reset();
+        sides[1].factory = stores::OpenProfileStoreFactory(u"sqlite:"_v + VUnicodeString(path.c_str()), report);
+    }
     void Step() {
-        if (pair.sides[0].stores.empty()) OpenStore();
+        if (sides[0].stores.empty()) OpenStore();
         static constexpr std::array kSteps = {
             &Walker::OpenStore, &Walker::CloseStore, &Walker::OpenKey, &Walker::OpenKey,   &Walker::OpenKey,
             &Walker::CloseKey,  &Walker::Write,      &Walker::Write,   &Walker::Write,     &Walker::Write,
             &Walker::Write,     &Walker::CopyValues, &Walker::Erase,   &Walker::DeleteKey, &Walker::KeyExists,
-            &Walker::Read,      &Walker::Read,       &Walker::List,    &Walker::Commit,    &Walker::Abandon,
-            &Walker::Join};
+            &Walker::Read,      &Walker::Read,       &Walker::List,    &Walker::EndUnit,   &Walker::EndUnit,
+            &Walker::EndUnit};
         (this->*kSteps[Pick(kSteps.size())])();
     }
 
@@ -100,65 +77,51 @@ class Walker {
     std::size_t Pick(std::size_t count) { return std::uniform_int_distribution<std::size_t>(0, count - 1)(random); }
     const std::u16string& PickFrom(const std::vector<std::u16string>& pool) { return pool[Pick(pool.size())]; }
     std::u16string PickPath() {
-        std::u16string path = PickFrom(kLevels);
-        for (std::size_t more = Pick(3); more > 0; --more) path += u"\\" + PickFrom(kLevels);
-        return Pick(40) == 0 ? path + u"\\" : path;
+        std::u16string picked = PickFrom(kLevels);
+        for (std::size_t more = Pick(3); more > 0; --more) picked += u"\\" + PickFrom(kLevels);
+        return Pick(40) == 0 ? picked + u"\\" : picked;
     }
     /// A key that both sides have open: one of the pool or the root.
-    std::function<VProfileKey&(std::size_t)> PickKey() {
-        const std::size_t index = Pick(pair.sides[0].keys.size() + 1);
-        return [this, index](std::size_t side) -> VProfileKey& {
-            Pair::Side& at = pair.sides[side];
-            return index < at.keys.size() ? *at.keys[index] : *at.stores.front()->GetRootKey();
-        };
+    std::size_t PickKey() { return Pick(sides[0].keys.size() + 1); }
+
+    void Compare(const std::string& what, const std::function<std::string(Side&)>& act) {
+        const std::string expected = act(sides[0]);
+        EXPECT_EQ(act(sides[1]), expected) << what;
     }
-    /// The same on both sides with a picked key; what `act` adds to its text is compared too.
     void OnKey(const std::string& what, const std::function<bool(VProfileKey& key, std::string& read)>& act) {
-        const auto key = PickKey();
-        pair.Compare(
-            [&](std::size_t side) {
-                Outcome outcome;
-                outcome.result = act(key(side), outcome.read);
-                outcome.code = CodeOf(key(side));
-                return outcome;
-            },
-            what);
-    }
-    void OnStore(const std::string& what, const std::function<bool(Pair::Side& side)>& act) {
-        pair.Compare([&](std::size_t side) { return Outcome{act(pair.sides[side]), 0, ""}; }, what);
+        Compare(what, [&, index = PickKey()](Side& side) {
+            std::string read;
+            const bool result = act(side.At(index), read);
+            return std::to_string(result) + ' ' + std::to_string(CodeOf(side.At(index))) + ' ' + read;
+        });
     }
 
     void OpenStore() {
-        if (pair.sides[0].stores.size() == 3) return;
-        for (Pair::Side& side : pair.sides) side.stores.push_back(std::make_unique<VProfileStore>(side.factory.get()));
+        if (sides[0].stores.size() == 3) return;
+        for (Side& side : sides) side.stores.push_back(std::make_unique<VProfileStore>(side.factory.get()));
     }
     void CloseStore() {
-        const bool isLast = pair.sides[0].stores.size() == 1;
-        OnStore("close", [&](Pair::Side& side) {
-            if (isLast) side.keys.clear();
+        Compare("close", [](Side& side) {
+            if (side.stores.size() == 1) side.keys.clear();
             const bool closed = side.stores.back()->Close();
             side.stores.pop_back();
-            return closed;
+            return std::to_string(closed);
         });
     }
     void OpenKey() {
-        const auto parent = PickKey();
-        const std::u16string path = Pick(10) == 0 ? u"" : PickPath();
+        const std::size_t parent = PickKey();
+        const std::u16string opened = Pick(10) == 0 ? u"" : PickPath();
         const std::uint32_t folder = Pick(4) == 0 ? 1 : 0;
-        const bool full = pair.sides[0].keys.size() == 6;
         const std::size_t replaced = Pick(6);
-        pair.Compare(
-            [&](std::size_t side) {
-                auto key = std::make_unique<VProfileKey>(&parent(side), path.c_str(), folder);
-                const Outcome outcome{true, CodeOf(*key), ""};
-                auto& keys = pair.sides[side].keys;
-                full ? keys[replaced].swap(key) : keys.push_back(std::move(key));
-                return outcome;
-            },
-            "open " + Escape(path));
+        Compare("open " + Escape(opened), [&](Side& side) {
+            auto key = std::make_unique<VProfileKey>(&side.At(parent), opened.c_str(), folder);
+            const std::string code = std::to_string(CodeOf(*key));
+            side.keys.size() == 6 ? side.keys[replaced].swap(key) : side.keys.push_back(std::move(key));
+            return code;
+        });
     }
     void CloseKey() {
-        for (Pair::Side& side : pair.sides) {
+        for (Side& side : sides) {
             if (!side.keys.empty()) side.keys.pop_back();
         }
     }
@@ -177,31 +140,27 @@ class Walker {
         });
     }
     void CopyValues() {
-        const auto key = PickKey();
-        const auto source = PickKey();
-        pair.Compare(
-            [&](std::size_t side) {
-                const bool copied = key(side).CopyValues(source(side));
-                return Outcome{copied, CodeOf(key(side)), ""};
-            },
-            "copy");
+        Compare("copy", [&, target = PickKey(), source = PickKey()](Side& side) {
+            const bool copied = side.At(target).CopyValues(side.At(source));
+            return std::to_string(copied) + ' ' + std::to_string(CodeOf(side.At(target)));
+        });
     }
     void Erase() {
-        const std::u16string& name = PickFrom(kValues);
-        OnKey("erase " + Escape(name),
-              [&](VProfileKey& key, std::string&) { return key.GetImpl()->DeleteValue(name.c_str()); });
+        OnKey("erase", [&, name = PickFrom(kValues)](VProfileKey& key, std::string&) {
+            return key.GetImpl()->DeleteValue(name.c_str());
+        });
     }
     void DeleteKey() {
-        const std::u16string path = PickPath();
-        OnKey("delete " + Escape(path), [&](VProfileKey& key, std::string&) { return key.DeleteKey(path.c_str()); });
+        const std::u16string deleted = PickPath();
+        OnKey("delete " + Escape(deleted),
+              [&](VProfileKey& key, std::string&) { return key.DeleteKey(deleted.c_str()); });
     }
     void KeyExists() {
-        const std::u16string path = PickPath();
-        OnKey("exists " + Escape(path), [&](VProfileKey& key, std::string&) { return key.KeyExists(path.c_str()); });
+        const std::u16string asked = PickPath();
+        OnKey("exists " + Escape(asked), [&](VProfileKey& key, std::string&) { return key.KeyExists(asked.c_str()); });
     }
     void Read() {
-        const std::u16string& name = PickFrom(kValues);
-        OnKey("read " + Escape(name), [&](VProfileKey& key, std::string& read) {
+        OnKey("read", [&, name = PickFrom(kValues)](VProfileKey& key, std::string& read) {
             VUnicodeString text;
             const bool found = key.ReadString(name.c_str(), text);
             read = Escape(text);
@@ -212,23 +171,22 @@ class Walker {
         OnKey("list", [](VProfileKey& key, std::string& read) {
             VProfileKeyIterator children(key, false);
             VUnicodeString name;
-            for (std::uint32_t kind = 0; children.NextWithKind(name, kind);) {
+            for (std::uint32_t kind = 0; children.NextWithKind(name, kind);)
                 read += Escape(name) + "/" + std::to_string(kind) + " ";
-            }
             return true;
         });
     }
-    void Commit() {
-        OnStore("commit", [](Pair::Side& side) { return side.stores.front()->Commit(); });
-    }
-    void Abandon() {
-        for (Pair::Side& side : pair.sides) side.stores.front()->Abandon();
-    }
-    void Join() {
-        OnStore("join", [](Pair::Side& side) { return side.stores.back()->JoinUnitOfWork(); });
+    void EndUnit() {
+        Compare("end", [&, how = Pick(3)](Side& side) {
+            if (how == 0) side.stores.front()->Abandon();
+            return std::to_string(how == 0   ? true
+                                  : how == 1 ? side.stores.front()->Commit()
+                                             : side.stores.back()->JoinUnitOfWork());
+        });
     }
 
-    Pair& pair;
+    std::string path;
+    std::array<Side, 2> sides;
     std::mt19937 random;
 };
 
@@ -238,19 +196,15 @@ TEST(StoreModelCheck, SqliteDoesWhatTheMemoryStoreDoes) {
     std::printf("seed %lu, %lu steps\n", seed, steps);
     SCOPED_TRACE("CONNECTDIALOG_SEED=" + std::to_string(seed));
     const TemporaryFolder folder;
-    Pair pair(folder / "store.db");
-    Walker walker(pair, seed);
+    Walker walker(folder / "store.db", seed);
     for (unsigned long step = 1; step <= steps && !testing::Test::HasFailure(); ++step) {
         SCOPED_TRACE("step " + std::to_string(step));
         walker.Step();
-        if (step % 50 == 0) pair.CompareTrees();
-        if (step % 500 == 0) {
-            pair.Reopen();
-            pair.CompareTrees();
-        }
+        if (step % 50 == 0) walker.CompareTrees();
+        if (step % 500 == 0) walker.Reopen();
     }
-    pair.CloseAll();
-    pair.CompareTrees();
+    walker.CloseAll();
+    walker.CompareTrees();
 }
 
 }  // namespace

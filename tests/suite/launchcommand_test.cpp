@@ -139,7 +139,6 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
     const std::tuple<Text, Values, LaunchFault> rows[] = {
         {u"TAPI", {{u"TAPI Phone Number", u"110"}}, kLaunchNoClient},
         {u"Raw", {{u"Hostname", u"h"}}, kLaunchOutOfRange},
-        {u"SSH2", {{u"Hostname", u"h"}, {u"SSH Port", u"0"}}, kLaunchOutOfRange},
         {u"SSH2", {}, kLaunchMissing},
         {u"SSH2", {{u"Hostname", u"h"}, {u"Firewall Name", u"Proxy"}}, kLaunchNoFirewall},
         {u"Serial", {{u"Serial Device", u"x"}, {u"Serial Parity", u"3"}}, kLaunchOutOfRange},
@@ -154,18 +153,11 @@ TEST_F(LaunchCommandTest, RefusalsSayWhatIsWrong) {
 }
 
 TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
-    struct Row {
-        Text protocol;
-        const char16_t* type;
-        const char16_t* address;
-        Text jumpHost;
-        Words words;
-        LaunchFault fault;
-    };
     const auto viaSsh = [](const std::string& proxy) {
         return Words{"ssh", "-o", "ProxyCommand=nc " + proxy + " %h %p", "-p", "22", "--", "h"};
     };
-    const Row rows[] = {
+    // The protocol, the firewall's type and address, a jump host, the words.
+    const std::tuple<Text, const char16_t*, const char16_t*, Text, Words, LaunchFault> rows[] = {
         {u"SSH2", u"SOCKSv5", u"proxy.example", u"", viaSsh("-X 5 -x 'proxy.example:1080'"), kLaunchFine},
         {u"SSH2", u"HTTP", u"fe80::1", u"", viaSsh("-X connect -x '[fe80::1]:1080'"), kLaunchFine},
         {u"SSH2", u"None", u"", u"", {"ssh", "-p", "22", "--", "h"}, kLaunchFine},
@@ -179,15 +171,15 @@ TEST_F(LaunchCommandTest, AFirewallIsGoneThroughOrToldNeverPassedBy) {
         {u"SSH2", u"socksv5", u"p", u"", {}, kLaunchFirewallType},
         {u"Telnet", u"SOCKSv5", u"p", u"", {}, kLaunchFirewall},
     };
-    for (const Row& row : rows) {
-        WithKey(u"Firewalls\\dmz", [&](VProfileKey& key) {
-            key.WriteString(u"Firewall Type", row.type);
-            key.WriteString(u"Firewall Address", row.address);
+    for (const auto& [protocol, type, address, jumpHost, words, fault] : rows) {
+        WithKey(u"Firewalls\\dmz", [&, kind = type, at = address](VProfileKey& key) {
+            key.WriteString(u"Firewall Type", kind);
+            key.WriteString(u"Firewall Address", at);
         });
         Values values = {{u"Hostname", u"h"}, {u"Firewall Name", u"dmz"}};
-        if (!row.jumpHost.empty()) values.emplace(u"SSH Jump Host", row.jumpHost);
-        EXPECT_EQ(Build(row.protocol, values), row.words);
-        EXPECT_EQ(report.GetCode(), row.fault) << VNarrowString(report.GetTextOneLine()).GetData();
+        if (!jumpHost.empty()) values.emplace(u"SSH Jump Host", jumpHost);
+        EXPECT_EQ(Build(protocol, values), words);
+        EXPECT_EQ(report.GetCode(), fault) << VNarrowString(report.GetTextOneLine()).GetData();
     }
 }
 
@@ -214,12 +206,6 @@ TEST_F(LaunchCommandTest, TheApplicationDecidesTheSide) {
         EXPECT_EQ(report.GetCode(), fault);
         EXPECT_EQ(command.arguments.empty() ? "" : command.arguments.front(), program);
     }
-}
-
-TEST_F(LaunchCommandTest, AClientThatCannotRunIsNamedWithTheReason) {
-    EXPECT_FALSE(BecomeClient({{"/proc/self/status"}, "some-package", u""}, report));
-    EXPECT_EQ(report.GetCode(), kLaunchNotInstalled);
-    EXPECT_EQ(report.GetInserts()[1], std::u16string_view(u"Access was denied."));
 }
 
 }  // namespace

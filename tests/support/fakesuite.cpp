@@ -109,4 +109,10 @@ void LibraryTest::MakeFolder(const char16_t* sessionPath) {
     WithKey(u"", [&](VProfileKey& root) { VProfileKey(&root, BuildSessionKeyPath(sessionPath).GetData(), 1); });
 }
 
+VUnicodeString LibraryTest::TextAt(const VUnicodeString& keyPath, const char16_t* name) {
+    VUnicodeString text = u"(none)";
+    WithKey(keyPath.GetData(), [&](VProfileKey& key) { key.ReadString(name, text); });
+    return text;
+}
+
 }  // namespace connectdialog::test

@@ -113,6 +113,9 @@ class LibraryTest : public ::testing::Test {
     /// A key that is a session, with nothing else in it.
     static void MakeSession(const char16_t* sessionPath);
     static void MakeFolder(const char16_t* sessionPath);
+    void Arrange(SessionArrangement value) { panels.global->sessionArrangementMode.Set(static_cast<int>(value)); }
+    /// The text of a value, or "(none)".
+    static VUnicodeString TextAt(const VUnicodeString& keyPath, const char16_t* name);
 
     FakeConfigPanels panels;
     std::unique_ptr<VProfileStoreFactory> factory;

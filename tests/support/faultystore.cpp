@@ -8,6 +8,8 @@ namespace connectdialog::test {
 
 namespace {
 
+constexpr std::uint32_t kDiskFull = 112;
+
 /// Every operation of a key, forwarded; writes ask the plan first.
 class FaultyKey : public IProfileKeyImpl {
   public:
@@ -57,7 +59,7 @@ class FaultyKey : public IProfileKeyImpl {
   private:
     bool MayWrite() {
         if (plan.failAll || (plan.failWrite > 0 && --plan.failWrite == 0))
-            return inner->GetLastReport()->Fail(plan.code);
+            return inner->GetLastReport()->Fail(kDiskFull);
         ++plan.writes;
         return true;
     }
@@ -83,7 +85,7 @@ class FaultyStore : public IProfileStoreImpl {
     bool MayCommit() {
         if (!plan.failCommit) return true;
         inner->Abandon();
-        return inner->GetLastReport()->Fail(plan.code);
+        return inner->GetLastReport()->Fail(kDiskFull);
     }
 
     std::unique_ptr<IProfileStoreImpl> inner;

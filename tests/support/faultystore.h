@@ -1,8 +1,6 @@
 // A store that fails when a test wants it to.
 #pragma once
 
-#include <cstdint>
-
 #include "profile/iprofilestore.h"
 
 namespace connectdialog::test {
@@ -12,8 +10,7 @@ struct FaultPlan {
     int failWrite = 0;        ///< the how many-th write from now fails; 0 or below: none
     bool failCommit = false;  ///< Commit and Close fail and abandon
     bool failAll = false;     ///< every write fails
-    std::uint32_t code = 112;
-    int writes = 0;  ///< writes so far that were let through
+    int writes = 0;           ///< writes so far that were let through
 };
 
 /// Forwards to another factory, which must outlive it, and fails as planned. A write is anything that changes a key.

