@@ -29,6 +29,8 @@ VUnicodeString DefaultFirewallName(VProfileKey* key) {
 }
 }  // namespace
 
+RemoteHostConfig::~RemoteHostConfig() = default;
+
 RemoteHostConfig::RemoteHostConfig(VProfileKey* key) {
     hostname.Load(key, u"Hostname"_v, VUnicodeString());
     firewallName.Load(key, u"Firewall Name"_v, DefaultFirewallName(key));

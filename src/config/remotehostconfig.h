@@ -35,7 +35,7 @@ class RemoteHostConfig : public VUnknown<IRemoteHostConfig>, public VProfileComp
 
   private:
     RemoteHostConfig(const RemoteHostConfig& other);
-    ~RemoteHostConfig() override = default;
+    ~RemoteHostConfig() override;
 
     const VUnicodeString& EffectiveFirewallName() const;
     void ReloadFirewall();

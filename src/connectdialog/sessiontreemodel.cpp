@@ -1,5 +1,4 @@
 // Filling the tree, walking it, and keeping how it looked.
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -18,15 +17,6 @@ namespace connectdialog {
 namespace {
 
 constexpr int kArrangementCount = 3;
-
-/// The template of new sessions is not counted: it is not shown where it stands.
-bool HasEntries(const ProfileFolderData& folder) {
-    const auto isEntry = [](const VUnicodeString& name) { return name != kDefaultSession; };
-    for (const VStringArray* names :
-         {&folder.GetFolders(), &folder.GetSessions(), &folder.GetHiddenFolders(), &folder.GetHiddenSessions()})
-        if (std::any_of(names->begin(), names->end(), isEntry)) return true;
-    return false;
-}
 
 }  // namespace
 
@@ -59,13 +49,13 @@ void ConnectDialogBase::FillFolder(TreeItem top, const VUnicodeString& topPath) 
     while (!waiting.empty()) {
         const auto [item, path] = std::move(waiting.back());
         waiting.pop_back();
-        const ProfileFolderData folder(path, true);
-        if (HasEntries(folder)) SetItemHasChildren(item);
-        for (const VUnicodeString& name : folder.GetShownFolders())
+        const FolderOutline folder = ReadFolderOutline(path);
+        if (folder.hasEntries) SetItemHasChildren(item);
+        for (const VUnicodeString& name : folder.folders)
             waiting.emplace_back(AddFolderItem(item, name, TreePlace::kLast, TreeItem::kNone),
                                  JoinEntryPath(path, name));
-        if (!remembers || !folder.GetIsExpanded()) continue;
-        AddSessions(item, folder.GetShownSessions(), path);
+        if (!remembers || !folder.isExpanded) continue;
+        AddSessions(item, ProfileFolderData(path, true).GetShownSessions(), path);
         ExpandItem(item);
     }
 }

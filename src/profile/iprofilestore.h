@@ -106,6 +106,9 @@ class IProfileKeyImpl {
     /// Owned by the caller; never null. An iterator by kind gives the values that are lists of strings first, and
     /// answers kListEntry for them and for children that are sessions.
     virtual IProfileIteratorImpl* CreateIterator(bool byKind) = 0;
+    /// The same over the children that are folders; those that are known to be sessions are passed by, which is much
+    /// cheaper than looking at each. Owned by the caller; never null.
+    virtual IProfileIteratorImpl* CreateFolderIterator() = 0;
 };
 
 /// One store handle: a unit of work, see above. Destroying it is Close with the outcome dropped.

@@ -64,6 +64,9 @@ bool VProfileKey::KeyExists(const char16_t* name) {
 }
 
 VProfileKeyIterator::VProfileKeyIterator(VProfileKey& key, bool byKind) : impl(key.impl->CreateIterator(byKind)) {}
+VProfileKeyIterator::VProfileKeyIterator(std::unique_ptr<IProfileIteratorImpl> impl) : impl(std::move(impl)) {}
+VProfileFolderIterator::VProfileFolderIterator(VProfileKey& key)
+    : VProfileKeyIterator(std::unique_ptr<IProfileIteratorImpl>(key.impl->CreateFolderIterator())) {}
 VProfileKeyIterator::~VProfileKeyIterator() = default;
 bool VProfileKeyIterator::NextWithKind(VUnicodeString& name, std::uint32_t& kind) {
     return impl->NextWithKind(name, kind);

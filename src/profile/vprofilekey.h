@@ -89,6 +89,7 @@ class VProfileKey {
 
   private:
     friend class VProfileKeyIterator;
+    friend class VProfileFolderIterator;
     bool Note(bool written) {
         allWritten = allWritten && written;
         anyWritten = anyWritten || written;
@@ -111,8 +112,17 @@ class VProfileKeyIterator : public IProfileIteratorImpl {
     bool NextWithKind(VUnicodeString& name, std::uint32_t& kind) override;
     bool Next(VUnicodeString& name) override;
 
+  protected:
+    explicit VProfileKeyIterator(std::unique_ptr<IProfileIteratorImpl> impl);
+
   private:
     std::unique_ptr<IProfileIteratorImpl> impl;
+};
+
+/// Runs over the children that are no sessions.
+class VProfileFolderIterator : public VProfileKeyIterator {
+  public:
+    explicit VProfileFolderIterator(VProfileKey& key);
 };
 
 }  // namespace connectdialog

@@ -9,10 +9,13 @@
 #include "profile/vprofilekey.h"
 #include "sessiondb/listmerge.h"
 #include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
 
 namespace connectdialog {
 
 namespace {
+
+constexpr char16_t kFolderList[] = u"Folder List";
 
 SessionArrangement CurrentArrangement() {
     VRef<GlobalConfig> global;
@@ -89,7 +92,7 @@ void ProfileFolderData::LoadMembers(VProfileStore& store) {
     VProfileKey* root = store.GetRootKey();
     VProfileKey data(root, dataKeyPath.GetData(), 0);
     sessionList.Load(&data, u"Session List"_v, VUnicodeString());
-    folderList.Load(&data, u"Folder List"_v, VUnicodeString());
+    folderList.Load(&data, VUnicodeString(kFolderList), VUnicodeString());
     isExpanded.Load(&data, VUnicodeString(kIsExpandedValue), false);
 }
 
@@ -108,6 +111,35 @@ bool ProfileFolderData::SaveToStore() {
     folderList.Set(MakeList(orderedFolders));
     sessionList.Set(MakeList(orderedSessions));
     return WriteToKey(dataKeyPath.GetData(), [this](VProfileKey& data) { Save(data, false); });
+}
+
+FolderOutline ReadFolderOutline(const VUnicodeString& path) {
+    FolderOutline outline;
+    VProfileStore store(true);
+    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    VProfileFolderIterator children(folder);
+    const bool hidesDotEntries = HidesDotEntries();
+    VStringArray present;
+    VUnicodeString name;
+    std::uint32_t kind = 0;
+    while (children.NextWithKind(name, kind)) {
+        if (name.EqualsNoCase(kFolderDataKey) || IsSessionChild(folder, name, kind)) continue;
+        outline.hasEntries = outline.hasEntries || name != kDefaultSession;
+        if (!hidesDotEntries || !name.View().starts_with(u'.')) present.Add(name);
+    }
+    outline.hasEntries = outline.hasEntries || FolderHasEntries(path);
+
+    VProfileKey data(&folder, kFolderDataKey, 0);
+    std::uint32_t isExpanded = 0;
+    outline.isExpanded = data.ReadDword(kIsExpandedValue, isExpanded) && isExpanded != 0;
+    if (!IsManuallyArranged()) {
+        outline.folders = present;
+        return outline;
+    }
+    VUnicodeString list;
+    data.ReadString(kFolderList, list);
+    MergeList(list, present, outline.folders);
+    return outline;
 }
 
 bool IsManuallyArranged() {

@@ -63,6 +63,16 @@ class ProfileFolderData : public VProfileComposite<ProfileFolderData> {
     VProfile<bool> isExpanded;
 };
 
+/// What a tree shows of a folder that is closed.
+struct FolderOutline {
+    VStringArray folders;     ///< subfolder names as they are shown
+    bool hasEntries = false;  ///< anything at all that a user made in it, hidden entries too
+    bool isExpanded = false;  ///< as stored
+};
+
+/// The outline of the folder at a session path, in the time that its subfolders take: sessions are not read.
+FolderOutline ReadFolderOutline(const VUnicodeString& path);
+
 /// Whether the global settings say that the user's own arrangement holds.
 bool IsManuallyArranged();
 

@@ -216,15 +216,24 @@ IProfileKeyImpl* StoreKey::OpenChild(const char16_t* name, std::uint32_t /*reser
 }
 
 IProfileIteratorImpl* StoreKey::CreateIterator(bool byKind) {
-    Begin();
-    Find(*place);
-    return new StoreIterator(part, place->node, byKind, report);
+    return Iterate(byKind ? StoreIterator::Over::kListsAndChildren : StoreIterator::Over::kChildren);
 }
 
-StoreIterator::StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, bool byKind, VReportMessageParams& report)
-    : part(std::move(part)), node(std::move(node)), byKind(byKind), report(report) {
+IProfileIteratorImpl* StoreKey::CreateFolderIterator() {
+    return Iterate(StoreIterator::Over::kFolders);
+}
+
+IProfileIteratorImpl* StoreKey::Iterate(StoreIterator::Over over) {
+    Begin();
+    Find(*place);
+    return new StoreIterator(part, place->node, over, report);
+}
+
+StoreIterator::StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, Over over, VReportMessageParams& report)
+    : part(std::move(part)), node(std::move(node)), over(over), report(report) {
     page.isLast = this->node == nullptr;
-    if (byKind && this->node != nullptr) this->node->ListLists(page.children, report);
+    page.hasFoldersOnly = over == Over::kFolders;
+    if (over == Over::kListsAndChildren && this->node != nullptr) this->node->ListLists(page.children, report);
     if (page.children.empty()) ReadPage();
 }
 
@@ -246,7 +255,7 @@ StoreChild* StoreIterator::Advance() {
 bool StoreIterator::NextWithKind(VUnicodeString& name, std::uint32_t& kind) {
     StoreChild* child = Advance();
     if (child == nullptr) return false;
-    const bool isEntry = byKind && child->kind != ProfileKind::kFolder;
+    const bool isEntry = over == Over::kListsAndChildren && child->kind != ProfileKind::kFolder;
     kind = static_cast<std::uint32_t>(isEntry ? ProfileKind::kListEntry : child->kind);
     name = std::move(child->name);
     return true;

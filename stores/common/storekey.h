@@ -27,6 +27,32 @@ struct KeyPlace {
     std::uint64_t absentAt = 0;  ///< the tree's generation when the key was last found absent
 };
 
+/// Reads the children page by page, so that nothing stays open in the medium between two calls.
+class StoreIterator : public IProfileIteratorImpl {
+  public:
+    enum class Over : std::uint8_t { kChildren, kListsAndChildren, kFolders };
+
+    /// `node` may be null: no children. `report` is the key's, which outlives the iterator; a listing that breaks off
+    /// leaves the reason there.
+    StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, Over over, VReportMessageParams& report);
+    ~StoreIterator() override;
+
+    bool NextWithKind(VUnicodeString& name, std::uint32_t& kind) override;
+    bool Next(VUnicodeString& name) override;
+
+  private:
+    StoreChild* Advance();
+    void ReadPage();
+
+    std::shared_ptr<StorePart> part;
+    NodePtr node;
+    Over over;
+    VReportMessageParams& report;
+    ChildPage page;
+    std::size_t next = 0;
+    std::size_t pageSize = 32;
+};
+
 /// A handle on a key, or on a place where there is none yet.
 class StoreKey : public IProfileKeyImpl {
   public:
@@ -54,8 +80,10 @@ class StoreKey : public IProfileKeyImpl {
     VReportMessageParams* GetLastReport() override { return &report; }
     IProfileKeyImpl* OpenChild(const char16_t* name, std::uint32_t reserved, std::uint32_t folder) override;
     IProfileIteratorImpl* CreateIterator(bool byKind) override;
+    IProfileIteratorImpl* CreateFolderIterator() override;
 
   private:
+    IProfileIteratorImpl* Iterate(StoreIterator::Over over);
     StoreNode* Find(KeyPlace& at, bool forCheck = false);
     StoreNode* FindOrCreate(KeyPlace& at);
     std::shared_ptr<KeyPlace> PlaceBelow(const char16_t* name) const;
@@ -72,30 +100,6 @@ class StoreKey : public IProfileKeyImpl {
     std::shared_ptr<KeyPlace> place;
     bool readOnly;
     VReportMessageParams report;
-};
-
-/// Reads the children page by page, so that nothing stays open in the medium between two calls.
-class StoreIterator : public IProfileIteratorImpl {
-  public:
-    /// `node` may be null: no children. `report` is the key's, which outlives the iterator; a listing that breaks off
-    /// leaves the reason there.
-    StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, bool byKind, VReportMessageParams& report);
-    ~StoreIterator() override;
-
-    bool NextWithKind(VUnicodeString& name, std::uint32_t& kind) override;
-    bool Next(VUnicodeString& name) override;
-
-  private:
-    StoreChild* Advance();
-    void ReadPage();
-
-    std::shared_ptr<StorePart> part;
-    NodePtr node;
-    bool byKind;
-    VReportMessageParams& report;
-    ChildPage page;
-    std::size_t next = 0;
-    std::size_t pageSize = 32;
 };
 
 }  // namespace connectdialog::stores

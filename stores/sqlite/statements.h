@@ -32,6 +32,7 @@ enum class Sql : std::size_t {
     kInsertChild,
     kUpdateKind,
     kListChildren,
+    kListFolders,
     kDeleteRows,
     kDeleteDescendants,
     kDeleteChild,
@@ -53,6 +54,8 @@ inline constexpr std::array<const char*, static_cast<std::size_t>(Sql::kCount)> 
     "INSERT INTO tree (parent, folded, name, kind, id) VALUES (?1, ?2, ?3, ?4, ?5)",
     "UPDATE tree SET kind = ?3 WHERE parent = ?1 AND folded = ?2",
     "SELECT folded, name, kind FROM tree WHERE parent = ?1 AND folded > ?2 AND id > ?1 ORDER BY folded LIMIT ?3",
+    "SELECT folded, name, kind FROM tree WHERE parent = ?1 AND folded > ?2 AND id > ?1 AND kind <> 6 "
+    "ORDER BY folded LIMIT ?3",
     "WITH RECURSIVE doomed (id) AS (SELECT ?1 UNION SELECT tree.id FROM tree JOIN doomed ON tree.parent = doomed.id) "
     "DELETE FROM rows WHERE id IN doomed",
     "WITH RECURSIVE doomed (id) AS (SELECT ?1 UNION SELECT tree.id FROM tree JOIN doomed ON tree.parent = doomed.id) "

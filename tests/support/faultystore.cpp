@@ -55,6 +55,7 @@ class FaultyKey : public IProfileKeyImpl {
         return new FaultyKey(inner->OpenChild(name, reserved, mayCreate ? folder : 0), plan);
     }
     IProfileIteratorImpl* CreateIterator(bool byKind) override { return inner->CreateIterator(byKind); }
+    IProfileIteratorImpl* CreateFolderIterator() override { return inner->CreateFolderIterator(); }
 
   private:
     bool MayWrite() {
