@@ -1,5 +1,4 @@
 // hive, with the user's hive in the scratch folder.
-#include <filesystem>
 #include <fstream>
 
 #include "tests/connectctl/toolfixture.h"

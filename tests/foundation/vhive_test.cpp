@@ -73,6 +73,7 @@ TEST(HiveReader, EachFormOfAValueGivesItsTypeAndBytes) {
             const VHiveValue* value = FindValue(tree, u"hkey_local_machine\\a", u"v");
             ASSERT_NE(value, nullptr) << line;
             EXPECT_EQ(*value, (VHiveValue{type, data})) << line;
+            EXPECT_EQ(FindValue(tree, u"hkey_local_machine\\a", u"w"), nullptr) << "removed";
         }
     }
 }

@@ -126,6 +126,9 @@ TEST_F(MappedBufferTest, NeverGrowsAndIsRefusedWithTheReason) {
     EXPECT_THROW(first.SetDataLength(5), std::overflow_error);
     EXPECT_FALSE(second.Create(5));
     EXPECT_EQ(platform::GetLastErrorCode(), platform::kInsufficientBuffer);
+    first.Close();
+    EXPECT_EQ(first.GetData(), nullptr);
+    EXPECT_FALSE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0")) << "the last one removes it";
 }
 
 TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {

@@ -78,6 +78,7 @@ TEST_F(OpenSshImportTest, MakesASessionOfEachHostOnce) {
         EXPECT_TRUE(result.diagnostics.All().empty());
         request.isDryRun = false;
     }
+    EXPECT_NE(Dump().find("Session{20}List=\"web:db:\""), std::string::npos) << "in the file's order: " << Dump();
     EXPECT_EQ(ValuesAt(u"Im\\port\\web"), "web.example.org\t2222\tme2\tu@gw:22");
     EXPECT_EQ(ValuesAt(u"Im\\port\\db"), "db\t22\tall\t");
     const auto web = OpenSession(u"Im\\port\\web");

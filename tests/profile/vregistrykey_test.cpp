@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <string>
 
 #include "foundation/vstringarray.h"
 #include "support/childprocess.h"

@@ -115,21 +115,6 @@ TEST_P(StoreConformance, ValuesOfEachTypeComeBack) {
     ExpectSecurityComesBack(*key.GetImpl());
 }
 
-TEST_P(StoreConformance, KeysAreFoundWithoutRegardToCaseAndListedInFoldedOrder) {
-    for (const char16_t* name :
-         {u"zeta", u"Beta", u"alpha", u"BETA", u"\u00C9t\u00E9", u"_x", u"\uFFFDy", u"\U0001F511"}) {
-        ASSERT_TRUE(Set((u"Folder\\" + std::u16string(name)).c_str()));
-    }
-    Reopen();
-    EXPECT_THAT(ListNames(u"FOLDER"),
-                ElementsAre("_x", "alpha", "Beta", "zeta", "{C9}t{E9}", "{D83D}{DD11}", "{FFFD}y"));
-    EXPECT_EQ(ReadDwordOr(*factory, u"fOLDER\\\u00E9T\u00C9", u"A", 0), 1U);
-    VProfileStore store(factory.get());
-    EXPECT_TRUE(store.GetRootKey()->KeyExists(u"folder\\ALPHA"));
-    EXPECT_FALSE(store.GetRootKey()->KeyExists(u"folder\\alph"));
-    EXPECT_EQ(CodeOf(*store.GetRootKey()), 2U);
-}
-
 TEST_P(StoreConformance, ABadNameIsRefusedEverywhere) {
     std::u16string deep = u"d";
     for (int level = 1; level < 128; ++level) deep += u"\\d";
