@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "connectdialog/multiconnectwarningdialog.h"
@@ -16,7 +17,6 @@
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/codepage.h"
-#include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
@@ -79,6 +79,11 @@ std::string AbsoluteUrl(const std::string& url) {
     if (!url.starts_with(kFile)) return url;
     const std::filesystem::path path = std::filesystem::absolute(url.substr(kFile.size()), error);
     return error ? url : std::string(kFile) + path.string();
+}
+
+/// Whether the user is there to speak to.
+bool HasTerminal() {
+    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
@@ -246,7 +251,7 @@ bool Host::LetUserChoose() {
         if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return false;
         VUnicodeString fault;
         bool isDone = TakeChosen(fault);
-        if (isDone && sessions.size() == 1 && platform::HasTerminal()) return true;
+        if (isDone && sessions.size() == 1 && HasTerminal()) return true;
         isDone = isDone && FindTerminal(terminal, fault) &&
                  OpenInWindows(terminal, isInTab && hasTabs, storeUrl, sessions, fault);
         sessions.clear();

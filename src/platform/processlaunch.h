@@ -29,12 +29,6 @@ bool ReplaceProcess(const std::vector<std::string>& arguments);
 /// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
 
-/// Starts a program that goes on by itself, also when this process or its terminal is gone: in a session of its own,
-/// without input, and what it prints is dropped. Waits up to `patience` to see whether it stays: one that ends with the
-/// exit status 0 has left its work to another process.
-/// On failure: false, as ReplaceProcess, and 1067 when it ended at once with another exit status.
-bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
-
 /// Whether this process speaks to a user at a terminal: its standard input and output are one.
 bool HasTerminal();
 
@@ -42,5 +36,11 @@ bool HasTerminal();
 /// `patience` is killed.
 /// On failure: false, as ReplaceProcess, and 1460 when it was killed; also when its exit status is not 0.
 bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
+
+/// Starts a program that goes on by itself, also when this process or its terminal is gone: in a session of its own,
+/// without input, and what it prints is dropped. Waits up to `patience` to see whether it stays: one that ends with the
+/// exit status 0 has left its work to another process.
+/// On failure: false, as ReplaceProcess, and 1067 when it ended at once with another exit status.
+bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience);
 
 }  // namespace connectdialog::platform

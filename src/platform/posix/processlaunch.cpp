@@ -217,14 +217,6 @@ bool HasTerminal() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
-bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
-    pid_t process = 0;
-    int status = 0;
-    if (!SpawnMute(arguments, POSIX_SPAWN_SETSID, process)) return false;
-    const bool isFine = !HasEnded(process, patience, status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    return isFine || FailWith(kProcessAborted);
-}
-
 bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
     pid_t process = 0;
     int status = 0;
@@ -235,6 +227,14 @@ bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::millisec
         return FailWith(kTimeout);
     }
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
+    pid_t process = 0;
+    int status = 0;
+    if (!SpawnMute(arguments, POSIX_SPAWN_SETSID, process)) return false;
+    const bool isFine = !HasEnded(process, patience, status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    return isFine || FailWith(kProcessAborted);
 }
 
 }  // namespace connectdialog::platform
