@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 #include <string>
 
 #include "config/emulations.h"
@@ -51,10 +52,20 @@ bool CheckText(const OptionField& field, const VUnicodeString& text, VUnicodeStr
     return Refuse(field, kNotTaken, refusal);
 }
 
+/// The largest screen that the global settings allow: a session is cut down to it when it is loaded.
+std::int64_t GetGlobalMost(std::u16string_view setting) {
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    const int most = setting == u"Cols"         ? global->maximumCols.Get()
+                     : setting == u"Scrollback" ? global->maximumScrollback.Get()
+                                                : 0;
+    return most > 0 ? most : std::numeric_limits<std::int64_t>::max();
+}
+
 void GetLimits(const OptionField& field, VProfileData& setting, std::int64_t& least, std::int64_t& most) {
     least = field.least;
     most = field.most;
     if (least == 0 && most == 0) GetNumberLimits(setting, least, most);
+    most = std::min(most, GetGlobalMost(field.setting));
 }
 
 bool CheckNumber(const OptionField& field, VProfileData& setting, const VUnicodeString& text, VUnicodeString& refusal) {

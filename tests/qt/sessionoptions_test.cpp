@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <gtest/gtest.h>
 
-#include "config/protocolchoice.h"
 #include "config/settingwalk.h"
 #include "imports/configpanels.h"
 #include "qtuser.h"
@@ -70,33 +69,38 @@ TEST_F(QtSessionOptions, AUserEditsASessionByKeyboardAndMouse) {
     EXPECT_FALSE(session->terminal.jumpScroll.Get());
 }
 
-/// Whatever protocol is chosen, nothing on a page is cut off or lies on something else.
-TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
-    const VRef<SessionConfig> session = Make(u"SSH2");
-    for (const VUnicodeString& protocol : ListProtocols(ProtocolSide::kTerminal)) {
-        session->SetProtocolName(protocol);
-        for (const OptionPage& page : GetOptionPages()) {
-            FetchGlobalConfig()->optionsPagePath.Set(page.path);
-            Run(*session, [&](QtUserDialog& dialog) {
-                QList<QWidget*> shown;
-                for (QWidget* control : dialog.GetFrame().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-                    if (control->isVisible() && control->objectName().toInt() != OptionIds::kPageFrame)
-                        shown += control;
-                for (qsizetype i = 0; i < shown.size(); ++i) {
-                    const QWidget& control = *shown[i];
-                    const std::string what = Escape(page.path) + " " + control.accessibleName().toStdString();
-                    EXPECT_TRUE(dialog.GetFrame().rect().contains(control.geometry())) << what;
-                    if (const auto* label = qobject_cast<const QLabel*>(&control)) {
-                        EXPECT_LE(label->heightForWidth(label->width()), label->height())
-                            << label->text().toStdString();
-                    }
-                    for (qsizetype k = i + 1; k < shown.size(); ++k) {
-                        EXPECT_FALSE(control.geometry().intersects(shown[k]->geometry()))
-                            << what << " and " << shown[k]->accessibleName().toStdString();
-                    }
-                }
-            });
+/// Nothing on the page is cut off or lies on something else.
+void CheckPage(const QtUserDialog& dialog, const std::string& name) {
+    QList<QWidget*> shown;
+    for (QWidget* control : dialog.GetFrame().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        if (control->isVisible() && control->objectName().toInt() != OptionIds::kPageFrame) shown += control;
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        const QWidget& control = *shown[i];
+        const std::string what = name + " " + control.accessibleName().toStdString();
+        EXPECT_TRUE(dialog.GetFrame().rect().contains(control.geometry())) << what;
+        if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+            EXPECT_LE(label->heightForWidth(label->width()), label->height()) << label->text().toStdString();
         }
+        for (qsizetype k = i + 1; k < shown.size(); ++k) {
+            EXPECT_FALSE(control.geometry().intersects(shown[k]->geometry()))
+                << what << " and " << shown[k]->accessibleName().toStdString();
+        }
+    }
+}
+
+TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
+    FetchGlobalConfig()->optionsPagePath.Set(u"Connection"_v);
+    for (const char16_t* protocol : {u"SSH2", u"Serial", u"TAPI"}) {
+        const VRef<SessionConfig> session = Make(protocol);
+        Run(*session, [](QtUserDialog& dialog) {
+            Focus(dialog, OptionIds::kPages);
+            for (const OptionPage& page : GetOptionPages()) {
+                EXPECT_EQ(dialog.GetText(OptionIds::kPageFrame), page.title);
+                CheckPage(dialog, Escape(page.path));
+                dialog.PressKey(kKeyDown);
+            }
+        });
+        FetchGlobalConfig()->optionsPagePath.Set(u"Connection"_v);
     }
 }
 

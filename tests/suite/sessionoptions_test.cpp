@@ -132,6 +132,7 @@ TEST_F(SessionOptionsTest, ABadValueIsToldWithItsNameAndKeepsThePage) {
         {u"Connection", u"Hostname", u"-oProxyCommand=x", u"“主机名”不能以“-”开头：程序会把它当作选项。"},
         {u"Connection", u"Hostname", u"a b", u"“主机名”含有主机名和地址中不能有的字符。"},
         {u"Connection\\Keep Alive", u"Idle Timeout", u"9", u"“间隔 (秒)”必须是 10 到 9999999 之间的整数。"},
+        {u"Terminal", u"Cols", u"1001", u"“列数”必须是 1 到 1000 之间的整数。"},
         {u"Terminal\\Appearance", u"Foreground", u"red", u"“前景色”必须是 #RRGGBB 形式的颜色。"},
     };
     const VRef<SessionConfig> session = Stored(u"SSH2");

@@ -14,6 +14,7 @@
 
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/dialogkit/qt/qticons.h"
 #include "suite/dialogkit/qt/qtlabeleditor.h"
 #include "suite/dialogkit/qt/qttext.h"
 
@@ -99,7 +100,7 @@ void QtTree::SyncScrollBars() const {
 
     const int end = std::min(rows.GetCount(), down.value() + inView + 1);
     for (int row = down.value(); row < end; ++row) {
-        const QtTreeRowPlaces places(metrics, rows[row].level, LabelWidthOf(row), QPoint());
+        const QtTreeRowPlaces places(MetricsOf(row), rows[row].level, LabelWidthOf(row), QPoint());
         widest = std::max(widest, places.label.right() + 1);
     }
     QScrollBar& across = *horizontalScrollBar();
@@ -136,7 +137,13 @@ QPoint QtTree::OriginOf(int row) const {
 }
 
 QtTreeRowPlaces QtTree::PlacesOf(int row) const {
-    return {metrics, rows[row].level, LabelWidthOf(row), OriginOf(row)};
+    return {MetricsOf(row), rows[row].level, LabelWidthOf(row), OriginOf(row)};
+}
+
+QtTreeMetrics QtTree::MetricsOf(int row) const {
+    QtTreeMetrics own = metrics;
+    if (TreeIcon(items->GetImage(rows[row].item, false)).isNull()) own.icon = own.gap = 0;
+    return own;
 }
 
 QtTreeRowLook QtTree::LookOf(int row) const {
@@ -165,7 +172,7 @@ void QtTree::paintEvent(QPaintEvent*) {
     const int marked = rows.Find(items->GetInsertMark(isBehind));
     for (int row = first; row < end; ++row) {
         const QtTreeRowLook look = LookOf(row);
-        const QtTreeRowPlaces places(metrics, look.level, TreeTextWidth(*this, look.text), OriginOf(row));
+        const QtTreeRowPlaces places(MetricsOf(row), look.level, TreeTextWidth(*this, look.text), OriginOf(row));
         PaintTreeRow(painter, *this, look, places);
         const QRect whole(0, places.label.top(), viewport()->width(), metrics.rowHeight);
         if (row == marked) PaintInsertMark(painter, *this, whole, places.icon.left(), isBehind);

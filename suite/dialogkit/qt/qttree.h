@@ -97,6 +97,8 @@ class QtTree final : public QAbstractScrollArea, public ITreeView, private ITree
     int LabelWidthOf(int row) const;
     QPoint OriginOf(int row) const;
     QtTreeRowPlaces PlacesOf(int row) const;
+    /// A row without an icon leaves no room for one.
+    QtTreeMetrics MetricsOf(int row) const;
     QtTreeRowLook LookOf(int row) const;
     void TellPress(MouseButton button, QPoint point, Qt::KeyboardModifiers modifiers);
     void TellDragOver(QPoint point, Qt::KeyboardModifiers modifiers);
