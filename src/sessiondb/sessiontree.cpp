@@ -91,7 +91,7 @@ bool FolderHasEntries(const VUnicodeString& path) {
     VProfileKeyIterator children(folder, false);
     VUnicodeString name;
     while (children.Next(name))
-        if (name != kDefaultSession && name != kFolderDataKey) return true;
+        if (name != kDefaultSession && !name.EqualsNoCase(kFolderDataKey)) return true;
     return false;
 }
 
@@ -141,7 +141,7 @@ void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor
     VProfileKeyIterator children(key, false);
     VUnicodeString name;
     while (children.Next(name)) {
-        if (name == kFolderDataKey) continue;
+        if (name.EqualsNoCase(kFolderDataKey)) continue;
         const VUnicodeString path = JoinEntryPath(prefix, name);
         VProfileKey child(&key, name.GetData(), 0);
         if (HasSessionMark(child))
