@@ -60,10 +60,15 @@ void VStringHandle<Char>::ReleaseText(Char* text) noexcept {
 }
 
 template <class Char>
-VStringHandle<Char>::VStringHandle(const Char* characters, std::size_t count)
-    : text(EmptyText(Str::SensitiveState::kPlain)) {
-    AddReference();
-    Append(characters, count);
+VStringHandle<Char>::VStringHandle(const Char* characters, std::size_t count) {
+    if (characters == nullptr || count == 0) {
+        text = EmptyText(Str::SensitiveState::kPlain);
+        AddReference();
+        return;
+    }
+    text = Allocate(count, Str::SensitiveState::kPlain);
+    std::char_traits<Char>::copy(text, characters, count);
+    EndText(text, count);
 }
 
 template <class Char>
