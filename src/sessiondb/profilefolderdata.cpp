@@ -127,7 +127,7 @@ FolderOutline ReadFolderOutline(const VUnicodeString& path) {
         outline.hasEntries = outline.hasEntries || name != kDefaultSession;
         if (!hidesDotEntries || !name.View().starts_with(u'.')) present.Add(name);
     }
-    outline.hasEntries = outline.hasEntries || FolderHasEntries(path);
+    outline.hasEntries = outline.hasEntries || KeyHasEntries(folder);
 
     VProfileKey data(&folder, kFolderDataKey, 0);
     std::uint32_t isExpanded = 0;

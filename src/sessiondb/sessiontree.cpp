@@ -85,9 +85,11 @@ bool IsFolderPath(const VUnicodeString& path) {
 
 bool FolderHasEntries(const VUnicodeString& path) {
     VProfileStore store(true);
-    const VUnicodeString keyPath = BuildSessionKeyPath(path);
-    if (!store.GetRootKey()->KeyExists(keyPath.GetData())) return false;
-    VProfileKey folder(store.GetRootKey(), keyPath.GetData(), 0);
+    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
+    return KeyHasEntries(folder);
+}
+
+bool KeyHasEntries(VProfileKey& folder) {
     VProfileKeyIterator children(folder, false);
     VUnicodeString name;
     while (children.Next(name))

@@ -30,6 +30,8 @@ bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf);
 bool IsFolderPath(const VUnicodeString& path);
 /// Whether the folder has a child other than exactly "Default" and "__FolderData__".
 bool FolderHasEntries(const VUnicodeString& path);
+/// The same of the folder's key; a key that is not there has none.
+bool KeyHasEntries(VProfileKey& folder);
 /// Appends the folder's subfolders, in the order in which they are shown.
 void EnumerateChildFolders(const VUnicodeString& path, VStringArray& folders);
 /// Whether the folder is shown open.

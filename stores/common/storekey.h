@@ -50,7 +50,7 @@ class StoreIterator : public IProfileIteratorImpl {
     VReportMessageParams& report;
     ChildPage page;
     std::size_t next = 0;
-    std::size_t pageSize = 32;
+    std::size_t pageSize = 8;
 };
 
 /// A handle on a key, or on a place where there is none yet.
