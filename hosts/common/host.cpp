@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 #include "connectdialog/multiconnectwarningdialog.h"
@@ -17,6 +16,7 @@
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/codepage.h"
+#include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
@@ -81,11 +81,6 @@ std::string AbsoluteUrl(const std::string& url) {
     return error ? url : std::string(kFile) + path.string();
 }
 
-/// Whether the user is there to speak to.
-bool HasTerminal() {
-    return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
-}
-
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VUnicodeString text;
     VUnicodeString program = VGetAppName();
@@ -105,6 +100,7 @@ class Host {
         SetAppName(kind.appName);
         parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
         parts.help = ShowHelp;
+        parts.needsTerminal = true;  // to open one session, as a shortcut does
     }
 
     int ShowDialog();
@@ -251,7 +247,7 @@ bool Host::LetUserChoose() {
         if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return false;
         VUnicodeString fault;
         bool isDone = TakeChosen(fault);
-        if (isDone && sessions.size() == 1 && HasTerminal()) return true;
+        if (isDone && sessions.size() == 1 && platform::HasTerminal()) return true;
         isDone = isDone && FindTerminal(terminal, fault) &&
                  OpenInWindows(terminal, isInTab && hasTabs, storeUrl, sessions, fault);
         sessions.clear();

@@ -106,7 +106,7 @@ RunningSessions GetRunningSessionPaths() {
     for (const std::u16string_view frameClass : {kNorHaldenFrameClass, kTessalyFrameClass}) {
         const platform::FoundHosts found = platform::FindHosts(frameClass);
         hosts.insert(hosts.end(), found.names.begin(), found.names.end());
-        running.error = found.error;
+        if (found.error != 0) running.error = found.error;
     }
     if (hosts.empty()) return running;
 

@@ -28,7 +28,8 @@ bool SessionKeyExists(const VUnicodeString& path);
 bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf);
 /// True when there is no session at `path`: also where there is nothing at all.
 bool IsFolderPath(const VUnicodeString& path);
-/// Whether the folder has a child other than exactly "Default" and "__FolderData__".
+/// Whether the folder has a child other than exactly "Default" and "__FolderData__", which is one key in any case of
+/// letters.
 bool FolderHasEntries(const VUnicodeString& path);
 /// The same of the folder's key; a key that is not there has none.
 bool KeyHasEntries(VProfileKey& folder);

@@ -232,7 +232,7 @@ IProfileIteratorImpl* StoreKey::Iterate(StoreIterator::Over over) {
 StoreIterator::StoreIterator(std::shared_ptr<StorePart> part, NodePtr node, Over over, VReportMessageParams& report)
     : part(std::move(part)), node(std::move(node)), over(over), report(report) {
     page.isLast = this->node == nullptr;
-    page.hasFoldersOnly = over == Over::kFolders;
+    page.skipsSessions = over == Over::kFolders;
     if (over == Over::kListsAndChildren && this->node != nullptr) this->node->ListLists(page.children, report);
     if (page.children.empty()) ReadPage();
 }

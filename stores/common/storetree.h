@@ -37,7 +37,7 @@ struct ChildPage {
     std::vector<StoreChild> children;
     std::u16string lastFolded;  ///< of the last child of a full page; empty before the first
     bool isLast = false;
-    bool hasFoldersOnly = false;
+    bool skipsSessions = false;  ///< asked for by the caller
 };
 
 /// A key that exists or existed. All handles on one key share its node, so they see each other's writes at once.

@@ -154,7 +154,7 @@ bool MemoryNode::List(std::size_t limit, ChildPage& page, VReportMessageParams& 
     if (!CheckAlive(report)) return false;
     auto at = children.upper_bound(page.lastFolded);
     for (; at != children.end() && page.children.size() < limit; ++at) {
-        if (page.hasFoldersOnly && at->second->GetKind() != ProfileKind::kFolder) continue;
+        if (page.skipsSessions && at->second->GetKind() == ProfileKind::kSession) continue;
         page.children.push_back({VUnicodeString(at->second->name), at->second->GetKind()});
         page.lastFolded = at->first;
     }

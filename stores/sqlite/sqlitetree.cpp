@@ -341,7 +341,7 @@ bool SqliteTree::ListChildren(std::int64_t parent, std::size_t limit, ChildPage&
     const std::string after = EncodeBigEndian(page.lastFolded);
     std::u16string name;
     page.children.reserve(limit);
-    Query query(*database, page.hasFoldersOnly ? Sql::kListFolders : Sql::kListChildren, report);
+    Query query(*database, page.skipsSessions ? Sql::kListFolders : Sql::kListChildren, report);
     query.Bind(parent).BindBlob(after).Bind(static_cast<std::int64_t>(limit));
     while (query.Step()) {
         DecodeWtf8(query.GetBytes(1), name);

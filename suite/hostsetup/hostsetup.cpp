@@ -32,6 +32,7 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
     ConnectDialogDllInit(nullptr, nullptr);
     ConnectDialogInitApplicationCommandLine(parts.commandLine.GetData());
     ConnectDialogInitGUI(parts.icon, ShowSessionOptions, parts.help);
+    GetHostCallbacks().needsTerminal = parts.needsTerminal;
 }
 
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,

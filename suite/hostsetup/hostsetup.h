@@ -20,6 +20,8 @@ struct HostParts {
     VUnicodeString commandLine;
     VIcon* icon = nullptr;
     HelpFunction help = nullptr;
+    /// Whether it opens sessions in the terminal that it was started from.
+    bool needsTerminal = false;
 };
 
 /// Makes the library ready for a host or a tool: the application's name, the reference global settings and protocols,
