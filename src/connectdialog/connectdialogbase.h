@@ -257,10 +257,8 @@ class ConnectDialogBase : public VDialog {
     TreeItem GetTargetFolder();
     bool EditNewSession(ISessionConfig& config);
     void StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName);
-    void FinishFreshFolder(TreeItem item, const VUnicodeString& name);
+    void FinishFreshFolder(TreeItem item, const VUnicodeString& wanted);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
-    TreeItem GetStoredSiblingBehind(TreeItem item);
-    bool RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
     /// `edit` does with the further sessions of the list what the user did with the first.
     bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
                     const std::function<void(ISessionConfig&)>& edit);

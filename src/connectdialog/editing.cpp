@@ -212,9 +212,11 @@ void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) 
         RenameItem(item, path, newName);
 }
 
-void ConnectDialogBase::FinishFreshFolder(TreeItem item, const VUnicodeString& name) {
+void ConnectDialogBase::FinishFreshFolder(TreeItem item, const VUnicodeString& wanted) {
     freshFolder = false;
     const TreeItem parent = GetParentItem(item);
+    // Somebody else may have taken the name that was offered.
+    const VUnicodeString name = MakeUniqueName(GetItemPath(parent), wanted);
     if (arrangement == SessionArrangement::kManual)
         PositionBehindLastFolder(parent);
     else
@@ -242,7 +244,9 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
     else
         PositionSessionSorted(parent, newName);
     if (isFolder) SaveExpansion(GetRootItem());
-    if (!RenameStored(item, path, newName)) {
+    const bool isRenamed = arrangement == SessionArrangement::kManual ? RenameInPlace(path, newName)
+                                                                      : RenameEntry(path, newName, referenceName);
+    if (!isRenamed) {
         SetItemText(item, GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");
     }
@@ -252,26 +256,6 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
     SelectItem(renamed);
     RedrawTree();
     if (isFolder) ReapplyExpansion(GetRootItem());
-}
-
-/// The next one of its kind that another process has not deleted meanwhile.
-TreeItem ConnectDialogBase::GetStoredSiblingBehind(TreeItem item) {
-    TreeItem next = item;
-    while (GetNextSiblingItem(next) != TreeItem::kNone && IsFolderItem(next) == IsFolderItem(item))
-        if (SessionKeyExists(GetItemPath(next))) return next;
-    return TreeItem::kNone;
-}
-
-bool ConnectDialogBase::RenameStored(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName) {
-    // The first of its kind has no neighbour before it, and its own name may be gone once it has the new one: the one
-    // behind it says where it goes.
-    const bool isFirst = arrangement == SessionArrangement::kManual && referenceName == GetEntryLeaf(path);
-    const TreeItem next = isFirst ? GetStoredSiblingBehind(item) : TreeItem::kNone;
-    if (next == TreeItem::kNone) return RenameEntry(path, newName, referenceName);
-    const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newName);
-    return AsOneUnit([&] {
-        return RenameEntry(path, newName, referenceName) && !ArrangeEntry(newPath, GetItemText(next), false).IsEmpty();
-    });
 }
 
 void ConnectDialogBase::EditProperties() {
@@ -341,7 +325,9 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
         PositionBefore(item, true);
     else
         PositionSessionSorted(parent, newName);
-    if (!RenameStored(item, path, newName)) {
+    const bool isRenamed = arrangement == SessionArrangement::kManual ? RenameInPlace(path, newName)
+                                                                      : RenameEntry(path, newName, referenceName);
+    if (!isRenamed) {
         config.SetName(GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");
     }

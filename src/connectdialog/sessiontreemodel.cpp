@@ -205,11 +205,11 @@ TreeItem ConnectDialogBase::FindItemByPath(const VUnicodeString& path, bool expa
 
 void ConnectDialogBase::SaveTreeState() {
     if (browseMode) return;
-    const VArray<TreeItem> items = CollectSelection(Collect::kSelectedItems);
-    if (items.IsEmpty()) return;
     const VRef<GlobalConfig> global = FetchGlobalConfig();
-    global->lastSessionPath.Set(GetItemPath(items[0]));
-    global->lastSessionExpanded.Set(IsFolderItem(items[0]) && IsItemExpanded(items[0]));
+    if (const VArray<TreeItem> items = CollectSelection(Collect::kSelectedItems); !items.IsEmpty()) {
+        global->lastSessionPath.Set(GetItemPath(items[0]));
+        global->lastSessionExpanded.Set(IsFolderItem(items[0]) && IsItemExpanded(items[0]));
+    }
     if (global->saveConfigOnClose.Get()) global->Save();
     if (global->rememberFolderExpansion.Get()) SaveExpansion(GetRootItem());
 }

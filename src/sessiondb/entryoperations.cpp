@@ -64,7 +64,6 @@ bool PlaceSession(const VUnicodeString& source, const VUnicodeString& destinatio
 bool PlaceFolder(const VUnicodeString& source, const VUnicodeString& destination, const VUnicodeString& skippedName,
                  const VUnicodeString& reference, bool after) {
     TreeCopy copying;
-    if (SessionKeyExists(destination) && !IsFolderPath(destination)) return false;
     return AddFolderEntry(GetEntryParent(destination), GetEntryLeaf(destination), reference, after) &&
            copying.CopyFolder(source, destination, skippedName) && copying.Close();
 }
@@ -197,7 +196,21 @@ bool RenameFolderTree(const VUnicodeString& oldPath, const VUnicodeString& paren
     const VUnicodeString newPath = JoinEntryPath(parent, newLeaf);
     if (!IsLeaf(newLeaf) || IsSameOrInside(newPath, oldPath)) return false;
     return ChangeEntry(oldPath, [&] {
-        return PlaceFolder(oldPath, newPath, VUnicodeString(), reference, true) && DeleteEntry(oldPath);
+        return IsFolderPath(oldPath) && PlaceFolder(oldPath, newPath, VUnicodeString(), reference, true) &&
+               DeleteEntry(oldPath);
+    });
+}
+
+bool RenameInPlace(const VUnicodeString& path, const VUnicodeString& newLeaf) {
+    return ChangeEntry(path, [&] {
+        ProfileFolderData folder(GetEntryParent(path), true);
+        const VStringArray& siblings = IsFolderPath(path) ? folder.GetOrderedFolders() : folder.GetOrderedSessions();
+        const std::uint32_t place = siblings.FindExact(GetEntryLeaf(path));
+        const bool hasOneBefore = place != VStringArray::kNotFound && place > 0;
+        if (!RenameEntry(path, newLeaf, hasOneBefore ? siblings[place - 1] : VUnicodeString())) return false;
+        if (place != 0 || siblings.GetCount() == 1) return true;
+        const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newLeaf);
+        return !ArrangeEntry(newPath, siblings[1], false).IsEmpty();
     });
 }
 

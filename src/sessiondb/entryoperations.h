@@ -51,7 +51,9 @@ VUnicodeString ArrangeEntry(const VUnicodeString& path, const VUnicodeString& re
 /// On failure: false, when there is no such entry, for the root, for a name that is empty or holds `\`, when an entry
 /// of the other kind has it, and when the store refused.
 bool RenameEntry(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference);
-/// The same for a folder, as a copy into the folder `newLeaf` of `parent` and a deletion. Fails also when the new path
+/// The same, and the entry keeps its place in the user's order.
+bool RenameInPlace(const VUnicodeString& path, const VUnicodeString& newLeaf);
+/// RenameEntry for a folder and nothing else, as a copy into the folder `newLeaf` of `parent` and a deletion. Fails also when the new path
 /// is the old one in any case, or lies in it.
 bool RenameFolderTree(const VUnicodeString& oldPath, const VUnicodeString& parent, const VUnicodeString& newLeaf,
                       const VUnicodeString& reference);

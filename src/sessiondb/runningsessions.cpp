@@ -9,6 +9,7 @@
 #include "foundation/vmemorymappedbuffer.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/filelock.h"
+#include "platform/lasterror.h"
 #include "platform/sharedmemory.h"
 
 namespace connectdialog {
@@ -40,9 +41,9 @@ class BoundedLock {
     BoundedLock(const BoundedLock&) = delete;
     BoundedLock& operator=(const BoundedLock&) = delete;
     ~BoundedLock() { platform::CloseNamedLock(handle); }
-    bool Acquire(milliseconds wait) {
-        return handle != platform::kInvalidLock && platform::AcquireNamedLockFor(handle, wait);
-    }
+    /// On failure to open it: false with the last error.
+    bool IsOpen() const { return handle != platform::kInvalidLock; }
+    bool Acquire(milliseconds wait) { return IsOpen() && platform::AcquireNamedLockFor(handle, wait); }
     void Release() { platform::ReleaseNamedLock(handle); }
 
   private:
@@ -113,6 +114,11 @@ RunningSessions GetRunningSessionPaths() {
     const Clock::time_point start = Clock::now();
     // One question at a time: all share the block.
     BoundedLock question(kBlock + u".question"_v);
+    if (!question.IsOpen()) {
+        running.error = platform::GetLastErrorCode();
+        running.silentHosts = hosts.size();
+        return running;
+    }
     if (!question.Acquire(kQuestionPatience)) {
         running.isBusy = true;
         return running;

@@ -168,12 +168,14 @@ bool SaveSession(ISessionConfig& config) {
 bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
                     bool after) {
     if (name.IsEmpty()) return false;
+    const VUnicodeString path = JoinEntryPath(parent, name);
     return AsOneUnit([&] {
+        if (SessionKeyExists(path) && !IsFolderPath(path)) return false;
         return ChangeFolder(
             parent,
             [&] {
                 VProfileStore store(false);
-                return CreateFolderKey(store, JoinEntryPath(parent, name)) && store.Close();
+                return CreateFolderKey(store, path) && store.Close();
             },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedFolders(), name, reference, after); });
     });

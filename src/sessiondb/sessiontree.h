@@ -60,7 +60,7 @@ void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor
 /// Saves a session at its path, adding it to its parent's lists when it is new there. Never writes the Default session,
 /// which is true.
 bool SaveSession(ISessionConfig& config);
-/// Creates a folder and places it by InsertEntryName.
+/// Creates a folder and places it by InsertEntryName. False where a session stands.
 bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
                     bool after);
 /// Writes the session whole under that name, gives it that path, and places it by InsertEntryName.

@@ -45,6 +45,13 @@ TEST_F(Editing, ANewFolderIsStoredWhenItsNameIsFinal) {
     Command(kNewFolder);
     dialog->Destroy();
     EXPECT_EQ(panels.global->lastSessionPath.Get(), u"New Folder (2)") << "closing the dialog ends the edit";
+    Open();
+    Click(u"");
+    Command(kNewFolder);
+    AddSession(u"New Folder (3)");  // by somebody else
+    EXPECT_TRUE(Tree().CancelLabel());
+    EXPECT_EQ(Selected(), "New Folder (3) (1)");
+    EXPECT_FALSE(AddFolderEntry(u"", u"s", VUnicodeString(), true)) << "a session stands there";
 }
 
 TEST_F(Editing, ANameThatCannotStandKeepsTheUserInTheEdit) {
@@ -173,6 +180,19 @@ TEST_F(Editing, ARenameKeepsItsPlaceAlthoughTheNextOneIsGone) {
     WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"b"); });
     Rename(u"c", u"d"_v);
     EXPECT_EQ(StoredIn(u""), "d a");
+}
+
+TEST_F(Editing, ARenameKeepsItsPlaceAmongSessionsThatAreNotShown) {
+    AddSession(u"a", u"SSH2", u"None", u"");
+    AddSession(u"b", u"None", u"SFTP", u"");
+    AddSession(u"c", u"SSH2", u"None", u"");
+    SetList(u"", u"Session List", u"a:b:c:");
+    Arrange(kManual);
+    panels.global->showTransferSessions.Set(false);
+    Open();
+    Rename(u"c", u"z"_v);
+    Rename(u"a", u"y"_v);
+    EXPECT_EQ(StoredIn(u""), "y b z");
 }
 
 TEST_F(Editing, PropertiesChangeOneSession) {

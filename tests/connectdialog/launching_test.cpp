@@ -180,6 +180,9 @@ TEST_F(Launching, QuickConnectKeepsItsSessionInTheSelectedFolder) {
     Command(ConnectCommands::kMenuQuickConnect);
     EXPECT_EQ(dialog->quickConnectFolder, u"") << "nothing was selected any more";
     EXPECT_EQ(Outcome(), "accepted quick");
+    const int saves = dynamic_cast<FakeGlobalConfig&>(*panels.global).saves;
+    dialog->Destroy();
+    EXPECT_EQ(dynamic_cast<FakeGlobalConfig&>(*panels.global).saves, saves + 1) << "the settings of this run stay";
 }
 
 }  // namespace

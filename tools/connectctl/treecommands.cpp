@@ -120,17 +120,6 @@ VStringArray SiblingsOf(const Entry& entry) {
     return entry.isSession ? folder.GetOrderedSessions() : folder.GetOrderedFolders();
 }
 
-/// The entry keeps its place in the user's order: behind the sibling before it, or before the one behind it.
-bool RenameInPlace(const Entry& entry, const VUnicodeString& name) {
-    const VStringArray siblings = SiblingsOf(entry);
-    const std::uint32_t place = siblings.FindExact(GetEntryLeaf(entry.path));
-    const bool isFirst = place == 0 && siblings.GetCount() > 1;
-    const bool isListed = place != VStringArray::kNotFound && place > 0;
-    if (!RenameEntry(entry.path, name, isListed ? siblings[place - 1] : VUnicodeString())) return false;
-    const VUnicodeString newPath = JoinEntryPath(GetEntryParent(entry.path), name);
-    return !isFirst || !ArrangeEntry(newPath, siblings[1], false).IsEmpty();
-}
-
 Failure Rename(const TreeArguments& arguments) {
     Entry entry;
     VUnicodeString name;
@@ -141,7 +130,7 @@ Failure Rename(const TreeArguments& arguments) {
     if (name == oldName) return kDone;
     if (Failure failure = CheckName(GetEntryParent(entry.path), oldName, name)) return failure;
     return ChangeStore([&]() -> Failure {
-        if (RenameInPlace(entry, name)) return kDone;
+        if (RenameInPlace(entry.path, name)) return kDone;
         return Quoted(entry.path) + " cannot be stored under that name";
     });
 }
