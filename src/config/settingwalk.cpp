@@ -40,4 +40,12 @@ void VisitSettings(ISessionConfig& session, const SettingVisitor& visit) {
     if (auto* data = dynamic_cast<VProfileData*>(&session)) SettingWalk(visit).VisitMembers(*data);
 }
 
+VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name) {
+    VProfileData* found = nullptr;
+    VisitSettings(session, [&](VProfileData& setting) {
+        if (found == nullptr && setting.GetName().EqualsNoCase(name)) found = &setting;
+    });
+    return found;
+}
+
 }  // namespace connectdialog

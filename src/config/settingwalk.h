@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 namespace connectdialog {
 
@@ -14,5 +15,8 @@ using SettingVisitor = std::function<void(VProfileData& setting)>;
 /// Visits the settings in storage order: where a part of the session has members of its own these take its place, and a
 /// protocol is its name followed by the settings of the protocol that is selected.
 void VisitSettings(ISessionConfig& session, const SettingVisitor& visit);
+
+/// The first of these settings that has that name, case ignored; null when there is none. Owned by the session.
+VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name);
 
 }  // namespace connectdialog

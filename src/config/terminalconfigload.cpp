@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "config/emulations.h"
 #include "config/terminalconfig.h"
 #include "imports/configpanels.h"
 #include "profile/vprofilekey.h"
@@ -12,17 +13,6 @@ namespace connectdialog {
 
 namespace {
 
-/// What a terminal may emulate; names are compared exactly.
-struct Emulation {
-    std::u16string_view name;
-    bool hasAnsiColor;  ///< the default of "ANSI Color"
-    bool needsKelda;    ///< known only where the installation has it
-};
-constexpr Emulation kEmulations[] = {
-    {u"VT100", false, false}, {u"VT102", false, false},  {u"VT220", false, false},  {u"ANSI", true, false},
-    {u"Linux", true, false},  {u"SCOANSI", true, false}, {u"WYSE50", false, false}, {u"WYSE60", false, false},
-    {u"Xterm", false, false}, {u"Dumb", false, false},   {u"Kelda", true, true},
-};
 /// What takes the place of an emulation that is not known.
 constexpr const Emulation& kUsualEmulation = kEmulations[0];
 static_assert(kUsualEmulation.name == u"VT100");

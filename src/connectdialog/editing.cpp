@@ -106,7 +106,7 @@ void ConnectDialogBase::NewSession() {
 void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName) {
     const VUnicodeString path = GetItemPath(target);
     // Whatever dialog was used, a name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(JoinEntryPath(path, offeredName), VUnicodeString(), config.GetName(), true, this))
+    if (!ValidateSessionName(path, offeredName, config.GetName(), true, this))
         config.SetName(MakeUniqueName(path, offeredName));
     const VUnicodeString name = config.GetName();
     const QuietSelection quiet(*this);

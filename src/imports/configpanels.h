@@ -42,8 +42,10 @@ class IConfigPanels {
     virtual bool IsTessalyInstalled() = 0;
     /// Whether the terminal of this installation has the Kelda emulation.
     virtual bool HasKeldaEmulation() = 0;
-    /// Whether `newName` may be the name of the entry at `path` (whose name is `oldName`). Refuses names that the store
-    /// cannot hold and names that exist beside it, with a message of its own over `parent` when that is not null.
+    /// Whether `newName` may be the name of the entry at `path`, whose name is `oldName`; of a session that `isNew` and
+    /// in no store yet, `path` is the folder where it will stand, and `oldName` the name that was offered for it.
+    /// Refuses names that the store cannot hold and names that exist in the folder, with a message of its own over
+    /// `parent` when that is not null.
     virtual bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
                                      const VUnicodeString& newName, bool isNew, VWindow* parent) = 0;
     /// Starts the sister application of that side with the command line, which names a session. What fails is told by

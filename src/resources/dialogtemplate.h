@@ -7,9 +7,12 @@
 namespace connectdialog {
 
 enum class ControlKind : std::uint8_t {
-    kStatic,  ///< a text that the user cannot change; "&" in it marks the letter of the control that follows
-    kIcon,    ///< one of the system's pictures, by the label: "warning"
-    kEdit,    ///< one line of text
+    kStatic,    ///< a text that the user cannot change; "&" in it marks the letter of the control that follows
+    kIcon,      ///< one of the system's pictures, by the label: "warning"
+    kEdit,      ///< one line of text
+    kPassword,  ///< one line of text that nobody reads over the user's shoulder
+    kMemo,      ///< lines of text; the Return key begins a new one
+    kComboBox,  ///< one of several texts: see IDialogWindow::SetChoices
     kButton,
     kDefaultButton,  ///< the button that the Return key presses; at most one in a dialog
     kCheckBox,
@@ -19,9 +22,15 @@ enum class ControlKind : std::uint8_t {
     kToolbar  ///< of no template: IDialogWindow::ShowToolbar makes it
 };
 
+/// Whether the control's text is the user's; its name is then that of the label before it.
+constexpr bool HoldsInput(ControlKind kind) {
+    return kind == ControlKind::kEdit || kind == ControlKind::kPassword || kind == ControlKind::kMemo ||
+           kind == ControlKind::kComboBox;
+}
+
 /// Whether the Tab key stops at such a control.
 constexpr bool TakesFocus(ControlKind kind) {
-    return kind == ControlKind::kEdit || kind == ControlKind::kButton || kind == ControlKind::kDefaultButton ||
+    return HoldsInput(kind) || kind == ControlKind::kButton || kind == ControlKind::kDefaultButton ||
            kind == ControlKind::kCheckBox || kind == ControlKind::kTree;
 }
 

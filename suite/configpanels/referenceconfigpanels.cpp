@@ -8,6 +8,7 @@
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
 #include "sessiondb/sessionpaths.h"
+#include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/configpanels/sessionname.h"
@@ -22,8 +23,8 @@ bool IsSuiteProgramInstalled(const char* name) {
 }
 
 bool ReferenceConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t) {
-    if (!global) global = VRef<GlobalConfig>::Adopt(new ReferenceGlobalConfig);
-    config = global;
+    if (!global) global = VRef<ReferenceGlobalConfig>::Adopt(new ReferenceGlobalConfig);
+    config = VRef<GlobalConfig>::Share(global.Get());
     return true;
 }
 
@@ -54,9 +55,9 @@ bool ReferenceConfigPanels::IsTessalyInstalled() {
 bool ReferenceConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
                                                 const VUnicodeString& newName, bool isNew, VWindow* parent) {
     const VUnicodeString currentName = isNew ? VUnicodeString() : oldName;
-    const SessionNameFault fault = CheckSessionName(GetEntryParent(path), currentName, newName);
+    const SessionNameFault fault = CheckSessionName(isNew ? path : GetEntryParent(path), currentName, newName);
     if (fault != SessionNameFault::kNone && parent != nullptr)
-        VMessageBox(parent, DescribeSessionNameFault(fault, newName), kBoxWarning);
+        VMessageBox(parent, WordSessionNameFault(fault, newName), kBoxWarning);
     return fault == SessionNameFault::kNone;
 }
 
@@ -70,8 +71,18 @@ void ReferenceConfigPanels::LaunchFileTransferApp(VWindow* parent, const char16_
 
 int ReferenceConfigPanels::ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text,
                                                   const VUnicodeString& checkText, VProfile<int>& suppress,
-                                                  const VUnicodeString& buttonText, bool isQuestion, int, unsigned) {
-    return ShowOptionalBox(parent, text, checkText, suppress, buttonText, isQuestion);
+                                                  const VUnicodeString& buttonText, bool isQuestion, int picture,
+                                                  unsigned) {
+    const int answer = ShowOptionalBox(parent, text, checkText, suppress, buttonText, isQuestion, picture);
+    if (global && suppress.IsChanged()) global->SaveOne(suppress);
+    return answer;
+}
+
+bool ReferenceConfigPanels::LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable*) {
+    return AskForFirewall(FirewallQuestion::kUsername, *answer, save, nullptr);
+}
+bool ReferenceConfigPanels::LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable*) {
+    return AskForFirewall(FirewallQuestion::kPassword, *answer, save, nullptr);
 }
 
 }  // namespace connectdialog

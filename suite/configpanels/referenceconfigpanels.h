@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imports/configpanels.h"
+#include "suite/configpanels/referenceglobalconfig.h"
 
 namespace connectdialog {
 
@@ -25,21 +26,22 @@ class ReferenceConfigPanels : public IConfigPanels {
     bool IsTessalyInstalled() override;
     /// The clients of this suite have no such emulation.
     bool HasKeldaEmulation() override { return false; }
-    /// By CheckSessionName. A refusal is told in the words of DescribeSessionNameFault when there is a parent.
+    /// By CheckSessionName. A refusal is told in the words of WordSessionNameFault when there is a parent.
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
     /// The programs of this suite cannot start each other yet: says so.
     void LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) override;
     void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine) override;
+    /// A `suppress` of the global settings that the box changed is written to the store at once, whether or not the
+    /// other settings ever are.
     int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
                                VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
                                unsigned helpId) override;
-    /// Without dialogs in the suite nobody can be asked: as if the user had given up.
-    bool LaunchFirewallUsernameDialog(IString*, bool&, IParentable*) override { return false; }
-    bool LaunchFirewallPasswordDialog(IString*, bool&, IParentable*) override { return false; }
+    bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) override;
+    bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent) override;
 
   private:
-    VRef<GlobalConfig> global;
+    VRef<ReferenceGlobalConfig> global;
 };
 
 /// Whether a program of the suite is installed. `name` is the file's name.

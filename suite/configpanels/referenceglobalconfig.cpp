@@ -101,11 +101,20 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
 }
 
+bool ReferenceGlobalConfig::WriteUnit(VProfileData& settings, bool force) {
+    return WriteToKey(kGlobalKey, [&](VProfileKey& key) { settings.Save(key, force); });
+}
+
 bool ReferenceGlobalConfig::Save() {
-    const bool isWritten =
-        WriteToKey(kGlobalKey, [this](VProfileKey& key) { VProfileComposite::Save(key, mustWriteAll); });
     // A value counts as stored once it was handed to the key, whatever becomes of the unit.
-    mustWriteAll = !isWritten;
+    mustWriteAll = !WriteUnit(*this, mustWriteAll);
+    return !mustWriteAll;
+}
+
+bool ReferenceGlobalConfig::SaveOne(VProfileData& setting) {
+    if (FindValue(setting.GetName()) != &setting) return false;
+    const bool isWritten = WriteUnit(setting, false);
+    mustWriteAll = mustWriteAll || !isWritten;
     return isWritten;
 }
 

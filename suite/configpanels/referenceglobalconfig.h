@@ -21,11 +21,15 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
     using VProfileComposite::Save;
     /// One unit of work. What a failed call could not write, the next one writes.
     bool Save() override;
+    /// Writes one of these settings and leaves the others as the store has them. On failure, or for a setting of
+    /// somebody else's: false. Then a next Save writes it.
+    bool SaveOne(VProfileData& setting);
 
   private:
     ~ReferenceGlobalConfig() override = default;
 
     void LoadMembers(VProfileKey& key);
+    static bool WriteUnit(VProfileData& settings, bool force);
 
     bool mustWriteAll = false;
 };

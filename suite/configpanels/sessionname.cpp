@@ -11,22 +11,34 @@ namespace {
 
 struct FaultText {
     SessionNameFault fault;
-    /// The insert is the refused name; only those that show it safely have one.
+    /// The inserts are the refused name; only faults that show it safely have one.
     const char16_t* text;
+    const char16_t* inDialogs;
 };
 constexpr FaultText kFaultTexts[] = {
-    {SessionNameFault::kEmpty, u"The name is empty."},
-    {SessionNameFault::kTooLong, u"The name is longer than 255 characters."},
-    {SessionNameFault::kSeparator, u"The name \"%1\" holds \"\\\", which separates the names of a path."},
-    {SessionNameFault::kColon, u"The name \"%1\" holds \":\", which separates the names of a list."},
-    {SessionNameFault::kControl, u"The name holds a control character."},
-    {SessionNameFault::kHalfCharacter, u"The name holds half a character."},
-    {SessionNameFault::kBlankAtEdge, u"The name \"%1\" begins or ends with a blank."},
-    {SessionNameFault::kDots, u"The name \"%1\" stands for a folder."},
-    {SessionNameFault::kFolderData, u"The name \"%1\" is kept for the arrangement of a folder."},
-    {SessionNameFault::kTemplate, u"\"%1\" is the session that new sessions are made from."},
-    {SessionNameFault::kTaken, u"There is already an entry with the name \"%1\"."},
+    {SessionNameFault::kEmpty, u"The name is empty.", u"名称不能为空。"},
+    {SessionNameFault::kTooLong, u"The name is longer than 255 characters.", u"名称不能超过 255 个字符。"},
+    {SessionNameFault::kSeparator, u"The name \"%1\" holds \"\\\", which separates the names of a path.",
+     u"名称“%1”不能含有“\\”，它用来分隔路径中的名称。"},
+    {SessionNameFault::kColon, u"The name \"%1\" holds \":\", which separates the names of a list.",
+     u"名称“%1”不能含有“:”，它用来分隔列表中的名称。"},
+    {SessionNameFault::kControl, u"The name holds a control character.", u"名称不能含有控制字符。"},
+    {SessionNameFault::kHalfCharacter, u"The name holds half a character.", u"名称含有不完整的字符。"},
+    {SessionNameFault::kBlankAtEdge, u"The name \"%1\" begins or ends with a blank.",
+     u"名称“%1”不能以空格开头或结尾。"},
+    {SessionNameFault::kDots, u"The name \"%1\" stands for a folder.", u"名称“%1”代表文件夹，不能使用。"},
+    {SessionNameFault::kFolderData, u"The name \"%1\" is kept for the arrangement of a folder.",
+     u"名称“%1”保留给文件夹的排列使用。"},
+    {SessionNameFault::kTemplate, u"\"%1\" is the session that new sessions are made from.", u"“%1”是新会话的模板。"},
+    {SessionNameFault::kTaken, u"There is already an entry with the name \"%1\".", u"名称“%1”已经存在。"},
 };
+
+VUnicodeString Word(const char16_t* FaultText::*words, SessionNameFault fault, const VUnicodeString& name) {
+    VUnicodeString text;
+    for (const FaultText& row : kFaultTexts)
+        if (row.fault == fault) text.Format(row.*words, name);
+    return text;
+}
 
 }  // namespace
 
@@ -53,10 +65,10 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
 }
 
 VUnicodeString DescribeSessionNameFault(SessionNameFault fault, const VUnicodeString& name) {
-    VUnicodeString text;
-    for (const FaultText& row : kFaultTexts)
-        if (row.fault == fault) text.Format(row.text, name);
-    return text;
+    return Word(&FaultText::text, fault, name);
+}
+VUnicodeString WordSessionNameFault(SessionNameFault fault, const VUnicodeString& name) {
+    return Word(&FaultText::inDialogs, fault, name);
 }
 
 }  // namespace connectdialog

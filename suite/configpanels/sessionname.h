@@ -35,5 +35,7 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
 
 /// A sentence for the user; empty for kNone. `name` is the refused one.
 VUnicodeString DescribeSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
+/// The same in the language of the dialogs.
+VUnicodeString WordSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
 
 }  // namespace connectdialog

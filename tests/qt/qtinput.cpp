@@ -95,12 +95,17 @@ void SendKey(QWidget& window, std::uint16_t key, KeyModifiers modifiers) {
     QTest::keyClick(WindowOf(window), KeyOf(key), ToModifiers(modifiers));
 }
 
-void TypeInto(QLineEdit& edit, const QString& text) {
-    edit.selectAll();
+void TypeInto(QWidget& edit, const QString& text) {
+    QMetaObject::invokeMethod(&edit, "selectAll");
     const bool hasKeys = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x7F; });
     if (text.isEmpty()) return SendKey(edit, kKeyDelete, 0);
     if (hasKeys) {
-        for (const QChar c : text) QTest::keyClick(WindowOf(edit), c.toLatin1());
+        for (const QChar c : text) {
+            if (c == u'\n')
+                SendKey(edit, kKeyReturn, 0);
+            else
+                QTest::keyClick(WindowOf(edit), c.toLatin1());
+        }
         return;
     }
     QInputMethodEvent event;

@@ -8,7 +8,6 @@
 #include "imports/dialogkit/dragdata.h"
 #include "imports/dialogkit/idialogwindow.h"
 
-class QLineEdit;
 class QString;
 class QWidget;
 
@@ -21,7 +20,8 @@ void DoubleClickWidget(QWidget& widget, QPoint point);
 /// To whatever has the focus in the window. The key is a virtual one.
 void SendKey(QWidget& window, std::uint16_t key, KeyModifiers modifiers);
 /// Replaces the text, by keys where they exist, else as an input method does.
-void TypeInto(QLineEdit& edit, const QString& text);
+/// Requires: an edit control or a memo.
+void TypeInto(QWidget& edit, const QString& text);
 /// The pointer rests there for as long as tips take.
 void RestPointer(QWidget& widget, QPoint point);
 

@@ -3,7 +3,9 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolBar>
@@ -33,10 +35,20 @@ QWidget* QtUserDialog::FindUsable(int id) const {
 }
 
 bool QtUserDialog::Type(int id, const VUnicodeString& text) {
-    auto* edit = qobject_cast<QLineEdit*>(FindUsable(id));
-    if (edit == nullptr) return false;
+    QWidget* edit = FindUsable(id);
+    const bool takesText = qobject_cast<QLineEdit*>(edit) != nullptr || qobject_cast<QPlainTextEdit*>(edit) != nullptr;
+    if (!takesText) return false;
     ClickWidget(*edit, edit->rect().center());
-    if (edit->text() != ToQt(text)) TypeInto(*edit, ToQt(text));
+    if (GetText(id) != text) TypeInto(*edit, ToQt(text));
+    return true;
+}
+
+bool QtUserDialog::Pick(int id, const VUnicodeString& text) {
+    auto* box = qobject_cast<QComboBox*>(FindUsable(id));
+    const int place = box != nullptr ? box->findText(ToQt(text)) : -1;
+    if (place < 0) return false;
+    box->setFocus();
+    while (box->currentIndex() != place) PressKey(box->currentIndex() < place ? kKeyDown : kKeyUp);
     return true;
 }
 

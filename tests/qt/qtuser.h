@@ -86,6 +86,7 @@ class QtUserDialog {
     explicit QtUserDialog(QtDialogFrame& frame);
 
     bool Type(int id, const VUnicodeString& text);
+    bool Pick(int id, const VUnicodeString& text);
     bool Tick(int id, bool isChecked);
     bool Press(int id);
     bool PressLabelled(const VUnicodeString& label);

@@ -114,7 +114,8 @@ TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
         EXPECT_EQ(CheckSessionName(parent, oldName, name), fault) << testing::PrintToString(newName);
         EXPECT_EQ(DescribeSessionNameFault(fault, name).IsEmpty(), fault == Fault::kNone);
     }
-    EXPECT_FALSE(ValidateSessionName(u"Servers\\web", u"web", u"Web", true, nullptr));
+    EXPECT_FALSE(ValidateSessionName(u"Servers", u"New", u"Web", true, nullptr)) << "the path is the folder";
+    EXPECT_TRUE(ValidateSessionName(u"", u"New", u"Web", true, nullptr));
     EXPECT_TRUE(ValidateSessionName(u"Servers\\web", u"web", u"Web", false, nullptr));
 }
 

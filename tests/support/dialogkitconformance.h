@@ -39,13 +39,29 @@ inline constexpr ControlTemplate kControls[] = {
     {ControlKind::kButton, kIdCancel, u"取消", {115, 160, 50, 14}},
 };
 inline constexpr DialogTemplate kTemplate{90, 198, 181, u"试验", kControls};
+inline constexpr int kPassword = 16;
+inline constexpr int kMemo = 17;
+inline constexpr int kCombo = 18;
+inline constexpr ControlTemplate kInputControls[] = {
+    {ControlKind::kStatic, kNoId, u"密码(&P):", {7, 7, 60, 9}},
+    {ControlKind::kPassword, kPassword, u"", {70, 7, 120, 14}},
+    {ControlKind::kStatic, kNoId, u"描述(&D):", {7, 24, 60, 9}},
+    {ControlKind::kMemo, kMemo, u"", {70, 24, 120, 40}},
+    {ControlKind::kStatic, kNoId, u"协议(&R):", {7, 67, 60, 9}},
+    {ControlKind::kComboBox, kCombo, u"", {70, 67, 120, 14}},
+    {ControlKind::kDefaultButton, kIdOk, u"确定", {7, 88, 50, 14}},
+};
+inline constexpr DialogTemplate kInputTemplate{91, 198, 109, u"输入", kInputControls};
 inline constexpr Accelerator kKeys[] = {
     {Accelerator::kControl, u'F', 77}, {Accelerator::kAlt, u'C', 79}, {Accelerator::kNone, kKeyF3, 78}};
 
 /// Notes what it is told, one word an event.
 class Notes : public VDialog, public ITreeEvents, public ITreeItemsOwner {
   public:
-    explicit Notes(VWindow* parent = nullptr) : VDialog(kTemplate, parent), items(*this) { SetAccelerators(kKeys); }
+    explicit Notes(VWindow* parent = nullptr, const DialogTemplate& shown = kTemplate)
+        : VDialog(shown, parent), items(*this) {
+        SetAccelerators(kKeys);
+    }
 
     /// What came since the last call.
     std::string Take() { return std::exchange(notes, {}); }
@@ -206,6 +222,45 @@ TYPED_TEST_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatC
     });
     EXPECT_EQ(result, kDialogAccepted);
     EXPECT_EQ(this->notes.Take(), "1");
+}
+
+TYPED_TEST_P(DialogKitConformance, PasswordsLinesAndChoicesAreTheUsers) {
+    using namespace conformance;
+    Notes notes(nullptr, kInputTemplate);
+    this->kit.ExpectDialog(kInputTemplate.id, [&](auto& dialog) {
+        IDialogWindow& window = *notes.GetWindow();
+        const std::vector<VUnicodeString> choices = {u"SSH2"_v, u"A && &B"_v, u"无"_v};
+        window.SetChoices(kCombo, choices);
+        EXPECT_EQ(window.GetText(kCombo), u"");
+        window.SetText(kCombo, u"无"_v);
+        EXPECT_EQ(window.GetText(kCombo), u"无");
+        window.SetText(kCombo, u"RLogin"_v);
+        EXPECT_EQ(window.GetText(kCombo), u"") << "it is not offered";
+        window.SetText(kMemo, u"a\nb"_v);
+        window.SetChoices(kMemo, choices);
+        EXPECT_EQ(notes.Take(), "") << "what code does";
+        EXPECT_TRUE(dialog.Pick(kCombo, u"SSH2"_v));
+        EXPECT_EQ(notes.Take(), "text:18:SSH2");
+        EXPECT_TRUE(dialog.Pick(kCombo, u"A && &B"_v));
+        EXPECT_EQ(dialog.GetText(kCombo), u"A && &B");
+        EXPECT_FALSE(dialog.Pick(kCombo, u"RLogin"_v));
+        EXPECT_FALSE(dialog.Type(kCombo, u"RLogin"_v));
+
+        EXPECT_TRUE(dialog.Type(kPassword, u"s3cret"_v));
+        EXPECT_EQ(window.GetText(kPassword), u"s3cret");
+        EXPECT_TRUE(window.GetText(kPassword).IsSensitive());
+        window.SetFocus(kMemo);
+        notes.Take();
+        dialog.PressKey(kKeyReturn);
+        EXPECT_FALSE(dialog.IsClosed());
+        EXPECT_NE(notes.Take(), "");
+        EXPECT_TRUE(dialog.Type(kMemo, u"x\ny"_v));
+        EXPECT_EQ(window.GetText(kMemo), u"x\ny");
+        window.SetFocus(kCombo);
+        dialog.PressKey(kKeyReturn);
+        EXPECT_TRUE(dialog.IsClosed());
+    });
+    EXPECT_EQ(notes.DoModal(), kDialogAccepted);
 }
 
 TYPED_TEST_P(DialogKitConformance, WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless) {
@@ -508,6 +563,7 @@ TYPED_TEST_P(DialogKitConformance, DragsTellWhereTheyAreAndWhatTheyDo) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
+                            PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
                             KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
                             TimersGoOnUntilTheyAreStopped, TheToolbarTellsItsCommandsAndIsShownAnew,

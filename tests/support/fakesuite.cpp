@@ -63,7 +63,7 @@ bool FakeConfigPanels::GetGlobalConfig(VRef<GlobalConfig>& config, std::int32_t)
 bool FakeConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName,
                                            const VUnicodeString& newName, bool isNew, VWindow*) {
     const VUnicodeString currentName = isNew ? VUnicodeString() : oldName;
-    if (CheckSessionName(GetEntryParent(path), currentName, newName) == SessionNameFault::kNone) return true;
+    if (CheckSessionName(isNew ? path : GetEntryParent(path), currentName, newName) == SessionNameFault::kNone) return true;
     refusedNames.push_back(newName);
     return false;
 }

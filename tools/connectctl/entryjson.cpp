@@ -8,6 +8,7 @@
 
 #include "config/isessionconfig.h"
 #include "config/sessionconfig.h"
+#include "config/settingtext.h"
 #include "config/settingwalk.h"
 #include "foundation/casefold.h"
 #include "foundation/hextext.h"
@@ -23,7 +24,6 @@
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
 #include "tools/connectctl/output.h"
-#include "tools/connectctl/settingvalue.h"
 #include "tools/connectctl/toolstore.h"
 
 namespace connectdialog::connectctl {
@@ -47,7 +47,7 @@ class ValueNames {
     void AddMembers(VProfileData& part) {
         for (std::size_t i = 0; VProfileData* member = part.GetMember(i); ++i) {
             if (member->GetMember(0) == member)
-                Add(member->GetName(), IsSecret(*member));
+                Add(member->GetName(), IsSecretSetting(*member));
             else
                 AddMembers(*member);
         }
@@ -77,7 +77,7 @@ const ValueNames& ProtocolNames() {
 /// What a session's key may hold.
 ValueNames NamesOf(ISessionConfig& session) {
     ValueNames names;
-    VisitSettings(session, [&](VProfileData& setting) { names.Add(setting.GetName(), IsSecret(setting)); });
+    VisitSettings(session, [&](VProfileData& setting) { names.Add(setting.GetName(), IsSecretSetting(setting)); });
     for (const ValueName& name : ProtocolNames().All()) names.Add(name.name, name.isSecret);
     return names;
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "config/protocolchoice.h"
 #include "config/sessionconfig.h"
 #include "config/settingwalk.h"
 #include "platform/codepage.h"
@@ -13,7 +14,6 @@
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/nearnames.h"
 #include "tools/connectctl/output.h"
-#include "tools/connectctl/protocolchoice.h"
 #include "tools/connectctl/settingorigin.h"
 #include "tools/connectctl/settingstore.h"
 #include "tools/connectctl/settingvalue.h"
@@ -87,14 +87,23 @@ Failure Get(const SettingArguments& arguments) {
     return kDone;
 }
 
+Failure ChooseProtocol(ISessionConfig& session, const VProfileData& choice, ProtocolSide side,
+                       const VUnicodeString& name) {
+    if (SelectProtocol(session, side, name)) return kDone;
+    std::string names;
+    for (const VUnicodeString& known : ListProtocols(side)) names += (names.empty() ? "" : ", ") + Quoted(known);
+    return Quoted(choice.GetName()) + " is one of " + names + ", not " + Quoted(name);
+}
+
 Failure Set(const SettingArguments& arguments) {
     VRef<ISessionConfig> session;
     VProfileData* setting = nullptr;
     VUnicodeString value;
     if (Failure failure = DecodeArgument(arguments.value, value)) return failure;
     if (Failure failure = OpenSetting(arguments, session, setting)) return failure;
-    Failure failure =
-        IsProtocolChoice(*setting) ? SelectProtocol(*session, *setting, value) : SetSettingText(*setting, value);
+    ProtocolSide side = ProtocolSide::kTerminal;
+    Failure failure = IsProtocolChoice(*setting, side) ? ChooseProtocol(*session, *setting, side, value)
+                                                       : SetSettingText(*setting, value);
     if (failure) return failure;
     return setting->IsChanged() || setting->IsMissing() ? StoreSetting(*session, *setting) : kDone;
 }

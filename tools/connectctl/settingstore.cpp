@@ -39,14 +39,6 @@ Failure CheckStored(ISessionConfig& session, VProfileData& setting) {
 
 }  // namespace
 
-VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name) {
-    VProfileData* found = nullptr;
-    VisitSettings(session, [&](VProfileData& setting) {
-        if (found == nullptr && setting.GetName().EqualsNoCase(name)) found = &setting;
-    });
-    return found;
-}
-
 Failure StoreSetting(ISessionConfig& session, VProfileData& setting) {
     return ChangeStore([&] {
         const Failure failure = WriteSession(session);

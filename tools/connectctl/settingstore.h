@@ -1,7 +1,5 @@
-// Finding one setting of a session, and storing a session with a changed one.
+// Storing a session with a changed setting.
 #pragma once
-
-#include <string_view>
 
 #include "tools/connectctl/command.h"
 
@@ -11,10 +9,6 @@ class VProfileData;
 }  // namespace connectdialog
 
 namespace connectdialog::connectctl {
-
-/// The setting of that name among those that the session would save, case ignored; null when there is none. Owned by
-/// the session.
-VProfileData* FindSetting(ISessionConfig& session, std::u16string_view name);
 
 /// Saves the session's changes in one unit of work and reads them back in it: a session corrects, while it is loaded,
 /// values that its settings do not take, and then the store keeps what it had.

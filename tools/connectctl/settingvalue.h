@@ -21,8 +21,6 @@ inline constexpr char kHidden[] = "(hidden)";
 const char* GetSettingType(VProfileData& setting);
 /// What a value of its type may be, for messages and help.
 std::string GetSettingRange(VProfileData& setting);
-/// Whether the value is a text that is stored in another form than its own: one that must not be read at a glance.
-bool IsSecret(VProfileData& setting);
 
 /// A bool, a number, a text ("off", "on", "global" for a tri-state), an array of texts, an object for a record. Secrets
 /// are given as they are.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "foundation/vunicodestring.h"
 #include "profile/vwindowplacement.h"
@@ -23,9 +24,9 @@ class IDialogEvents {
     virtual ~IDialogEvents() = default;
     /// A button or a check box was clicked (its new state is set already), or a button of the toolbar. Closing the
     /// window by its frame or by the Escape key is a click on kIdCancel, the Return key one on the button that has the
-    /// focus, else on the default button, unless that is disabled.
+    /// focus, else on the default button, unless that is disabled or lines are typed.
     virtual void OnCommandEvent(int id) = 0;
-    /// The user changed the text of an edit control.
+    /// The user changed the text of an edit control, or chose in a combo box.
     virtual void OnTextChanged(int id) = 0;
     /// A key, before any control sees it; a capital letter, a digit or one of kKey…. True when that was all.
     virtual bool OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) = 0;
@@ -51,8 +52,13 @@ class IDialogWindow {
     virtual void Close() = 0;
 
     virtual void SetTitle(const VUnicodeString& title) = 0;
+    /// The label, or what the user typed or chose: that of a password is sensitive, lines have a line feed between
+    /// them.
     virtual VUnicodeString GetText(int id) const = 0;
+    /// In a combo box a text that it does not offer chooses none.
     virtual void SetText(int id, const VUnicodeString& text) = 0;
+    /// The texts that a combo box offers; none of them is chosen then.
+    virtual void SetChoices(int id, std::span<const VUnicodeString> choices) = 0;
     virtual bool IsChecked(int id) const = 0;
     virtual void SetChecked(int id, bool isChecked) = 0;
     virtual bool IsEnabled(int id) const = 0;

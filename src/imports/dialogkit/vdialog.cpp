@@ -68,6 +68,9 @@ VUnicodeString VDialog::GetControlText(int id) const {
 void VDialog::SetControlText(int id, const VUnicodeString& text) {
     if (window != nullptr) window->SetText(id, text);
 }
+void VDialog::SetControlChoices(int id, std::span<const VUnicodeString> choices) {
+    if (window != nullptr) window->SetChoices(id, choices);
+}
 bool VDialog::IsControlChecked(int id) const {
     return window != nullptr && window->IsChecked(id);
 }

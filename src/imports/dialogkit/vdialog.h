@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "foundation/vunicodestring.h"
 #include "imports/dialogkit/dataexchange.h"
@@ -50,6 +51,7 @@ class VDialog : public VWindow, private IDialogEvents {
 
     VUnicodeString GetControlText(int id) const;
     void SetControlText(int id, const VUnicodeString& text);
+    void SetControlChoices(int id, std::span<const VUnicodeString> choices);
     bool IsControlChecked(int id) const;
     void SetControlChecked(int id, bool isChecked);
     void EnableControl(int id, bool isEnabled);
@@ -65,7 +67,7 @@ class VDialog : public VWindow, private IDialogEvents {
     /// A button, a menu entry, a key: whatever raised the command. True when it was known. The base knows kIdOk and
     /// kIdCancel.
     virtual bool OnCommand(int command);
-    /// The user changed the text of an edit control.
+    /// The user changed the text of an edit control, or chose in a combo box.
     virtual void OnControlChanged(int id);
     /// Takes the data over and ends with kDialogAccepted, unless a datum was refused.
     virtual void OnOK();

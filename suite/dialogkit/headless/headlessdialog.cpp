@@ -37,7 +37,7 @@ HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dia
       inside(HeadlessDialog::ToPixels({0, 0, dialog.width, dialog.height})) {
     for (const ControlTemplate& row : dialog.controls) {
         controls.push_back(
-            {row.kind, row.id, row.label, HeadlessDialog::ToPixels(row.place), false, true, true, nullptr, {}});
+            {row.kind, row.id, row.label, HeadlessDialog::ToPixels(row.place), false, true, true, nullptr, {}, {}});
         if (focus == kNoId && TakesFocus(row.kind)) focus = row.id;
     }
 }
@@ -50,11 +50,14 @@ const HeadlessDialog::Control* HeadlessDialog::Find(int id) const {
     return found != controls.end() ? &*found : nullptr;
 }
 
-HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
+HeadlessDialog::Control* HeadlessDialog::FindUsable(int id) {
     Control* control = Find(id);
-    const bool isUsable =
-        !isClosed && control != nullptr && control->kind == kind && control->isEnabled && control->isShown;
-    return isUsable ? control : nullptr;
+    return !isClosed && control != nullptr && control->isEnabled && control->isShown ? control : nullptr;
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
+    Control* control = FindUsable(id);
+    return control != nullptr && control->kind == kind ? control : nullptr;
 }
 
 HeadlessDialog::Control* HeadlessDialog::FindUsableButton(int id) {
@@ -74,14 +77,25 @@ void HeadlessDialog::EndLabelEdits() {
         if (control.tree != nullptr) control.tree->EndLabelEdit(true);
 }
 
-bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
-    Control* control = FindUsable(id, ControlKind::kEdit);
-    if (control == nullptr) return false;
+void HeadlessDialog::Enter(Control& control, const VUnicodeString& text) {
     EndLabelEdits();
-    focus = id;
-    if (control->text == text) return true;
-    control->text = text;
-    events.OnTextChanged(id);
+    focus = control.id;
+    if (control.text == text) return;
+    control.text = text;
+    events.OnTextChanged(control.id);
+}
+
+bool HeadlessDialog::Type(int id, const VUnicodeString& text) {
+    Control* control = FindUsable(id);
+    if (control == nullptr || !HoldsInput(control->kind) || control->kind == ControlKind::kComboBox) return false;
+    Enter(*control, text);
+    return true;
+}
+
+bool HeadlessDialog::Pick(int id, const VUnicodeString& text) {
+    Control* control = FindUsable(id, ControlKind::kComboBox);
+    if (control == nullptr || std::ranges::find(control->choices, text) == control->choices.end()) return false;
+    Enter(*control, text);
     return true;
 }
 
@@ -129,6 +143,8 @@ bool HeadlessDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
     if (tree != nullptr && tree->IsEditing()) return tree->PressKey(key, modifiers);
     if (events.OnKeyEvent(key, modifiers)) return true;
     if (key == kKeyEscape) return CloseByFrame();
+    if (Control* memo = FindUsable(focus, ControlKind::kMemo); memo != nullptr && key == kKeyReturn)
+        return Type(focus, memo->text + u'\n');
     if (key == kKeyReturn) {
         const Control* button = FindReturnButton();
         return button != nullptr && Press(button->id);
@@ -178,10 +194,24 @@ void HeadlessDialog::RunModal() {
 
 VUnicodeString HeadlessDialog::GetText(int id) const {
     const Control* control = Find(id);
-    return control != nullptr ? control->text : VUnicodeString();
+    if (control == nullptr) return {};
+    VUnicodeString text;
+    if (control->kind == ControlKind::kPassword) text.MarkSensitive();
+    text += control->text;
+    return text;
 }
 void HeadlessDialog::SetText(int id, const VUnicodeString& text) {
-    if (Control* control = Find(id)) control->text = text;
+    Control* control = Find(id);
+    if (control == nullptr) return;
+    const bool isOffered =
+        control->kind != ControlKind::kComboBox || std::ranges::find(control->choices, text) != control->choices.end();
+    control->text = isOffered ? text : VUnicodeString();
+}
+void HeadlessDialog::SetChoices(int id, std::span<const VUnicodeString> choices) {
+    Control* control = Find(id);
+    if (control == nullptr || control->kind != ControlKind::kComboBox) return;
+    control->choices.assign(choices.begin(), choices.end());
+    control->text = VUnicodeString();
 }
 bool HeadlessDialog::IsChecked(int id) const {
     const Control* control = Find(id);
@@ -270,7 +300,8 @@ void HeadlessDialog::ShowToolbar(int id, const VToolbarState& newToolbar) {
     std::int32_t width = 0;
     for (const VToolbarState::Button& button : toolbar->GetButtons())
         width += button.command != 0 ? kToolbarButton : kToolbarSeparator;
-    controls.push_back({ControlKind::kToolbar, id, {}, {0, 0, width, kToolbarHeight}, false, true, true, nullptr, {}});
+    controls.push_back(
+        {ControlKind::kToolbar, id, {}, {0, 0, width, kToolbarHeight}, false, true, true, nullptr, {}, {}});
 }
 
 }  // namespace connectdialog

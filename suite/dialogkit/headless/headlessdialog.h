@@ -27,6 +27,8 @@ class HeadlessDialog : public IDialogWindow {
 
     /// Replaces the text of an edit control.
     bool Type(int id, const VUnicodeString& text);
+    /// Chooses a text that the combo box offers.
+    bool Pick(int id, const VUnicodeString& text);
     bool Tick(int id, bool isChecked);
     /// A button, also one of the toolbar.
     bool Press(int id);
@@ -61,6 +63,7 @@ class HeadlessDialog : public IDialogWindow {
     void SetTitle(const VUnicodeString& newTitle) override { title = newTitle; }
     VUnicodeString GetText(int id) const override;
     void SetText(int id, const VUnicodeString& text) override;
+    void SetChoices(int id, std::span<const VUnicodeString> choices) override;
     bool IsChecked(int id) const override;
     void SetChecked(int id, bool isChecked) override;
     bool IsEnabled(int id) const override;
@@ -95,6 +98,7 @@ class HeadlessDialog : public IDialogWindow {
         bool isShown = true;
         std::unique_ptr<HeadlessTree> tree;
         VUnicodeString font;
+        std::vector<VUnicodeString> choices;
     };
     struct Timer {
         int number;
@@ -104,8 +108,11 @@ class HeadlessDialog : public IDialogWindow {
 
     const Control* Find(int id) const;
     Control* Find(int id) { return const_cast<Control*>(std::as_const(*this).Find(id)); }
-    /// The control when the user can use it and it is of that kind.
+    /// The control when the user can use it, and it is of that kind.
     Control* FindUsable(int id, ControlKind kind);
+    Control* FindUsable(int id);
+    /// The user put a text into the control.
+    void Enter(Control& control, const VUnicodeString& text);
     Control* FindUsableButton(int id);
     /// The button that the Return key presses, when it can be.
     Control* FindReturnButton();

@@ -2,11 +2,14 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QToolBar>
 #include <algorithm>
@@ -51,6 +54,19 @@ QWidget* MakeEdit(QtDialogFrame& frame) {
     auto* edit = new QLineEdit(&frame);
     edit->setMaxLength(std::numeric_limits<int>::max());
     return edit;
+}
+
+QWidget* MakePassword(QtDialogFrame& frame) {
+    auto* edit = new QLineEdit(&frame);
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    edit->setEchoMode(QLineEdit::Password);
+    return edit;
+}
+
+QWidget* MakeMemo(QtDialogFrame& frame) {
+    auto* memo = new QPlainTextEdit(&frame);
+    memo->setTabChangesFocus(true);
+    return memo;
 }
 
 QWidget* MakeButton(QtDialogFrame& frame, bool isDefault) {
@@ -118,6 +134,12 @@ QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame) {
             return new QLabel(&frame);
         case ControlKind::kEdit:
             return MakeEdit(frame);
+        case ControlKind::kPassword:
+            return MakePassword(frame);
+        case ControlKind::kMemo:
+            return MakeMemo(frame);
+        case ControlKind::kComboBox:
+            return new QComboBox(&frame);
         case ControlKind::kButton:
         case ControlKind::kDefaultButton:
             return MakeButton(frame, kind == ControlKind::kDefaultButton);
@@ -146,9 +168,42 @@ void ShowLabel(ControlKind kind, QWidget& widget, const QString& label) {
     if (auto* box = qobject_cast<QGroupBox*>(&widget)) box->setTitle(label);
 }
 
+QString GetInput(const QWidget& widget) {
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) return edit->text();
+    if (const auto* memo = qobject_cast<const QPlainTextEdit*>(&widget)) return memo->toPlainText();
+    const auto* box = qobject_cast<const QComboBox*>(&widget);
+    return box != nullptr ? box->currentText() : QString();
+}
+
+void SetInput(QWidget& widget, const QString& text) {
+    const QSignalBlocker quiet(widget);
+    if (auto* edit = qobject_cast<QLineEdit*>(&widget)) edit->setText(text);
+    if (auto* memo = qobject_cast<QPlainTextEdit*>(&widget)) memo->setPlainText(text);
+    if (auto* box = qobject_cast<QComboBox*>(&widget)) box->setCurrentIndex(box->findText(text));
+}
+
+void WatchInput(QWidget& widget, const QObject& listener, const std::function<void()>& tell) {
+    if (auto* edit = qobject_cast<QLineEdit*>(&widget)) QObject::connect(edit, &QLineEdit::textEdited, &listener, tell);
+    if (auto* memo = qobject_cast<QPlainTextEdit*>(&widget))
+        QObject::connect(memo, &QPlainTextEdit::textChanged, &listener, tell);
+    if (auto* box = qobject_cast<QComboBox*>(&widget))
+        QObject::connect(box, &QComboBox::currentIndexChanged, &listener, tell);
+}
+
+void WipeInput(QWidget& widget) {
+    auto* edit = qobject_cast<QLineEdit*>(&widget);
+    if (edit == nullptr || edit->echoMode() != QLineEdit::Password) return;
+    // The toolkit frees a text without wiping it; this handle and the edit control share one buffer.
+    const QString text = edit->text();
+    auto* characters = const_cast<QChar*>(text.constData());
+    std::fill(characters, characters + text.size(), QChar(u' '));
+}
+
 QSize NeededSize(ControlKind kind, const QWidget& widget) {
     switch (kind) {
         case ControlKind::kEdit:
+        case ControlKind::kPassword:
+        case ControlKind::kComboBox:
             return {0, widget.sizeHint().height()};
         case ControlKind::kIcon:
         case ControlKind::kButton:

@@ -3,9 +3,11 @@
 
 #include <QSize>
 #include <QSizeF>
+#include <functional>
 
 #include "resources/dialogtemplate.h"
 
+class QObject;
 class QString;
 class QToolBar;
 class QWidget;
@@ -18,8 +20,17 @@ class VToolbarState;
 /// Owned by the frame, hidden like it, without a label.
 QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame);
 
-/// Requires: the widget was made for that kind, which is not kEdit.
+/// Requires: the widget was made for that kind, which holds no input.
 void ShowLabel(ControlKind kind, QWidget& widget, const QString& label);
+
+/// What the user typed or chose; the label of a kind that holds no input is not told.
+QString GetInput(const QWidget& widget);
+/// Sets it without an event.
+void SetInput(QWidget& widget, const QString& text);
+/// Calls `tell` whenever the user changes it, as long as `listener` lives.
+void WatchInput(QWidget& widget, const QObject& listener, const std::function<void()>& tell);
+/// Overwrites what a password edit holds.
+void WipeInput(QWidget& widget);
 
 /// The size below which the widget is cut off, pixels; 0 where any size will do.
 QSize NeededSize(ControlKind kind, const QWidget& widget);

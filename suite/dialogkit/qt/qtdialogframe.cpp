@@ -92,7 +92,7 @@ bool QtDialogFrame::TakeKey(QKeyEvent& event) {
         reject();
         return true;
     }
-    if (key == kKeyReturn && modifiers == Accelerator::kNone) {
+    if (key == kKeyReturn && modifiers == Accelerator::kNone && !window->IsInMemo()) {
         window->PressReturn();
         return true;
     }

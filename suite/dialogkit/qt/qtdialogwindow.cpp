@@ -2,12 +2,15 @@
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QToolBar>
 #include <algorithm>
 #include <limits>
@@ -42,7 +45,10 @@ QtDialogWindow::QtDialogWindow(const DialogTemplate& dialog, IDialogEvents& even
 QtDialogWindow::~QtDialogWindow() {
     if (frame == nullptr) return;
     for (const Control& control : controls)
-        if (control.kind == ControlKind::kTree) static_cast<QtTree*>(control.widget.data())->Detach();
+        if (control.kind == ControlKind::kTree)
+            static_cast<QtTree*>(control.widget.data())->Detach();
+        else if (control.kind == ControlKind::kPassword)
+            WipeInput(*control.widget);
     frame->GiveUp();
 }
 
@@ -50,8 +56,7 @@ QWidget* QtDialogWindow::MakeControl(const ControlTemplate& row) {
     QtDialogFrame* const told = frame;
     const int id = row.id;
     QWidget* const widget = MakeControlWidget(row.kind, *told);
-    if (auto* edit = qobject_cast<QLineEdit*>(widget))
-        QObject::connect(edit, &QLineEdit::textEdited, told, [told, id] { told->TellText(id); });
+    if (HoldsInput(row.kind)) WatchInput(*widget, *told, [told, id] { told->TellText(id); });
     if (auto* button = qobject_cast<QAbstractButton*>(widget))
         QObject::connect(button, &QAbstractButton::clicked, told, [told, id] { told->TellCommand(id); });
     widget->setObjectName(QString::number(id));
@@ -98,7 +103,7 @@ void QtDialogWindow::NameForReading() {
             SetBuddy(control);
             continue;
         }
-        const bool hasLabel = control.kind != ControlKind::kEdit && control.kind != ControlKind::kTree;
+        const bool hasLabel = !HoldsInput(control.kind) && control.kind != ControlKind::kTree;
         const QString spoken = hasLabel ? name : before.join(u' ');
         control.widget->setAccessibleName(spoken.isEmpty() ? frame->windowTitle() : spoken);
         before.clear();
@@ -131,6 +136,10 @@ QtDialogWindow::Control* QtDialogWindow::FindFollowing(const Control& control) {
         if (TakesFocus(next.kind) && isUsable) return &controls[i];
     }
     return nullptr;
+}
+
+bool QtDialogWindow::IsInMemo() const {
+    return qobject_cast<QPlainTextEdit*>(frame->focusWidget()) != nullptr;
 }
 
 void QtDialogWindow::PressReturn() {
@@ -179,8 +188,11 @@ void QtDialogWindow::SetTitle(const VUnicodeString& title) {
 VUnicodeString QtDialogWindow::GetText(int id) const {
     const auto found = std::find_if(controls.begin(), controls.end(), [&](const Control& c) { return c.id == id; });
     if (id == kNoId || found == controls.end()) return {};
-    const auto* edit = qobject_cast<const QLineEdit*>(found->widget.data());
-    return FromQt(edit != nullptr ? edit->text() : found->label);
+    if (!HoldsInput(found->kind) || found->widget == nullptr) return FromQt(found->label);
+    VUnicodeString text;
+    if (found->kind == ControlKind::kPassword) text.MarkSensitive();
+    text += ViewOf(GetInput(*found->widget));
+    return text;
 }
 
 void QtDialogWindow::SetText(int id, const VUnicodeString& text) {
@@ -190,8 +202,17 @@ void QtDialogWindow::SetText(int id, const VUnicodeString& text) {
     NameForReading();
 }
 
+void QtDialogWindow::SetChoices(int id, std::span<const VUnicodeString> choices) {
+    auto* box = qobject_cast<QComboBox*>(GetControl(id));
+    if (box == nullptr) return;
+    const QSignalBlocker quiet(box);
+    box->clear();
+    for (const VUnicodeString& choice : choices) box->addItem(ToQt(choice));
+    box->setCurrentIndex(-1);
+}
+
 void QtDialogWindow::SetLabel(Control& control, const QString& label) {
-    if (auto* edit = qobject_cast<QLineEdit*>(control.widget.data())) return edit->setText(label);
+    if (HoldsInput(control.kind)) return SetInput(*control.widget, label);
     control.label = label;
     ShowLabel(control.kind, *control.widget, label);
 }

@@ -29,6 +29,8 @@ class QtDialogWindow final : public IDialogWindow {
 
     // For the frame.
     bool IsTimer(int timer) const { return timers.contains(timer); }
+    /// Whether the user types lines, so that the Return key begins a new one.
+    bool IsInMemo() const;
     /// Presses the button with the focus, else the default button.
     void PressReturn();
     /// Goes to the control whose label marks the letter, where there is one.
@@ -41,6 +43,7 @@ class QtDialogWindow final : public IDialogWindow {
     void SetTitle(const VUnicodeString& title) override;
     VUnicodeString GetText(int id) const override;
     void SetText(int id, const VUnicodeString& text) override;
+    void SetChoices(int id, std::span<const VUnicodeString> choices) override;
     bool IsChecked(int id) const override;
     void SetChecked(int id, bool isChecked) override;
     bool IsEnabled(int id) const override;
@@ -69,7 +72,7 @@ class QtDialogWindow final : public IDialogWindow {
         ControlKind kind;
         int id;
         QPointer<QWidget> widget;
-        QString label;  ///< with the mark of its letter; of an edit control nothing
+        QString label;  ///< with the mark of its letter; nothing where the text is the user's
     };
 
     QWidget* MakeControl(const ControlTemplate& row);

@@ -30,7 +30,7 @@ QString ToQt(std::u16string_view text) {
 }
 
 VUnicodeString FromQt(const QString& text) {
-    return std::u16string_view(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size()));
+    return ViewOf(text);
 }
 
 KeyModifiers FromQt(Qt::KeyboardModifiers modifiers) {

@@ -5,6 +5,7 @@
 #include <QRect>
 #include <QString>
 #include <cstdint>
+#include <string_view>
 
 #include "imports/dialogkit/idialogwindow.h"
 
@@ -14,6 +15,10 @@ namespace connectdialog {
 
 QString ToQt(std::u16string_view text);
 VUnicodeString FromQt(const QString& text);
+/// The text as long as `text` stands unchanged.
+inline std::u16string_view ViewOf(const QString& text) {
+    return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
 
 inline QPoint ToQt(VPoint point) {
     return {point.x, point.y};
