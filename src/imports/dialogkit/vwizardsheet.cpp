@@ -8,11 +8,17 @@ namespace connectdialog {
 
 void VWizardSheet::OnInitDialog() {
     VDialog::OnInitDialog();
-    if (!pages.empty()) Activate(*pages[firstPage < pages.size() ? firstPage : 0]);
+    VPropertyPage* const first = pages.empty() ? nullptr : pages[firstPage < pages.size() ? firstPage : 0];
+    if (first == nullptr || !MakeWindow(*first)) return EndDialog(kNotShown);
+    Activate(*first);
+}
+
+bool VWizardSheet::MakeWindow(VPropertyPage& page) {
+    return page.GetWindow() != nullptr ||
+           page.CreatePage(*this, GetWindow()->GetRectangle(WizardIds::kPageArea), kNoId);
 }
 
 void VWizardSheet::Activate(VPropertyPage& page) {
-    if (page.GetWindow() == nullptr) page.CreatePage(*this, GetWindow()->GetRectangle(WizardIds::kPageArea), kNoId);
     VPropertyPage* const former = active;
     active = &page;
     page.OnSetActive();
@@ -30,8 +36,7 @@ void VWizardSheet::GoTo(std::int64_t answer, std::ptrdiff_t step) {
         const std::ptrdiff_t place = from - pages.begin() + step;
         to = place >= 0 && place < std::ssize(pages) ? pages.begin() + place : pages.end();
     }
-    const bool isLeft = to != pages.end() && to != from && (active->GetWindow() == nullptr || active->OnKillActive());
-    if (isLeft) Activate(**to);
+    if (to != pages.end() && to != from && MakeWindow(**to) && active->OnKillActive()) Activate(**to);
 }
 
 bool VWizardSheet::OnCommand(int command) {

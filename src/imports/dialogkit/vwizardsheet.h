@@ -41,12 +41,14 @@ class VPropertyPage : public VPluginDialog {
     unsigned resourceId;
 };
 
-/// Pages lie over the control `WizardIds::kPageArea` and are made when they first show. One that cannot be made shows
-/// as an empty page, which can be left.
+/// Pages lie over the control `WizardIds::kPageArea` and are made when they first show. One that cannot be made is not
+/// gone to; when that is the first, the sheet does not show.
 class VWizardSheet : public VDialog {
   public:
     /// What a sheet ends with when the user pressed Finish.
     static constexpr std::int64_t kFinished = 12325;
+    /// What it ends with when there is nothing that it could show.
+    static constexpr std::int64_t kNotShown = 0;
 
     /// `selectPage` is the index of the page that shows first; one that does not exist is the first.
     VWizardSheet(const DialogTemplate& dialogTemplate, VWindow* parent, unsigned selectPage)
@@ -58,12 +60,13 @@ class VWizardSheet : public VDialog {
     VPropertyPage* GetActivePage() const { return active; }
 
   protected:
-    /// Shows the first page.
+    /// Shows the first page, or ends.
     void OnInitDialog() override;
     bool OnCommand(int command) override;
     void OnDestroy() override;
 
   private:
+    bool MakeWindow(VPropertyPage& page);
     void Activate(VPropertyPage& page);
     /// Leaves the page for that with the number `answer`, or for the neighbour `step` pages on.
     void GoTo(std::int64_t answer, std::ptrdiff_t step);
