@@ -1,7 +1,11 @@
 #include "platform/userfiles.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cstdlib>
+#include <string>
 
 #include "platform/lasterror.h"
 #include "platform/paths.h"
@@ -11,6 +15,15 @@ namespace connectdialog::platform {
 
 bool CreateUserFolder(std::u16string_view path) {
     return MakeFolders(ToNativePath(path), S_IRWXU);
+}
+
+bool CanMakeFilesIn(std::u16string_view folder) {
+    std::string name = ToNativePath(folder) + "/.probe-XXXXXX";
+    const int file = mkostemp(name.data(), O_CLOEXEC);
+    if (file < 0) return FailFromErrno();
+    close(file);
+    unlink(name.c_str());
+    return true;
 }
 
 bool IsPrivateFolder(std::u16string_view path) {
