@@ -75,14 +75,16 @@ TEST_F(ProtocolConfigTest, TheCatalogueStandsInItsOrder) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
         rows += std::to_string(static_cast<int>(row.kind)).c_str();
         rows += u" " + row.name + u", ";
+        EXPECT_EQ(row.createConfig == nullptr, row.name == u"None");
+        if (row.createConfig == nullptr) continue;
         const auto config = VRef<ConnectConfig>::Adopt(row.createConfig(nullptr, nullptr, row));
         EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, row.name.View());
     }
     EXPECT_EQ(
         rows,
-        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, "
-        u"3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
-        u"6 FTP/SSL (explicit), 6 SCP, 7 SSH2, ");
+        u"3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, 3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 3 None, "
+        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
+        u"6 FTP/SSL (explicit), 6 SCP, 6 None, 7 SSH2, ");
 }
 
 TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
@@ -103,6 +105,7 @@ TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
 
 TEST_F(ProtocolConfigTest, EverySettingOfEveryProtocolComesBackFromTheStore) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
+        if (row.createConfig == nullptr) continue;
         WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
         const auto session = Make(row.name.GetData());
         ConnectConfig& config = Protocol(*session);
