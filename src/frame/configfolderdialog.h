@@ -15,7 +15,7 @@ class ConfigFolderDialog : public VDialog {
     ConfigFolderDialog(VUnicodeString initialPath, const VIcon* icon, VWindow* parent);
 
     /// The folder, after the dialog was accepted.
-    const VUnicodeString GetPath() const { return path; }
+    const VUnicodeString& GetPath() const { return path; }
 
   protected:
     void OnInitDialog() override;
