@@ -155,7 +155,7 @@ TEST_F(SmallDialogs, AnOptionalBoxIsNotSuppressedByWhoCancels) {
             EXPECT_TRUE(dialog.Tick(OptionalBoxIds::kDontShowAgain, true));
             EXPECT_TRUE(dialog.PressLabelled(row.button));
         });
-        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion), row.result);
+        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion, 1), row.result);
         EXPECT_EQ(suppress.Get(), row.suppressed);
     }
 }

@@ -29,7 +29,7 @@ TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
               u"Character Send Delay, Maximum Cols, Maximum Scrollback, RemoteFrame Window Placement, "
               u"Remote ExplorerFrame State, "
               u"Remote ListView State, Tessaly Remote Tab State, Connect Dialog Placement, "
-              u"Connect Dialog On Startup, Quick Connect On Startup, Show Descriptions, "
+              u"Connect Dialog On Startup, Quick Connect On Startup, Quick Connect Save Session, Show Descriptions, "
               u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
               u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
               u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "
