@@ -145,7 +145,7 @@ TEST_F(WizardTest, TheNameIsSuggestedFreeAndMustStand) {
 
 TEST_F(WizardTest, WhoDeclinesFinishesAtOnce) {
     EXPECT_EQ(Run([](HeadlessDialog& sheet) {
-                  EXPECT_FALSE(sheet.Press(WizardIds::kFinish));
+                  ASSERT_FALSE(sheet.Press(WizardIds::kFinish));
                   sheet.GetPage()->Tick(WizardIds::kDeclineWizard, true);
                   EXPECT_FALSE(sheet.Press(WizardIds::kNext));
                   EXPECT_TRUE(sheet.Press(WizardIds::kFinish));
