@@ -118,7 +118,7 @@ VUnicodeString QuickConnectDialogBase::MakeStorableName() const {
         VUnicodeString base = VSafeHostName(text);
         base.TrimLeft();
         base.TrimRight();
-        const VUnicodeString name = base.IsEmpty() ? base : MakeUniqueName(targetFolder, base);
+        VUnicodeString name = base.IsEmpty() ? base : MakeUniqueName(targetFolder, base);
         if (ValidateSessionName(targetFolder, VUnicodeString(), name, true, nullptr)) return name;
     }
     return MakeUniqueName(targetFolder, u"New"_v);

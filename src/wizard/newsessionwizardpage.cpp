@@ -48,7 +48,7 @@ VUnicodeString NewSessionWizardPage::MakeUsableName(const VUnicodeString& sugges
     safe.TrimLeft();
     safe.TrimRight();
     for (const VUnicodeString& base : {suggestion, safe}) {
-        const VUnicodeString name = base.IsEmpty() ? base : MakeUniqueName(folder, base);
+        VUnicodeString name = base.IsEmpty() ? base : MakeUniqueName(folder, base);
         if (ValidateSessionName(folder, config->GetName(), name, true, nullptr)) return name;
     }
     return config->GetName();

@@ -54,17 +54,23 @@ VUnicodeString HostOf(ISessionConfig& session) {
 }
 
 TEST_F(QuickConnectTest, APortIsReleasedOnceAndOnlyWhenItWasTheOneThatWasFound) {
-    const std::tuple<std::vector<const char16_t*>, bool, int> rows[] = {
-        {{u"SSH1", u"SSH2", u"SSH1"}, false, 0}, {{u"Telnet"}, false, 1}, {{u"Telnet", u"Serial", u"SSH2"}, false, 1},
-        {{u"Telnet", u"Serial"}, true, 1},       {{u"Telnet"}, true, 0},
+    struct Row {
+        std::vector<const char16_t*> protocols;
+        bool isPortTyped;
+        int releases;
     };
-    for (const auto& [protocols, isPortTyped, releases] : rows) {
+    const Row rows[] = {
+        {{u"SSH1", u"SSH2", u"SSH1"}, false, 0},     {{u"Telnet"}, false, 1},
+        {{u"Telnet", u"Serial", u"SSH2"}, false, 1}, {{u"Telnet"}, true, 0},
+        {{u"Telnet", u"Serial"}, true, 1},  // the rule stayed pending, and the next port is the one that was found
+    };
+    for (const Row& row : rows) {
         PortProtocol::releases = 0;
         Show([&](HeadlessDialog& dialog) {
-            if (isPortTyped) dialog.GetPage()->Type(kFakePort, u"2222"_v);
-            for (const char16_t* protocol : protocols) EXPECT_TRUE(Pick(dialog, protocol));
+            if (row.isPortTyped) dialog.GetPage()->Type(kFakePort, u"2222"_v);
+            for (const char16_t* protocol : row.protocols) EXPECT_TRUE(Pick(dialog, protocol));
         });
-        EXPECT_EQ(PortProtocol::releases, releases) << protocols.size();
+        EXPECT_EQ(PortProtocol::releases, row.releases) << row.protocols.size();
     }
 }
 

@@ -79,10 +79,11 @@ TEST_F(WizardTest, EachAnswerLeadsToItsPageAndBackTheSameWay) {
         {{u"SSH2", u">", u"h:bad", u"<"}, ssh},
         {{u"SSH2", u">", u"h:bad", u"<", u"h:good", u"<"}, kFirst},
     };
-    for (const auto& [words, page] : rows) {
+    for (const auto& row : rows) {
         config = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
-        EXPECT_EQ(Run([&](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, words), page) << words.size(); }),
-                  kDialogCancelled);
+        EXPECT_EQ(
+            Run([&](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, row.first), row.second) << row.first.size(); }),
+            kDialogCancelled);
     }
 }
 
@@ -117,12 +118,12 @@ TEST_F(WizardTest, TheNameIsSuggestedFreeAndMustStand) {
     const std::pair<std::u16string, const char16_t*> rows[] = {
         {u"web", u"web (1)"}, {u"", u"New"}, {u"2001:db8::1", u"2001_db8__1"}, {u"\\", u"_"}, {tooLong, u"New"},
     };
-    for (const auto& [host, name] : rows) {
+    for (const auto& row : rows) {
         config = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
         config->SetPath(u"f");
         Run([&](HeadlessDialog& sheet) {
-            EXPECT_EQ(Walk(sheet, {u"Telnet", u">", u"h:" + host, u">", u"None", u">"}), kLast);
-            EXPECT_EQ(sheet.GetPage()->GetText(WizardIds::kName), name);
+            EXPECT_EQ(Walk(sheet, {u"Telnet", u">", u"h:" + row.first, u">", u"None", u">"}), kLast);
+            EXPECT_EQ(sheet.GetPage()->GetText(WizardIds::kName), row.second);
         });
     }
     panels.refusedNames.clear();
