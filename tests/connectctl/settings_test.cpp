@@ -69,7 +69,7 @@ TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
         {"Remote ListView State", "garbage", "numbers with commas between"},
         {"Tessaly Bookmarks", "[\"a\"", "\"Tessaly Bookmarks\" is list (a JSON array of texts, or one text a line)"},
         {"Tessaly Bookmarks", "[1]", "not \"[1]\""},
-        {"Protocol Name", "Gopher", "is one of \"None\", \"Telnet\""},
+        {"Protocol Name", "Gopher", "is one of \"None\", \"SSH2\""},
         {"Hostnam", "x", "has no setting \"Hostnam\"; did you mean \"Hostname\"?"},
         {"Idle", "x", "\"Idle Check\" or \"Idle String\""},
         {"Is Session\\x", "x", "has no setting"},
