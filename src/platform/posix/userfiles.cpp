@@ -1,11 +1,10 @@
 #include "platform/userfiles.h"
 
+#include <cstdlib>
 #include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <cstdlib>
-#include <string>
 
 #include "platform/lasterror.h"
 #include "platform/paths.h"
