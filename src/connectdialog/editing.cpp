@@ -17,6 +17,7 @@
 #include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessiontree.h"
 #include "sessiondb/treesteps.h"
+#include "wizard/newsessionwizard.h"
 
 namespace connectdialog {
 
@@ -27,7 +28,6 @@ constexpr int kPageModeOne = 0;
 constexpr int kPageModeSeveral = 4;
 constexpr int kNoticePicture = 1;
 constexpr unsigned kNoHelp = 0xFFFFFFFF;
-constexpr std::int64_t kWizardFinished = 12325;
 
 /// The page of the options dialog that is shown first, for as long as it lives.
 class FirstOptionsPage {
@@ -120,8 +120,8 @@ void ConnectDialogBase::NewFolder() {
     EditLabel(item);
 }
 
-bool ConnectDialogBase::RunNewSessionWizard(ISessionConfig&, std::int64_t&, bool&) {
-    return false;
+bool ConnectDialogBase::RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) {
+    return LaunchNewSessionWizard(config, this, result, useWizard);
 }
 
 /// False when the user gave up.
@@ -132,7 +132,7 @@ bool ConnectDialogBase::EditNewSession(ISessionConfig& config) {
     std::int64_t result = kDialogCancelled;
     bool wantsWizard = true;
     if (useWizard.Get() && RunNewSessionWizard(config, result, wantsWizard)) {
-        if (result != kWizardFinished) return false;
+        if (result != VWizardSheet::kFinished) return false;
         useWizard.Set(wantsWizard);
         if (wantsWizard) return true;
     }

@@ -13,12 +13,15 @@
 #include "connectdialog/shortcutnamedialog.h"
 #include "foundation/varray.h"
 #include "foundation/vunicodestring.h"
+#include "frame/configfolderdialog.h"
 #include "frame/modulestate.h"
+#include "frame/startupservices.h"
 #include "imports/dialogkit/vdialog.h"
 #include "imports/hostcallbacks.h"
 #include "profile/vprofilekey.h"
 #include "quickconnect/hostnameprompt.h"
 #include "quickconnect/quickconnect.h"
+#include "wizard/newsessionwizard.h"
 
 namespace SSH2 {
 class IKeyGenerationWizardSink;
@@ -80,9 +83,8 @@ void CleanupConnectDialogSessionConfigs();
 // Smaller dialogs.
 
 // Quick connect stands in quickconnect/quickconnect.h; LaunchHostnamePromptDialog and UpdateHostnameForConfig stand in
-// quickconnect/hostnameprompt.h; ShortcutNameDialog stands in connectdialog/shortcutnamedialog.h.
-
-/// True when the user wants the update check now.
-bool CheckPeriodicUpdate(VWindow* parent);
+// quickconnect/hostnameprompt.h; ShortcutNameDialog stands in connectdialog/shortcutnamedialog.h; NewSessionWizard and
+// what it is made of in wizard/; ConfigFolderDialog in frame/configfolderdialog.h; CheckPeriodicUpdate in
+// frame/startupservices.h.
 
 }  // namespace connectdialog

@@ -1,4 +1,4 @@
-// The dialog entry points. A dialog that this version does not have is closed with nothing chosen.
+// The entry points of the connect dialog.
 #include "connectdialog/ui/connectdialog.h"
 #include "frame/connectdialogapi.h"
 
@@ -56,10 +56,6 @@ ISessionConfig* GetConnectDialogSessionConfig(unsigned index) {
 }
 void CleanupConnectDialogSessionConfigs() {
     GetModuleState().connectResultConfigs.Clear();
-}
-
-bool CheckPeriodicUpdate(VWindow*) {
-    return false;
 }
 
 }  // namespace connectdialog

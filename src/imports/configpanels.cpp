@@ -53,6 +53,9 @@ int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VU
     return installed->ShowOptionalMessageBox(parent, text, checkText, suppress, buttonText, isQuestion, picture,
                                              helpId);
 }
+char16_t GetApplicationTrademarkSymbol(const VUnicodeString& appName) {
+    return installed->GetApplicationTrademarkSymbol(appName);
+}
 bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) {
     return installed->LaunchFirewallUsernameDialog(answer, save, parent);
 }

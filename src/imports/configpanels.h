@@ -59,6 +59,8 @@ class IConfigPanels {
     virtual int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
                                        VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion,
                                        int picture, unsigned helpId) = 0;
+    /// The sign behind an application's name where it is named as a product.
+    virtual char16_t GetApplicationTrademarkSymbol(const VUnicodeString& appName) = 0;
     /// Asks the user for the user name or the password that a firewall wants, and whether to save it. False when the
     /// user gave up; `answer` is empty then. `parent` may be null.
     virtual bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) = 0;
@@ -85,6 +87,7 @@ void LaunchFileTransferApp(VWindow* parent, const char16_t* commandLine);
 int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
                            VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
                            unsigned helpId);
+char16_t GetApplicationTrademarkSymbol(const VUnicodeString& appName);
 bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent);
 bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent);
 

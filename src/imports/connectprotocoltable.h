@@ -12,7 +12,9 @@ class ConnectConfig;
 class ICommonConfig;
 class ISessionConfig;
 class NewSessionWizardPage;
+class VPluginDialog;
 class VProfileKey;
+class VWindow;
 
 /// Application kinds: which application a row, a session side or a process belongs to.
 enum class AppKind : std::int32_t { kUnknown = -1, kHalden = 1, kNorHalden = 3, kTessaly = 6, kOther = 7 };
@@ -34,6 +36,9 @@ struct ConnectProtocolTableElement {
     /// For the new session wizard; null where the row has no page.
     NewSessionWizardPage* (*createPage)(ISessionConfig* config) = nullptr;
     void (*destroyPage)(NewSessionWizardPage* page) = nullptr;
+    /// For quick connect: a page that edits the session's settings of this protocol; the caller deletes it. Null where
+    /// the row has no page. Requires: the session outlives the page.
+    VPluginDialog* (*createQuickPage)(VWindow* parent, ISessionConfig* config) = nullptr;
 };
 
 /// Lives for the whole process; the order of its rows never changes.

@@ -10,9 +10,9 @@ class NoGlobalConfig : public GlobalConfig {
 };
 }  // namespace
 
-VRef<GlobalConfig> FetchGlobalConfig() {
+VRef<GlobalConfig> FetchGlobalConfig(std::int32_t kind) {
     VRef<GlobalConfig> config;
-    if (!GetGlobalConfig(config, -1)) config = VRef<GlobalConfig>::Adopt(new NoGlobalConfig);
+    if (!GetGlobalConfig(config, kind)) config = VRef<GlobalConfig>::Adopt(new NoGlobalConfig);
     return config;
 }
 

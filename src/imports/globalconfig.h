@@ -58,6 +58,7 @@ class GlobalConfig : public VUnknown<IUnknownBase> {
     VProfileWindowPlacement connectDialogPlacement;
     VProfile<bool> connectDialogOnStartup;
     VProfile<bool> quickConnectOnStartup;
+    VProfile<bool> quickConnectSaveSession;
     VProfile<bool> showDescriptions;
     /// Whether a terminal application shows sessions that only transfer files, and the other way round.
     VProfile<bool> showTransferSessions;
@@ -91,7 +92,8 @@ class GlobalConfig : public VUnknown<IUnknownBase> {
     ~GlobalConfig() override = default;
 };
 
-/// The settings for the running application; where there are none, a record of zeros and empty texts that nobody saves.
-VRef<GlobalConfig> FetchGlobalConfig();
+/// The settings for an application kind (-1: the running one); where there are none, a record of zeros and empty texts
+/// that nobody saves.
+VRef<GlobalConfig> FetchGlobalConfig(std::int32_t kind = -1);
 
 }  // namespace connectdialog

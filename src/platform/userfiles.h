@@ -10,6 +10,10 @@ namespace connectdialog::platform {
 /// that of something else, 5, 19, 112...
 bool CreateUserFolder(std::u16string_view path);
 
+/// Whether a file can be made in the folder: one is made and deleted again, which also tells of a disk that is full or
+/// read-only. On failure: false with the last error.
+bool CanMakeFilesIn(std::u16string_view folder);
+
 /// Whether the path names a folder (not a link to one) that belongs to this user and that no other may look into: what
 /// a folder of sockets and locks must be before it is trusted. On failure: false with the last error; 5 when it belongs
 /// to or is open to others.

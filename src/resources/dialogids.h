@@ -58,4 +58,44 @@ inline constexpr int kAnswer = 6012;
 inline constexpr int kSave = 6013;
 }  // namespace FirewallPromptIds
 
+/// A connection without a saved session. The page of the protocol lies over one of the two placeholders.
+namespace QuickConnectIds {
+inline constexpr int kDialog = 217;
+inline constexpr int kProtocolLabel = 1004;
+inline constexpr int kProtocol = 4003;
+inline constexpr int kTransferPage = 1343;
+inline constexpr int kTerminalPage = 1344;
+inline constexpr int kShowOnStartup = 1326;
+inline constexpr int kSaveSession = 1328;
+inline constexpr int kOpenInTab = 1444;
+}  // namespace QuickConnectIds
+
+/// The sheet of the new session wizard and its pages; a page is known by the number of its template.
+namespace WizardIds {
+inline constexpr int kSheet = 6020;
+inline constexpr int kPageArea = 6021;
+inline constexpr int kBack = 12323;
+inline constexpr int kNext = 12324;
+inline constexpr int kFinish = 12325;
+inline constexpr int kHelp = 9;
+inline constexpr int kPicture = 11465;
+inline constexpr int kSinglePage = 11463;
+inline constexpr int kTerminalPage = 11464;
+inline constexpr int kTransferPage = 11466;
+inline constexpr int kFinishPage = 11467;
+inline constexpr int kProtocol = 1212;
+inline constexpr int kDeclineWizard = 3032;
+inline constexpr int kName = 1044;
+inline constexpr int kDescription = 1045;
+}  // namespace WizardIds
+
+/// Where the configuration data shall live.
+namespace ConfigFolderIds {
+inline constexpr int kDialog = 242;
+inline constexpr int kIcon = 1025;
+inline constexpr int kIntro = 1191;
+inline constexpr int kPath = 1042;
+inline constexpr int kBrowse = 1030;
+}  // namespace ConfigFolderIds
+
 }  // namespace connectdialog

@@ -1,3 +1,4 @@
+#include "resources/connectiontemplates.h"
 #include "resources/dialogids.h"
 #include "resources/dialogtemplate.h"
 
@@ -78,6 +79,13 @@ constexpr DialogTemplate kTemplates[] = {
     {FindSessionIds::kDialog, 233, 112, u"查找会话", kFindSessionControls},
     {FirewallPromptIds::kUsernameDialog, 200, 77, u"防火墙", kFirewallUsernameControls},
     {FirewallPromptIds::kPasswordDialog, 200, 77, u"防火墙", kFirewallPasswordControls},
+    kQuickConnectTemplate,
+    kWizardSheetTemplate,
+    kWizardSingleTemplate,
+    kWizardTerminalTemplate,
+    kWizardTransferTemplate,
+    kWizardFinishTemplate,
+    kConfigFolderTemplate,
 };
 
 }  // namespace

@@ -13,6 +13,7 @@ inline constexpr MessageRow kLibraryMessages[] = {
      u"只有改变的设置才会被应用到\r\n"
      u"所选的 %1 个会话。"},
     {0xE1090003, u"以下会话正在使用中，不能删除：\r\n%1"},
+    {0xE1090004, u"无法显示协议 %1 的设置页。"},
 };
 
 }  // namespace connectdialog

@@ -14,6 +14,9 @@ inline constexpr char16_t kIsSessionValue[] = u"Is Session";
 /// A value of kFolderDataKey: the folder is shown open.
 inline constexpr char16_t kIsExpandedValue[] = u"Is Expanded";
 
+/// The key of the global settings.
+inline constexpr char16_t kGlobalKey[] = u"Global";
+
 /// The key above all firewalls.
 inline constexpr char16_t kFirewallsKey[] = u"Firewalls";
 /// The name that stands for no firewall. It has no key.

@@ -42,6 +42,7 @@ class ReferenceConfigPanels : public IConfigPanels {
     int ShowOptionalMessageBox(VWindow* parent, const VUnicodeString& text, const VUnicodeString& checkText,
                                VProfile<int>& suppress, const VUnicodeString& buttonText, bool isQuestion, int picture,
                                unsigned helpId) override;
+    char16_t GetApplicationTrademarkSymbol(const VUnicodeString&) override { return u'\u00AE'; }
     bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable* parent) override;
     bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable* parent) override;
 

@@ -40,6 +40,7 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
         kMember<&Self::connectDialogPlacement>,
         kMember<&Self::connectDialogOnStartup>,
         kMember<&Self::quickConnectOnStartup>,
+        kMember<&Self::quickConnectSaveSession>,
         kMember<&Self::showDescriptions>,
         kMember<&Self::showTransferSessions>,
         kMember<&Self::showTerminalSessions>,
@@ -83,6 +84,7 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     connectDialogPlacement.Load(&key, u"Connect Dialog Placement"_v, VWindowPlacement::Unplaced());
     connectDialogOnStartup.Load(&key, u"Connect Dialog On Startup"_v, true);
     quickConnectOnStartup.Load(&key, u"Quick Connect On Startup"_v, false);
+    quickConnectSaveSession.Load(&key, u"Quick Connect Save Session"_v, false);
     showDescriptions.Load(&key, u"Show Descriptions"_v, true);
     showTransferSessions.Load(&key, u"Show Transfer Sessions"_v, true);
     showTerminalSessions.Load(&key, u"Show Terminal Sessions"_v, true);

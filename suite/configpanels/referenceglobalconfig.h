@@ -5,10 +5,9 @@
 
 #include "imports/globalconfig.h"
 #include "profile/vprofilecomposite.h"
+#include "resources/storenames.h"
 
 namespace connectdialog {
-
-inline constexpr char16_t kGlobalKey[] = u"Global";
 
 /// Read from the default store's key "Global" when it is made, and written back there by Save. The names and defaults
 /// stand where the members are loaded.

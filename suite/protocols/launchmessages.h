@@ -31,7 +31,8 @@ enum LaunchFault : std::uint32_t {
     kLaunchNoFirewall = 0xE1050012,
     kLaunchFirewallType = 0xE1050013,
     kLaunchFirewallPassword = 0xE1050014,
-    kLaunchFirewallAndJump = 0xE1050015
+    kLaunchFirewallAndJump = 0xE1050015,
+    kLaunchNoAddress = 0xE1050016
 };
 
 inline constexpr MessageRow kLaunchMessages[] = {
@@ -59,6 +60,8 @@ inline constexpr MessageRow kLaunchMessages[] = {
     {kLaunchFirewallPassword,
      u"The firewall \"%1\" of the type \"%2\" wants a password, which no client of this system can take in secret."},
     {kLaunchFirewallAndJump, u"\"%1\" and \"%2\" cannot be used together."},
+    {kLaunchNoAddress,
+     u"\"%1\" is no address of the form user@host:port, alone or behind ssh://, telnet:// or sftp://."},
 };
 
 }  // namespace connectdialog

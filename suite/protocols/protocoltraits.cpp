@@ -1,5 +1,7 @@
 #include "suite/protocols/protocoltraits.h"
 
+#include "config/appkind.h"
+#include "suite/protocols/pages.h"
 #include "suite/protocols/protocolconfig.h"
 
 namespace connectdialog {
@@ -58,14 +60,9 @@ struct CatalogueRow {
     std::u16string_view name;
 };
 
-/// The order is fixed: rows are known by their index. A host shows those of its own kind.
+/// The order within a kind is fixed. "None" stands last, so that the others are known by their place in a list of the
+/// kind without it.
 constexpr CatalogueRow kCatalogue[] = {
-    {AppKind::kHalden, u"Telnet"},
-    {AppKind::kHalden, u"RLogin"},
-    {AppKind::kHalden, u"Serial"},
-    {AppKind::kHalden, u"TAPI"},
-    {AppKind::kHalden, u"Marks"},
-    {AppKind::kHalden, u"Raw"},
     {AppKind::kNorHalden, u"SSH2"},
     {AppKind::kNorHalden, u"SSH1"},
     {AppKind::kNorHalden, u"Telnet"},
@@ -76,11 +73,19 @@ constexpr CatalogueRow kCatalogue[] = {
     {AppKind::kNorHalden, u"TAPI"},
     {AppKind::kNorHalden, u"Marks"},
     {AppKind::kNorHalden, u"Raw"},
+    {AppKind::kNorHalden, u"None"},
+    {AppKind::kHalden, u"Telnet"},
+    {AppKind::kHalden, u"RLogin"},
+    {AppKind::kHalden, u"Serial"},
+    {AppKind::kHalden, u"TAPI"},
+    {AppKind::kHalden, u"Marks"},
+    {AppKind::kHalden, u"Raw"},
     {AppKind::kTessaly, u"SFTP"},
     {AppKind::kTessaly, u"FTP"},
     {AppKind::kTessaly, u"FTP/SSL (implicit)"},
     {AppKind::kTessaly, u"FTP/SSL (explicit)"},
     {AppKind::kTessaly, u"SCP"},
+    {AppKind::kTessaly, u"None"},
     {AppKind::kOther, u"SSH2"},
 };
 
@@ -92,13 +97,36 @@ const ProtocolTraits* FindProtocolTraits(std::u16string_view name) {
     return nullptr;
 }
 
+namespace {
+
+ConnectProtocolTableElement MakeRow(const CatalogueRow& row) {
+    ConnectProtocolTableElement element;
+    element.name = row.name;
+    element.kind = row.kind;
+    if (FindProtocolTraits(row.name) == nullptr) return element;
+    element.createConfig = CreateProtocolConfig;
+    element.sharesSettings = true;
+    element.createPage = FindWizardPageMaker(row.name);
+    element.destroyPage = DestroyWizardPage;
+    element.createQuickPage = MakeQuickPage;
+    return element;
+}
+
+/// Dialogs take a place in their list of protocols for a row of the table: the rows of `first` stand first.
+ConnectProtocolTable MakeTable(AppKind first) {
+    ConnectProtocolTable rows;
+    for (const bool isOwn : {true, false})
+        for (const CatalogueRow& row : kCatalogue)
+            if ((row.kind == first) == isOwn) rows.Add(MakeRow(row));
+    return rows;
+}
+
+}  // namespace
+
 const ConnectProtocolTable& GetReferenceProtocolTable() {
-    static const ConnectProtocolTable table = [] {
-        ConnectProtocolTable rows;
-        for (const CatalogueRow& row : kCatalogue) rows.Add({row.name, row.kind, CreateProtocolConfig, true});
-        return rows;
-    }();
-    return table;
+    static const ConnectProtocolTable transferTable = MakeTable(AppKind::kTessaly);
+    static const ConnectProtocolTable terminalTable = MakeTable(AppKind::kNorHalden);
+    return GetAppKind() == AppKind::kTessaly ? transferTable : terminalTable;
 }
 
 }  // namespace connectdialog

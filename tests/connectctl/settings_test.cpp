@@ -64,7 +64,7 @@ TEST_F(ToolTest, ValuesThatDoNotFitAreRefusedAndNothingIsStored) {
         {"Is Session", "false", "does not take false"},
         {"Remote ListView State", "garbage", "numbers with commas between"},
         {"Tessaly Bookmarks", "[\"a\"", "\"Tessaly Bookmarks\" is list (a JSON array of texts, or one text a line)"},
-        {"Protocol Name", "Gopher", "is one of \"None\", \"Telnet\""},
+        {"Protocol Name", "Gopher", "is one of \"None\", \"SSH2\""},
         {"Hostnam", "x", "has no setting \"Hostnam\"; did you mean \"Hostname\"?"},
         {std::string(10000, 'x'), "x", "has no setting \"xxx"},
         {"Title Bar", "\xff", "not well-formed UTF-8"},

@@ -62,14 +62,16 @@ TEST_F(ProtocolConfigTest, TheCatalogueStandsInItsOrder) {
     for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
         rows += std::to_string(static_cast<int>(row.kind)).c_str();
         rows += u" " + row.name + u", ";
+        EXPECT_EQ(row.createConfig == nullptr, row.name == u"None");
+        if (row.createConfig == nullptr) continue;
         const auto config = VRef<ConnectConfig>::Adopt(row.createConfig(nullptr, nullptr, row));
         EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, row.name.View());
     }
     EXPECT_EQ(
         rows,
-        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, "
-        u"3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
-        u"6 FTP/SSL (explicit), 6 SCP, 7 SSH2, ");
+        u"3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, 3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 3 None, "
+        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
+        u"6 FTP/SSL (explicit), 6 SCP, 6 None, 7 SSH2, ");
 }
 
 TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
@@ -198,7 +200,8 @@ TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
               u"Character Send Delay, Maximum Cols, Maximum Scrollback, RemoteFrame Window Placement, "
               u"Remote ExplorerFrame State, "
               u"Remote ListView State, Tessaly Remote Tab State, Connect Dialog Placement, "
-              u"Connect Dialog On Startup, Quick Connect On Startup, Show Descriptions, "
+              u"Connect Dialog On Startup, Quick Connect On Startup, Quick Connect Save Session, "
+              u"Show Descriptions, "
               u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
               u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
               u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "

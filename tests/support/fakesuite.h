@@ -75,6 +75,7 @@ class FakeConfigPanels : public IConfigPanels {
         optionalText = text;
         return optionalAnswer;
     }
+    char16_t GetApplicationTrademarkSymbol(const VUnicodeString&) override { return u'\u00AE'; }
     bool LaunchFirewallUsernameDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
     bool LaunchFirewallPasswordDialog(IString* answer, bool& save, IParentable*) override { return Ask(answer, save); }
 

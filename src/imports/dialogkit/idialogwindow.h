@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 
 #include "foundation/vunicodestring.h"
@@ -11,9 +12,11 @@ namespace connectdialog {
 
 class ITreeEvents;
 class ITreeView;
+class VIcon;
 class VToolbarState;
 class VTreeItems;
 struct DialogRectangle;
+struct DialogTemplate;
 
 /// Bits of Accelerator::Modifier.
 using KeyModifiers = std::uint8_t;
@@ -76,6 +79,8 @@ class IDialogWindow {
     virtual std::int32_t GetTextWidth(int id, std::u16string_view text) const = 0;
     /// The font of a control; a size of 0 leaves the size as it is.
     virtual void SetFont(int id, const VUnicodeString& family, int points) = 0;
+    /// The picture of an icon control; one that the back end cannot show leaves the control's own.
+    virtual void SetIcon(int /*id*/, const VIcon& /*icon*/) {}
     /// From a point of the control to one of the screen.
     virtual VPoint ToScreen(int id, VPoint point) const = 0;
 
@@ -98,6 +103,17 @@ class IDialogWindow {
     /// Shows a toolbar in the upper left corner, as large as its buttons need, or shows it anew after `toolbar`
     /// changed, where it stands. It is a control of that id from then on. Requires: `toolbar` outlives the window.
     virtual void ShowToolbar(int id, const VToolbarState& toolbar) = 0;
+
+    /// Makes a dialog that lies in this one as a page, hidden: `place` is its whole inside, and its controls come
+    /// behind the control `behindId` in the order of the Tab key, or before all others where there is none.
+    /// ShowModeless and Hide show and hide it; its Return and Escape keys are those of this window. Requires: `events`
+    /// outlives the page, and the page goes before this window. On failure: null.
+    virtual std::unique_ptr<IDialogWindow> CreatePage(const DialogTemplate& /*page*/, IDialogEvents& /*events*/,
+                                                      const VRectangle& /*place*/, int /*behindId*/) {
+        return nullptr;
+    }
+    /// Hides a page; another window stays.
+    virtual void Hide() {}
 };
 
 }  // namespace connectdialog

@@ -1,5 +1,7 @@
 #include "imports/dialogkit/vdialog.h"
 
+#include <utility>
+
 #include "imports/dialogkit/idialogkit.h"
 
 namespace connectdialog {
@@ -9,10 +11,14 @@ VDialog::~VDialog() = default;
 
 bool VDialog::Open() {
     IDialogKit* kit = GetDialogKit();
-    if (kit == nullptr || dialogTemplate == nullptr) return false;
+    return kit != nullptr && dialogTemplate != nullptr &&
+           Attach(kit->CreateDialogWindow(*dialogTemplate, *this, parent));
+}
+
+bool VDialog::Attach(std::unique_ptr<IDialogWindow> newWindow) {
     hasEnded = false;
     result = kDialogCancelled;
-    window = kit->CreateDialogWindow(*dialogTemplate, *this, parent);
+    window = std::move(newWindow);
     if (window == nullptr) return false;
     isDestroyed = false;
     OnInitDialog();
@@ -30,6 +36,27 @@ bool VDialog::Create() {
     if (!Open()) return false;
     if (!hasEnded) window->ShowModeless();
     return true;
+}
+
+bool VDialog::CreatePage(VDialog& owner, const VRectangle& place, int behindId) {
+    if (window != nullptr || owner.window == nullptr || dialogTemplate == nullptr) return false;
+    parent = &owner;
+    return Attach(owner.window->CreatePage(*dialogTemplate, *this, place, behindId));
+}
+
+void VDialog::ShowPage(bool isShown) {
+    if (window == nullptr) return;
+    if (isShown)
+        window->ShowModeless();
+    else
+        window->Hide();
+}
+
+void VDialog::FocusFirstControl() {
+    if (window == nullptr) return;
+    for (const ControlTemplate& row : dialogTemplate->controls)
+        if (TakesFocus(row.kind) && window->IsEnabled(row.id) && window->IsShown(row.id))
+            return window->SetFocus(row.id);
 }
 
 void VDialog::Destroy() {
@@ -130,6 +157,11 @@ void VDialog::OnTextChanged(int id) {
 }
 bool VDialog::OnKeyEvent(std::uint16_t key, KeyModifiers modifiers) {
     return hasEnded || PreTranslateKey(key, modifiers);
+}
+
+void ExchangePage(VDataExchange& exchange, VPluginDialog* page) {
+    if (page == nullptr || exchange.IsRefused()) return;
+    if (!page->UpdateData(exchange.IsSaving()) && page->GetWindow() != nullptr) exchange.Refuse(kNoId);
 }
 
 }  // namespace connectdialog

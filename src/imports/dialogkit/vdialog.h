@@ -62,7 +62,7 @@ class VDialog : public VWindow, private IDialogEvents {
   protected:
     /// The controls are there, with the template's texts. The base writes the members to them.
     virtual void OnInitDialog();
-    /// Lists the members, one DDX_… each.
+    /// Lists the members, one DDX_… each; a page in it by ExchangePage.
     virtual void DoDataExchange(VDataExchange& exchange);
     /// A button, a menu entry, a key: whatever raised the command. True when it was known. The base knows kIdOk and
     /// kIdCancel.
@@ -79,12 +79,20 @@ class VDialog : public VWindow, private IDialogEvents {
     /// The window goes; its controls are still there.
     virtual void OnDestroy();
 
+    /// Makes the dialog a page of `owner`, hidden; see IDialogWindow::CreatePage. `owner` becomes its parent and shows
+    /// longer than it. False when it shows already or cannot be made.
+    bool CreatePage(VDialog& owner, const VRectangle& place, int behindId);
+    void ShowPage(bool isShown);
+    /// Moves the focus to the first control that takes it.
+    void FocusFirstControl();
+
     /// Requires: the table outlives the dialog.
     void SetAccelerators(AcceleratorTable table) { accelerators = table; }
     VWindow* GetParent() const { return parent; }
 
   private:
     bool Open();
+    bool Attach(std::unique_ptr<IDialogWindow> newWindow);
     void CloseWindow();
     void OnCommandEvent(int id) final;
     void OnTextChanged(int id) final;
@@ -100,10 +108,36 @@ class VDialog : public VWindow, private IDialogEvents {
     bool isDestroyed = true;
 };
 
+/// Who wants to know that the host was edited, or whatever else decides whether a page's settings are complete.
+class IHostnameChanged {
+  public:
+    virtual void OnHostnameChanged() = 0;
+
+  protected:
+    ~IHostnameChanged() = default;
+};
+
 /// A dialog that a plug-in of the suite may bring: of its own, or as a page of another dialog.
 class VPluginDialog : public VDialog {
   public:
+    using VDialog::CreatePage;
+    using VDialog::FocusFirstControl;
+    using VDialog::ShowPage;
     using VDialog::VDialog;
+
+    /// Requires: `newSink` outlives the dialog, or is replaced before it goes; it may be null.
+    void SetHostnameChangedSink(IHostnameChanged* newSink) { sink = newSink; }
+
+  protected:
+    void TellHostnameChanged() const {
+        if (sink != nullptr) sink->OnHostnameChanged();
+    }
+
+  private:
+    IHostnameChanged* sink = nullptr;
 };
+
+/// A page's part of its owner's data; a page that refuses keeps the focus. `page` may be null.
+void ExchangePage(VDataExchange& exchange, VPluginDialog* page);
 
 }  // namespace connectdialog

@@ -1,5 +1,8 @@
 #include "platform/userfiles.h"
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,6 +14,15 @@ namespace connectdialog::platform {
 
 bool CreateUserFolder(std::u16string_view path) {
     return MakeFolders(ToNativePath(path), S_IRWXU);
+}
+
+bool CanMakeFilesIn(std::u16string_view folder) {
+    std::string name = ToNativePath(folder) + "/.probe-XXXXXX";
+    const int file = mkostemp(name.data(), O_CLOEXEC);
+    if (file < 0) return FailFromErrno();
+    close(file);
+    unlink(name.c_str());
+    return true;
 }
 
 bool IsPrivateFolder(std::u16string_view path) {

@@ -29,12 +29,16 @@ std::int32_t HeadlessTextWidth(std::u16string_view text) {
     return width;
 }
 
-HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events)
+HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events,
+                               HeadlessDialog* owner)
     : kit(kit),
       dialog(dialog),
       events(events),
       title(dialog.title),
-      inside(HeadlessDialog::ToPixels({0, 0, dialog.width, dialog.height})) {
+      inside(HeadlessDialog::ToPixels({0, 0, dialog.width, dialog.height})),
+      owner(owner),
+      isHidden(owner != nullptr) {
+    if (owner != nullptr) owner->pages.push_back(this);
     for (const ControlTemplate& row : dialog.controls) {
         controls.push_back(
             {row.kind, row.id, row.label, HeadlessDialog::ToPixels(row.place), false, true, true, nullptr, {}, {}});
@@ -42,7 +46,22 @@ HeadlessDialog::HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dia
     }
 }
 
-HeadlessDialog::~HeadlessDialog() = default;
+HeadlessDialog::~HeadlessDialog() {
+    if (owner != nullptr) std::erase(owner->pages, this);
+}
+
+HeadlessDialog* HeadlessDialog::GetPage() const {
+    const auto shown =
+        std::find_if(pages.begin(), pages.end(), [](const HeadlessDialog* page) { return page->IsOpen(); });
+    return shown != pages.end() ? *shown : nullptr;
+}
+
+std::unique_ptr<IDialogWindow> HeadlessDialog::CreatePage(const DialogTemplate& page, IDialogEvents& pageEvents,
+                                                          const VRectangle& place, int) {
+    auto made = std::make_unique<HeadlessDialog>(kit, page, pageEvents, this);
+    made->SetInside(place.right - place.left, place.bottom - place.top);
+    return made;
+}
 
 const HeadlessDialog::Control* HeadlessDialog::Find(int id) const {
     if (id == kNoId) return nullptr;
@@ -52,7 +71,7 @@ const HeadlessDialog::Control* HeadlessDialog::Find(int id) const {
 
 HeadlessDialog::Control* HeadlessDialog::FindUsable(int id) {
     Control* control = Find(id);
-    return !isClosed && control != nullptr && control->isEnabled && control->isShown ? control : nullptr;
+    return IsOpen() && control != nullptr && control->isEnabled && control->isShown ? control : nullptr;
 }
 
 HeadlessDialog::Control* HeadlessDialog::FindUsable(int id, ControlKind kind) {
@@ -67,9 +86,18 @@ HeadlessDialog::Control* HeadlessDialog::FindUsableButton(int id) {
 
 HeadlessDialog::Control* HeadlessDialog::FindReturnButton() {
     if (Control* focused = FindUsableButton(focus)) return focused;
+    return FindDefaultButton();
+}
+
+HeadlessDialog::Control* HeadlessDialog::FindDefaultButton() {
     for (const Control& control : controls)
         if (control.kind == ControlKind::kDefaultButton) return FindUsableButton(control.id);
     return nullptr;
+}
+
+bool HeadlessDialog::PressDefaultButton() {
+    const Control* button = FindDefaultButton();
+    return button != nullptr && Press(button->id);
 }
 
 bool HeadlessDialog::EndLabelEdits() {
@@ -127,7 +155,7 @@ bool HeadlessDialog::PressLabelled(const VUnicodeString& label) {
 }
 
 bool HeadlessDialog::PressToolbar(int command) {
-    if (isClosed || toolbar == nullptr || command == 0) return false;
+    if (!IsOpen() || toolbar == nullptr || command == 0) return false;
     for (const VToolbarState::Button& button : toolbar->GetButtons()) {
         if (button.command != command || !button.isEnabled) continue;
         if (!EndLabelEdits()) return false;
@@ -138,16 +166,17 @@ bool HeadlessDialog::PressToolbar(int command) {
 }
 
 bool HeadlessDialog::PressKey(std::uint16_t key, KeyModifiers modifiers) {
-    if (isClosed) return false;
+    if (!IsOpen()) return false;
     HeadlessTree* tree = GetTree(focus);
     // While a label is edited the edit box gets every key.
     if (tree != nullptr && tree->IsEditing()) return tree->PressKey(key, modifiers);
     if (events.OnKeyEvent(key, modifiers)) return true;
-    if (key == kKeyEscape) return CloseByFrame();
+    if (key == kKeyEscape) return owner != nullptr ? owner->CloseByFrame() : CloseByFrame();
     if (Control* memo = FindUsable(focus, ControlKind::kMemo); memo != nullptr && key == kKeyReturn)
         return Type(focus, memo->text + u'\n');
     if (key == kKeyReturn) {
         const Control* button = FindReturnButton();
+        if (button == nullptr && owner != nullptr) return owner->PressDefaultButton();
         return button != nullptr && Press(button->id);
     }
     return tree != nullptr && tree->PressKey(key, modifiers);
@@ -158,7 +187,7 @@ bool HeadlessDialog::CloseByFrame() {
 }
 
 bool HeadlessDialog::Choose(int command) {
-    if (isClosed) return false;
+    if (!IsOpen()) return false;
     events.OnCommandEvent(command);
     return true;
 }

@@ -19,7 +19,9 @@ std::int32_t HeadlessTextWidth(std::u16string_view text);
 
 class HeadlessDialog : public IDialogWindow {
   public:
-    HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events);
+    /// `owner` is given for a page and outlives it.
+    HeadlessDialog(HeadlessDialogKit& kit, const DialogTemplate& dialog, IDialogEvents& events,
+                   HeadlessDialog* owner = nullptr);
     ~HeadlessDialog() override;
 
     // What the user does. Each is false, and nothing happens, when the user could not do it: the control is not there,
@@ -46,6 +48,8 @@ class HeadlessDialog : public IDialogWindow {
 
     // What the user sees.
 
+    /// The page that shows in the dialog, or null.
+    HeadlessDialog* GetPage() const;
     int GetTemplateId() const { return dialog.id; }
     const VUnicodeString& GetTitle() const { return title; }
     bool IsClosed() const { return isClosed; }
@@ -58,7 +62,8 @@ class HeadlessDialog : public IDialogWindow {
 
     // IDialogWindow.
     void RunModal() override;
-    void ShowModeless() override {}
+    void ShowModeless() override { isHidden = false; }
+    void Hide() override { isHidden = owner != nullptr; }
     void Close() override { isClosed = true; }
     void SetTitle(const VUnicodeString& newTitle) override { title = newTitle; }
     VUnicodeString GetText(int id) const override;
@@ -86,6 +91,8 @@ class HeadlessDialog : public IDialogWindow {
     void StopTimer(int timer) override;
     ITreeView* AttachTree(int id, VTreeItems& items, ITreeEvents& treeEvents) override;
     void ShowToolbar(int id, const VToolbarState& newToolbar) override;
+    std::unique_ptr<IDialogWindow> CreatePage(const DialogTemplate& page, IDialogEvents& pageEvents,
+                                              const VRectangle& place, int behindId) override;
 
   private:
     struct Control {
@@ -106,6 +113,8 @@ class HeadlessDialog : public IDialogWindow {
         unsigned left;
     };
 
+    /// Whether the user can reach it: pages only while they show.
+    bool IsOpen() const { return !isClosed && !isHidden && (owner == nullptr || owner->IsOpen()); }
     const Control* Find(int id) const;
     Control* Find(int id) { return const_cast<Control*>(std::as_const(*this).Find(id)); }
     /// The control when the user can use it, and it is of that kind.
@@ -116,6 +125,9 @@ class HeadlessDialog : public IDialogWindow {
     Control* FindUsableButton(int id);
     /// The button that the Return key presses, when it can be.
     Control* FindReturnButton();
+    Control* FindDefaultButton();
+    /// From a page, which has the focus.
+    bool PressDefaultButton();
     /// What a click outside of the edit box does. False when the click is lost.
     bool EndLabelEdits();
     bool PressToolbar(int command);
@@ -132,6 +144,9 @@ class HeadlessDialog : public IDialogWindow {
     int lastTimer = 0;
     int focus = kNoId;
     bool isClosed = false;
+    HeadlessDialog* owner;
+    bool isHidden;
+    std::vector<HeadlessDialog*> pages;
 };
 
 }  // namespace connectdialog

@@ -1,0 +1,113 @@
+#include "wizard/newsessionwizardbase.h"
+
+#include <utility>
+
+#include "imports/configpanels.h"
+#include "wizard/newsessionwizardpage.h"
+
+namespace connectdialog {
+
+namespace {
+/// A plug-in could not make its page.
+constexpr std::uint32_t kNoWizardPage = 0xE1090004;
+constexpr std::u16string_view kOldSshName = u"ssh1.new";
+}  // namespace
+
+VUnicodeString CurrentSshName(const VUnicodeString& protocolName) {
+    return protocolName.EqualsNoCase(kOldSshName) ? u"SSH2"_v : protocolName;
+}
+
+NewSessionWizardBase::NewSessionWizardBase(ISessionConfig* config, int applicationKind)
+    : config(VRef<SessionConfig>::Share(dynamic_cast<SessionConfig*>(config))),
+      applicationKind(applicationKind),
+      protocolPages(GetConnectProtocolTable().GetCount(), nullptr) {}
+
+NewSessionWizardBase::~NewSessionWizardBase() {
+    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    for (std::size_t row = 0; row < protocolPages.size() && row < table.GetCount(); ++row)
+        if (table[row].destroyPage != nullptr) table[row].destroyPage(protocolPages[row]);
+}
+
+void NewSessionWizardBase::SetPreviousID(std::int64_t id) {
+    history.push_back(id);
+}
+
+std::int64_t NewSessionWizardBase::GetPreviousID() {
+    currentPreviousId = 0;
+    if (history.empty()) return currentPreviousId;
+    currentPreviousId = history.back();
+    history.pop_back();
+    return currentPreviousId;
+}
+
+void NewSessionWizardBase::HandleOnKillActive(bool ok) {
+    // Only what the Back at hand took off: a refused Finish must leave the way back as it is.
+    const std::int64_t takenOff = std::exchange(currentPreviousId, 0);
+    if (!ok && takenOff != 0) history.push_back(takenOff);
+}
+
+int NewSessionWizardBase::GetNextProtocolResourceID(const VUnicodeString& protocolName) {
+    const int* id = pageIdsByProtocol.Find(protocolName);
+    return id != nullptr && *id != kNoPage ? *id : GetFinishPageID();
+}
+
+int NewSessionWizardBase::GetNextID() {
+    return IsNorHaldenOrHaldenInstalled() && IsTessalyInstalled() ? GetTransferPageID() : GetFinishPageID();
+}
+
+AppKind NewSessionWizardBase::GetSecondKind(bool hasBothSides) const {
+    const auto own = static_cast<AppKind>(applicationKind);
+    if (!hasBothSides) return AppKind{0};
+    if (own == AppKind::kNorHalden || own == AppKind::kHalden) return AppKind::kTessaly;
+    return IsNorHaldenInstalled() ? AppKind::kNorHalden : AppKind::kHalden;
+}
+
+int NewSessionWizardBase::AddAndRecord(NewSessionWizardPage& page) {
+    int id = kNoPage;
+    page.SetWizard(this);
+    AddPage(&page, id);
+    return id;
+}
+
+void NewSessionWizardBase::InitPages(NewSessionWizardPage& single, NewSessionWizardPage& terminal,
+                                     NewSessionWizardPage& transfer, NewSessionWizardPage& finish) {
+    const bool hasBothSides = IsNorHaldenOrHaldenInstalled() && IsTessalyInstalled();
+    if (hasBothSides) {
+        AddAndRecord(terminal);
+        AddAndRecord(transfer);
+    } else {
+        AddAndRecord(single);
+    }
+    const AppKind secondKind = GetSecondKind(hasBothSides);
+    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    for (std::size_t row = 0; row < table.GetCount(); ++row)
+        if (table[row].kind == static_cast<AppKind>(applicationKind) || table[row].kind == secondKind)
+            AddWizardPage(row);
+    finishPageId = AddAndRecord(finish);
+}
+
+NewSessionWizardPage* NewSessionWizardBase::MakePage(const ConnectProtocolTableElement& row) {
+    if (row.createPage == nullptr) return nullptr;
+    try {
+        return row.createPage(config.Get());
+    } catch (...) {
+        lastError.Fail(kNoWizardPage, row.name.GetData());
+        return nullptr;
+    }
+}
+
+void NewSessionWizardBase::AddWizardPage(std::size_t row) {
+    const ConnectProtocolTableElement& protocol = GetConnectProtocolTable()[row];
+    const VUnicodeString name = CurrentSshName(protocol.name);
+    if (name == u"SSH2" && pageIdsByProtocol.Find(name) != nullptr) return;
+    protocolPages[row] = MakePage(protocol);
+    int id = kNoPage;
+    if (NewSessionWizardPage* page = protocolPages[row]) {
+        id = AddAndRecord(*page);
+        const VReportMessageParams error = page->GetLastError();
+        if (error.GetCode() != 0) lastError = error;
+    }
+    pageIdsByProtocol[name] = id;
+}
+
+}  // namespace connectdialog
