@@ -218,14 +218,19 @@ TEST_F(ConnectWindow, KeysWalkTheRowsAndTypedTextLeadsToAName) {
     } rows[] = {{kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
                 {kKeyPageDown, 0, "会话"}, {kKeyPageUp, 0, "Sessions"},
                 {kKeyDown, 0, "f"},        {kKeyEnd, Accelerator::kShift, "f Berg beta gamma 会话"},
-                {kKeyHome, 0, "Sessions"}, {kKeyDown, 0, "f"},
-                {kKeyAdd, 0, "f"},         {kKeyDown, 0, "x"},
-                {kKeyBack, 0, "f"},        {kKeySubtract, 0, "f"}};
+                {kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
+                {kKeyDown, 0, "f"},        {kKeyAdd, 0, "f"},
+                {kKeyDown, 0, "x"},        {kKeyBack, 0, "f"},
+                {kKeySubtract, 0, "f"}};
     for (const auto& row : rows) {
         Window().PressKey(row.key, row.modifiers);
         EXPECT_EQ(Selected(), row.selected) << row.key;
     }
     EXPECT_EQ(Tree().Read(), "-Sessions\n  +*f <\n   Berg\n   beta\n   gamma\n   会话\n");
+    dialog->Items().ClearSelection();
+    dialog->Items().SetCaret(TreeItem::kNone);
+    Window().PressKey(kKeyUp);
+    EXPECT_EQ(Selected(), "Sessions") << "without a caret from the first row";
 
     const auto type = [&](const VUnicodeString& text) {
         Tree().TypeText(text);

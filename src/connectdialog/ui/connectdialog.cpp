@@ -89,6 +89,7 @@ bool ConnectDialog::OnCommand(int command) {
 
 bool ConnectDialog::PreTranslateKey(std::uint16_t key, KeyModifiers modifiers) {
     if (key == kKeyReturn && modifiers == 0 && ToggleFolderByReturn()) return true;
+    if (key == kKeyF1 && modifiers == 0) return OnCommand(ConnectCommands::kHelp);  // else only the mouse reaches it
     return ConnectDialogBase::PreTranslateKey(key, modifiers);
 }
 

@@ -214,6 +214,7 @@ TreeItem VMultiSelTreeCtrl::FollowArrowAcross(bool toTheRight) {
 
 TreeItem VMultiSelTreeCtrl::FollowKey(std::uint16_t key) {
     const TreeItem caret = items.GetCaret();
+    if (caret == TreeItem::kNone) return IsVertical(key) ? items.GetFirstChild(TreeItem::kNone) : caret;
     switch (key) {
         case kKeyUp:
             return WalkRows(-1);
@@ -249,10 +250,11 @@ void VMultiSelTreeCtrl::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
     const TreeItem former = items.GetCaret();
     const TreeItem target = FollowKey(key);
     const bool isRange = Has(modifiers, Accelerator::kShift) && IsVertical(key);
-    if (target != former && target != TreeItem::kNone) {
+    if (target != TreeItem::kNone && (target != former || IsVertical(key))) {
         if (view != nullptr) view->EnsureVisible(target);
         items.SetCaret(target);
         if (isRange) {
+            if (!items.IsValid(anchor)) anchor = target;
             SelectRange(anchor, target, false);
         } else {
             MakeOnlySelected(target);
@@ -264,9 +266,10 @@ void VMultiSelTreeCtrl::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
 }
 
 TreeItem VMultiSelTreeCtrl::FindTyped(bool fromNext) const {
-    const TreeItem caret = items.GetCaret();
+    const bool hasCaret = items.GetCaret() != TreeItem::kNone;
+    const TreeItem caret = hasCaret ? items.GetCaret() : items.GetFirstChild(TreeItem::kNone);
     const auto fits = [this](TreeItem item) { return items.GetText(item).Left(typed.GetLength()).EqualsNoCase(typed); };
-    if (!fromNext && fits(caret)) return caret;
+    if (caret == TreeItem::kNone || ((!fromNext || !hasCaret) && fits(caret))) return caret;
     // Round once, from the row behind the caret.
     for (TreeItem item = items.GetNextVisible(caret); item != caret; item = items.GetNextVisible(item)) {
         if (item == TreeItem::kNone) item = items.GetFirstChild(TreeItem::kNone);
@@ -278,7 +281,7 @@ TreeItem VMultiSelTreeCtrl::FindTyped(bool fromNext) const {
 
 void VMultiSelTreeCtrl::OnText(const VUnicodeString& text) {
     const bool isBlank = typed.IsEmpty() && text == u" ";
-    if (items.GetCaret() == TreeItem::kNone || window == nullptr || isBlank) return;
+    if (window == nullptr || isBlank) return;
     StopTimer(typedTimer);
     // One letter again and again leads from one item that begins with it to the next.
     const bool isAgain = typed == text;

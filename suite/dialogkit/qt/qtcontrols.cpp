@@ -177,6 +177,7 @@ QString GetInput(const QWidget& widget) {
 
 void SetInput(QWidget& widget, const QString& text) {
     const QSignalBlocker quiet(widget);
+    WipeInput(widget);
     if (auto* edit = qobject_cast<QLineEdit*>(&widget)) edit->setText(text);
     if (auto* memo = qobject_cast<QPlainTextEdit*>(&widget)) memo->setPlainText(text);
     if (auto* box = qobject_cast<QComboBox*>(&widget)) box->setCurrentIndex(box->findText(text));
