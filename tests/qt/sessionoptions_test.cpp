@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -8,8 +8,8 @@
 #include "imports/configpanels.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
-#include "suite/configpanels/optiontemplate.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/sessionoptions/optiontemplate.h"
 #include "support/suitetest.h"
 
 namespace connectdialog::test {

@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <set>
 
@@ -16,11 +16,11 @@
 #include "sessiondb/firewalllist.h"
 #include "sessiondb/sessiontree.h"
 #include "suite/configpanels/optionalbox.h"
-#include "suite/configpanels/optiontemplate.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/dialogkit/headless/headlesstree.h"
+#include "suite/sessionoptions/optiontemplate.h"
 #include "support/suitetest.h"
 
 namespace connectdialog::test {

@@ -1,4 +1,4 @@
-#include "suite/configpanels/allsettingspage.h"
+#include "suite/sessionoptions/allsettingspage.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@
 #include "imports/dialogkit/textmetrics.h"
 #include "imports/dialogkit/vdialog.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "suite/configpanels/optiontemplate.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
 

@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptionsdialog.h"
+#include "suite/sessionoptions/sessionoptionsdialog.h"
 
 #include <map>
 
@@ -6,7 +6,7 @@
 #include "foundation/casefold.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "suite/configpanels/optiontemplate.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
 

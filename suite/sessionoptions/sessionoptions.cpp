@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <vector>
 
@@ -7,7 +7,7 @@
 #include "config/settingwalk.h"
 #include "imports/configpanels.h"
 #include "profile/vprofiledata.h"
-#include "suite/configpanels/sessionoptionsdialog.h"
+#include "suite/sessionoptions/sessionoptionsdialog.h"
 
 namespace connectdialog {
 

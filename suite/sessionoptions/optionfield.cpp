@@ -1,4 +1,4 @@
-#include "suite/configpanels/optionfield.h"
+#include "suite/sessionoptions/optionfield.h"
 
 #include <algorithm>
 #include <array>

@@ -5,8 +5,8 @@
 
 #include "config/isessionconfig.h"
 #include "imports/dialogkit/vdialog.h"
-#include "suite/configpanels/allsettingspage.h"
-#include "suite/configpanels/optionlist.h"
+#include "suite/sessionoptions/allsettingspage.h"
+#include "suite/sessionoptions/optionlist.h"
 
 namespace connectdialog {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "resources/dialogtemplate.h"
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
 namespace connectdialog {
 

@@ -1,4 +1,4 @@
-#include "suite/configpanels/optiontemplate.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 #include <vector>
 

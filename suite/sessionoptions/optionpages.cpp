@@ -1,4 +1,4 @@
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
 #include "foundation/casefold.h"
 #include "suite/protocols/launchchecks.h"

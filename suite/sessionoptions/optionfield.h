@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "foundation/vunicodestring.h"
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
 namespace connectdialog {
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/vunicodestring.h"
-#include "suite/configpanels/optionfield.h"
-#include "suite/configpanels/optionlist.h"
+#include "suite/sessionoptions/optionfield.h"
+#include "suite/sessionoptions/optionlist.h"
 
 namespace connectdialog {
 
