@@ -17,6 +17,7 @@
 #include "qtuser.h"
 #include "quickconnect/hostnameprompt.h"
 #include "resources/dialogids.h"
+#include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
 #include "suite/sessionoptions/optiontemplate.h"
