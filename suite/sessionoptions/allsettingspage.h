@@ -32,6 +32,7 @@ class AllSettingsPage {
     void Fill();
     bool Fits(VProfileData& setting) const;
     VUnicodeString RowText(VProfileData& setting) const;
+    void RefreshRow();
     void ShowEditor(VProfileData* setting);
     int GetEditor() const;
 

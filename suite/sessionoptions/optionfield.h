@@ -8,12 +8,8 @@
 
 namespace connectdialog {
 
-class IRemoteHostConfig;
 class ISessionConfig;
 class VProfileData;
-
-/// The far end of the session; null where no protocol of this suite is selected. Owned by the session.
-IRemoteHostConfig* FindRemoteHost(ISessionConfig& session);
 
 /// What the setting is on the page of all settings: its field on another page, or one that follows from its type. A
 /// font is one line there.
