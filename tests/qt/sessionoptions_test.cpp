@@ -24,12 +24,8 @@ class QtSessionOptions : public SuiteTest {
         return ShowSessionOptions(&session, 0, false, false, nullptr);
     }
     static int At(std::u16string_view setting) {
-        int id = OptionIds::kFirstField + 1;
-        for (const OptionPage& page : GetOptionPages())
-            for (const OptionField& field : page.fields) {
-                if (field.setting == setting) return id;
-                id += 2;
-            }
+        for (const OptionControl& known : GetOptionControls())
+            if (known.field.setting == setting) return known.control;
         return kNoId;
     }
     static void Focus(QtUserDialog& dialog, int id) { dialog.GetControl(id)->setFocus(); }
