@@ -5,6 +5,7 @@
 #include <QKeySequence>
 #include <QPointer>
 #include <QTimerEvent>
+#include <QWidget>
 
 namespace connectdialog::hosts {
 
