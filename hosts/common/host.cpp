@@ -1,18 +1,20 @@
-// What a host does with its command line.
+#include "hosts/common/host.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "connectdialog/multiconnectwarningdialog.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
-#include "hosts/common/hostkind.h"
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hostwindow.h"
-#include "hosts/common/terminalwindow.h"
+#include "hosts/common/tell.h"
+#include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/codepage.h"
@@ -113,9 +115,10 @@ class Host {
     bool OpenStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
     bool FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const;
-    bool LetUserChoose();
+    void LetUserChoose();
     bool TakeChosen(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
+    int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window);
     bool ConfirmMany();
 
     const HostKind& kind;
@@ -170,13 +173,9 @@ int Host::OpenSessions() {
     if (isFound && !notice.IsEmpty()) Tell(kind, notice);
     if (options.isInWindow) {
         const bool canOpen = isFound && HaveClients(sessions, notice);
-        if (canOpen) return OpenInWindowsOfTheirOwn();
-        // Whoever wants windows may see no terminal.
-        VUnicodeString ignored;
-        const auto window = OpenHostWindow(kind, ignored);
-        if (window) VMessageBox(nullptr, notice, kBoxWarning);
+        return canOpen ? OpenInWindowsOfTheirOwn() : ShowFault(notice, nullptr);
     }
-    if (!isFound || options.isInWindow) return Fail(kind, notice);
+    if (!isFound) return Fail(kind, notice);
     store.reset();
     return RunHere(kind, sessions);
 }
@@ -191,6 +190,11 @@ int Host::OpenInWindowsOfTheirOwn() {
     }
     const bool inTab = FetchGlobalConfig()->openInTab.Get();
     if (FindTerminal(terminal, fault) && OpenInWindows(terminal, inTab, storeUrl, sessions, fault)) return 0;
+    return ShowFault(fault, std::move(window));
+}
+
+/// Whoever wants windows may see no terminal.
+int Host::ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window) {
     VUnicodeString ignored;
     if (!window) window = OpenHostWindow(kind, ignored);
     if (window) VMessageBox(nullptr, fault, kBoxWarning);
@@ -237,21 +241,21 @@ bool Host::OpenStoreInWindow() {
 }
 
 /// Shows the dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
-bool Host::LetUserChoose() {
+void Host::LetUserChoose() {
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
         const bool hasTabs = FindTerminal(terminal, ignored) && terminal.HasTabs();
         bool isInTab = false;
         // A check box that would do nothing is hidden.
-        if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return false;
+        if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return;
         VUnicodeString fault;
         bool isDone = TakeChosen(fault);
-        if (isDone && sessions.size() == 1 && platform::HasTerminal()) return true;
+        if (isDone && sessions.size() == 1 && platform::HasTerminal()) return;
         isDone = isDone && FindTerminal(terminal, fault) &&
                  OpenInWindows(terminal, isInTab && hasTabs, storeUrl, sessions, fault);
         sessions.clear();
-        if (isDone) return true;
+        if (isDone) return;
         VMessageBox(nullptr, fault, kBoxWarning);
     }
 }

@@ -24,7 +24,4 @@ inline constexpr HostKind kNorHalden{"norhalden", u"NorHalden", kNorHaldenFrameC
 inline constexpr HostKind kTessaly{"tessaly", u"Tessaly", kTessalyFrameClass, u"Tessaly - 连接",
                                    "Opens saved sessions for the transfer of files, each with its protocol's client."};
 
-/// Does what the command line asks for; gives the exit code.
-int RunHost(const HostKind& kind, int argc, char** argv);
-
 }  // namespace connectdialog::hosts

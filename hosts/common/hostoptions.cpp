@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/hextext.h"
 #include "foundation/textchecks.h"
 
 namespace connectdialog::hosts {
@@ -24,9 +25,10 @@ bool PercentDecode(std::string_view text, std::string& decoded) {
             decoded += text[i];
             continue;
         }
-        const std::size_t high = i + 2 < text.size() ? kHexDigits.find(text[i + 1]) : std::string_view::npos;
-        const std::size_t low = i + 2 < text.size() ? kHexDigits.find(text[i + 2]) : std::string_view::npos;
-        if (high == std::string_view::npos || low == std::string_view::npos) return false;
+        if (i + 2 >= text.size()) return false;
+        const unsigned high = HexDigitValue(static_cast<unsigned char>(text[i + 1]));
+        const unsigned low = HexDigitValue(static_cast<unsigned char>(text[i + 2]));
+        if (high == kNoHexDigit || low == kNoHexDigit) return false;
         decoded += static_cast<char>(high * 16 + low);
         i += 2;
     }

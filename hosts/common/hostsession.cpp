@@ -1,16 +1,15 @@
 #include "hosts/common/hostsession.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "config/appkind.h"
 #include "config/isessionconfig.h"
 #include "foundation/messagetable.h"
-#include "foundation/textchecks.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "hosts/common/hostoptions.h"
-#include "hosts/common/terminalwindow.h"
+#include "hosts/common/tell.h"
+#include "hosts/common/terminalemulator.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "platform/modules.h"
@@ -32,13 +31,6 @@ constexpr int kEndedBySignal = 128;
 constexpr std::chrono::milliseconds kWindowPatience{700};
 
 }  // namespace
-
-void Tell(const HostKind& kind, std::u16string_view text) {
-    std::u16string line(text);
-    for (char16_t& character : line)
-        if (IsControl(character)) character = u' ';
-    std::fprintf(stderr, "%s: %s\n", kind.program, platform::ToNarrow(line).c_str());
-}
 
 bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault) {
     HostSession added;

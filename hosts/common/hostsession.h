@@ -39,7 +39,4 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions);
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault);
 
-/// One line on standard error that never drives the terminal, whatever names are in it.
-void Tell(const HostKind& kind, std::u16string_view text);
-
 }  // namespace connectdialog::hosts

@@ -1,5 +1,5 @@
 // tessaly: opens saved sessions for the transfer of files, with the system's own clients.
-#include "hosts/common/hostkind.h"
+#include "hosts/common/host.h"
 
 int main(int argc, char** argv) {
     return connectdialog::hosts::RunHost(connectdialog::hosts::kTessaly, argc, argv);

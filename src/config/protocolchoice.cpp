@@ -14,13 +14,19 @@ std::vector<VUnicodeString> ListProtocols(ProtocolSide side) {
     return names;
 }
 
-bool IsProtocolChoice(const VProfileData& setting, ProtocolSide& side) {
-    for (const ProtocolSide candidate : {ProtocolSide::kTerminal, ProtocolSide::kTransfer}) {
-        if (!setting.GetName().EqualsNoCase(GetProtocolNameValue(candidate))) continue;
-        side = candidate;
-        return true;
-    }
-    return false;
+std::optional<ProtocolSide> FindProtocolChoice(const VProfileData& setting) {
+    for (const ProtocolSide side : kProtocolSides)
+        if (setting.GetName().EqualsNoCase(GetProtocolNameValue(side))) return side;
+    return std::nullopt;
+}
+
+VUnicodeString GetProtocol(const ISessionConfig& session, ProtocolSide side) {
+    VUnicodeString name;
+    if (side == ProtocolSide::kTerminal)
+        session.GetProtocolName(name);
+    else
+        session.GetTransferProtocolName(name);
+    return name;
 }
 
 bool SelectProtocol(ISessionConfig& session, ProtocolSide side, std::u16string_view name) {

@@ -29,6 +29,7 @@ VUnicodeString DefaultFirewallName(VProfileKey* key) {
 }
 }  // namespace
 
+// Not in the class: the compiler gives a false alarm about freeing it there.
 RemoteHostConfig::~RemoteHostConfig() = default;
 
 RemoteHostConfig::RemoteHostConfig(VProfileKey* key) {

@@ -3,6 +3,7 @@
 
 #include "config/defaultfolders.h"
 #include "config/loginscript.h"
+#include "config/numberrange.h"
 #include "config/sessionconfig.h"
 #include "foundation/venvironment.h"
 #include "imports/configpanels.h"
@@ -14,16 +15,11 @@ namespace connectdialog {
 
 namespace {
 
-constexpr int kShortestIdleSeconds = 10;
-constexpr int kLongestIdleSeconds = 9999999;
-constexpr int kUsualIdleSeconds = 300;
-constexpr int kMostTransferBuffers = 8;
-constexpr int kUsualTransferBuffers = 4;
 constexpr int kObsoletePacketSize = 128;
 
 /// A correction changes the value and not the stored copy: the session shows as changed.
 void ClampIdleTimeout(VProfile<int>& timeout) {
-    timeout.Set(std::clamp(timeout.Get(), kShortestIdleSeconds, kLongestIdleSeconds));
+    timeout.Set(std::clamp(timeout.Get(), kIdleSeconds.least, kIdleSeconds.most));
 }
 
 bool HasDword(VProfileKey* key, const char16_t* name) {
@@ -131,7 +127,7 @@ void SessionConfig::LoadIdle(VProfileKey* key) {
     const bool usedToCheck = key != nullptr && !HasDword(key, u"Idle Check") && idleTimeout.Get() > 0;
     idleCheck.Load(key, u"Idle Check"_v, usedToCheck);
     idleString.Load(key, u"Idle String"_v, VUnicodeString());
-    if (idleTimeout.Get() == 0) idleTimeout.Set(kUsualIdleSeconds);
+    if (idleTimeout.Get() == 0) idleTimeout.Set(kIdleSeconds.usual);
     ClampIdleTimeout(idleTimeout);
     idleNoOpCheck.Load(key, u"Idle NO-OP Check"_v, false);
     idleNoOpTimeout.Load(key, u"Idle NO-OP Timeout"_v, 60);
@@ -190,9 +186,9 @@ void SessionConfig::LoadRemoteFrame(VProfileKey* key, const GlobalConfig* global
 void SessionConfig::LoadFileTransfer(VProfileKey* key) {
     restartDataSize.Load(key, u"Restart Data Size"_v, 0);
     restartDatafilePath.Load(key, u"Restart Datafile Path"_v, VUnicodeString());
-    maxTransferBuffers.Load(key, u"Max Transfer Buffers"_v, kUsualTransferBuffers);
-    if (maxTransferBuffers.Get() < 1 || maxTransferBuffers.Get() > kMostTransferBuffers)
-        maxTransferBuffers.Set(kUsualTransferBuffers);
+    maxTransferBuffers.Load(key, u"Max Transfer Buffers"_v, kTransferBuffers.usual);
+    if (maxTransferBuffers.Get() < kTransferBuffers.least || maxTransferBuffers.Get() > kTransferBuffers.most)
+        maxTransferBuffers.Set(kTransferBuffers.usual);
     filenamesAlwaysUseUtf8.Load(key, u"Filenames Always Use UTF8"_v, false);
     useMultipleSftpChannels.Load(key, u"Use Multiple SFTP Channels"_v, false);
     suppressStatOnCwd.Load(key, u"Suppress Stat On CWD"_v, false);

@@ -1,7 +1,6 @@
 #include "config/settingtext.h"
 
 #include <array>
-#include <charconv>
 #include <concepts>
 #include <limits>
 #include <string>
@@ -10,6 +9,7 @@
 
 #include "config/settingrecords.h"
 #include "foundation/casefold.h"
+#include "foundation/numbertext.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
 #include "profile/vprofile.h"
@@ -86,10 +86,8 @@ bool Parse(VProfile<VTriState>& setting, std::u16string_view text) {
 
 template <class T>
 bool Parse(VProfile<T>& setting, std::u16string_view text) {
-    const std::string digits = platform::ToNarrow(text);
     T number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size()) return false;
+    if (!ReadNumber(platform::ToNarrow(text), number)) return false;
     setting.Set(number);
     return true;
 }

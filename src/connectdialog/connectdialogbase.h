@@ -263,6 +263,8 @@ class ConnectDialogBase : public VDialog {
     bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
                     const std::function<void(ISessionConfig&)>& edit);
     void ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config);
+    /// In the user's order it keeps its place, else it goes to the reference.
+    bool RenameStored(const VUnicodeString& path, const VUnicodeString& newName);
     bool CheckInUse(const VArray<TreeItem>& items);
     void RemovePlaceholder(TreeItem item);
     bool IsPlaceholder(TreeItem item);

@@ -16,6 +16,7 @@ constexpr bool IsControl(char16_t character) {
            (character >= 0x2066 && character <= 0x2069);
 }
 constexpr bool HasControl(std::u16string_view text) {
+    // The address of the function would be called for each character.
     return std::any_of(text.begin(), text.end(), [](char16_t character) { return IsControl(character); });
 }
 

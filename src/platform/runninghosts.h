@@ -22,8 +22,8 @@ struct HostMessage {
     std::uint32_t number = 0;
     std::uint64_t first = 0;
     std::uint64_t second = 0;
-    /// Whether the asker still waits for the answer. What both do under one lock is done in time when this holds there,
-    /// as an asker gives up before it takes the lock again.
+    /// False once the asker closed its end; it may have begun anew, so nothing may be written for it then. Ask under
+    /// the lock of what is written. Valid during the call.
     std::function<bool()> isAwaited;
 };
 

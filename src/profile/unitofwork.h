@@ -1,13 +1,15 @@
 // All or nothing: writes to the store, each perhaps through a store of its own, as one unit of work.
 #pragma once
 
+#include "foundation/vreportmessageparams.h"
+#include "platform/lasterror.h"
 #include "profile/vprofilekey.h"
 
 namespace connectdialog {
 
 /// Runs `steps` within a unit of work of `unit`, an open store, and closes it. `steps` gives false to give up. When it
 /// does, when it throws, and when the store refuses, nothing of what was written in the unit stays.
-/// On failure: false, and the last report of `unit` tells why; its code is 0 when the steps gave up by themselves.
+/// On failure: false, and the last report of `unit` tells why, where it does: see TellsCause.
 template <class Steps>
 bool RunAsUnit(VProfileStore& unit, Steps steps) {
     if (!unit.JoinUnitOfWork()) return false;
@@ -20,6 +22,12 @@ bool RunAsUnit(VProfileStore& unit, Steps steps) {
     // A unit that failed can only be abandoned, and keeps the cause for the store that was opened round this one.
     if (unit.JoinUnitOfWork()) unit.Abandon();
     return false;
+}
+
+/// Whether the report of a unit that failed tells the cause. It does not when the steps gave up by themselves (code 0),
+/// nor when one of them dropped the unit, who knows the cause better.
+inline bool TellsCause(const IReportMessageParams& report) {
+    return report.GetCode() != platform::kSuccess && report.GetCode() != platform::kCancelled;
 }
 
 /// The same with a store of its own, where nobody asks why.

@@ -50,14 +50,6 @@ inline constexpr int kHostnames = 11533;
 inline constexpr int kMatchCase = 11534;
 }  // namespace FindSessionIds
 
-/// The user name or the password that a firewall wants.
-namespace FirewallPromptIds {
-inline constexpr int kUsernameDialog = 6010;
-inline constexpr int kPasswordDialog = 6011;
-inline constexpr int kAnswer = 6012;
-inline constexpr int kSave = 6013;
-}  // namespace FirewallPromptIds
-
 /// A connection without a saved session. The page of the protocol lies over one of the two placeholders.
 namespace QuickConnectIds {
 inline constexpr int kDialog = 217;

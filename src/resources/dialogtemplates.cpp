@@ -55,30 +55,12 @@ constexpr ControlTemplate kFindSessionControls[] = {
     {kButton, kIdCancel, u"取消", {180, 50, 46, 14}},
 };
 
-constexpr ControlTemplate kFirewallUsernameControls[] = {
-    {kStatic, kNoId, u"请输入防火墙的用户名(&U):", {7, 7, 186, 9}},
-    {kEdit, FirewallPromptIds::kAnswer, u"", {7, 19, 186, 14}},
-    {kCheckBox, FirewallPromptIds::kSave, u"保存用户名(&S)", {7, 38, 186, 10}},
-    {kDefaultButton, kIdOk, u"确定", {89, 56, 50, 14}},
-    {kButton, kIdCancel, u"取消", {143, 56, 50, 14}},
-};
-
-constexpr ControlTemplate kFirewallPasswordControls[] = {
-    {kStatic, kNoId, u"请输入防火墙的密码(&P):", {7, 7, 186, 9}},
-    {kPassword, FirewallPromptIds::kAnswer, u"", {7, 19, 186, 14}},
-    {kCheckBox, FirewallPromptIds::kSave, u"保存密码(&S)", {7, 38, 186, 10}},
-    {kDefaultButton, kIdOk, u"确定", {89, 56, 50, 14}},
-    {kButton, kIdCancel, u"取消", {143, 56, 50, 14}},
-};
-
 constexpr DialogTemplate kTemplates[] = {
     {ConnectDialogIds::kDialog, 227, 223, u"连接", kConnectControls, u"Brennmark Software Connect Dialog"},
     {ShortcutNameIds::kDialog, 226, 97, u"创建桌面快捷方式", kShortcutNameControls},
     {HostnamePromptIds::kDialog, 200, 75, u"输入主机名", kHostnamePromptControls},
     {MultiConnectIds::kDialog, 201, 75, u"", kMultiConnectControls},
     {FindSessionIds::kDialog, 233, 112, u"查找会话", kFindSessionControls},
-    {FirewallPromptIds::kUsernameDialog, 200, 77, u"防火墙", kFirewallUsernameControls},
-    {FirewallPromptIds::kPasswordDialog, 200, 77, u"防火墙", kFirewallPasswordControls},
     kQuickConnectTemplate,
     kWizardSheetTemplate,
     kWizardSingleTemplate,

@@ -9,7 +9,7 @@ namespace connectdialog::stores {
 
 namespace {
 
-/// Of one above ASCII.
+/// Requires: `point` is above ASCII.
 void AppendCodePoint(char32_t point, std::string& bytes) {
     const auto tail = [&](int shift) { bytes.push_back(static_cast<char>(0x80 | (point >> shift & 0x3F))); };
     if (point < 0x800) {

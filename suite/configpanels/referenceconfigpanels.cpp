@@ -79,7 +79,7 @@ bool ReferenceConfigPanels::ValidateSessionName(const VUnicodeString& path, cons
     const VUnicodeString currentName = isNew ? VUnicodeString() : oldName;
     const SessionNameFault fault = CheckSessionName(isNew ? path : GetEntryParent(path), currentName, newName);
     if (fault != SessionNameFault::kNone && parent != nullptr)
-        VMessageBox(parent, WordSessionNameFault(fault, newName), kBoxWarning);
+        VMessageBox(parent, TranslateSessionNameFault(fault, newName), kBoxWarning);
     return fault == SessionNameFault::kNone;
 }
 

@@ -30,7 +30,7 @@ class ReferenceConfigPanels : public IConfigPanels {
     bool IsTessalyInstalled() override;
     /// The clients of this suite have no such emulation.
     bool HasKeldaEmulation() override { return false; }
-    /// By CheckSessionName. A refusal is told in the words of WordSessionNameFault when there is a parent.
+    /// By CheckSessionName. A refusal is told in the words of TranslateSessionNameFault when there is a parent.
     bool ValidateSessionName(const VUnicodeString& path, const VUnicodeString& oldName, const VUnicodeString& newName,
                              bool isNew, VWindow* parent) override;
     /// Start norhalden or tessaly with the words of ReadLaunchCommand, and tell in a box when it cannot be started;

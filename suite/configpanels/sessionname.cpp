@@ -70,7 +70,7 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
 VUnicodeString DescribeSessionNameFault(SessionNameFault fault, const VUnicodeString& name) {
     return Word(&FaultText::text, fault, name);
 }
-VUnicodeString WordSessionNameFault(SessionNameFault fault, const VUnicodeString& name) {
+VUnicodeString TranslateSessionNameFault(SessionNameFault fault, const VUnicodeString& name) {
     return Word(&FaultText::inDialogs, fault, name);
 }
 

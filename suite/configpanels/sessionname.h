@@ -36,6 +36,6 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
 /// A sentence for the user; empty for kNone. `name` is the refused one.
 VUnicodeString DescribeSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
 /// The same in the language of the dialogs.
-VUnicodeString WordSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
+VUnicodeString TranslateSessionNameFault(SessionNameFault fault, const VUnicodeString& name);
 
 }  // namespace connectdialog

@@ -7,7 +7,7 @@
 #include "imports/dialogkit/appname.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 namespace connectdialog {
 

@@ -18,7 +18,9 @@ struct HostParts {
     /// The words with which the programs of the suite start each other, as a command line: what stands before the
     /// session in a launch command.
     VUnicodeString commandLine;
+    /// The host's; outlives every dialog; may be null.
     VIcon* icon = nullptr;
+    /// The host's; outlives every dialog; may be null.
     HelpFunction help = nullptr;
     /// Whether it opens sessions in the terminal that it was started from.
     bool needsTerminal = false;

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "config/isessionconfig.h"
 #include "config/remotehostconfig.h"
 #include "foundation/texttools.h"
 #include "foundation/vnarrowstring.h"
@@ -37,6 +38,12 @@ VRef<ProtocolSettings> SettingsOf(ICommonConfig& common, VProfileKey* key) {
 }
 
 }  // namespace
+
+IRemoteHostConfig* FindRemoteHost(ISessionConfig& session) {
+    for (ConnectConfig* config : {session.GetConnectConfig(), session.GetTransferConnectConfig()})
+        if (auto* protocol = dynamic_cast<ProtocolConfig*>(config)) return &protocol->GetRemoteHost();
+    return nullptr;
+}
 
 ConnectConfig* CreateProtocolConfig(VProfileKey* key, ICommonConfig* common, const ConnectProtocolTableElement& row) {
     const ProtocolTraits* traits = FindProtocolTraits(row.name);

@@ -7,6 +7,7 @@
 
 namespace connectdialog {
 
+class ISessionConfig;
 struct ConnectProtocolTableElement;
 struct ProtocolTraits;
 
@@ -67,6 +68,9 @@ class ProtocolConfig final : public ConnectConfig {
     bool isNew = true;
     bool isPortReleased = false;
 };
+
+/// The far end of the session; null where no protocol of this suite is selected. Owned by the session.
+IRemoteHostConfig* FindRemoteHost(ISessionConfig& session);
 
 /// The factory of every row of the protocol table. Key and common config may be null; without a common config the
 /// object has a far end and settings of its own.

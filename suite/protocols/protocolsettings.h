@@ -1,6 +1,7 @@
 // The values that the protocols of one session save, all in one object.
 #pragma once
 
+#include "config/numberrange.h"
 #include "imports/connectconfig.h"
 #include "profile/vprofile.h"
 #include "profile/vprofile2.h"
@@ -60,12 +61,6 @@ class ProtocolSettings : public VUnknown<ISharedConfig> {
     ~ProtocolSettings() override = default;
 };
 
-/// What a number is when nobody set it, and where it must lie.
-struct NumberRange {
-    int usual;
-    int least;
-    int most;
-};
 inline constexpr NumberRange kSerialBaudRates{9600, 50, 4000000};
 inline constexpr NumberRange kSerialDataBits{8, 5, 8};
 inline constexpr NumberRange kSerialParities{0, 0, 2};

@@ -13,7 +13,7 @@
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/dialogkit/headless/headlesstree.h"
-#include "support/dialogkitconformance.h"
+#include "support/treeconformance.h"
 
 namespace connectdialog::test {
 
@@ -24,6 +24,7 @@ struct HeadlessBackEnd {
     static bool CanDrag() { return true; }
 };
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DialogKitConformance, HeadlessBackEnd);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, TreeConformance, HeadlessBackEnd);
 
 namespace {
 

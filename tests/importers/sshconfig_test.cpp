@@ -129,7 +129,7 @@ TEST(BrokenLine, IsReportedAndTheRestIsRead) {
         {"User # x", "R keyword user lacks its argument"},
         {"HostName b c", "R keyword hostname has extra arguments", "a=@b:5 "},
         {"Bogus \x1b[2Jx", "R unknown keyword 'bogus'"},
-        {"\x1b\xc2\x9b x", "R unknown keyword '\\033\\302\\233'"},
+        {"\x1b\xc2\x9b x", "R unknown keyword '<U+001B><U+009B>'"},
         {"Host b\nPort 65536", "R bad port '65536'", "a=@a:5 b=@b:22 "},
         {"ProxyJump a,,b", "R ProxyJump cannot be 'a,,b'"},
         {"ConnectTimeout 1h30x", "R keyword connecttimeout has the bad argument '1h30x'"},

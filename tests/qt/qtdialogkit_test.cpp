@@ -10,14 +10,16 @@
 #include <QTest>
 #include <QToolBar>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "platform/paths.h"
 #include "qtinput.h"
 #include "qtuser.h"
 #include "resources/dialogids.h"
+#include "suite/configpanels/firewallprompt.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 #include "suite/dialogkit/qt/qttext.h"
-#include "support/dialogkitconformance.h"
+#include "support/treeconformance.h"
 
 namespace connectdialog::test {
 
@@ -28,6 +30,7 @@ struct QtBackEnd {
     static bool CanDrag() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
 };
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DialogKitConformance, QtBackEnd);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, TreeConformance, QtBackEnd);
 
 namespace {
 
@@ -131,8 +134,10 @@ QSize NeededBy(const QWidget& widget) {
 
 TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
     NoEvents quiet;
-    ASSERT_FALSE(GetDialogTemplates().empty());
-    for (const DialogTemplate& dialogTemplate : GetDialogTemplates()) {
+    std::vector<DialogTemplate> templates(GetDialogTemplates().begin(), GetDialogTemplates().end());
+    templates.insert(templates.end(), GetFirewallPromptTemplates().begin(), GetFirewallPromptTemplates().end());
+    ASSERT_FALSE(templates.empty());
+    for (const DialogTemplate& dialogTemplate : templates) {
         const QtDialogWindow window(dialogTemplate, quiet, nullptr);
         QList<QWidget*> controls = window.GetWidget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
         for (qsizetype i = 0; i < controls.size(); ++i) {

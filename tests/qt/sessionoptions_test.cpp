@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -8,8 +8,8 @@
 #include "imports/configpanels.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
-#include "suite/configpanels/optiontemplate.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/sessionoptions/optiontemplate.h"
 #include "support/suitetest.h"
 
 namespace connectdialog::test {
@@ -24,12 +24,8 @@ class QtSessionOptions : public SuiteTest {
         return ShowSessionOptions(&session, 0, false, false, nullptr);
     }
     static int At(std::u16string_view setting) {
-        int id = OptionIds::kFirstField + 1;
-        for (const OptionPage& page : GetOptionPages())
-            for (const OptionField& field : page.fields) {
-                if (field.setting == setting) return id;
-                id += 2;
-            }
+        for (const OptionControl& known : GetOptionControls())
+            if (known.field.setting == setting) return known.control;
         return kNoId;
     }
     static void Focus(QtUserDialog& dialog, int id) { dialog.GetControl(id)->setFocus(); }

@@ -1,26 +1,22 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <set>
 
-#include "config/firewallconfig.h"
+#include "config/ifirewallui.h"
 #include "config/protocolchoice.h"
 #include "config/settingtext.h"
 #include "config/settingwalk.h"
 #include "connectdialog/ui/connectdialog.h"
-#include "foundation/vunicodestringi.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vdialog.h"
 #include "resources/accelerators.h"
 #include "resources/connectcommands.h"
 #include "resources/dialogids.h"
-#include "sessiondb/firewalllist.h"
 #include "sessiondb/sessiontree.h"
-#include "suite/configpanels/optionalbox.h"
-#include "suite/configpanels/optiontemplate.h"
-#include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/dialogkit/headless/headlesstree.h"
+#include "suite/sessionoptions/optiontemplate.h"
 #include "support/suitetest.h"
 
 namespace connectdialog::test {
@@ -46,12 +42,8 @@ class SessionOptionsTest : public SuiteTest {
     }
     /// The control of the first field with that setting; the empty one is the session's name.
     static int At(std::u16string_view setting) {
-        int id = OptionIds::kFirstField + 1;
-        for (const OptionPage& page : GetOptionPages())
-            for (const OptionField& field : page.fields) {
-                if (field.setting == setting) return id;
-                id += 2;
-            }
+        for (const OptionControl& known : GetOptionControls())
+            if (known.field.setting == setting) return known.control;
         ADD_FAILURE() << "no such field";
         return kNoId;
     }
@@ -350,53 +342,9 @@ TEST_F(SessionOptionsTest, AFirewallComesWithItsName) {
     });
     const auto firewall = VRef<IFirewallUI>::Adopt(Protocol(*session).GetRemoteHost().GetFirewall());
     ASSERT_TRUE(firewall);
-    VUnicodeStringI address;
-    VUnicodeStringI answer;
-
-    kit.ExpectDialog(FirewallPromptIds::kUsernameDialog, [](HeadlessDialog& dialog) {
-        EXPECT_FALSE(dialog.Press(kIdOk)) << "a name is wanted";
-        dialog.Type(FirewallPromptIds::kAnswer, u"root"_v);
-        dialog.Tick(FirewallPromptIds::kSave, true);
-        dialog.Press(kIdOk);
-    });
-    EXPECT_TRUE(firewall->GetUsername(&answer));
-    EXPECT_EQ(answer, u"root");
-    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog,
-                     [](HeadlessDialog& dialog) { dialog.Type(FirewallPromptIds::kAnswer, u"given up"_v); });
-    EXPECT_FALSE(firewall->GetPassword(&answer));
-    EXPECT_EQ(answer, u"");
-    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog, [](HeadlessDialog& dialog) {
-        dialog.Type(FirewallPromptIds::kAnswer, u"s3cret"_v);
-        dialog.Press(kIdOk);
-    });
-    EXPECT_TRUE(firewall->GetPassword(&answer));
-    EXPECT_EQ(answer, u"s3cret");
-    EXPECT_TRUE(answer.IsSensitive());
-    const auto stored = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
-    EXPECT_TRUE(stored->GetUsername(&answer));
-    EXPECT_EQ(answer, u"root") << "asked to be saved";
-}
-
-TEST_F(SessionOptionsTest, ABoxThatIsNotWantedAgainIsRememberedInTheStoreAtOnce) {
-    VRef<GlobalConfig> global;
-    ASSERT_TRUE(GetGlobalConfig(global, -1));
-    global->lineSendDelay.Set(77);
-    const auto show = [&](bool isTicked, int button, bool isQuestion) {
-        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
-            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"一\n二");
-            dialog.Tick(OptionalBoxIds::kDontShowAgain, isTicked);
-            EXPECT_TRUE(dialog.Press(button));
-        });
-        return ShowOptionalMessageBox(nullptr, u"一\r\n二\r\n"_v, VUnicodeString(), global->suppressMultiEditWarning,
-                                      u"OK"_v, isQuestion, 1, ~0U);
-    };
-    const auto stored = [&] { return ReadDwordOr(*factory, kGlobalKey, u"Suppress Multi Edit Warning", 99); };
-    EXPECT_NE(show(true, kIdCancel, false), 1);
-    EXPECT_EQ(show(false, kIdOk, false), 1);
-    EXPECT_EQ(stored(), 99U);
-    EXPECT_NE(show(true, OptionalBoxIds::kNo, true), 1);
-    EXPECT_EQ(stored(), 1U);
-    EXPECT_EQ(ReadDwordOr(*factory, kGlobalKey, u"Line Send Delay", 99), 99U) << "only what the box changed";
+    VUnicodeString address;
+    firewall->GetAddress(address);
+    EXPECT_EQ(address, u"10.0.0.1");
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "tools/connectctl/hivevalue.h"
 
-#include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "foundation/numbertext.h"
 #include "foundation/vstringarray.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -14,16 +14,13 @@ namespace {
 bool ParseDword(std::string_view text, std::uint32_t& number) {
     const bool isHex = text.starts_with("0x");
     if (isHex) text.remove_prefix(2);
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, isHex ? 16 : 10);
-    return error == std::errc() && rest == end;
+    return ReadNumber(text, number, isHex ? 16 : 10);
 }
 
 bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
     for (; text.size() >= 2; text.remove_prefix(2)) {
         std::uint8_t byte = 0;
-        const auto [rest, error] = std::from_chars(text.data(), text.data() + 2, byte, 16);
-        if (error != std::errc() || rest != text.data() + 2) return false;
+        if (!ReadNumber(text.substr(0, 2), byte, 16)) return false;
         bytes.push_back(byte);
     }
     return text.empty();

@@ -1,14 +1,11 @@
-// Text on its way to the user: UTF-8, and never able to drive the terminal.
-//
-// Session names and values come from anywhere. A character that a terminal would act upon, or that would change how the
-// rest of the line looks, is written as `<U+001B>`: the control characters (line breaks and tabs too), the line and
-// paragraph separators, the marks that turn the direction of writing, and lone surrogates. The form holds no `\`, so a
-// path stays a path.
+// What the tool prints, in the form of foundation/printable.h.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
+
+#include "foundation/printable.h"
 
 namespace connectdialog {
 class VStringArray;
@@ -16,10 +13,6 @@ class VStringArray;
 
 namespace connectdialog::connectctl {
 
-/// The text as UTF-8 with its unsafe characters escaped.
-std::string Printable(std::u16string_view text);
-/// The text that Printable was given: each `<U+XXXX>` (four hexadecimal digits) becomes its character again.
-std::u16string FromPrintable(std::u16string_view text);
 /// The text in double quotes for a message, cut where it would fill the screen.
 std::string Quoted(std::u16string_view text);
 

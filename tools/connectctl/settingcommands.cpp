@@ -101,9 +101,8 @@ Failure Set(const SettingArguments& arguments) {
     VUnicodeString value;
     if (Failure failure = DecodeArgument(arguments.value, value)) return failure;
     if (Failure failure = OpenSetting(arguments, session, setting)) return failure;
-    ProtocolSide side = ProtocolSide::kTerminal;
-    Failure failure = IsProtocolChoice(*setting, side) ? ChooseProtocol(*session, *setting, side, value)
-                                                       : SetSettingText(*setting, value);
+    const auto side = FindProtocolChoice(*setting);
+    Failure failure = side ? ChooseProtocol(*session, *setting, *side, value) : SetSettingText(*setting, value);
     if (failure) return failure;
     return setting->IsChanged() || setting->IsMissing() ? StoreSetting(*session, *setting) : kDone;
 }

@@ -4,7 +4,6 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
-#include "platform/lasterror.h"
 #include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -40,8 +39,7 @@ Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
     };
     const bool isKept = RunAsUnit(unit, steps);
     VReportMessageParams& report = *unit.GetLastReport();
-    // A unit that a step dropped knows less of the cause than the step.
-    const bool isToldByStep = report.GetCode() == 0 || (failure && report.GetCode() == platform::kCancelled);
+    const bool isToldByStep = report.GetCode() == 0 || (failure && !TellsCause(report));
     return isKept || isToldByStep ? failure : ReportText(report);
 }
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "hosts/common/hostsession.h"
+#include "hosts/common/tell.h"
 #include "suite/dialogkit/qt/qtdialogkit.h"
 
 // Stands outside of every namespace, as the toolkit wants it: the resources of a static library are not found of

@@ -214,7 +214,7 @@ bool Import::StoreNewSessions() {
 bool Write(Import& import, VReportMessageParams& report) {
     VProfileStore unit(false);
     if (RunAsUnit(unit, [&] { return import.Go(true); })) return true;
-    if (unit.GetLastReport()->GetCode() == 0) return report.Fail(kImportRefused);
+    if (!TellsCause(*unit.GetLastReport())) return report.Fail(kImportRefused);
     report.Assign(unit.GetLastReport());
     return false;
 }

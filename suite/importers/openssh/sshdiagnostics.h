@@ -41,8 +41,8 @@ class SshDiagnostics {
     bool refused = false;
 };
 
-/// `raw` in single quotes, fit for a message: control characters and bytes that are not part of well-formed UTF-8 as
-/// `\ooo`, cut after 80 bytes with "...".
+/// `raw` in single quotes, fit for a message: see foundation/printable.h. Bytes that are not part of well-formed UTF-8
+/// become U+FFFD; cut after 80 code units with "...".
 std::string QuoteForMessage(std::string_view raw);
 
 }  // namespace connectdialog

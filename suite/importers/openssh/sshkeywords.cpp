@@ -1,9 +1,9 @@
 #include "suite/importers/openssh/sshkeywords.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 
+#include "foundation/numbertext.h"
 #include "suite/importers/openssh/sshdiagnostics.h"
 #include "suite/importers/openssh/sshkeywordtable.h"
 #include "suite/importers/openssh/sshlexer.h"
@@ -18,9 +18,7 @@ int ParseNumber(std::string_view text, int limit) {
     text.remove_prefix(begin);
     if (text.starts_with('+') && text.size() > 1 && text[1] != '-') text.remove_prefix(1);
     int number = -1;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber && number >= 0 && number <= limit ? number : -1;
+    return ReadNumber(text, number) && number >= 0 && number <= limit ? number : -1;
 }
 
 /// Whether `text` is a time as "90", "1h30m" or "2W": numbers, each with a unit or none.

@@ -1,8 +1,8 @@
 #include "suite/importers/openssh/sshproxyjump.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "foundation/numbertext.h"
 #include "suite/importers/openssh/sshkeywords.h"
 #include "suite/importers/openssh/sshlexer.h"
 
@@ -21,8 +21,7 @@ std::optional<std::string> DecodeUri(std::string_view text) {
         }
         unsigned byte = 0;
         const std::string_view digits = text.substr(i + 1, 2);
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
-        if (error != std::errc() || end != digits.data() + 2 || byte == 0) return std::nullopt;
+        if (digits.size() != 2 || !ReadNumber(digits, byte, 16) || byte == 0) return std::nullopt;
         decoded += static_cast<char>(byte);
         i += 2;
     }

@@ -1,4 +1,4 @@
-#include "suite/configpanels/optiontemplate.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 #include <vector>
 
@@ -39,6 +39,30 @@ constexpr ControlTemplate kBottom[] = {
     {kButton, kIdCancel, u"取消", {333, 241, 50, 14}},
 };
 
+std::vector<OptionControl> CountOptionControls() {
+    std::vector<OptionControl> controls;
+    int id = OptionIds::kFirstField;
+    for (const OptionPage& page : GetOptionPages())
+        for (const OptionField& field : page.fields) {
+            controls.push_back({field, page, id, id + 1});
+            id += 2;
+        }
+    return controls;
+}
+
+std::vector<ControlTemplate> MakeOptionControls() {
+    std::vector<ControlTemplate> controls(std::begin(kFrame), std::end(kFrame));
+    for (const auto& [field, page, label, control] : GetOptionControls()) {
+        const OptionRowPlaces places = PlaceRow(field.kind, 0);
+        const bool isSwitch = field.kind == FieldKind::kSwitch;
+        controls.push_back({kStatic, label, isSwitch ? u"" : field.label, places.label});
+        controls.push_back({GetControlKind(field.kind), control, isSwitch ? field.label : u"", places.control});
+    }
+    controls.insert(controls.end(), std::begin(kAllSettings), std::end(kAllSettings));
+    controls.insert(controls.end(), std::begin(kBottom), std::end(kBottom));
+    return controls;
+}
+
 }  // namespace
 
 ControlKind GetControlKind(FieldKind kind) {
@@ -71,24 +95,10 @@ OptionRowPlaces PlaceRow(FieldKind kind, std::int16_t top) {
             height};
 }
 
-namespace {
-std::vector<ControlTemplate> MakeOptionControls() {
-    std::vector<ControlTemplate> controls(std::begin(kFrame), std::end(kFrame));
-    int id = OptionIds::kFirstField;
-    for (const OptionPage& page : GetOptionPages()) {
-        for (const OptionField& field : page.fields) {
-            const OptionRowPlaces places = PlaceRow(field.kind, 0);
-            const bool isSwitch = field.kind == FieldKind::kSwitch;
-            controls.push_back({kStatic, id++, isSwitch ? u"" : field.label, places.label});
-            controls.push_back({GetControlKind(field.kind), id++, isSwitch ? field.label : u"", places.control});
-        }
-    }
-    controls.insert(controls.end(), std::begin(kAllSettings), std::end(kAllSettings));
-    controls.insert(controls.end(), std::begin(kBottom), std::end(kBottom));
+std::span<const OptionControl> GetOptionControls() {
+    static const std::vector<OptionControl> controls = CountOptionControls();
     return controls;
 }
-
-}  // namespace
 
 const DialogTemplate& GetOptionTemplate() {
     static const std::vector<ControlTemplate> controls = MakeOptionControls();

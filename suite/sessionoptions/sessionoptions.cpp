@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptions.h"
+#include "suite/sessionoptions/sessionoptions.h"
 
 #include <vector>
 
@@ -7,7 +7,8 @@
 #include "config/settingwalk.h"
 #include "imports/configpanels.h"
 #include "profile/vprofiledata.h"
-#include "suite/configpanels/sessionoptionsdialog.h"
+#include "suite/protocols/protocolconfig.h"
+#include "suite/sessionoptions/sessionoptionsdialog.h"
 
 namespace connectdialog {
 
@@ -20,14 +21,10 @@ VUnicodeString FirewallOf(ISessionConfig& session) {
 }
 
 void TakeProtocols(ISessionConfig& config, const ISessionConfig& edited) {
-    VUnicodeString before;
-    VUnicodeString after;
-    config.GetProtocolName(before);
-    edited.GetProtocolName(after);
-    if (before != after) SelectProtocol(config, ProtocolSide::kTerminal, after);
-    config.GetTransferProtocolName(before);
-    edited.GetTransferProtocolName(after);
-    if (before != after) SelectProtocol(config, ProtocolSide::kTransfer, after);
+    for (const ProtocolSide side : kProtocolSides) {
+        const VUnicodeString name = GetProtocol(edited, side);
+        if (name != GetProtocol(config, side)) SelectProtocol(config, side, name);
+    }
 }
 
 /// All values as they are edited, also those that are again what the store has, which a copy of changes leaves out.

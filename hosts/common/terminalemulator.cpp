@@ -1,4 +1,4 @@
-#include "hosts/common/terminalwindow.h"
+#include "hosts/common/terminalemulator.h"
 
 #include <filesystem>
 

@@ -1,5 +1,6 @@
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
+#include "config/numberrange.h"
 #include "foundation/casefold.h"
 #include "suite/protocols/launchchecks.h"
 #include "suite/protocols/protocolsettings.h"
@@ -10,7 +11,6 @@ namespace {
 
 using enum FieldKind;
 
-constexpr int kLongestIdle = 9999999;
 constexpr int kHighestPort = 65535;
 
 constexpr FieldChoice kParities[] = {{u"无", u"0"}, {u"奇校验", u"1"}, {u"偶校验", u"2"}};
@@ -81,9 +81,9 @@ constexpr OptionField kAuthentication[] = {
 constexpr OptionField kKeepAlive[] = {
     Ticked(u"空闲时发送字符串", u"Idle Check"),
     {kText, u"字符串", u"Idle String"},
-    {kNumber, u"间隔 (秒)", u"Idle Timeout", 10, kLongestIdle},
+    Bounded(u"间隔 (秒)", u"Idle Timeout", kIdleSeconds),
     Ticked(u"发送协议空操作 (NO-OP)", u"Idle NO-OP Check"),
-    {kNumber, u"空操作间隔 (秒)", u"Idle NO-OP Timeout", 10, kLongestIdle},
+    Bounded(u"空操作间隔 (秒)", u"Idle NO-OP Timeout", kIdleSeconds),
     Chosen(u"断开后自动重连", u"Auto Reconnect", kTriStateWords),
     Ticked(u"断开后关闭窗口", u"Close On Disconnect"),
     Ticked(u"断开后清屏", u"Clear On Disconnect"),
@@ -158,7 +158,7 @@ constexpr OptionField kTransfer[] = {
     {kText, u"默认下载目录", u"Default Download Directory"},
     {kText, u"上传目录", u"Upload Directory"},
     {kText, u"下载目录", u"Download Directory"},
-    {kNumber, u"传输缓冲区数", u"Max Transfer Buffers", 1, 8},
+    Bounded(u"传输缓冲区数", u"Max Transfer Buffers", kTransferBuffers),
     Ticked(u"文件名总是使用 UTF-8", u"Filenames Always Use UTF8"),
     Ticked(u"使用多个 SFTP 通道", u"Use Multiple SFTP Channels"),
     Chosen(u"解析符号链接", u"Resolve Symbolic Links", kTriStateWords),

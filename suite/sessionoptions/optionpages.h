@@ -57,6 +57,7 @@ std::span<const OptionPage> GetOptionPages();
 /// The first field of that setting; null when no page has it.
 const OptionField* FindOptionField(std::u16string_view setting);
 
+/// The first is a tick.
 inline constexpr FieldChoice kSwitchWords[] = {{u"是", u"true"}, {u"否", u"false"}};
 inline constexpr FieldChoice kTriStateWords[] = {{u"按全局设置", u"global"}, {u"开", u"on"}, {u"关", u"off"}};
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/vunicodestring.h"
-#include "suite/configpanels/optionfield.h"
-#include "suite/configpanels/optionlist.h"
+#include "suite/sessionoptions/optionfield.h"
+#include "suite/sessionoptions/optionlist.h"
 
 namespace connectdialog {
 
@@ -32,6 +32,7 @@ class AllSettingsPage {
     void Fill();
     bool Fits(VProfileData& setting) const;
     VUnicodeString RowText(VProfileData& setting) const;
+    void RefreshRow();
     void ShowEditor(VProfileData* setting);
     int GetEditor() const;
 

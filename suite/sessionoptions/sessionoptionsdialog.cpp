@@ -1,4 +1,4 @@
-#include "suite/configpanels/sessionoptionsdialog.h"
+#include "suite/sessionoptions/sessionoptionsdialog.h"
 
 #include <map>
 
@@ -6,7 +6,6 @@
 #include "foundation/casefold.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "suite/configpanels/optiontemplate.h"
 
 namespace connectdialog {
 
@@ -38,12 +37,7 @@ SessionOptionsDialog::SessionOptionsDialog(ISessionConfig& session, const VUnico
       isNew(isNew),
       pages([this](void* data) { return ChoosePage(*static_cast<const OptionPage*>(data)); }),
       allSettings(*this, session) {
-    int id = OptionIds::kFirstField;
-    for (const OptionPage& owner : GetOptionPages())
-        for (const OptionField& field : owner.fields) {
-            fields.push_back({&field, &owner, id, id + 1, false});
-            id += 2;
-        }
+    for (const OptionControl& control : GetOptionControls()) fields.push_back({control, false});
 }
 
 VUnicodeString SessionOptionsDialog::GetPagePath() const {
@@ -57,8 +51,8 @@ void SessionOptionsDialog::OnInitDialog() {
     VDialog::OnInitDialog();
     if (!isNew && !isMulti) SetTitle(u"会话选项 - "_v + session.GetName());
     for (const Field& field : fields)
-        if (field.field->kind != FieldKind::kSwitch)
-            SetControlText(field.label, VUnicodeString(field.field->label) + u':');
+        if (field.field.kind != FieldKind::kSwitch)
+            SetControlText(field.label, VUnicodeString(field.field.label) + u':');
     allSettings.Attach();
     ListPages();
     ShowPage();
@@ -94,28 +88,28 @@ void SessionOptionsDialog::ShowPage() {
 void SessionOptionsDialog::LayOutFields() {
     std::int16_t top = 0;
     for (Field& field : fields) {
-        VProfileData* const setting = field.page == page ? FindSettingOf(field) : nullptr;
-        const bool isShown = field.page == page && (setting != nullptr || field.field->kind == FieldKind::kName);
+        VProfileData* const setting = &field.page == page ? FindSettingOf(field) : nullptr;
+        const bool isShown = &field.page == page && (setting != nullptr || field.field.kind == FieldKind::kName);
         if (isShown && !field.isShown) Fill(field, setting);
         field.isShown = isShown;
-        ShowControl(field.label, isShown && field.field->kind != FieldKind::kSwitch);
+        ShowControl(field.label, isShown && field.field.kind != FieldKind::kSwitch);
         ShowControl(field.control, isShown);
         if (!isShown) continue;
         Place(field, top);
-        top = static_cast<std::int16_t>(top + PlaceRow(field.field->kind, 0).height);
+        top = static_cast<std::int16_t>(top + PlaceRow(field.field.kind, 0).height);
     }
     const bool isEmpty = top == 0 && !IsAllSettings();
     SetControlText(OptionIds::kNote, isEmpty ? kNothingNote : isMulti ? kMultiNote : u"");
 }
 
 void SessionOptionsDialog::Place(const Field& field, std::int16_t top) {
-    const OptionRowPlaces places = PlaceRow(field.field->kind, top);
+    const OptionRowPlaces places = PlaceRow(field.field.kind, top);
     GetWindow()->SetRectangle(field.label, GetWindow()->ToPixels(places.label));
     GetWindow()->SetRectangle(field.control, GetWindow()->ToPixels(places.control));
 }
 
 VProfileData* SessionOptionsDialog::FindSettingOf(const Field& field) const {
-    return field.field->kind != FieldKind::kName ? FindSetting(session, field.field->setting) : nullptr;
+    return field.field.kind != FieldKind::kName ? FindSetting(session, field.field.setting) : nullptr;
 }
 
 void SessionOptionsDialog::Fill(const Field& field, VProfileData* setting) {
@@ -123,16 +117,15 @@ void SessionOptionsDialog::Fill(const Field& field, VProfileData* setting) {
         EnableControl(field.control, !isMulti && !session.IsDefaultSession());
         return SetControlText(field.control, session.GetName());
     }
-    const VUnicodeString shown = ShowField(*field.field, *setting);
-    if (field.field->kind == FieldKind::kSwitch)
-        return SetControlChecked(field.control, shown == kSwitchWords[0].shown);
-    if (GetControlKind(field.field->kind) == ControlKind::kComboBox)
-        SetControlChoices(field.control, ListChoices(*field.field, session, *setting));
+    const VUnicodeString shown = ShowField(field.field, *setting);
+    if (field.field.kind == FieldKind::kSwitch) return SetControlChecked(field.control, shown == kSwitchWords[0].shown);
+    if (GetControlKind(field.field.kind) == ControlKind::kComboBox)
+        SetControlChoices(field.control, ListChoices(field.field, session, *setting));
     SetControlText(field.control, shown);
 }
 
 VUnicodeString SessionOptionsDialog::GetShown(const Field& field) const {
-    if (field.field->kind != FieldKind::kSwitch) return GetControlText(field.control);
+    if (field.field.kind != FieldKind::kSwitch) return GetControlText(field.control);
     return kSwitchWords[IsControlChecked(field.control) ? 0 : 1].shown;
 }
 
@@ -146,7 +139,7 @@ bool SessionOptionsDialog::TakePage() {
     for (const Field& field : fields) {
         if (!field.isShown) continue;
         VProfileData* const setting = FindSettingOf(field);
-        if (setting == nullptr ? TakeName(field) : TakeField(*field.field, session, *setting, GetShown(field), refusal))
+        if (setting == nullptr ? TakeName(field) : TakeField(field.field, session, *setting, GetShown(field), refusal))
             continue;
         if (setting != nullptr) VMessageBox(this, refusal, kBoxWarning);
         FocusControl(field.control);
@@ -174,7 +167,7 @@ bool SessionOptionsDialog::OnCommand(int command) {
 void SessionOptionsDialog::OnControlChanged(int id) {
     if (IsAllSettings()) return allSettings.OnControlChanged(id);
     for (const Field& field : fields)
-        if (field.control == id && field.field->kind == FieldKind::kProtocol) return TakeProtocol(field);
+        if (field.control == id && field.field.kind == FieldKind::kProtocol) return TakeProtocol(field);
 }
 
 /// Each protocol has fields of its own: what was typed into one that goes is taken first, as far as it is good.
@@ -182,9 +175,9 @@ void SessionOptionsDialog::TakeProtocol(const Field& choice) {
     VUnicodeString refusal;
     for (const Field& field : fields) {
         VProfileData* const setting = field.isShown && &field != &choice ? FindSettingOf(field) : nullptr;
-        if (setting != nullptr) TakeField(*field.field, session, *setting, GetShown(field), refusal);
+        if (setting != nullptr) TakeField(field.field, session, *setting, GetShown(field), refusal);
     }
-    TakeField(*choice.field, session, *FindSettingOf(choice), GetShown(choice), refusal);
+    TakeField(choice.field, session, *FindSettingOf(choice), GetShown(choice), refusal);
     LayOutFields();
 }
 

@@ -1,4 +1,4 @@
-#include "suite/configpanels/optionlist.h"
+#include "suite/sessionoptions/optionlist.h"
 
 #include "resources/accelerators.h"
 

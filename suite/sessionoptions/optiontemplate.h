@@ -2,7 +2,7 @@
 #pragma once
 
 #include "resources/dialogtemplate.h"
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
 namespace connectdialog {
 
@@ -21,9 +21,18 @@ inline constexpr int kSettingSecret = 6109;
 inline constexpr int kSettingLines = 6110;
 inline constexpr int kSettingChoice = 6111;
 inline constexpr int kForget = 6112;
-/// The label of the first field and its control, then those of the second, and so on through all pages.
-inline constexpr int kFirstField = 6200;
+inline constexpr int kFirstField = 6200;  ///< of GetOptionControls
 }  // namespace OptionIds
+
+/// A field of a page and the ids of what shows it.
+struct OptionControl {
+    const OptionField& field;
+    const OptionPage& page;
+    int label;
+    int control;
+};
+/// Of all fields, in the order of the pages.
+std::span<const OptionControl> GetOptionControls();
 
 /// Dialog units.
 struct OptionRowPlaces {

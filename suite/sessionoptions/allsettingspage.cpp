@@ -1,4 +1,4 @@
-#include "suite/configpanels/allsettingspage.h"
+#include "suite/sessionoptions/allsettingspage.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@
 #include "imports/dialogkit/textmetrics.h"
 #include "imports/dialogkit/vdialog.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "suite/configpanels/optiontemplate.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
 
@@ -121,6 +121,10 @@ bool AllSettingsPage::Choose(VProfileData* setting) {
     return true;
 }
 
+void AllSettingsPage::RefreshRow() {
+    list.Items().SetText(list.Find(current), RowText(*current));
+}
+
 bool AllSettingsPage::Take(VUnicodeString& refusal) {
     if (current == nullptr) return true;
     const int editor = GetEditor();
@@ -128,7 +132,7 @@ bool AllSettingsPage::Take(VUnicodeString& refusal) {
         dialog.FocusControl(editor);
         return false;
     }
-    list.Items().SetText(list.Find(current), RowText(*current));
+    RefreshRow();
     return true;
 }
 
@@ -141,16 +145,15 @@ void AllSettingsPage::OnControlChanged(int id) {
     }
     if (current == nullptr || field.kind == FieldKind::kSecret) return;
     if (!TakeField(field, session, *current, dialog.GetControlText(id), refusal)) return;
-    ProtocolSide side = ProtocolSide::kTerminal;
-    if (IsProtocolChoice(*current, side)) return Fill();  // each protocol has settings of its own
-    list.Items().SetText(list.Find(current), RowText(*current));
+    if (FindProtocolChoice(*current)) return Fill();  // each protocol has settings of its own
+    RefreshRow();
 }
 
 void AllSettingsPage::Forget() {
     if (current == nullptr || field.kind != FieldKind::kSecret) return;
     WriteSettingText(*current, {});
     ShowEditor(current);
-    list.Items().SetText(list.Find(current), RowText(*current));
+    RefreshRow();
 }
 
 }  // namespace connectdialog

@@ -5,8 +5,9 @@
 
 #include "config/isessionconfig.h"
 #include "imports/dialogkit/vdialog.h"
-#include "suite/configpanels/allsettingspage.h"
-#include "suite/configpanels/optionlist.h"
+#include "suite/sessionoptions/allsettingspage.h"
+#include "suite/sessionoptions/optionlist.h"
+#include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
 
@@ -28,11 +29,7 @@ class SessionOptionsDialog : public VDialog {
     void OnOK() override;
 
   private:
-    struct Field {
-        const OptionField* field;
-        const OptionPage* page;
-        int label;
-        int control;
+    struct Field : OptionControl {
         bool isShown;
     };
 

@@ -1,8 +1,7 @@
-#include "suite/configpanels/optionfield.h"
+#include "suite/sessionoptions/optionfield.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "config/isessionconfig.h"
 #include "config/protocolchoice.h"
 #include "config/settingtext.h"
+#include "foundation/numbertext.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vstringarray.h"
 #include "imports/configpanels.h"
@@ -69,17 +69,12 @@ void GetLimits(const OptionField& field, VProfileData& setting, std::int64_t& le
 }
 
 bool CheckNumber(const OptionField& field, VProfileData& setting, const VUnicodeString& text, VUnicodeString& refusal) {
-    const std::string digits = platform::ToNarrow(text);
     std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     std::int64_t least = 0;
     std::int64_t most = 0;
     GetLimits(field, setting, least, most);
-    const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-    if (isNumber && number >= least && number <= most) return true;
-    refusal.Format(u"“%1”必须是 %2 到 %3 之间的整数。", field.label,
-                   VUnicodeString(platform::ToWide(std::to_string(least))),
-                   VUnicodeString(platform::ToWide(std::to_string(most))));
+    if (ReadNumber(platform::ToNarrow(text), number) && number >= least && number <= most) return true;
+    refusal.Format(u"“%1”必须是 %2!I64d! 到 %3!I64d! 之间的整数。", field.label, least, most);
     return false;
 }
 
@@ -91,8 +86,7 @@ unsigned SwapRedAndBlue(unsigned color) {
 
 VUnicodeString ShowColor(const VUnicodeString& stored) {
     unsigned color = 0;
-    const std::string digits = platform::ToNarrow(stored);
-    std::from_chars(digits.data(), digits.data() + digits.size(), color);
+    ReadNumber(platform::ToNarrow(stored), color);
     VUnicodeString text;
     text.Format(u"#%1!06X!", SwapRedAndBlue(color));
     return text;
@@ -101,9 +95,7 @@ VUnicodeString ShowColor(const VUnicodeString& stored) {
 bool ReadColor(const VUnicodeString& shown, VUnicodeString& stored) {
     const std::string text = platform::ToNarrow(shown);
     unsigned color = 0;
-    if (text.size() != 7 || text[0] != '#') return false;
-    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), color, 16);
-    if (error != std::errc() || end != text.data() + text.size()) return false;
+    if (text.size() != 7 || text[0] != '#' || !ReadNumber(text.substr(1), color, 16)) return false;
     stored.Format(u"%1!u!", SwapRedAndBlue(color));
     return true;
 }
@@ -123,9 +115,7 @@ bool ReadFontSize(const OptionField& field, const VUnicodeString& shown, std::in
         digits += '0';
     else
         digits.erase(point, 1);
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), tenths);
-    const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-    return isNumber && tenths >= field.least * 10 && tenths <= field.most * 10;
+    return ReadNumber(digits, tenths) && tenths >= field.least * 10 && tenths <= field.most * 10;
 }
 
 bool TakeFont(const OptionField& field, VProfileLogFont& setting, const VUnicodeString& shown,
@@ -157,8 +147,7 @@ bool IsFont(FieldKind kind) {
 
 bool WriteField(const OptionField& field, ISessionConfig& session, VProfileData& setting,
                 const VUnicodeString& stored) {
-    ProtocolSide side = ProtocolSide::kTerminal;
-    if (IsProtocolChoice(setting, side)) return SelectProtocol(session, side, stored);
+    if (const auto side = FindProtocolChoice(setting)) return SelectProtocol(session, *side, stored);
     IRemoteHostConfig* const host = field.kind == FieldKind::kFirewall ? FindRemoteHost(session) : nullptr;
     if (host == nullptr) return WriteSettingText(setting, stored);
     host->SetFirewallName(stored);  // the firewall is loaded with its name
@@ -166,12 +155,6 @@ bool WriteField(const OptionField& field, ISessionConfig& session, VProfileData&
 }
 
 }  // namespace
-
-IRemoteHostConfig* FindRemoteHost(ISessionConfig& session) {
-    for (ConnectConfig* config : {session.GetConnectConfig(), session.GetTransferConnectConfig()})
-        if (auto* protocol = dynamic_cast<ProtocolConfig*>(config)) return &protocol->GetRemoteHost();
-    return nullptr;
-}
 
 OptionField GetFieldOf(VProfileData& setting) {
     OptionField field{FieldKind::kText, setting.GetName().GetData(), setting.GetName()};
@@ -220,8 +203,7 @@ VUnicodeString ShowField(const OptionField& field, VProfileData& setting) {
 std::vector<VUnicodeString> ListChoices(const OptionField& field, ISessionConfig& session, VProfileData& setting) {
     std::vector<VUnicodeString> choices;
     for (const FieldChoice& choice : field.choices) choices.emplace_back(choice.shown);
-    ProtocolSide side = ProtocolSide::kTerminal;
-    if (IsProtocolChoice(setting, side)) choices = ListProtocols(side);
+    if (const auto side = FindProtocolChoice(setting)) choices = ListProtocols(*side);
     if (field.kind == FieldKind::kEmulation)
         for (const Emulation& row : kEmulations)
             if (!row.needsKelda || HasKeldaEmulation()) choices.emplace_back(row.name);
@@ -256,8 +238,7 @@ VUnicodeString DescribeField(const OptionField& field, VProfileData& setting) {
         std::int64_t least = 0;
         std::int64_t most = 0;
         GetLimits(field, setting, least, most);
-        text.Format(u"%1 到 %2 之间的整数", VUnicodeString(platform::ToWide(std::to_string(least))),
-                    VUnicodeString(platform::ToWide(std::to_string(most))));
+        text.Format(u"%1!I64d! 到 %2!I64d! 之间的整数", least, most);
     } else if (field.kind == FieldKind::kLines) {
         text = u"每行一项";
     } else if (field.kind == FieldKind::kSecret) {

@@ -4,16 +4,12 @@
 #include <vector>
 
 #include "foundation/vunicodestring.h"
-#include "suite/configpanels/optionpages.h"
+#include "suite/sessionoptions/optionpages.h"
 
 namespace connectdialog {
 
-class IRemoteHostConfig;
 class ISessionConfig;
 class VProfileData;
-
-/// The far end of the session; null where no protocol of this suite is selected. Owned by the session.
-IRemoteHostConfig* FindRemoteHost(ISessionConfig& session);
 
 /// What the setting is on the page of all settings: its field on another page, or one that follows from its type. A
 /// font is one line there.

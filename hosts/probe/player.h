@@ -1,0 +1,22 @@
+// A user at the keyboard.
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+namespace connectdialog::hosts {
+
+/// Presses keys; a window that comes up in between gets the next one, and after the last one windows are closed.
+class Player : public QObject {
+  public:
+    /// `keys` as "Alt+N Down", with blanks between them. `parent` owns the object.
+    Player(QObject* parent, const QString& keys);
+
+  protected:
+    void timerEvent(QTimerEvent* event) override;
+
+  private:
+    QStringList keys;
+};
+
+}  // namespace connectdialog::hosts
