@@ -1,6 +1,7 @@
 #include "support/faultystore.h"
 
 #include <memory>
+#include <utility>
 
 #include "foundation/vreportmessageparams.h"
 
@@ -71,7 +72,11 @@ class FaultyKey : public IProfileKeyImpl {
 
 class FaultyStore : public IProfileStoreImpl {
   public:
-    FaultyStore(IProfileStoreImpl* inner, FaultPlan& plan) : inner(inner), plan(plan) {}
+    FaultyStore(IProfileStoreImpl* inner, FaultPlan& plan, int& openStores)
+        : inner(inner), plan(plan), openStores(openStores) {
+        ++openStores;
+    }
+    ~FaultyStore() override { Leave(); }
 
     IProfileKeyImpl* CreateRootKey(bool readOnly) override {
         return new FaultyKey(inner->CreateRootKey(readOnly), plan);
@@ -79,7 +84,7 @@ class FaultyStore : public IProfileStoreImpl {
     bool JoinUnitOfWork() override { return inner->JoinUnitOfWork(); }
     bool Commit() override { return MayCommit() && inner->Commit(); }
     void Abandon() override { inner->Abandon(); }
-    bool Close() override { return MayCommit() && inner->Close(); }
+    bool Close() override { return (!Leave() || MayCommit()) && inner->Close(); }
     VReportMessageParams* GetLastReport() override { return inner->GetLastReport(); }
 
   private:
@@ -88,15 +93,19 @@ class FaultyStore : public IProfileStoreImpl {
         inner->Abandon();
         return inner->GetLastReport()->Fail(kDiskFull);
     }
+    /// Whether it was the last one, whose end commits.
+    bool Leave() { return std::exchange(isOpen, false) && --openStores == 0; }
 
     std::unique_ptr<IProfileStoreImpl> inner;
     FaultPlan& plan;
+    int& openStores;
+    bool isOpen = true;
 };
 
 }  // namespace
 
 IProfileStoreImpl* FaultyStoreFactory::CreateStore() {
-    return new FaultyStore(inner.CreateStore(), plan);
+    return new FaultyStore(inner.CreateStore(), plan, openStores);
 }
 
 }  // namespace connectdialog::test

@@ -8,7 +8,7 @@ namespace connectdialog::test {
 /// Which operation fails next. Shared by all stores and keys of one factory.
 struct FaultPlan {
     int failWrite = 0;        ///< the how many-th write from now fails; 0 or below: none
-    bool failCommit = false;  ///< Commit and Close fail and abandon
+    bool failCommit = false;  ///< Commit, and the Close of the last open store, fail and abandon
     bool failAll = false;     ///< every write fails
     int writes = 0;           ///< writes so far that were let through
 };
@@ -22,6 +22,7 @@ class FaultyStoreFactory : public VProfileStoreFactory {
 
   private:
     VProfileStoreFactory& inner;
+    int openStores = 0;
 };
 
 }  // namespace connectdialog::test
