@@ -1,5 +1,6 @@
 #include "stores/openstore.h"
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -60,6 +61,15 @@ VUnicodeString GetDefaultStoreUrl() {
     const std::u16string folder = platform::GetKnownFolder(platform::KnownFolder::kData);
     if (folder.empty()) return u"sqlite:"_v;  // a user without a home: refused when it is opened, for want of a path
     return VUnicodeString(u"sqlite:" + platform::ToWide(platform::ToNativePath(folder + u"\\sessions.db")));
+}
+
+VUnicodeString GetAbsoluteStoreUrl(const VUnicodeString& url) {
+    constexpr std::u16string_view kFile = u"sqlite:";
+    if (!url.View().starts_with(kFile)) return url;
+    std::error_code error;
+    const std::filesystem::path path =
+        std::filesystem::absolute(platform::ToNarrow(url.View().substr(kFile.size())), error);
+    return error ? url : VUnicodeString(kFile) + VUnicodeString(platform::ToWide(path.string()));
 }
 
 }  // namespace connectdialog::stores

@@ -1,7 +1,6 @@
 #include "hosts/common/host.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
@@ -74,13 +73,8 @@ int Fail(const HostKind& kind, const VUnicodeString& text, int exitCode = kFaile
     return exitCode;
 }
 
-/// The URL by which other programs find the same store, wherever they run.
-std::string AbsoluteUrl(const std::string& url) {
-    constexpr std::string_view kFile = "sqlite:";
-    std::error_code error;
-    if (!url.starts_with(kFile)) return url;
-    const std::filesystem::path path = std::filesystem::absolute(url.substr(kFile.size()), error);
-    return error ? url : std::string(kFile) + path.string();
+std::string AbsoluteUrl(const VUnicodeString& url) {
+    return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
 }
 
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
@@ -97,12 +91,13 @@ class Host {
     Host(const HostKind& kind, const HostOptions& options)
         : kind(kind),
           options(options),
-          ownUrl(AbsoluteUrl(platform::ToNarrow(stores::GetDefaultStoreUrl()))),
-          storeUrl(options.store.empty() ? ownUrl : AbsoluteUrl(options.store)) {
+          ownUrl(AbsoluteUrl(stores::GetDefaultStoreUrl())),
+          storeUrl(options.store.empty() ? ownUrl : AbsoluteUrl(VUnicodeString(options.store.c_str()))) {
         SetAppName(kind.appName);
         parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
         parts.help = ShowHelp;
         parts.needsTerminal = true;  // to open one session, as a shortcut does
+        if (storeUrl != ownUrl) parts.shortcutOptions = GetStoreOptions(VUnicodeString(storeUrl.c_str()));
     }
 
     int ShowDialog();

@@ -37,7 +37,7 @@ bool AddSession(const ISessionConfig& session, std::vector<HostSession>& session
     added.path = session.GetPath();
     VReportMessageParams report;
     if (!BuildLaunchCommand(session, added.command, report)) {
-        fault = DescribeReport(report);
+        fault = u"the session \""_v + added.path + u"\": " + DescribeReport(report);
         return false;
     }
     sessions.push_back(std::move(added));
@@ -83,7 +83,7 @@ bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault
     for (const HostSession& session : sessions) {
         VReportMessageParams report;
         if (FindClient(session.command, report)) continue;
-        fault = DescribeReport(report);
+        fault = u"the session \""_v + session.path + u"\": " + DescribeReport(report);
         return false;
     }
     return true;

@@ -52,11 +52,11 @@ VUnicodeString OfferShortcutLabel(const VUnicodeString& path, bool isMultiple, c
 }
 
 bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label, VWindow* /*window*/) {
-    return CreateShortcutTo(VGetModulePath(), GetHostCallbacks().needsTerminal, arguments, label);
+    const HostCallbacks& host = GetHostCallbacks();
+    return CreateShortcutTo({VGetModulePath(), host.needsTerminal, host.shortcutOptions}, arguments, label);
 }
 
-bool CreateShortcutTo(const VUnicodeString& program, bool needsTerminal, const VUnicodeString& arguments,
-                      const VUnicodeString& label) {
+bool CreateShortcutTo(const ShortcutHost& host, const VUnicodeString& arguments, const VUnicodeString& label) {
     VStringArray words;
     // Half a character would name another session.
     if (!SplitCommandLine(arguments, words) || HasHalfCharacter(arguments)) {
@@ -64,9 +64,10 @@ bool CreateShortcutTo(const VUnicodeString& program, bool needsTerminal, const V
         return false;
     }
     platform::ShortcutCommand command;
-    command.needsTerminal = needsTerminal;
-    command.arguments.push_back(platform::ToNativePath(program));
-    for (const VUnicodeString& word : words) command.arguments.push_back(platform::ToNarrow(word));
+    command.needsTerminal = host.needsTerminal;
+    command.arguments.push_back(platform::ToNativePath(host.program));
+    for (const VStringArray* part : {&host.options, static_cast<const VStringArray*>(&words)})
+        for (const VUnicodeString& word : *part) command.arguments.push_back(platform::ToNarrow(word));
     return platform::MakeDesktopShortcut(label, command);
 }
 

@@ -20,13 +20,19 @@ bool NamesExactly(const VUnicodeString& arguments, const VStringArray& sessionPa
 /// application's name with "sessions" behind it.
 VUnicodeString OfferShortcutLabel(const VUnicodeString& path, bool isMultiple, const VUnicodeString& appName);
 
-/// Makes a shortcut on the user's desktop that starts this program with these arguments, in a terminal if the host said
-/// that it needs one. One of that label is replaced. `window` may be null.
+/// A program that a shortcut starts.
+struct ShortcutHost {
+    VUnicodeString program;  ///< its path
+    bool needsTerminal = false;
+    VStringArray options;  ///< words before the arguments
+};
+
+/// Makes a shortcut on the user's desktop that starts this program with its options, as the host told them, and these
+/// arguments. One of that label is replaced. `window` may be null.
 /// On failure: false, when an argument's quote is left open, for a label that cannot be a file's name, and when the
 /// desktop folder cannot be written.
 bool CreateDesktopShortcut(const VUnicodeString& arguments, const VUnicodeString& label, VWindow* window);
-/// The same for another program, named by its path.
-bool CreateShortcutTo(const VUnicodeString& program, bool needsTerminal, const VUnicodeString& arguments,
-                      const VUnicodeString& label);
+/// The same for another program.
+bool CreateShortcutTo(const ShortcutHost& host, const VUnicodeString& arguments, const VUnicodeString& label);
 
 }  // namespace connectdialog

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/isynchobject.h"
+#include "foundation/vstringarray.h"
 #include "foundation/vunicodestring.h"
 
 namespace connectdialog {
@@ -25,6 +26,8 @@ struct HostCallbacks {
     HelpFunction help = nullptr;
     /// The host is a program for a terminal: a shortcut to it opens one.
     bool needsTerminal = false;
+    /// Words that a shortcut to the host has before its arguments: which store it is about.
+    VStringArray shortcutOptions;
     /// Held while toolbars are laid out; may be null.
     VRef<ISynchObject> toolbarLock = nullptr;
 };

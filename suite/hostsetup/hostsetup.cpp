@@ -33,6 +33,7 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
     ConnectDialogInitApplicationCommandLine(parts.commandLine.GetData());
     ConnectDialogInitGUI(parts.icon, ShowSessionOptions, parts.help);
     GetHostCallbacks().needsTerminal = parts.needsTerminal;
+    GetHostCallbacks().shortcutOptions = parts.shortcutOptions;
 }
 
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
@@ -43,6 +44,14 @@ std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& a
     if (report.GetCode() != 0) notice = what + DescribeReport(report);
     if (factory) InstallReferenceSuite(appName, *factory, parts);
     return factory;
+}
+
+VStringArray GetStoreOptions(const VUnicodeString& url) {
+    VStringArray options;
+    if (url.IsEmpty() || url == stores::GetDefaultStoreUrl()) return options;
+    options.Add(u"--store"_v);
+    options.Add(stores::GetAbsoluteStoreUrl(url));
+    return options;
 }
 
 VUnicodeString DescribeReport(VReportMessageParams& report) {

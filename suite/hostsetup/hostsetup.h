@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "foundation/vstringarray.h"
 #include "foundation/vunicodestring.h"
 #include "imports/hostcallbacks.h"
 
@@ -24,6 +25,8 @@ struct HostParts {
     HelpFunction help = nullptr;
     /// Whether it opens sessions in the terminal that it was started from.
     bool needsTerminal = false;
+    /// Words that a shortcut to it has before its arguments.
+    VStringArray shortcutOptions;
 };
 
 /// Makes the library ready for a host or a tool: the application's name, the reference global settings and protocols,
@@ -41,6 +44,9 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
 /// On failure: null, and nothing is installed.
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
                                                          VUnicodeString& notice, const HostParts& parts = HostParts());
+
+/// The words that tell a program of the suite which store it is about: `--store URL`, or none for the user's own.
+VStringArray GetStoreOptions(const VUnicodeString& url);
 
 /// A report for the user, on one line without a full stop: its text and, in brackets, what it is about and the cause,
 /// where the text does not name them itself.

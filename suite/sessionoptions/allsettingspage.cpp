@@ -9,6 +9,7 @@
 #include "imports/dialogkit/textmetrics.h"
 #include "imports/dialogkit/vdialog.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "resources/storenames.h"
 #include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
@@ -70,7 +71,9 @@ void AllSettingsPage::Fill() {
     VProfileData* const former = current;
     list.Clear();
     VisitSettings(session, [&](VProfileData& setting) {
-        if (Fits(setting)) list.Add(TreeItem::kNone, RowText(setting), &setting);
+        // That it is a session is no choice.
+        if (setting.GetName() != kIsSessionValue && Fits(setting))
+            list.Add(TreeItem::kNone, RowText(setting), &setting);
     });
     TreeItem chosen = list.Find(former);
     if (chosen == TreeItem::kNone) chosen = list.Items().GetFirstChild(TreeItem::kNone);

@@ -39,6 +39,12 @@ constexpr FaultRow kFaults[] = {
 };
 constexpr char16_t kNotTaken[] = u"“%1”不接受这个值。";
 
+/// A value of several parts that no line of text can tell: it can only be forgotten.
+constexpr std::u16string_view kLoginScript = u"Login Script V2";
+LaunchFault RefuseAll(std::u16string_view /*text*/) {
+    return kLaunchForeignSettings;
+}
+
 bool Refuse(const OptionField& field, const char16_t* text, VUnicodeString& refusal) {
     refusal.Format(text, field.label);
     return false;
@@ -175,6 +181,7 @@ OptionField GetFieldOf(VProfileData& setting) {
             break;
         case SettingType::kText:
             if (IsSecretSetting(setting)) field.kind = FieldKind::kSecret;
+            if (setting.GetName() == kLoginScript) field.check = RefuseAll;
             break;
         case SettingType::kList:
             field.kind = FieldKind::kLines;

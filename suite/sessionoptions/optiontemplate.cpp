@@ -6,37 +6,38 @@ namespace connectdialog {
 
 namespace {
 
+// So small that the window has its place on a screen of 1366 x 768 where everything is drawn half as large again.
 constexpr std::int16_t kWidth = 390;
-constexpr std::int16_t kHeight = 262;
+constexpr std::int16_t kHeight = 238;
 constexpr std::int16_t kPageLeft = 126;
 constexpr std::int16_t kPageTop = 20;
 constexpr std::int16_t kPageWidth = 250;
 constexpr std::int16_t kLabelWidth = 88;
-constexpr std::int16_t kEditHeight = 14;
-constexpr std::int16_t kRowHeight = 17;
+constexpr std::int16_t kEditHeight = 13;
+constexpr std::int16_t kRowHeight = 15;
 constexpr std::int16_t kMemoRows = 3;
-constexpr DialogRectangle kEditor{kPageLeft, 180, kPageWidth, kEditHeight};
+constexpr DialogRectangle kEditor{kPageLeft, 156, kPageWidth, kEditHeight};
 
 using enum ControlKind;
 constexpr ControlTemplate kFrame[] = {
-    {kTree, OptionIds::kPages, u"", {7, 7, 108, 227}},
-    {kGroupBox, OptionIds::kPageFrame, u"连接", {120, 7, 263, 227}},
+    {kTree, OptionIds::kPages, u"", {7, 7, 108, 203}},
+    {kGroupBox, OptionIds::kPageFrame, u"连接", {120, 7, 263, 203}},
 };
 constexpr ControlTemplate kAllSettings[] = {
     {kStatic, OptionIds::kFilterLabel, u"筛选(&F):", {kPageLeft, 22, 40, 9}},
     {kEdit, OptionIds::kFilter, u"", {166, 20, 210, kEditHeight}},
-    {kTree, OptionIds::kSettings, u"", {kPageLeft, 38, kPageWidth, 118}},
-    {kStatic, OptionIds::kSettingLabel, u"", {kPageLeft, 160, kPageWidth, 18}},
+    {kTree, OptionIds::kSettings, u"", {kPageLeft, 38, kPageWidth, 94}},
+    {kStatic, OptionIds::kSettingLabel, u"", {kPageLeft, 136, kPageWidth, 18}},
     {kEdit, OptionIds::kSettingText, u"", kEditor},
-    {kPassword, OptionIds::kSettingSecret, u"", {kPageLeft, 180, 196, kEditHeight}},
-    {kButton, OptionIds::kForget, u"清除(&C)", {326, 180, 50, kEditHeight}},
-    {kMemo, OptionIds::kSettingLines, u"", {kPageLeft, 180, kPageWidth, 48}},
+    {kPassword, OptionIds::kSettingSecret, u"", {kPageLeft, 156, 196, kEditHeight}},
+    {kButton, OptionIds::kForget, u"清除(&C)", {326, 156, 50, kEditHeight}},
+    {kMemo, OptionIds::kSettingLines, u"", {kPageLeft, 156, kPageWidth, 48}},
     {kComboBox, OptionIds::kSettingChoice, u"", kEditor},
 };
 constexpr ControlTemplate kBottom[] = {
-    {kStatic, OptionIds::kNote, u"", {7, 243, 264, 9}},
-    {kDefaultButton, kIdOk, u"确定", {279, 241, 50, 14}},
-    {kButton, kIdCancel, u"取消", {333, 241, 50, 14}},
+    {kStatic, OptionIds::kNote, u"", {7, 219, 264, 9}},
+    {kDefaultButton, kIdOk, u"确定", {279, 217, 50, 14}},
+    {kButton, kIdCancel, u"取消", {333, 217, 50, 14}},
 };
 
 std::vector<OptionControl> CountOptionControls() {

@@ -157,8 +157,8 @@ TEST_F(TreeCommandsTest, AShortcutStartsTheHost) {
     EXPECT_NE(RunBadly({"shortcut", "zeta"}).find("norhalden is not installed"), std::string::npos);
     std::filesystem::permissions(host, std::filesystem::perms::owner_all);
     EXPECT_EQ(RunWell({"shortcut", "ZETA"}), "");
-    EXPECT_NE(scratch.Read("Desktop/zeta.desktop").find("Exec=\"" + host + "\" \"/S\" \"zeta\"\nTerminal=true\n"),
-              std::string::npos);
+    const std::string exec = "Exec=\"" + host + "\" \"--store\" \"sqlite:" + StoreFile() + "\" \"/S\" \"zeta\"";
+    EXPECT_NE(scratch.Read("Desktop/zeta.desktop").find(exec + "\nTerminal=true\n"), std::string::npos);
     EXPECT_EQ(RunWell({"shortcut", "", "servers\\db", "--label", "all"}), "");
     EXPECT_NE(scratch.Read("Desktop/all.desktop").find(R"("/S" "Servers\\\\db" "/SESSION_FOLDER" "\\\\")"),
               std::string::npos)

@@ -96,7 +96,7 @@ TEST_F(DesktopShortcutTest, IsValidAndReachesTheProgramAsItIs) {
 }
 
 TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
-    ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"/S \"A\\B\" ", u"web"));
+    ASSERT_TRUE(CreateShortcutTo({u"\\bin\\true", true, {}}, u"/S \"A\\B\" ", u"web"));
     for (const bool needsTerminal : {false, true}) {
         GetHostCallbacks().needsTerminal = needsTerminal;
         ASSERT_TRUE(CreateDesktopShortcut(u"/S \"other\" ", u"web", nullptr));
@@ -106,28 +106,32 @@ TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
             << entry;
         EXPECT_NE(entry.find(needsTerminal ? "\nTerminal=true\n" : "\nTerminal=false\n"), std::string::npos);
     }
+    GetHostCallbacks().shortcutOptions.Add(u"--store"_v);
+    GetHostCallbacks().shortcutOptions.Add(u"sqlite:/a b"_v);
+    ASSERT_TRUE(CreateDesktopShortcut(u"/S \"other\" ", u"web", nullptr));
+    EXPECT_NE(ReadFile(FileOf("web")).find("\" \"--store\" \"sqlite:/a b\" \"/S\" \"other\"\n"), std::string::npos);
     GetHostCallbacks() = {};
     const std::u16string half(1, char16_t{0xD800});
     for (const std::u16string& label :
          {std::u16string(), std::u16string(u".."), std::u16string(u"a/b"), std::u16string(u"a\\b"),
           std::u16string(u"a\nb"), std::u16string(u"a\0b", 3), half})
-        EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"/S \"x\" ", VUnicodeString(label)));
+        EXPECT_FALSE(CreateShortcutTo({u"\\bin\\true", false, {}}, u"/S \"x\" ", VUnicodeString(label)));
     const std::pair<const char16_t*, VUnicodeString> rows[] = {
         {u"\\bin\\a=b", u""_v},
         {u"", u""_v},
         {u"\\bin\\true", u"/S \"x"_v},
         {u"\\bin\\true", u"/S \""_v + VUnicodeString(half) + u"\" "}};
-    for (const auto& [program, arguments] : rows) EXPECT_FALSE(CreateShortcutTo(program, false, arguments, u"x"));
+    for (const auto& [program, arguments] : rows) EXPECT_FALSE(CreateShortcutTo({program, false, {}}, arguments, u"x"));
     fs::create_directory(FileOf("folder"));
-    EXPECT_FALSE(CreateShortcutTo(u"\\bin\\true", false, u"", u"folder"));
+    EXPECT_FALSE(CreateShortcutTo({u"\\bin\\true", false, {}}, u"", u"folder"));
     EXPECT_EQ(std::distance(fs::directory_iterator(desktop), fs::directory_iterator()), 2);
 }
 
 TEST_F(DesktopShortcutTest, ALabelMayBeLongerThanAFilesName) {
     for (const char16_t last : {u'1', u'2'}) {
         const VUnicodeString label(std::u16string(83, u'\u4F1A') + last);  // three bytes each
-        ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", label));
-        ASSERT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"", label)) << "in place of the first";
+        ASSERT_TRUE(CreateShortcutTo({u"\\bin\\true", true, {}}, u"", label));
+        ASSERT_TRUE(CreateShortcutTo({u"\\bin\\true", true, {}}, u"", label)) << "in place of the first";
     }
     std::vector<std::string> labels;
     for (const fs::path& file : fs::directory_iterator(desktop)) {
@@ -157,7 +161,7 @@ TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {
     for (const auto& row : rows) {
         setenv("XDG_CURRENT_DESKTOP", row.desktops, 1);
         fs::remove(scratch / "marks");
-        EXPECT_TRUE(CreateShortcutTo(u"\\bin\\true", true, u"/S \"x\" ", u"web")) << "marked or not";
+        EXPECT_TRUE(CreateShortcutTo({u"\\bin\\true", true, {}}, u"/S \"x\" ", u"web")) << "marked or not";
         const std::string marks = scratch.Read("marks");
         EXPECT_TRUE(row.mark.empty() ? marks.empty() : marks.starts_with(row.mark)) << marks;
     }

@@ -62,13 +62,16 @@ class RunningSessionsTest : public testing::Test {
     }
     static constexpr std::size_t kNobodyWasAsked = 99;
     /// Asks, and fails the test when that takes longer than it may.
+    static std::string JoinPaths(const RunningSessions& running) {
+        return VNarrowString(VJoin(running.paths, u"|"_v, VUnicodeString(), VUnicodeString())).GetData();
+    }
     static std::string Ask(std::size_t silentHosts) {
         const Clock::time_point start = Clock::now();
         const RunningSessions running = GetRunningSessionPaths();
         const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
         EXPECT_LT(elapsed.count(), 2300);
         EXPECT_EQ(running.isBusy ? kNobodyWasAsked : running.silentHosts, silentHosts);
-        return VNarrowString(VJoin(running.paths, u"|"_v, VUnicodeString(), VUnicodeString())).GetData();
+        return JoinPaths(running);
     }
     std::size_t CountSockets() const {
         std::size_t count = 0;
@@ -212,9 +215,14 @@ TEST_F(RunningSessionsTest, ManyAskAtOnce) {
     std::vector<std::unique_ptr<ChildProcess>> askers;
     for (int i = 0; i < 6; ++i)
         askers.push_back(std::make_unique<ChildProcess>([](ChildProcess&) {
-            for (int round = 0; round < 10; ++round)
-                if (Ask(0) != "first\\of some length|x|second") return 1;
-            return 0;
+            int answered = 0;
+            for (int round = 0; round < 10; ++round) {
+                const RunningSessions running = GetRunningSessionPaths();
+                if (running.isBusy) continue;  // where the machine is: told, and nothing is taken for an answer
+                if (JoinPaths(running) != "first\\of some length|x|second") return 1;
+                ++answered;
+            }
+            return answered > 0 ? 0 : 2;
         }));
     for (const auto& asker : askers) EXPECT_EQ(asker->Wait(), 0);
 }

@@ -286,6 +286,13 @@ TEST_F(SessionOptionsTest, ASecretIsNeverShownAndCanBeSetAndForgotten) {
         dialog.Press(kIdOk);
     });
     EXPECT_EQ(session->monitorPassword.GetText(), u"");
+    Run(*session, [&](HeadlessDialog& dialog) {
+        Filter(dialog, u"Login Script V2"_v);
+        dialog.Type(OptionIds::kSettingSecret, u"hello"_v);
+        kit.ExpectBox(u"“Login Script V2”不接受这个值。"_v, kAnswerOk);
+        dialog.Press(kIdOk);
+        dialog.Press(kIdCancel);
+    });
 }
 
 TEST_F(SessionOptionsTest, TheNameOfANewSessionMustBeFreeInItsFolder) {

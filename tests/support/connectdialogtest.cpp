@@ -81,7 +81,9 @@ std::int64_t TestConnectDialog::RunQuickConnect(VRef<ISessionConfig>& config, co
 
 ConnectDialogTest::ConnectDialogTest() {
     currentOptions = &options;
-    GetHostCallbacks() = {u"app"_v, RunFakeOptions, nullptr};
+    GetHostCallbacks() = {};
+    GetHostCallbacks().applicationCommandLine = u"app"_v;
+    GetHostCallbacks().sessionOptions = RunFakeOptions;
     panels.global->showTerminalSessions.Set(true);
     panels.global->showTransferSessions.Set(true);
     panels.global->rememberFolderExpansion.Set(true);

@@ -8,6 +8,7 @@
 #include "platform/lasterror.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
+#include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -47,7 +48,7 @@ Failure MakeShortcut(const ShortcutArguments& arguments) {
         if (Failure failure = DecodeArgument(arguments.label, label)) return failure;
     const VUnicodeString host = FindHost();
     if (host.IsEmpty()) return "norhalden is not installed";
-    if (CreateShortcutTo(host, true, text, label)) return kDone;
+    if (CreateShortcutTo({host, true, GetStoreOptions(GetToolStoreUrl())}, text, label)) return kDone;
     VReportMessageParams cause(platform::GetLastErrorCode());
     return "creation of shortcut " + Quoted(label) + " failed: " + ReportText(cause);
 }

@@ -14,6 +14,7 @@ namespace connectdialog::connectctl {
 
 namespace {
 std::unique_ptr<VProfileStoreFactory> openStore;
+VUnicodeString openUrl;
 }  // namespace
 
 Failure OpenToolStore(const std::string& url) {
@@ -21,9 +22,14 @@ Failure OpenToolStore(const std::string& url) {
     if (Failure failure = DecodeArgument(url, text)) return failure;
     VUnicodeString notice;
     openStore = OpenReferenceStore(u"connectctl"_v, text, notice);
+    openUrl = text;
     if (!openStore) return platform::ToNarrow(notice);
     if (!notice.IsEmpty()) PrintNotice(platform::ToNarrow(notice));
     return kDone;
+}
+
+VUnicodeString GetToolStoreUrl() {
+    return openUrl;
 }
 
 void CloseToolStore() {

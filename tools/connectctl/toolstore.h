@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "foundation/vunicodestring.h"
 #include "tools/connectctl/command.h"
 
 namespace connectdialog {
@@ -14,6 +15,8 @@ namespace connectdialog::connectctl {
 
 /// Opens the store and makes the library ready; once a run. An empty URL is the user's own store.
 Failure OpenToolStore(const std::string& url);
+/// The URL that it was opened by.
+VUnicodeString GetToolStoreUrl();
 /// Closes it. Before another program takes this one's place, and at the end.
 void CloseToolStore();
 
