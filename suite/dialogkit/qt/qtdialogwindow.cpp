@@ -73,6 +73,10 @@ void QtDialogWindow::MakeControls() {
     }
     ChainControls(nullptr);
     NameForReading();
+    const auto isDefault = [](const Control& control) { return control.kind == ControlKind::kDefaultButton; };
+    if (std::any_of(controls.begin(), controls.end(), isDefault)) return;
+    // The toolkit would draw the first of the buttons as the one that the Return key presses.
+    for (auto* button : frame->findChildren<QPushButton*>()) button->setAutoDefault(false);
 }
 
 QWidget* QtDialogWindow::MakeControl(const ControlTemplate& row) {
