@@ -1,17 +1,15 @@
 #include "suite/dialogkit/qt/qtdialogkit.h"
 
-#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QGuiApplication>
-#include <QLabel>
-#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "layoutcheck.h"
 #include "platform/paths.h"
 #include "qtinput.h"
 #include "qtuser.h"
@@ -101,6 +99,22 @@ TEST_F(QtDialogs, TheTabKeyWalksTheControlsInTheirOrder) {
         notes.FocusControl(kOther);
         dialog.PressKey(kKeySpace);
         EXPECT_EQ(notes.Take(), "14");
+
+        Page page(notes);
+        ASSERT_TRUE(page.CreatePage(notes, {0, 0, 1, 1}, kBox));
+        page.ShowPage(true);
+        notes.FocusControl(kBox);
+        for (const int next : {kPageEdit, kPageBox}) {
+            dialog.PressKey(kKeyTab);
+            EXPECT_EQ(dialog.GetPage()->GetFocus(), next);
+        }
+        dialog.PressKey(kKeyTab);
+        EXPECT_EQ(dialog.GetFocus(), kTree);
+        dialog.PressKey(u'S', Accelerator::kAlt);
+        EXPECT_EQ(dialog.GetPage()->GetFocus(), kPageEdit) << "a letter of the page";
+        dialog.PressKey(u'T', Accelerator::kAlt);
+        EXPECT_EQ(notes.Take(), "14") << "and one of the dialog";
+        page.Destroy();
     });
 }
 
@@ -124,14 +138,6 @@ TEST_F(QtDialogs, EveryControlHasANameThatIsReadAloud) {
     });
 }
 
-/// What the widget needs to show all of its text; the widget's own size where that does not depend on a text.
-QSize NeededBy(const QWidget& widget) {
-    if (const auto* label = qobject_cast<const QLabel*>(&widget))
-        return label->text().isEmpty() ? QSize() : QSize(0, label->heightForWidth(label->width()));
-    if (qobject_cast<const QAbstractButton*>(&widget) != nullptr) return {widget.sizeHint().width(), 0};
-    return qobject_cast<const QLineEdit*>(&widget) != nullptr ? QSize(0, widget.sizeHint().height()) : QSize();
-}
-
 TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
     NoEvents quiet;
     std::vector<DialogTemplate> templates(GetDialogTemplates().begin(), GetDialogTemplates().end());
@@ -139,18 +145,7 @@ TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
     ASSERT_FALSE(templates.empty());
     for (const DialogTemplate& dialogTemplate : templates) {
         const QtDialogWindow window(dialogTemplate, quiet, nullptr);
-        QList<QWidget*> controls = window.GetWidget()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-        for (qsizetype i = 0; i < controls.size(); ++i) {
-            const QWidget& control = *controls[i];
-            const std::string what = std::to_string(dialogTemplate.id) + " " + control.accessibleName().toStdString();
-            EXPECT_LE(NeededBy(control).width(), control.width()) << what;
-            EXPECT_LE(NeededBy(control).height(), control.height()) << what;
-            EXPECT_TRUE(window.GetWidget()->rect().contains(control.geometry()) || control.size().isEmpty()) << what;
-            for (qsizetype k = i + 1; k < controls.size(); ++k) {
-                if (control.inherits("QGroupBox") || controls[k]->inherits("QGroupBox")) continue;
-                EXPECT_FALSE(control.geometry().intersects(controls[k]->geometry())) << what;
-            }
-        }
+        CheckLayout(*window.GetWidget(), std::to_string(dialogTemplate.id));
     }
 }
 

@@ -98,11 +98,17 @@ bool QtUserDialog::Resize(std::int32_t width, std::int32_t height) {
     return true;
 }
 
-int QtUserDialog::GetFocus() const {
-    return frame.focusWidget() != nullptr ? frame.focusWidget()->objectName().toInt() : kNoId;
-}
 bool QtUserDialog::IsClosed() const {
     return frame.IsGivenUp() || !frame.isVisible();
+}
+
+QtUserDialog* QtUserDialog::GetPage() {
+    QtDialogWindow* const shown = window.GetPage();
+    if (shown == nullptr)
+        page.reset();
+    else if (page == nullptr || &page->frame != shown->GetWidget())
+        page = std::make_unique<QtUserDialog>(*shown->GetWidget());
+    return page.get();
 }
 
 QtUserTree* QtUserDialog::GetTree(int id) {

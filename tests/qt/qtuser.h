@@ -6,6 +6,7 @@
 #include <QTest>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -96,13 +97,14 @@ class QtUserDialog {
 
     int GetTemplateId() const { return window.GetTemplateId(); }
     VUnicodeString GetTitle() const { return FromQt(frame.windowTitle()); }
-    int GetFocus() const;
+    int GetFocus() const { return window.GetFocus(); }
     bool IsClosed() const;
     VUnicodeString GetText(int id) const { return window.GetText(id); }
     bool IsChecked(int id) const { return window.IsChecked(id); }
     bool IsEnabled(int id) const { return window.IsEnabled(id); }
     bool IsShown(int id) const { return window.IsShown(id); }
     QtUserTree* GetTree(int id);
+    QtUserDialog* GetPage();
     QtDialogFrame& GetFrame() const { return frame; }
     QWidget* GetControl(int id) const { return window.GetControl(id); }
 
@@ -113,6 +115,7 @@ class QtUserDialog {
     QtDialogFrame& frame;
     QtDialogWindow& window;
     std::vector<std::pair<int, QtUserTree>> trees;
+    std::unique_ptr<QtUserDialog> page;
 };
 
 /// See HeadlessDialogKit.

@@ -16,15 +16,19 @@
 #include "platform/codepage.h"
 #include "qtuser.h"
 #include "quickconnect/hostnameprompt.h"
+#include "quickconnect/quickconnect.h"
 #include "resources/dialogids.h"
 #include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
+#include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/protocols/pages.h"
 #include "suite/sessionoptions/optiontemplate.h"
 #include "suite/sessionoptions/sessionoptionsdialog.h"
 #include "support/connectdialogtest.h"
 #include "support/dialogkitconformance.h"
 #include "support/suitetest.h"
+#include "wizard/newsessionwizard.h"
 
 namespace connectdialog::test {
 
@@ -60,9 +64,14 @@ class Photographer {
     void Expect(int templateId, const std::string& name, const std::function<void(QtUserDialog&)>& prepare = {}) {
         kit.ExpectDialog(templateId, [this, name, prepare](QtUserDialog& shown) {
             if (prepare) prepare(shown);
-            shown.Elapse(50);
-            Save(shown.GetFrame(), name.c_str());
+            Photograph(shown, name);
         });
+    }
+    /// For a script that takes several pictures of one dialog.
+    void Play(int templateId, const QtPlayedKit::DialogScript& script) { kit.ExpectDialog(templateId, script); }
+    void Photograph(QtUserDialog& shown, const std::string& name) {
+        shown.Elapse(50);
+        Save(shown.GetFrame(), name.c_str());
     }
     void Take(VDialog& dialog, int templateId, const std::string& name,
               const std::function<void(QtUserDialog&)>& prepare = {}) {
@@ -175,6 +184,68 @@ class OptionsWorld : public SuiteTest {
     void TestBody() override {}
 };
 
+/// Quick connect and the new session wizard over the reference suite's pages.
+class PagesWorld : public SuiteTest {
+  public:
+    void Take(Photographer& photographer) {
+        for (const auto& [protocol, name] : {std::pair{u"SSH2", "quick-ssh2"}, std::pair{u"Serial", "quick-serial"},
+                                             std::pair{u"Local Shell", "quick-local-shell"}})
+            TakeQuickConnect(photographer, 3, protocol, name);
+        InstallReferenceSuite(u"Tessaly", *factory);
+        TakeQuickConnect(photographer, 6, u"SFTP", "quick-sftp");
+        InstallReferenceSuite(u"NorHalden", *factory);
+        TakeWizard(photographer);
+        InstalledPanels panels;
+        InstallConfigPanels(&panels);
+        TakeWizardOfBoth(photographer);
+        InstallReferenceSuite(u"NorHalden", *factory);
+    }
+
+  private:
+    /// Both applications are there.
+    struct InstalledPanels : ReferenceConfigPanels {
+        bool IsNorHaldenInstalled() override { return true; }
+        bool IsNorHaldenOrHaldenInstalled() override { return true; }
+        bool IsTessalyInstalled() override { return true; }
+    };
+
+    static void TakeQuickConnect(Photographer& photographer, unsigned kind, const char16_t* protocol,
+                                 const char* name) {
+        photographer.Expect(QuickConnectIds::kDialog, name,
+                            [protocol](QtUserDialog& shown) { shown.Pick(QuickConnectIds::kProtocol, protocol); });
+        ISessionConfig* none = nullptr;
+        ShowQuickConnectDialog(&none, VUnicodeString(), kind, nullptr);
+        CleanupQuickConnectDialog();
+    }
+    static void RunWizard() {
+        const auto session = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
+        std::int64_t result = 0;
+        bool usesWizard = false;
+        LaunchNewSessionWizard(*session, nullptr, result, usesWizard);
+    }
+    static void TakeWizard(Photographer& photographer) {
+        photographer.Play(WizardIds::kSheet, [&](QtUserDialog& sheet) {
+            photographer.Photograph(sheet, "wizard-protocol");
+            sheet.Press(WizardIds::kNext);
+            sheet.GetPage()->Type(kFirstPageField, u"db-01.example.org"_v);
+            photographer.Photograph(sheet, "wizard-ssh2");
+            sheet.Press(WizardIds::kNext);
+            photographer.Photograph(sheet, "wizard-finish");
+        });
+        RunWizard();
+    }
+    static void TakeWizardOfBoth(Photographer& photographer) {
+        photographer.Play(WizardIds::kSheet, [&](QtUserDialog& sheet) {
+            photographer.Photograph(sheet, "wizard-terminal");
+            sheet.GetPage()->Pick(WizardIds::kProtocol, u"None"_v);
+            sheet.Press(WizardIds::kNext);
+            photographer.Photograph(sheet, "wizard-transfer");
+        });
+        RunWizard();
+    }
+    void TestBody() override {}
+};
+
 }  // namespace
 
 bool TakeScreenshots(const QString& folder) {
@@ -195,6 +266,7 @@ bool TakeScreenshots(const QString& folder) {
     photographer.Take(controls, conformance::kTemplate.id, "tree", [&](QtUserDialog&) { FillTree(controls); });
     world.Take(photographer);
     OptionsWorld().Take(photographer);
+    PagesWorld().Take(photographer);
     return photographer.AreAllTaken();
 }
 

@@ -52,6 +52,14 @@ inline constexpr ControlTemplate kInputControls[] = {
     {ControlKind::kDefaultButton, kIdOk, u"确定", {7, 88, 50, 14}},
 };
 inline constexpr DialogTemplate kInputTemplate{91, 198, 109, u"输入", kInputControls};
+inline constexpr int kPageEdit = 19;
+inline constexpr int kPageBox = 20;
+inline constexpr ControlTemplate kPageControls[] = {
+    {ControlKind::kStatic, kNoId, u"主机(&S):", {7, 7, 40, 9}},
+    {ControlKind::kEdit, kPageEdit, u"", {50, 7, 60, 14}},
+    {ControlKind::kCheckBox, kPageBox, u"压缩(&Z)", {50, 26, 60, 10}},
+};
+inline constexpr DialogTemplate kPageTemplate{92, 120, 43, u"", kPageControls};
 inline constexpr Accelerator kKeys[] = {
     {Accelerator::kControl, u'F', 77}, {Accelerator::kAlt, u'C', 79}, {Accelerator::kNone, kKeyF3, 78}};
 
@@ -162,6 +170,22 @@ class Notes : public VDialog, public ITreeEvents, public ITreeItemsOwner {
     }
 
     std::string notes;
+};
+
+/// A page that notes into the dialog's notes.
+class Page : public VPluginDialog {
+  public:
+    explicit Page(Notes& notes) : VPluginDialog(kPageTemplate, nullptr), notes(notes) {}
+
+  protected:
+    bool OnCommand(int command) override {
+        notes.Note("page:" + std::to_string(command));
+        return VPluginDialog::OnCommand(command);
+    }
+    void OnControlChanged(int id) override { notes.Note("page:" + platform::ToNarrow(GetControlText(id))); }
+
+  private:
+    Notes& notes;
 };
 
 }  // namespace conformance
@@ -336,6 +360,56 @@ TYPED_TEST_P(DialogKitConformance, RectanglesAndWidthsFollowTheTemplate) {
     });
 }
 
+TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShares) {
+    using namespace conformance;
+    Page first(this->notes);
+    Page second(this->notes);
+    const std::int64_t result = this->Run([&](auto& dialog) {
+        const VRectangle place = this->window->ToPixels({7, 52, 120, 43});
+        ASSERT_TRUE(first.CreatePage(this->notes, place, kBox) && second.CreatePage(this->notes, place, kNoId));
+        EXPECT_EQ(dialog.GetPage(), nullptr) << "they are made hidden";
+        EXPECT_EQ(dialog.GetFocus(), kEdit);
+        first.ShowPage(true);
+        ASSERT_NE(dialog.GetPage(), nullptr);
+        EXPECT_EQ(first.GetWindow()->GetInside().right, place.right - place.left);
+        EXPECT_EQ(first.GetWindow()->GetRectangle(kPageEdit), this->window->ToPixels({50, 7, 60, 14}));
+        first.SetControlText(kPageEdit, u"by code"_v);
+        EXPECT_TRUE(dialog.GetPage()->Type(kPageEdit, u"主机"_v));
+        EXPECT_TRUE(dialog.GetPage()->Tick(kPageBox, true));
+        EXPECT_EQ(this->notes.Take(), "page:主机 page:20");
+        EXPECT_EQ(second.GetControlText(kPageEdit), u"") << "ids are the page's own";
+
+        first.ShowPage(false);
+        second.ShowPage(true);
+        EXPECT_EQ(dialog.GetPage()->GetText(kPageEdit), u"");
+        second.Destroy();
+        EXPECT_EQ(dialog.GetPage(), nullptr);
+        EXPECT_TRUE(dialog.Press(kOther));
+        EXPECT_EQ(this->notes.Take(), "14");
+
+        first.ShowPage(true);
+        first.FocusFirstControl();
+        EXPECT_EQ(dialog.GetPage()->GetFocus(), kPageEdit);
+        this->window->SetEnabled(kIdOk, false);
+        dialog.GetPage()->PressKey(kKeyReturn);
+        EXPECT_EQ(this->notes.Take(), "");
+        this->window->SetEnabled(kIdOk, true);
+        dialog.GetPage()->PressKey(kKeyReturn);
+        EXPECT_TRUE(dialog.IsClosed());
+        EXPECT_EQ(this->notes.Take(), "1");
+        first.Destroy();
+    });
+    EXPECT_EQ(result, kDialogAccepted);
+    this->Run([&](auto& dialog) {
+        ASSERT_TRUE(first.CreatePage(this->notes, this->window->GetInside(), kBox));
+        first.ShowPage(true);
+        first.FocusFirstControl();
+        dialog.GetPage()->PressKey(kKeyEscape);
+        EXPECT_EQ(this->notes.Take(), "2");
+        first.Destroy();
+    });
+}
+
 TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
     this->Run([&](auto& dialog) {
         const int stopped = this->window->StartTimer(30);
@@ -418,7 +492,8 @@ REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsT
                             PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
                             KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
-                            TimersGoOnUntilTheyAreStopped, TheToolbarTellsItsCommandsAndIsShownAnew,
-                            BoxesMenusAndDialogsStandOverADialog, TheClipboardKeepsOneBlockUnderItsName);
+                            APageLiesInADialogWhoseReturnAndEscapeItShares, TimersGoOnUntilTheyAreStopped,
+                            TheToolbarTellsItsCommandsAndIsShownAnew, BoxesMenusAndDialogsStandOverADialog,
+                            TheClipboardKeepsOneBlockUnderItsName);
 
 }  // namespace connectdialog::test

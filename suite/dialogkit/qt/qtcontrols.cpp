@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QFontMetrics>
 #include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -89,10 +90,9 @@ QWidget* MakeLine(QtDialogFrame& frame) {
 }
 
 void ShowPicture(QLabel& label, const QString& name) {
-    const int size = label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label);
     for (const PictureRow& row : kPictures) {
         if (name != QString::fromUtf16(row.name)) continue;
-        label.setPixmap(label.style()->standardIcon(row.picture, nullptr, &label).pixmap(size));
+        ShowIcon(label, label.style()->standardIcon(row.picture, nullptr, &label));
         label.setAccessibleName(QString::fromUtf16(row.spoken));
     }
 }
@@ -166,6 +166,12 @@ void ShowLabel(ControlKind kind, QWidget& widget, const QString& label) {
     }
     if (auto* button = qobject_cast<QAbstractButton*>(&widget)) button->setText(label);
     if (auto* box = qobject_cast<QGroupBox*>(&widget)) box->setTitle(label);
+}
+
+void ShowIcon(QLabel& label, const QIcon& icon) {
+    const int size = label.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &label);
+    const QPixmap picture = icon.pixmap(size);
+    if (!picture.isNull()) label.setPixmap(picture);
 }
 
 QString GetInput(const QWidget& widget) {

@@ -7,6 +7,8 @@
 
 #include "resources/dialogtemplate.h"
 
+class QIcon;
+class QLabel;
 class QObject;
 class QString;
 class QToolBar;
@@ -22,6 +24,9 @@ QWidget* MakeControlWidget(ControlKind kind, QtDialogFrame& frame);
 
 /// Requires: the widget was made for that kind, which holds no input.
 void ShowLabel(ControlKind kind, QWidget& widget, const QString& label);
+
+/// In the size of the system's pictures; an icon without a picture leaves the label as it is.
+void ShowIcon(QLabel& label, const QIcon& icon);
 
 /// What the user typed or chose; the label of a kind that holds no input is not told.
 QString GetInput(const QWidget& widget);

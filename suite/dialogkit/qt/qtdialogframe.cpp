@@ -43,6 +43,8 @@ void QtDialogFrame::TellText(int id) {
 }
 
 void QtDialogFrame::reject() {
+    QtDialogWindow* const owner = window != nullptr ? window->GetOwner() : nullptr;
+    if (owner != nullptr && owner->GetWidget() != nullptr) return owner->GetWidget()->reject();
     TellCommand(kIdCancel);
 }
 
@@ -83,10 +85,9 @@ void QtDialogFrame::keyPressEvent(QKeyEvent* event) {
 bool QtDialogFrame::TakeKey(QKeyEvent& event) {
     const std::uint16_t key = VirtualKeyOf(event);
     const KeyModifiers modifiers = FromQt(event.modifiers());
-    {
-        const EventScope scope(this);
-        if (key != 0 && events.OnKeyEvent(key, modifiers)) return true;
-    }
+    // To the end: what the key does to a dialog may take its page away.
+    const EventScope scope(this);
+    if (key != 0 && events.OnKeyEvent(key, modifiers)) return true;
     if (window == nullptr) return true;
     if (key == kKeyEscape && modifiers == Accelerator::kNone) {
         reject();

@@ -9,7 +9,8 @@ namespace connectdialog {
 class IDialogEvents;
 class QtDialogWindow;
 
-/// Belongs to a QtDialogWindow until that goes; without one it tells nobody anything any more.
+/// Belongs to a QtDialogWindow until that goes; without one it tells nobody anything any more. That of a page lies in
+/// the frame of the dialog.
 class QtDialogFrame : public QDialog {
   public:
     /// Stands round each event that is told: a frame that is given up meanwhile is destroyed later.
@@ -39,7 +40,7 @@ class QtDialogFrame : public QDialog {
     void TellCommand(int id);
     void TellText(int id);
 
-    /// Escape and the frame's button.
+    /// Escape and the frame's button; those of a page are the dialog's.
     void reject() override;
 
   protected:

@@ -17,6 +17,7 @@
 
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "suite/dialogkit/qt/qtcontrols.h"
+#include "suite/dialogkit/qt/qtdialogkit.h"
 #include "suite/dialogkit/qt/qticons.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "suite/dialogkit/qt/qttree.h"
@@ -25,24 +26,36 @@ namespace connectdialog {
 
 QtDialogWindow::QtDialogWindow(const DialogTemplate& dialog, IDialogEvents& events, QWidget* parent)
     : dialog(dialog), frame(new QtDialogFrame(*this, events, parent)) {
-    frame->setWindowTitle(QString::fromUtf16(dialog.title));
-    QWidget* previous = nullptr;
-    for (const ControlTemplate& row : dialog.controls) {
-        QWidget* const widget = MakeControl(row);
-        controls.push_back({row.kind, row.id, widget, QString()});
-        SetLabel(controls.back(), QString::fromUtf16(row.label));
-        if (previous != nullptr) QWidget::setTabOrder(previous, widget);
-        previous = widget;
-    }
+    MakeControls();
     frame->installEventFilter(frame);
-    LayOut();
-    NameForReading();
+    MeasureUnits();
+    PlaceControls();
+    const VRectangle inside = ToPixels({0, 0, dialog.width, dialog.height});
+    frame->setFixedSize(inside.right, inside.bottom);
+    SetInside(inside.right, inside.bottom);
     const auto first =
         std::find_if(controls.begin(), controls.end(), [](const Control& c) { return TakesFocus(c.kind); });
     if (first != controls.end()) SetFocus(first->id);
 }
 
+QtDialogWindow::QtDialogWindow(const DialogTemplate& dialog, IDialogEvents& events, QtDialogWindow& owner,
+                               const VRectangle& place)
+    : dialog(dialog),
+      owner(&owner),
+      frame(new QtDialogFrame(*this, events, owner.frame)),
+      unitAcross(owner.unitAcross),
+      unitDown(owner.unitDown) {
+    owner.pages.push_back(this);
+    frame->setWindowFlags(Qt::Widget);
+    frame->hide();  // else it would show together with the dialog
+    MakeControls();
+    PlaceControls();
+    frame->ExpectSize(ToQt(place).size());
+    frame->setGeometry(ToQt(place));
+}
+
 QtDialogWindow::~QtDialogWindow() {
+    if (owner != nullptr) std::erase(owner->pages, this);
     if (frame == nullptr) return;
     for (const Control& control : controls)
         if (control.kind == ControlKind::kTree)
@@ -50,6 +63,20 @@ QtDialogWindow::~QtDialogWindow() {
         else if (control.kind == ControlKind::kPassword)
             WipeInput(*control.widget);
     frame->GiveUp();
+}
+
+void QtDialogWindow::MakeControls() {
+    frame->setWindowTitle(QString::fromUtf16(dialog.title));
+    for (const ControlTemplate& row : dialog.controls) {
+        controls.push_back({row.kind, row.id, MakeControl(row), QString()});
+        SetLabel(controls.back(), QString::fromUtf16(row.label));
+    }
+    ChainControls(nullptr);
+    NameForReading();
+    const auto isDefault = [](const Control& control) { return control.kind == ControlKind::kDefaultButton; };
+    if (std::any_of(controls.begin(), controls.end(), isDefault)) return;
+    // The toolkit would draw the first of the buttons as the one that the Return key presses.
+    for (auto* button : frame->findChildren<QPushButton*>()) button->setAutoDefault(false);
 }
 
 QWidget* QtDialogWindow::MakeControl(const ControlTemplate& row) {
@@ -64,13 +91,18 @@ QWidget* QtDialogWindow::MakeControl(const ControlTemplate& row) {
     return widget;
 }
 
-void QtDialogWindow::LayOut() {
-    MeasureUnits();
+void QtDialogWindow::PlaceControls() {
     for (std::size_t i = 0; i < controls.size(); ++i)
         controls[i].widget->setGeometry(ToQt(ToPixels(dialog.controls[i].place)));
-    const VRectangle inside = ToPixels({0, 0, dialog.width, dialog.height});
-    frame->setFixedSize(inside.right, inside.bottom);
-    SetInside(inside.right, inside.bottom);
+}
+
+QWidget* QtDialogWindow::ChainControls(QWidget* previous) const {
+    for (const Control& control : controls) {
+        if (control.widget == nullptr || !TakesFocus(control.kind)) continue;
+        if (previous != nullptr) QWidget::setTabOrder(previous, control.widget);
+        previous = control.widget;
+    }
+    return previous;
 }
 
 void QtDialogWindow::MeasureUnits() {
@@ -143,6 +175,8 @@ bool QtDialogWindow::IsInMemo() const {
 }
 
 void QtDialogWindow::PressReturn() {
+    if (owner != nullptr) return owner->PressReturn();
+    if (frame == nullptr) return;
     auto* button = qobject_cast<QPushButton*>(frame->focusWidget());
     for (const Control& control : controls)
         if (button == nullptr && control.kind == ControlKind::kDefaultButton)
@@ -151,12 +185,20 @@ void QtDialogWindow::PressReturn() {
 }
 
 void QtDialogWindow::FollowMnemonic(QChar letter) {
+    QtDialogWindow* const other = owner != nullptr ? owner : GetPage();
+    if (!Follow(letter) && other != nullptr) other->Follow(letter);
+}
+
+bool QtDialogWindow::Follow(QChar letter) {
     for (Control& control : controls) {
         if (control.widget == nullptr || control.widget->isHidden() || !control.widget->isEnabled()) continue;
         if (MnemonicOf(control.label) != letter) continue;
         Control* const target = TakesFocus(control.kind) ? &control : FindFollowing(control);
-        if (target != nullptr) return Activate(*target);
+        if (target == nullptr) continue;
+        Activate(*target);
+        return true;
     }
+    return false;
 }
 
 void QtDialogWindow::Activate(Control& control) {
@@ -170,6 +212,10 @@ void QtDialogWindow::RunModal() {
 
 void QtDialogWindow::ShowModeless() {
     if (frame != nullptr) frame->show();
+}
+
+void QtDialogWindow::Hide() {
+    if (owner != nullptr && frame != nullptr) frame->hide();
 }
 
 void QtDialogWindow::Close() {
@@ -247,7 +293,7 @@ void QtDialogWindow::SetFocus(int id) {
 }
 
 int QtDialogWindow::GetFocus() const {
-    const QWidget* focused = frame != nullptr ? frame->focusWidget() : nullptr;
+    const QWidget* focused = frame != nullptr ? frame->QWidget::window()->focusWidget() : nullptr;
     const auto found = std::find_if(controls.begin(), controls.end(), [&](const Control& control) {
         return control.widget != nullptr && focused != nullptr &&
                (control.widget == focused || control.widget->isAncestorOf(focused));
@@ -276,6 +322,12 @@ void QtDialogWindow::SetFont(int id, const VUnicodeString& family, int points) {
     font.setFixedPitch(true);
     if (points > 0) font.setPointSize(points);
     widget->setFont(font);
+}
+
+void QtDialogWindow::SetIcon(int id, const VIcon& icon) {
+    auto* label = qobject_cast<QLabel*>(GetControl(id));
+    const auto* shown = dynamic_cast<const QtIcon*>(&icon);
+    if (label != nullptr && shown != nullptr) ShowIcon(*label, shown->GetIcon());
 }
 
 VPoint QtDialogWindow::ToScreen(int id, VPoint point) const {
@@ -341,6 +393,29 @@ void QtDialogWindow::ShowToolbar(int id, const VToolbarState& toolbar) {
     FillToolBar(*toolBar, toolbar, *frame);
     if (isNew) toolBar->setGeometry(QRect(QPoint(), toolBar->sizeHint()));
     toolBar->setVisible(true);
+}
+
+std::unique_ptr<IDialogWindow> QtDialogWindow::CreatePage(const DialogTemplate& page, IDialogEvents& events,
+                                                          const VRectangle& place, int behindId) {
+    if (frame == nullptr) return nullptr;
+    auto made = std::make_unique<QtDialogWindow>(page, events, *this, place);
+    const Control* const behind = Find(behindId);
+    QWidget* previous = behind == nullptr ? made->ChainControls(nullptr) : nullptr;
+    for (const Control& control : controls) {
+        if (control.widget != nullptr && TakesFocus(control.kind)) {
+            if (previous != nullptr) QWidget::setTabOrder(previous, control.widget);
+            previous = control.widget;
+        }
+        if (&control == behind) previous = made->ChainControls(previous);
+    }
+    return made;
+}
+
+QtDialogWindow* QtDialogWindow::GetPage() const {
+    const auto shown = std::find_if(pages.begin(), pages.end(), [](const QtDialogWindow* page) {
+        return page->frame != nullptr && !page->frame->isHidden();
+    });
+    return shown != pages.end() ? *shown : nullptr;
 }
 
 }  // namespace connectdialog
