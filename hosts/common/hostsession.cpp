@@ -1,5 +1,6 @@
 #include "hosts/common/hostsession.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "config/appkind.h"
@@ -35,6 +36,7 @@ constexpr std::chrono::milliseconds kWindowPatience{700};
 bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault) {
     HostSession added;
     added.path = session.GetPath();
+    added.isStored = session.IsStored();
     VReportMessageParams report;
     if (!BuildLaunchCommand(session, added.command, report)) {
         fault = u"the session \""_v + added.path + u"\": " + DescribeReport(report);
@@ -116,6 +118,10 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
 
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    if (!std::ranges::all_of(sessions, &HostSession::isStored)) {
+        fault = u"a connection that is not saved opens only in the terminal that this program was started from"_v;
+        return false;
+    }
     const std::string program = platform::ToNativePath(platform::GetExecutablePath());
     std::chrono::milliseconds patience = kWindowPatience;
     for (const HostSession& session : sessions) {

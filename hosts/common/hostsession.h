@@ -18,6 +18,7 @@ class TerminalEmulator;
 struct HostSession {
     VUnicodeString path;
     LaunchCommand command;
+    bool isStored = true;  ///< else no other process finds it at its path
 };
 
 /// Adds what opens the session. On failure: false, `fault` tells why, and nothing is added.
