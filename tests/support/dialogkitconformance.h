@@ -648,13 +648,12 @@ TYPED_TEST_P(DialogKitConformance, DragsTellWhereTheyAreAndWhatTheyDo) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
-                            PasswordsLinesAndChoicesAreTheUsers,
+                            PasswordsLinesAndChoicesAreTheUsers, APageLiesInADialogWhoseReturnAndEscapeItShares,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
                             KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
-                            APageLiesInADialogWhoseReturnAndEscapeItShares, TimersGoOnUntilTheyAreStopped,
-                            TheToolbarTellsItsCommandsAndIsShownAnew, BoxesMenusAndDialogsStandOverADialog,
-                            TheClipboardKeepsOneBlockUnderItsName, TheTreeShowsItsItemsAndTellsClicks,
-                            TheTreeScrollsByRowsAndKnowsWhereTheyStand, ALabelIsEditedInPlace,
-                            DragsTellWhereTheyAreAndWhatTheyDo);
+                            TimersGoOnUntilTheyAreStopped, TheToolbarTellsItsCommandsAndIsShownAnew,
+                            BoxesMenusAndDialogsStandOverADialog, TheClipboardKeepsOneBlockUnderItsName,
+                            TheTreeShowsItsItemsAndTellsClicks, TheTreeScrollsByRowsAndKnowsWhereTheyStand,
+                            ALabelIsEditedInPlace, DragsTellWhereTheyAreAndWhatTheyDo);
 
 }  // namespace connectdialog::test
