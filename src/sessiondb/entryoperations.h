@@ -53,8 +53,8 @@ VUnicodeString ArrangeEntry(const VUnicodeString& path, const VUnicodeString& re
 bool RenameEntry(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference);
 /// The same, and the entry keeps its place in the user's order.
 bool RenameInPlace(const VUnicodeString& path, const VUnicodeString& newLeaf);
-/// RenameEntry for a folder and nothing else, as a copy into the folder `newLeaf` of `parent` and a deletion. Fails also when the new path
-/// is the old one in any case, or lies in it.
+/// RenameEntry for a folder and nothing else, as a copy into the folder `newLeaf` of `parent` and a deletion. Fails
+/// also when the new path is the old one in any case, or lies in it.
 bool RenameFolderTree(const VUnicodeString& oldPath, const VUnicodeString& parent, const VUnicodeString& newLeaf,
                       const VUnicodeString& reference);
 

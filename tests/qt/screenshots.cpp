@@ -211,8 +211,11 @@ class PagesWorld : public SuiteTest {
 
     static void TakeQuickConnect(Photographer& photographer, unsigned kind, const char16_t* protocol,
                                  const char* name) {
-        photographer.Expect(QuickConnectIds::kDialog, name,
-                            [protocol](QtUserDialog& shown) { shown.Pick(QuickConnectIds::kProtocol, protocol); });
+        photographer.Expect(QuickConnectIds::kDialog, name, [protocol](QtUserDialog& shown) {
+            if (shown.GetText(QuickConnectIds::kProtocol) == protocol) return;
+            shown.Pick(QuickConnectIds::kProtocol, protocol);
+            shown.PressKey(kKeyTab);
+        });
         ISessionConfig* none = nullptr;
         ShowQuickConnectDialog(&none, VUnicodeString(), kind, nullptr);
         CleanupQuickConnectDialog();
