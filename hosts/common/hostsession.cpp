@@ -31,6 +31,13 @@ constexpr int kEndedBySignal = 128;
 /// So long the first window is watched: what opened it may end at once.
 constexpr std::chrono::milliseconds kWindowPatience{700};
 
+/// Names the session, of perhaps a hundred, where the report does not.
+VUnicodeString DescribeFault(const VUnicodeString& path, VReportMessageParams& report) {
+    const bool isNamed = report.GetInsertCount() > 0 && path == report.GetInserts()[0];
+    const VUnicodeString text = DescribeReport(report);
+    return isNamed ? text : u"the session \""_v + path + u"\": " + text;
+}
+
 }  // namespace
 
 bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault) {
@@ -39,7 +46,7 @@ bool AddSession(const ISessionConfig& session, std::vector<HostSession>& session
     added.isStored = session.IsStored();
     VReportMessageParams report;
     if (!BuildLaunchCommand(session, added.command, report)) {
-        fault = u"the session \""_v + added.path + u"\": " + DescribeReport(report);
+        fault = DescribeFault(added.path, report);
         return false;
     }
     sessions.push_back(std::move(added));
@@ -85,7 +92,7 @@ bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault
     for (const HostSession& session : sessions) {
         VReportMessageParams report;
         if (FindClient(session.command, report)) continue;
-        fault = u"the session \""_v + session.path + u"\": " + DescribeReport(report);
+        fault = DescribeFault(session.path, report);
         return false;
     }
     return true;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "imports/dialogkit/vmessagebox.h"
+#include "suite/protocols/fieldfaults.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 #include "wizard/newsessionwizardbase.h"
@@ -13,20 +14,6 @@ namespace connectdialog {
 namespace {
 
 constexpr int kLastPort = 65535;
-
-struct FaultText {
-    LaunchFault fault;
-    const char16_t* text;
-};
-/// The insert is the field's name.
-constexpr FaultText kFaultTexts[] = {
-    {kLaunchLeadingDash, u"“%1”不能以“-”开头。"},
-    {kLaunchControl, u"“%1”含有控制字符。"},
-    {kLaunchNoHostName, u"“%1”含有主机名和地址中不允许的字符。"},
-    {kLaunchNoUserName, u"“%1”含有用户名中不允许的字符。"},
-    {kLaunchNoJumpHost, u"“%1”必须是以逗号分隔的 user@host:port 列表。"},
-    {kLaunchTooLong, u"“%1”太长。"},
-};
 
 std::u16string_view NameOf(std::u16string_view label) {
     return label.substr(0, label.find(u"(&"));
@@ -102,10 +89,7 @@ bool ReadPageNumber(const VUnicodeString& text, int least, int most, int& number
 }
 
 VUnicodeString WordPageFault(LaunchFault fault, std::u16string_view label) {
-    VUnicodeString text;
-    for (const FaultText& row : kFaultTexts)
-        if (row.fault == fault) text.Format(row.text, NameOf(label));
-    return text;
+    return DescribeFieldFault(fault, NameOf(label));
 }
 
 ProtocolConfig* ProtocolPageFields::FindConfig(ISessionConfig& session) const {

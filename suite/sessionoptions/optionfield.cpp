@@ -15,6 +15,7 @@
 #include "imports/configpanels.h"
 #include "platform/codepage.h"
 #include "profile/vlogfont.h"
+#include "suite/protocols/fieldfaults.h"
 #include "suite/protocols/protocolconfig.h"
 
 namespace connectdialog {
@@ -23,21 +24,6 @@ namespace {
 
 constexpr int kTenthsOfAPointPerInch = 720;
 constexpr int kPixelsPerInch = 96;
-
-struct FaultRow {
-    LaunchFault fault;
-    const char16_t* text;
-};
-constexpr FaultRow kFaults[] = {
-    {kLaunchLeadingDash, u"“%1”不能以“-”开头：程序会把它当作选项。"},
-    {kLaunchControl, u"“%1”含有控制字符。"},
-    {kLaunchNoHostName, u"“%1”含有主机名和地址中不能有的字符。"},
-    {kLaunchNoUserName, u"“%1”含有用户名中不能有的字符。"},
-    {kLaunchNoJumpHost, u"“%1”必须是 user@host:port 形式的主机，以逗号分隔。"},
-    {kLaunchTooLong, u"“%1”太长。"},
-    {kLaunchOpenQuote, u"“%1”缺少右引号。"},
-};
-constexpr char16_t kNotTaken[] = u"“%1”不接受这个值。";
 
 /// A value of several parts that no line of text can tell: it can only be forgotten.
 constexpr std::u16string_view kLoginScript = u"Login Script V2";
@@ -50,12 +36,16 @@ bool Refuse(const OptionField& field, const char16_t* text, VUnicodeString& refu
     return false;
 }
 
+bool RefuseValue(const OptionField& field, VUnicodeString& refusal) {
+    refusal = DescribeFieldFault(kLaunchForeignSettings, field.label);
+    return false;
+}
+
 bool CheckText(const OptionField& field, const VUnicodeString& text, VUnicodeString& refusal) {
     const LaunchFault fault = field.check != nullptr && !text.IsEmpty() ? field.check(text) : kLaunchFine;
     if (fault == kLaunchFine) return true;
-    for (const FaultRow& row : kFaults)
-        if (row.fault == fault) return Refuse(field, row.text, refusal);
-    return Refuse(field, kNotTaken, refusal);
+    refusal = DescribeFieldFault(fault, field.label);
+    return false;
 }
 
 /// The largest screen that the global settings allow: a session is cut down to it when it is loaded.
@@ -128,7 +118,7 @@ bool TakeFont(const OptionField& field, VProfileLogFont& setting, const VUnicode
               VUnicodeString& refusal) {
     VLogFont font = setting.Get();
     if (field.kind == FieldKind::kFontFace) {
-        if (shown.GetLength() > VLogFont::kFaceLength || shown.IsEmpty()) return Refuse(field, kNotTaken, refusal);
+        if (shown.GetLength() > VLogFont::kFaceLength || shown.IsEmpty()) return RefuseValue(field, refusal);
         font.SetFace(shown);
     } else {
         if (!ReadFontSize(field, shown, font.size)) {
@@ -236,7 +226,7 @@ bool TakeField(const OptionField& field, ISessionConfig& session, VProfileData& 
         return Refuse(field, u"“%1”必须是 #RRGGBB 形式的颜色。", refusal);
     if (field.kind == FieldKind::kNumber && !CheckNumber(field, setting, stored, refusal)) return false;
     if (!CheckText(field, stored, refusal)) return false;
-    return WriteField(field, session, setting, stored) || Refuse(field, kNotTaken, refusal);
+    return WriteField(field, session, setting, stored) || RefuseValue(field, refusal);
 }
 
 VUnicodeString DescribeField(const OptionField& field, VProfileData& setting) {

@@ -65,13 +65,13 @@ TEST_F(ProtocolPagesTest, WhatAClientWouldNotTakeIsRefusedByTheFieldsName) {
         const char16_t *protocol, *field, *typed, *refusal;
     };
     const Row rows[] = {
-        {u"SSH2", u"主机名", u"-oProxyCommand=x", u"“主机名”不能以“-”开头。"},
-        {u"SSH2", u"主机名", u"a b", u"“主机名”含有主机名和地址中不允许的字符。"},
+        {u"SSH2", u"主机名", u"-oProxyCommand=x", u"“主机名”不能以“-”开头：程序会把它当作选项。"},
+        {u"SSH2", u"主机名", u"a b", u"“主机名”含有主机名和地址中不能有的字符。"},
         {u"SSH2", u"端口", u"0", u"“端口”必须是 1 到 65535 之间的数字。"},
         {u"SSH2", u"端口", u"+22", u"“端口”必须是 1 到 65535 之间的数字。"},
         {u"SSH2", u"端口", u"99999999999999999999", u"“端口”必须是 1 到 65535 之间的数字。"},
-        {u"Telnet", u"用户名", u"$(id)", u"“用户名”含有用户名中不允许的字符。"},
-        {u"SSH1", u"跳板主机", u"h,", u"“跳板主机”必须是以逗号分隔的 user@host:port 列表。"},
+        {u"Telnet", u"用户名", u"$(id)", u"“用户名”含有用户名中不能有的字符。"},
+        {u"SSH1", u"跳板主机", u"h,", u"“跳板主机”必须是 user@host:port 形式的主机，以逗号分隔。"},
         {u"Serial", u"数据位", u"9", u"“数据位”必须是 5 到 8 之间的数字。"},
         {u"Serial", u"设备", u"a\nb", u"“设备”含有控制字符。"},
     };
