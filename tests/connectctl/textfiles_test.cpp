@@ -1,5 +1,4 @@
 // keymap and menu, and the examples of the documents on them.
-#include <algorithm>
 #include <filesystem>
 #include <regex>
 
@@ -7,8 +6,6 @@
 #include "keymap/keyfunctiontable.h"
 #include "keymap/standardkeytable.h"
 #include "platform/codepage.h"
-#include "profile/unitofwork.h"
-#include "sessiondb/sessionpaths.h"
 #include "tests/connectctl/toolfixture.h"
 
 namespace connectdialog::test {
@@ -40,22 +37,6 @@ TEST_F(ToolTest, KeymapShowPrintsAKeymapThatReadsBackAsItself) {
     EXPECT_NE(shown.output.find("N\tVK_F1               \t\"a<U+0009>b\"\n"), std::string::npos) << shown.output;
     EXPECT_NE(shown.output.find("N\tVK_F2               \tVT_PF2\t; built-in\n"), std::string::npos);
     EXPECT_EQ(RunWell({"keymap", "check", scratch.Write("again", shown.output)}), "60 bindings\n");
-}
-
-TEST_F(ToolTest, KeymapShowPrintsTheKeymapOfASessionOfAnOlderVersion) {
-    Seed();
-    WithStore([] {
-        const std::string old = std::string("\0\0\0\1\0\0\2\x41MENU_COPY\0\0", 19);
-        EXPECT_TRUE(WriteToKey(BuildSessionKeyPath(u"zeta"_v).GetData(), [&](VProfileKey& key) {
-            key.GetImpl()->DeleteValue(u"Keymap v3");
-            key.WriteBinary(u"Keymap v2", old.data(), static_cast<std::uint32_t>(old.size()));
-        }));
-    });
-    const std::string own = "C\tVK_A                \tMENU_COPY\n";
-    std::string shown = RunWell({"keymap", "show", "zeta"});
-    ASSERT_NE(shown.find(own), std::string::npos);
-    EXPECT_EQ(shown.erase(shown.find(own), own.size()), RunWell({"keymap", "show", "Servers\\db"}));
-    EXPECT_EQ(std::ranges::count(shown, '\n'), 59) << "the rest is built in";
 }
 
 TEST_F(ToolTest, KeymapConvertWritesAllOrNothing) {

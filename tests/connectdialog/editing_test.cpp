@@ -285,17 +285,6 @@ TEST_F(Editing, SessionsInUseAreNotDeleted) {
     EXPECT_EQ(StoredIn(u""), "b c") << "what is open in a folder goes with it";
 }
 
-TEST_F(Editing, ADeletionThatFailsIsToldAndStops) {
-    Begin({u"a", u"b", u"c"}, u"a");
-    Click(u"c", Accelerator::kShift);
-    WithKey(u"Sessions", [](VProfileKey& key) { EXPECT_TRUE(key.DeleteKey(u"b")); });
-    kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
-    kit.ExpectBox(u"ERROR: Deletion of folder or session from the database failed"_v, kAnswerOk);
-    Command(kDelete);
-    EXPECT_EQ(StoredIn(u""), "c");
-    EXPECT_NE(Tree().Find(u"c"), TreeItem::kNone);
-}
-
 /// The store refuses every write while the dialog is open.
 TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
     AddSessions({u"f\\a", u"g\\h\\x", u"b", u"c"});

@@ -87,17 +87,6 @@ TEST_F(Launching, NothingIsLaunchedThatIsNotInstalled) {
     EXPECT_FALSE(dialog->CanConnect(false)) << "several";
 }
 
-TEST_F(Launching, ADoubleClickConnectsASessionAndOpensAFolder) {
-    AddSessions({u"f\\s"});
-    Open();
-    Click(u"");
-    Expand(u"");
-    Tree().DoubleClick(At(u"f"));
-    EXPECT_EQ(Outcome(), "open");
-    Tree().DoubleClick(At(u"f\\s"));
-    EXPECT_EQ(Outcome(), "accepted s");
-}
-
 TEST_F(Launching, AMissingHostIsAskedForOnceAndKept) {
     for (const AppKind product : {AppKind::kNorHalden, AppKind::kTessaly}) {
         SetProduct(product);

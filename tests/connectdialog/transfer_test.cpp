@@ -98,25 +98,6 @@ TEST_F(Transfer, ACutItemShowsItUntilItIsPastedOrTakenBack) {
     EXPECT_FALSE(dialog->GetEnabled().ends_with('V')) << "the items are others";
 }
 
-TEST_F(Transfer, AnItemThatIsGoneCannotBePasted) {
-    OpenWorld(kAlphabetical);
-    Click(u"f\\a");
-    Command(kCopy);
-    Rename(u"f\\a", u"e"_v);
-    kit.ExpectBox(u"Item 'a' is no longer available for pasting"_v, kAnswerOk);
-    Command(kPaste);
-    EXPECT_EQ(dialog->GetEnabled(), "CcPXDV") << "a copy may come back";
-    Click(u"s");
-    Command(kCut);
-    Click(u"g");
-    WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"s"); });
-    kit.ExpectBox(u"Item 's' is no longer available for pasting"_v, kAnswerOk);
-    Command(kPaste);
-    EXPECT_EQ(dialog->GetEnabled(), "CcPXD");
-    Command(kPaste);
-    EXPECT_EQ(StoredIn(u"g"), "c") << "silent once it is off";
-}
-
 TEST_F(Transfer, TheClipboardIsNotTrusted) {
     OpenWorld(kManual);
     Click(u"f\\a");

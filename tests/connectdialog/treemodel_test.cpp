@@ -188,24 +188,6 @@ TEST_F(TreeModel, ClosingAFolderTakesTheSelectionBelowIt) {
     EXPECT_EQ(Selected(), "f s");
 }
 
-TEST_F(TreeModel, ReturnOpensAndClosesAFolderAndPressesButtons) {
-    AddSessions({u"f\\s"});
-    Open();
-    Click(u"f");
-    for (const char* tree : {"-Sessions\n  -*f <\n     s\n", "-Sessions\n  +*f <\n"}) {
-        EXPECT_TRUE(Window().PressKey(kKeyReturn));
-        EXPECT_EQ(Tree().Read(), tree);
-    }
-    Click(u"f\\s");
-    EXPECT_TRUE(Window().PressKey(kKeyReturn));
-    EXPECT_EQ(dialog->GetResult(), kDialogAccepted);
-    Open();
-    Click(u"f");
-    Window().SetFocus(kIdCancel);
-    Window().PressKey(kKeyReturn);
-    EXPECT_TRUE(dialog->HasEnded()) << "the button that has the focus";
-}
-
 TEST_F(TreeModel, TipsDescribeSessionsWhileDescriptionsAreShown) {
     AddSession(u"f\\s", u"SSH2", u"None", u"h.example");
     AddSession(u"long", u"SSH2", u"", std::u16string(2000, u'h').c_str());

@@ -29,40 +29,10 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Headless, TreeConformance, HeadlessBackEnd);
 namespace {
 
 struct NoOwner : ITreeItemsOwner {
-    void OnItemDeleted(void*) override { ++deleted; }
-    int deleted = 0;
+    void OnItemDeleted(void*) override {}
 };
 
 constexpr TreeItem kNone = TreeItem::kNone;
-
-std::string Labels(const VTreeItems& items, TreeItem parent) {
-    std::string text;
-    for (TreeItem item = items.GetFirstChild(parent); item != kNone; item = items.GetNextSibling(item))
-        text += static_cast<char>(items.GetText(item)[0]);
-    return text;
-}
-
-TEST(TreeItems, StandWhereTheyAreInserted) {
-    NoOwner owner;
-    VTreeItems items(owner);
-    const auto add = [&](TreeItem parent, TreePlace place, TreeItem after, const char16_t* text) {
-        return items.Insert(parent, place, after, text, 1, 0, nullptr);
-    };
-    const TreeItem root = add(kNone, TreePlace::kLast, kNone, u"r");
-    const TreeItem b = add(root, TreePlace::kLast, kNone, u"b");
-    add(root, TreePlace::kFirst, kNone, u"a");
-    add(root, TreePlace::kLast, kNone, u"d");
-    add(root, TreePlace::kBehind, b, u"c");
-    add(root, TreePlace::kBehind, root, u"e");  // no child of the parent
-    EXPECT_EQ(Labels(items, root), "abcde");
-    items.Remove(b);
-    EXPECT_EQ(Labels(items, root), "acde");
-    EXPECT_EQ(add(b, TreePlace::kLast, kNone, u"x"), kNone) << "the parent is gone";
-    EXPECT_EQ(items.GetCount(), 5U);
-    items.Clear();
-    EXPECT_EQ(owner.deleted, 6);
-    EXPECT_EQ(items.GetFirstChild(kNone), kNone);
-}
 
 TEST(TreeItems, HandlesOfItemsThatAreGoneAndInventedOnesAreNotValid) {
     NoOwner owner;

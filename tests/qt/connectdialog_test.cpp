@@ -93,15 +93,6 @@ TEST_F(QtConnectDialog, DragsMoveCopyAndOpenFolders) {
         EXPECT_TRUE(drag.Drop());
     }));
     EXPECT_EQ(StoredIn(u"f\\g"), "s x");
-    EXPECT_TRUE(Tree().Drag(At(u"t"), [&](QtUserDrag& drag) {
-        drag.MoveTo(Tree().PointOn(At(u"")));
-        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u"f")), Accelerator::kShift), DropEffect::kNone);
-        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u""))), DropEffect::kMove);
-        EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(u"f")), Accelerator::kControl), DropEffect::kCopy);
-        drag.Drop();
-    }));
-    EXPECT_EQ(StoredIn(u"f"), "g/ t");
-    EXPECT_EQ(StoredIn(u""), "f/ t");
     panels.global->sessionArrangementMode.Set(2);
     Open();
     Expand(u"");
@@ -111,24 +102,6 @@ TEST_F(QtConnectDialog, DragsMoveCopyAndOpenFolders) {
         dialog->EndDialog(kDialogCancelled);
     })) << "closed in the middle of a drag";
     EXPECT_EQ(StoredIn(u""), "f/ t");
-}
-
-TEST_F(QtConnectDialog, ItsDialogsAndBoxesStandOverIt) {
-    AddSessions({u"alpha", u"beta"});
-    Open();
-    Expand(u"");
-    qt.ExpectDialog(FindSessionIds::kDialog, [](QtUserDialog& find) {
-        EXPECT_FALSE(find.IsEnabled(kIdOk));
-        find.Type(FindSessionIds::kText, u"bet"_v);
-        find.PressKey(kKeyReturn);
-    });
-    Window().PressKey(u'F', Accelerator::kControl);
-    EXPECT_EQ(Selected(), "beta");
-    Click(u"alpha");
-    qt.ExpectBox(u"确定删除选中项？"_v, 0);
-    EXPECT_TRUE(Window().Press(ConnectCommands::kBarDelete));
-    EXPECT_EQ(StoredIn(u""), "alpha beta") << "closing the box is No";
-    EXPECT_NE(Escape(Tree().GetTip(At(u"alpha"))).find("host"), std::string::npos);
 }
 
 TEST_F(QtConnectDialog, ControlsFollowTheSizeThatTheUserGives) {

@@ -22,7 +22,8 @@ QSize NeededBy(const QWidget& widget) {
 }  // namespace
 
 void CheckLayout(const QWidget& shown, const std::string& what) {
-    const QList<QWidget*> controls = shown.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    QList<QWidget*> controls = shown.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    controls.removeIf([&](const QWidget* control) { return !control->isVisibleTo(&shown); });
     for (qsizetype i = 0; i < controls.size(); ++i) {
         const QWidget& control = *controls[i];
         const std::string name = what + " " + control.accessibleName().toStdString();

@@ -77,17 +77,6 @@ TEST_F(QtDialogs, LettersOfLabelsLeadToTheirControlsUnlessTheDialogTakesTheKey) 
     });
 }
 
-TEST_F(QtDialogs, EachKeyIsToldToTheEditAndATakenKeyIsNotTyped) {
-    Run([&](QtUserDialog& dialog) {
-        for (const char16_t letter : {u'A', u'B'}) dialog.PressKey(letter);
-        EXPECT_EQ(notes.Take(), "text:11:a text:11:ab");
-        dialog.PressKey(u'F', Accelerator::kControl);
-        dialog.PressKey(u'A', Accelerator::kControl);  // the edit's own: all is selected
-        dialog.PressKey(kKeyDelete);
-        EXPECT_EQ(notes.Take(), "77 text:11:");
-    });
-}
-
 TEST_F(QtDialogs, TheTabKeyWalksTheControlsInTheirOrder) {
     Run([&](QtUserDialog& dialog) {
         std::vector<int> walked;

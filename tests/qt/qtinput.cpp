@@ -2,18 +2,14 @@
 
 #include <QApplication>
 #include <QCursor>
-#include <QDragEnterEvent>
 #include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QTest>
 #include <QWindow>
-#include <memory>
 
 #include "resources/accelerators.h"
-#include "suite/dialogkit/qt/qtmimedata.h"
 
 namespace connectdialog::test {
 
@@ -146,22 +142,6 @@ void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers) {
 
 void LetGo(QWidget& widget, QPoint point, KeyModifiers modifiers) {
     QTest::mouseRelease(WindowOf(widget), Qt::LeftButton, ToModifiers(modifiers), InWindow(widget, point));
-}
-
-void DragForeign(QWidget& widget, const VDragData& data, QPoint point, KeyModifiers modifiers, Foreign step) {
-    const std::unique_ptr<QMimeData> mime = MakeMimeData(data.GetFormat(), data.GetBytes());
-    const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
-    const Qt::KeyboardModifiers keys = ToModifiers(modifiers);
-    std::unique_ptr<QEvent> event;
-    if (step == Foreign::kEnter)
-        event = std::make_unique<QDragEnterEvent>(point, actions, mime.get(), Qt::LeftButton, keys);
-    else if (step == Foreign::kMove)
-        event = std::make_unique<QDragMoveEvent>(point, actions, mime.get(), Qt::LeftButton, keys);
-    else if (step == Foreign::kLeave)
-        event = std::make_unique<QDragLeaveEvent>();
-    else
-        event = std::make_unique<QDropEvent>(QPointF(point), actions, mime.get(), Qt::LeftButton, keys);
-    QApplication::sendEvent(&widget, event.get());
 }
 
 }  // namespace connectdialog::test

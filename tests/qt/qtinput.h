@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <functional>
 
-#include "imports/dialogkit/dragdata.h"
 #include "imports/dialogkit/idialogwindow.h"
 
 class QString;
@@ -29,9 +28,5 @@ void RestPointer(QWidget& widget, QPoint point);
 void PullWidget(QWidget& widget, QPoint point, const std::function<void()>& play);
 void MoveDrag(QWidget& widget, QPoint point, KeyModifiers modifiers);
 void LetGo(QWidget& widget, QPoint point, KeyModifiers modifiers);
-
-/// A step of a drag that another program began.
-enum class Foreign : std::uint8_t { kEnter, kMove, kLeave, kDrop };
-void DragForeign(QWidget& widget, const VDragData& data, QPoint point, KeyModifiers modifiers, Foreign step);
 
 }  // namespace connectdialog::test

@@ -110,21 +110,6 @@ TEST_F(QtTrees, AShortPullIsNoDragAndAnExpanderIsNotDragged) {
     });
 }
 
-TEST_F(QtTrees, ARestingDragIsToldOn) {
-    Run([&](QtUserDialog&, QtUserTree& user) {
-        user.DragFromOutside({u"FolderTree"_v, {}}, [&](QtUserDrag& drag) {
-            drag.MoveTo(user.PointOn(notes.root));
-            EXPECT_EQ(drag.GetEffect(), DropEffect::kNone);
-            notes.items.SetState(notes.root, kTreeExpanded, false);
-            notes.items.Clear();
-            notes.root = TreeItem::kNone;
-            notes.Add(TreeItem::kNone, u"another");
-            drag.Wait(250);
-            EXPECT_EQ(drag.GetEffect(), DropEffect::kMove) << "the rows moved under it";
-        });
-    });
-}
-
 TEST_F(QtTrees, RowsAreReadAloudAsTheyStand) {
     Run([&](QtUserDialog&, QtUserTree&) {
         notes.items.SetState(notes.Child(0), kTreeExpanded, true);

@@ -236,7 +236,7 @@ bool QtUserTree::Drag(TreeItem item, const DragScript& script) {
     const auto play = [&] {
         if (!tree->IsDragging()) return;
         wasDragged = true;
-        QtUserDrag drag(*tree, nullptr);
+        QtUserDrag drag(*tree);
         script(drag);
         drag.Finish();
     };
@@ -244,39 +244,21 @@ bool QtUserTree::Drag(TreeItem item, const DragScript& script) {
     return wasDragged;
 }
 
-void QtUserTree::DragFromOutside(const VDragData& data, const DragScript& script) {
-    QtUserDrag drag(*tree, &data);
-    script(drag);
-    drag.Finish();
-}
-
 DropEffect QtUserDrag::MoveTo(VPoint newPoint, KeyModifiers newModifiers) {
     point = newPoint;
     modifiers = newModifiers;
-    if (outside == nullptr)
-        MoveDrag(*tree.viewport(), ToQt(point), modifiers);
-    else
-        DragForeign(*tree.viewport(), *outside, ToQt(point), modifiers, isInside ? Foreign::kMove : Foreign::kEnter);
+    MoveDrag(*tree.viewport(), ToQt(point), modifiers);
     isInside = true;
     return GetEffect();
 }
 
 void QtUserDrag::Leave() {
-    if (!std::exchange(isInside, false)) return;
-    if (outside == nullptr)
-        MoveDrag(*tree.viewport(), {-1, -40}, 0);
-    else
-        DragForeign(*tree.viewport(), *outside, {}, 0, Foreign::kLeave);
+    if (std::exchange(isInside, false)) MoveDrag(*tree.viewport(), {-1, -40}, 0);
 }
 
 bool QtUserDrag::Drop() {
     const bool isTaken = isInside && GetEffect() != DropEffect::kNone;
-    if (outside != nullptr && isTaken)
-        DragForeign(*tree.viewport(), *outside, ToQt(point), modifiers, Foreign::kDrop);
-    else if (outside != nullptr)
-        Leave();
-    else
-        LetGo(*tree.viewport(), ToQt(point), modifiers);
+    LetGo(*tree.viewport(), ToQt(point), modifiers);
     isInside = false;
     isOver = true;
     return isTaken;
@@ -285,7 +267,7 @@ bool QtUserDrag::Drop() {
 void QtUserDrag::Finish() {
     if (std::exchange(isOver, true)) return;
     Leave();
-    if (outside == nullptr) SendKey(*tree.window(), kKeyEscape, 0);
+    SendKey(*tree.window(), kKeyEscape, 0);
 }
 
 }  // namespace connectdialog::test

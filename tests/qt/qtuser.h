@@ -29,7 +29,7 @@ class QtUserTree;
 /// See HeadlessDrag.
 class QtUserDrag {
   public:
-    QtUserDrag(QtTree& tree, const VDragData* outside) : tree(tree), outside(outside) {}
+    explicit QtUserDrag(QtTree& tree) : tree(tree) {}
 
     DropEffect MoveTo(VPoint point, KeyModifiers modifiers = 0);
     void Wait(unsigned milliseconds) { QTest::qWait(static_cast<int>(milliseconds)); }
@@ -42,7 +42,6 @@ class QtUserDrag {
 
   private:
     QtTree& tree;
-    const VDragData* outside;  ///< null: the window system carries what RunDrag gave it
     VPoint point;
     KeyModifiers modifiers = 0;
     bool isInside = false;
@@ -65,7 +64,6 @@ class QtUserTree {
     bool TypeLabel(const VUnicodeString& text);
     bool CancelLabel();
     bool Drag(TreeItem item, const DragScript& script);
-    void DragFromOutside(const VDragData& data, const DragScript& script);
 
     TreeItem Find(std::u16string_view path) const;
     std::string Read() const;

@@ -1,11 +1,10 @@
 #include "suite/sessionoptions/sessionoptions.h"
 
-#include <QApplication>
-#include <QLabel>
 #include <gtest/gtest.h>
 
 #include "config/settingwalk.h"
 #include "imports/configpanels.h"
+#include "layoutcheck.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
@@ -65,25 +64,6 @@ TEST_F(QtSessionOptions, AUserEditsASessionByKeyboardAndMouse) {
     EXPECT_FALSE(session->terminal.jumpScroll.Get());
 }
 
-/// Nothing on the page is cut off or lies on something else.
-void CheckPage(const QtUserDialog& dialog, const std::string& name) {
-    QList<QWidget*> shown;
-    for (QWidget* control : dialog.GetFrame().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-        if (control->isVisible() && control->objectName().toInt() != OptionIds::kPageFrame) shown += control;
-    for (qsizetype i = 0; i < shown.size(); ++i) {
-        const QWidget& control = *shown[i];
-        const std::string what = name + " " + control.accessibleName().toStdString();
-        EXPECT_TRUE(dialog.GetFrame().rect().contains(control.geometry())) << what;
-        if (const auto* label = qobject_cast<const QLabel*>(&control)) {
-            EXPECT_LE(label->heightForWidth(label->width()), label->height()) << label->text().toStdString();
-        }
-        for (qsizetype k = i + 1; k < shown.size(); ++k) {
-            EXPECT_FALSE(control.geometry().intersects(shown[k]->geometry()))
-                << what << " and " << shown[k]->accessibleName().toStdString();
-        }
-    }
-}
-
 TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
     FetchGlobalConfig()->optionsPagePath.Set(u"Connection"_v);
     for (const char16_t* protocol : {u"SSH2", u"Serial", u"TAPI"}) {
@@ -92,7 +72,7 @@ TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
             Focus(dialog, OptionIds::kPages);
             for (const OptionPage& page : GetOptionPages()) {
                 EXPECT_EQ(dialog.GetText(OptionIds::kPageFrame), page.title);
-                CheckPage(dialog, Escape(page.path));
+                CheckLayout(dialog.GetFrame(), Escape(page.path));
                 dialog.PressKey(kKeyDown);
             }
         });

@@ -7,7 +7,6 @@
 #include "suite/protocols/protocoltraits.h"
 #include "suite/protocols/quickaddress.h"
 #include "support/suitetest.h"
-#include "wizard/newsessionwizard.h"
 
 namespace connectdialog::test {
 namespace {
@@ -111,25 +110,6 @@ TEST_F(ProtocolPagesTest, FieldsReachTheSessionAndEmptyOnesAreTheUsual) {
         EXPECT_EQ(dialog.GetPage()->GetText(kFirstPageField), u"h") << "the host goes along";
         EXPECT_EQ(dialog.GetPage()->GetText(kFirstPageField + 1), u"2222") << "and so does a port that was chosen";
     });
-}
-
-TEST_F(ProtocolPagesTest, TheWizardLeadsThroughTheReferencePages) {
-    const auto config = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
-    kit.ExpectDialog(WizardIds::kSheet, [](HeadlessDialog& sheet) {
-        EXPECT_TRUE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"SSH2"_v));
-        EXPECT_TRUE(sheet.Press(WizardIds::kNext));
-        EXPECT_TRUE(sheet.GetPage()->Type(kFirstPageField, u"Web"_v));
-        while (sheet.Press(WizardIds::kNext)) {
-        }
-        EXPECT_EQ(sheet.GetPage()->GetText(WizardIds::kName), u"Web");
-        EXPECT_TRUE(sheet.Press(WizardIds::kFinish));
-    });
-    std::int64_t result = 0;
-    bool useWizard = false;
-    EXPECT_TRUE(LaunchNewSessionWizard(*config, nullptr, result, useWizard));
-    EXPECT_EQ(result, VWizardSheet::kFinished);
-    EXPECT_TRUE(useWizard);
-    EXPECT_EQ(config->GetName(), u"Web");
 }
 
 TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {

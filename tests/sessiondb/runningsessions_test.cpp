@@ -275,20 +275,6 @@ TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
     platform::CloseSharedMemory(block, next);
 }
 
-TEST_F(RunningSessionsTest, TwoAskAtOnceAlthoughAHostHangs) {
-    StartHost(kTessalyFrameClass, {u"b"});
-    Start([](ChildProcess& parent) {
-        RunningSessionsHost host(kNorHaldenFrameClass);
-        parent.Report();
-        raise(SIGSTOP);
-        return 0;
-    });
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    ChildProcess other([](ChildProcess&) { return Ask(1) == "b" ? 0 : 1; });
-    EXPECT_EQ(Ask(1), "b");
-    EXPECT_EQ(other.Wait(), 0);
-}
-
 TEST_F(RunningSessionsTest, SocketsThatWereNeverFinishedGoWhenTheyAreOld) {
     RunningSessionsHost first(kNorHaldenFrameClass);
     const int runtime = platform::OpenRuntimeFolder();

@@ -79,20 +79,6 @@ TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
     EXPECT_TRUE(OpenSession(u"Default"));
 }
 
-TEST_F(SessionTreeTest, ANewSessionGoesToItsParentsListAndAnOldOneKeepsItsPlace) {
-    Arrange(SessionArrangement::kManual);
-    for (const char16_t* path : {u"f\\b", u"f\\a", u"f\\c"}) EXPECT_TRUE(SaveSession(*Make(path)));
-    EXPECT_EQ(SessionsOf(u"f"), u"b:a:c:");
-    EXPECT_TRUE(SaveSession(*Make(u"f\\b")));
-    EXPECT_TRUE(StoreSessionEntry(u"f", u"a", *Make(u"a"), u"c", true));
-    EXPECT_EQ(SessionsOf(u"f"), u"b:a:c:");
-    EXPECT_TRUE(StoreSessionEntry(u"f", u"n", *Make(u"n"), u"b", false));
-    EXPECT_EQ(SessionsOf(u"f"), u"n:b:a:c:");
-    EXPECT_TRUE(OpenSession(u"f\\n"));
-    EXPECT_TRUE(SaveSession(*Make(u"default")));
-    EXPECT_TRUE(SessionKeyExists(u"default"));
-}
-
 TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {
     static FaultyStoreFactory* faulty = nullptr;
     FaultyStoreFactory wrapper(*factory);
@@ -173,16 +159,6 @@ TEST_F(SessionTreeTest, ChildrenAreSortedOut) {
     VStringArray folders;
     EnumerateChildFolders(VUnicodeString(), folders);
     EXPECT_EQ(Joined(folders), u"Folder");
-}
-
-TEST_F(SessionTreeTest, LogicalOrderCountsNumbersOfSessionsOnly) {
-    for (const char16_t* name : {u"s10", u"s9", u"s1"}) MakeSession(name);
-    for (const char16_t* name : {u"f10", u"f9"}) MakeFolder(name);
-    EXPECT_EQ(Joined(ProfileFolderData(VUnicodeString(), true).GetSessions()), u"s1,s10,s9");
-    Arrange(SessionArrangement::kLogical);
-    const ProfileFolderData folder(VUnicodeString(), true);
-    EXPECT_EQ(Joined(folder.GetSessions()), u"s1,s9,s10");
-    EXPECT_EQ(Joined(folder.GetFolders()), u"f10,f9");
 }
 
 /// Makes another store the default one, until the next call or the end of the test.

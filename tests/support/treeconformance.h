@@ -163,11 +163,6 @@ TYPED_TEST_P(TreeConformance, DragsTellWhereTheyAreAndWhatTheyDo) {
             drag.Drop();
         });
         EXPECT_EQ(notes.Take(), "left:b:3:0 drag:b enter:2 drop:aa:2 dragged:0") << "the data was not taken";
-        tree.DragFromOutside({u"FolderTree"_v, {std::byte{1}}}, [&](auto& drag) {
-            EXPECT_EQ(drag.MoveTo(tree.PointOn(notes.Child(3))), DropEffect::kMove);
-            drag.Drop();
-        });
-        EXPECT_EQ(notes.Take(), "enter:1 drop:d:2");
     });
 }
 

@@ -186,16 +186,6 @@ TEST_F(WizardTest, OneSshPageAndNoneWhereAPlugInHasNone) {
     EXPECT_NE(sheet.GetLastError().GetCode(), 0U);
     panels.isTransferInstalled = false;
     EXPECT_EQ(sheet.GetNextID(), kLast);
-
-    EXPECT_EQ(sheet.GetPreviousID(), 0);
-    sheet.SetPreviousID(1);
-    sheet.SetPreviousID(2);
-    EXPECT_EQ(sheet.GetPreviousID(), 2);
-    sheet.HandleOnKillActive(false);
-    sheet.HandleOnKillActive(false);
-    EXPECT_EQ(sheet.GetPreviousID(), 2) << "put back once";
-    sheet.HandleOnKillActive(true);
-    EXPECT_EQ(sheet.GetPreviousID(), 1);
 }
 
 TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
