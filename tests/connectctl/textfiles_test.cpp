@@ -88,14 +88,6 @@ TEST_F(ToolTest, MenuShowPrintsTheTree) {
         "toolbar \"bar\"\n  item MENU_PASTE 295, image from a file\n"
         "  item MENU_COPY 294, image 1, prompt \"Long\", tip \"Short\", key Ctrl+Shift+C\n"
         "popup \"p\"\nfont \"Fixed\"\n");
-    for (const auto& [text, exitCode, output] :
-         {std::tuple("MENU m\ndata\nEND\n", 0, "menu \"m\"\n"), {"MENU m\n", 1, ""}}) {
-        scratch.Write("m", text);
-        const ProcessResult result = Run({"menu", "show", file});
-        EXPECT_EQ(result.exitCode, exitCode);
-        EXPECT_EQ(result.output, output);
-        EXPECT_NE(result.errors, "");
-    }
 }
 
 std::string Document(const char* name) {

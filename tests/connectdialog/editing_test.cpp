@@ -173,15 +173,6 @@ TEST_F(Editing, ARenameThatChangesNothingDoesNothing) {
     EXPECT_FALSE(Tree().IsEditing()) << "the root has no name to change";
 }
 
-TEST_F(Editing, ARenameKeepsItsPlaceAlthoughTheNextOneIsGone) {
-    SetList(u"", u"Session List", u"c:b:a:");
-    Arrange(kManual);
-    Begin({u"a", u"b", u"c"}, u"c");
-    WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"b"); });
-    Rename(u"c", u"d"_v);
-    EXPECT_EQ(StoredIn(u""), "d a");
-}
-
 TEST_F(Editing, ARenameKeepsItsPlaceAmongSessionsThatAreNotShown) {
     AddSession(u"a", u"SSH2", u"None", u"");
     AddSession(u"b", u"None", u"SFTP", u"");

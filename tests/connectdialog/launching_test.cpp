@@ -151,11 +151,6 @@ TEST_F(Launching, OpeningInATabIsTheCheckBoxTheCommandOrAlways) {
     Command(ConnectCommands::kOpenInTab);
     EXPECT_TRUE(dialog->IsOpenInTab());
     EXPECT_EQ(Outcome(), "accepted s");
-    Open({false, true, false, true, nullptr});
-    EXPECT_TRUE(dialog->IsOpenInTab());
-    Open();
-    Window().Tick(ConnectDialogIds::kOpenInTab, true);
-    EXPECT_TRUE(dialog->IsOpenInTab());
 }
 
 TEST_F(Launching, QuickConnectKeepsItsSessionInTheSelectedFolder) {

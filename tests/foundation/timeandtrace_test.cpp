@@ -45,11 +45,6 @@ TEST_F(FileTimeTest, TellsTheCalendarUpToItsBorders) {
     EXPECT_EQ(time, VSystemTime());
 }
 
-TEST_F(FileTimeTest, ComparesAndSubtracts) {
-    EXPECT_TRUE(VCompareFileTimes(1, 2) == -1 && VCompareFileTimes(~VFileTime{0}, 2) == 1);
-    EXPECT_EQ(VSubtractFileTimes(kSecond, 3 * kSecond - 1), -1);
-}
-
 TEST_F(FileTimeTest, LocalTimeFollowsTheRulesOfTheMoment) {
     const std::tuple<const char*, VFileTime, const char16_t*> rows[] = {
         {"Europe/Berlin", kLeapDay, u"2024-02-29 04:04:05"},

@@ -161,15 +161,6 @@ TEST_F(QtDialogs, AFolderIsChosenOrGivenUp) {
     EXPECT_EQ(path, chosen.c_str());
 }
 
-TEST_F(QtDialogs, TheWaitCursorStaysUntilTheLastWhoShowedItIsDone) {
-    {
-        const VWaitCursor outer;
-        { const VWaitCursor inner; }
-        EXPECT_TRUE(kit.ShowsWaitCursor());
-    }
-    EXPECT_FALSE(kit.ShowsWaitCursor());
-}
-
 TEST_F(QtDialogs, ADialogThatGoesWithTheWindowUnderItTellsItsEndOnce) {
     auto host = std::make_unique<QWidget>();
     QtWindow window(*host);

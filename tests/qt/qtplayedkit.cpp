@@ -46,11 +46,6 @@ std::string QtPlayedKit::TakeFaults() {
     return std::exchange(faults, {});
 }
 
-bool QtPlayedKit::ShowsWaitCursor() const {
-    const QCursor* cursor = QApplication::overrideCursor();
-    return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
-}
-
 bool QtPlayedKit::Take(Kind kind, const std::string& what, Expectation& taken) {
     if (expected.empty() || expected.front().kind != kind) {
         faults.append("unexpected: ").append(what) += '\n';

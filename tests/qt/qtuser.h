@@ -140,7 +140,6 @@ class QtPlayedKit : public QObject, public QtDialogKit {
     void BeforeBox(std::function<void(QWidget& box)> look) { lookAtBox = std::move(look); }
     const std::vector<Box>& GetBoxes() const { return boxes; }
     std::string TakeFaults();
-    bool ShowsWaitCursor() const;
 
     int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                        unsigned flags) override;

@@ -238,18 +238,6 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     EXPECT_TRUE(fs::is_empty(own));
 }
 
-TEST_F(RunningSessionsTest, ABlockThatAnotherKeepsOpenIsInNobodysWay) {
-    StartHost(kNorHaldenFrameClass, {u"a\\path\\of\\some\\length"});
-    Start([](ChildProcess& parent) {
-        VMemoryMappedBuffer* const small = new VMemoryMappedBuffer;
-        if (!small->Create(1)) return 1;
-        parent.Report();
-        parent.WaitForGo();
-        return 0;
-    });
-    EXPECT_EQ(Ask(0), "a\\path\\of\\some\\length");
-}
-
 TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
     StartHost(kNorHaldenFrameClass, {u"late"});
     const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;

@@ -60,12 +60,6 @@ class SessionTreeTest : public LibraryTest {
     }
 };
 
-TEST_F(SessionTreeTest, TheWalkMeetsEverySessionOnceDepthFirst) {
-    for (const char16_t* path : {u"b\\two", u"b\\c\\three", u"a", u".dot"}) MakeSession(path);
-    WriteIsExpanded(u"b", true);
-    EXPECT_EQ(Walk(), (std::vector<std::u16string>{u".dot", u"a", u"b\\c\\three", u"b\\two"}));
-}
-
 TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
     MakeSession(u"f\\s");
     const auto session = OpenSession(u"f\\s");
@@ -110,14 +104,6 @@ TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
     EXPECT_FALSE(AddFolderEntry(u"f", VUnicodeString(std::u16string(20000, u'x')), VUnicodeString(), true));
     EXPECT_TRUE(Walk().empty());
     EXPECT_TRUE(IsFolderPath(u"f"));
-}
-
-TEST_F(SessionTreeTest, AProtocolCountsWhenTheTableHasIt) {
-    for (const auto& [name, has] : {std::pair(u"telnet"_v, true), {u"None"_v, false}, {u"Gopher"_v, false}}) {
-        WithKey(u"Sessions\\s", [&, at = name](VProfileKey& key) { key.WriteString(u"Protocol Name", at.GetData()); });
-        EXPECT_EQ(SessionHasProtocol(AppKind::kNorHalden, u"s"), has);
-        EXPECT_FALSE(SessionHasProtocol(AppKind::kTessaly, u"s"));
-    }
 }
 
 TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {
