@@ -10,6 +10,7 @@
 #include "foundation/numericcompare.h"
 #include "foundation/vsort.h"
 #include "platform/codepage.h"
+#include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
@@ -273,6 +274,28 @@ class RandomUser : public ConnectDialogTest {
         }
         return what + (isRenamed ? " renaming to " + Escape(name) : "");
     }
+    /// All that shows, in the order of the walk.
+    void ListShown(const ModelFolder& folder, const Name& path, std::vector<Name>& paths) {
+        paths.push_back(path);
+        for (const Name& name : model.Shown(folder, true)) ListShown(folder.children.at(name), Join(path, name), paths);
+        for (const Name& name : model.Shown(folder, false)) paths.push_back(Join(path, name));
+    }
+    std::string DoFind() {
+        const Name text(1, u"acCs19 "[Below(7)]);
+        std::vector<Name> found;
+        ListShown(model.root, Name(), found);
+        std::erase_if(found, [&](const Name& path) {
+            const FindOptions wanted{VUnicodeString(text)};
+            return !TextMatches(path.empty() ? Name(kRootLabel) : LeafOf(path), wanted);
+        });
+        if (model.arrangement == kLogical) found.clear();  // in whatever order the tree has
+        Find(text.c_str(), "sf");
+        for (std::size_t i = 0; i <= found.size() && !found.empty(); ++i) {
+            EXPECT_EQ(dialog->Items().GetCaret(), At(found[i % found.size()])) << Escape(found[i % found.size()]);
+            Command(kFindNext);
+        }
+        return "find " + Escape(text);
+    }
     std::string DoFold() {
         for (const Entry& entry : ListEntries()) {
             const TreeItem item = Tree().Find(entry.path);
@@ -391,12 +414,12 @@ TEST_F(RandomUser, SeesWhatTheStoreHoldsWhateverTheUserDoes) {
         [](const VUnicodeString&, unsigned flags) { return (flags & 7U) == kBoxYesNo ? kAnswerYes : kAnswerOk; });
     Open();
     using Action = std::string (RandomUser::*)();
-    const Action actions[] = {&RandomUser::DoNewFolder, &RandomUser::DoNewSession, &RandomUser::DoNewSession,
-                              &RandomUser::DoRename,    &RandomUser::DoRename,     &RandomUser::DoPaste,
-                              &RandomUser::DoPaste,     &RandomUser::DoDrag,       &RandomUser::DoDrag,
-                              &RandomUser::DoDrag,      &RandomUser::DoArrange,    &RandomUser::DoReopen,
-                              &RandomUser::DoFilter,    &RandomUser::DoDelete,     &RandomUser::DoFold,
-                              &RandomUser::DoFold,      &RandomUser::DoProperties, &RandomUser::DoProperties};
+    const Action actions[] = {
+        &RandomUser::DoNewFolder,  &RandomUser::DoNewSession, &RandomUser::DoNewSession, &RandomUser::DoRename,
+        &RandomUser::DoRename,     &RandomUser::DoPaste,      &RandomUser::DoPaste,      &RandomUser::DoDrag,
+        &RandomUser::DoDrag,       &RandomUser::DoDrag,       &RandomUser::DoArrange,    &RandomUser::DoReopen,
+        &RandomUser::DoFilter,     &RandomUser::DoDelete,     &RandomUser::DoFold,       &RandomUser::DoFold,
+        &RandomUser::DoProperties, &RandomUser::DoProperties, &RandomUser::DoFind};
     constexpr int kSteps = 3000;
     constexpr std::size_t kLargeTree = 40;
     for (int step = 0; step < kSteps && !HasFailure(); ++step) {

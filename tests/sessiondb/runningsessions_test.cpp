@@ -238,6 +238,18 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     EXPECT_TRUE(fs::is_empty(own));
 }
 
+TEST_F(RunningSessionsTest, ABlockThatAnotherKeepsOpenIsInNobodysWay) {
+    StartHost(kNorHaldenFrameClass, {u"a\\path\\of\\some\\length"});
+    Start([](ChildProcess& parent) {
+        VMemoryMappedBuffer* const small = new VMemoryMappedBuffer;
+        if (!small->Create(1)) return 1;
+        parent.Report();
+        parent.WaitForGo();
+        return 0;
+    });
+    EXPECT_EQ(Ask(0), "a\\path\\of\\some\\length");
+}
+
 TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
     StartHost(kNorHaldenFrameClass, {u"late"});
     const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;
@@ -261,6 +273,20 @@ TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
     const auto* bytes = static_cast<const std::uint8_t*>(next.view);
     EXPECT_EQ(std::count(bytes, bytes + 100, 0), 100);
     platform::CloseSharedMemory(block, next);
+}
+
+TEST_F(RunningSessionsTest, TwoAskAtOnceAlthoughAHostHangs) {
+    StartHost(kTessalyFrameClass, {u"b"});
+    Start([](ChildProcess& parent) {
+        RunningSessionsHost host(kNorHaldenFrameClass);
+        parent.Report();
+        raise(SIGSTOP);
+        return 0;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ChildProcess other([](ChildProcess&) { return Ask(1) == "b" ? 0 : 1; });
+    EXPECT_EQ(Ask(1), "b");
+    EXPECT_EQ(other.Wait(), 0);
 }
 
 TEST_F(RunningSessionsTest, SocketsThatWereNeverFinishedGoWhenTheyAreOld) {
