@@ -12,8 +12,6 @@ namespace {
 
 enum Image : std::uint8_t { kImageOpenFolder = 0, kImageFolder = 1, kImageSession = 2 };
 
-/// So near to the upper or lower edge a drag scrolls the tree.
-constexpr std::int32_t kScrollEdge = 10;
 constexpr std::size_t kLongestTip = 1023;
 constexpr std::u16string_view kEllipsis = u"...";
 
@@ -214,28 +212,6 @@ bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {
     config->GetDisplayText(text);
     if (text.GetLength() > kLongestTip) text = text.Left(kLongestTip - kEllipsis.size()) + VUnicodeString(kEllipsis);
     return !text.IsEmpty();
-}
-
-DropEffect ConnectDialog::OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) {
-    return OnDragEntered(data, point, modifiers);
-}
-
-DropEffect ConnectDialog::OnDragOver(const VDragData&, VPoint point, KeyModifiers modifiers) {
-    if (dragAccepted) ScrollAtEdge(point);
-    return OnDraggedOver(point, modifiers);
-}
-
-void ConnectDialog::ScrollAtEdge(VPoint point) {
-    const VRectangle client = tree.GetView()->GetClientRectangle();
-    const int rows = point.y < client.top + kScrollEdge ? -1 : point.y >= client.bottom - kScrollEdge ? 1 : 0;
-    if (rows == 0) return;
-    DragLeave();
-    tree.GetView()->ScrollRows(rows);
-    DragEnter(point);
-}
-
-bool ConnectDialog::OnDrop(const VDragData& data, VPoint point, DropEffect effect) {
-    return OnDropped(data, point, effect);
 }
 
 }  // namespace connectdialog

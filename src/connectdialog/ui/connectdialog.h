@@ -3,6 +3,7 @@
 
 #include "connectdialog/connectdialogbase.h"
 #include "connectdialog/ui/connecttoolbar.h"
+#include "connectdialog/ui/treeoledroptarget.h"
 #include "connectdialog/ui/vmultiseltreectrl.h"
 
 namespace connectdialog {
@@ -71,6 +72,8 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     VUnicodeString pendingLaunchCommand;
 
   private:
+    friend class TreeOleDropTarget;
+
     // Events of the tree.
     void OnItemDeleted(void* data) override { delete static_cast<SessionItemData*>(data); }
     void OnTreeExpanding(TreeItem item) override;
@@ -85,12 +88,17 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     bool OnBeginLabelEdit(TreeItem item) override { return BeginLabelEdit(item); }
     void OnEndLabelEdit(TreeItem item, const VUnicodeString* text) override { EndLabelEdit(item, text); }
     bool OnInfoTip(TreeItem item, VUnicodeString& text) override;
-    DropEffect OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) override;
-    DropEffect OnDragOver(const VDragData& data, VPoint point, KeyModifiers modifiers) override;
-    void OnDragLeave() override { OnDragLeft(); }
-    bool OnDrop(const VDragData& data, VPoint point, DropEffect effect) override;
+    DropEffect OnDragEnter(const VDragData& data, VPoint point, KeyModifiers modifiers) override {
+        return dropTarget.OnDragEnter(data, point, modifiers);
+    }
+    DropEffect OnDragOver(const VDragData&, VPoint point, KeyModifiers modifiers) override {
+        return dropTarget.OnDragOver(point, modifiers);
+    }
+    void OnDragLeave() override { dropTarget.OnDragLeave(); }
+    bool OnDrop(const VDragData& data, VPoint point, DropEffect effect) override {
+        return dropTarget.OnDrop(data, point, effect);
+    }
 
-    void ScrollAtEdge(VPoint point);
     bool ToggleFolderByReturn();
     bool CanDeleteItems(const VArray<TreeItem>& items);
 
@@ -111,6 +119,7 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     VUnicodeString title;
     ConnectToolbar toolbar;
     VMultiSelTreeCtrl tree{*this};
+    TreeOleDropTarget dropTarget{*this};
     // The size of the window's inside at the last change; a width of 0: none yet.
     std::int32_t lastWidth = 0;
     std::int32_t lastHeight = 0;
