@@ -1,8 +1,6 @@
 // Loading and saving keymap files of a growing number of lines, each beside the least that such a task must do: reading
 // the same lines, and writing the same bytes. `ratio` is our time over that time.
 #include <benchmark/benchmark.h>
-#include <chrono>
-#include <cstdlib>
 #include <string>
 
 #include "foundation/vreportmessageparams.h"
@@ -12,6 +10,7 @@
 #include "keymap/keymapwriter.h"
 #include "keymap/standardkeytable.h"
 #include "scratchfile.h"
+#include "textlines.h"
 
 namespace {
 
@@ -45,21 +44,6 @@ class SampleFile : public bench::ScratchFile {
     }
 };
 
-template <class Task>
-double SecondsOf(Task task) {
-    const auto start = std::chrono::steady_clock::now();
-    if (!task()) std::abort();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-bool ReadLines(const VUnicodeString& name) {
-    VTextFile file;
-    VUnicodeString line;
-    if (!file.Open(name, platform::kGenericRead, platform::kOpenExisting)) return false;
-    while (file.ReadLine(line)) benchmark::DoNotOptimize(line.GetData());
-    return true;
-}
-
 bool Load(const VUnicodeString& name, Keymap& keymap) {
     VReportMessageParams report;
     return keymap.LoadExisting(name, report) && report.GetCode() == 0;
@@ -73,8 +57,8 @@ void BenchmarkLoad(benchmark::State& state) {
     double ours = 0;
     for (auto _ : state) {
         Keymap keymap;
-        raw += SecondsOf([&] { return ReadLines(sample.Name()); });
-        ours += SecondsOf([&] { return Load(sample.Name(), keymap); });
+        raw += bench::SecondsOf([&] { return bench::ReadLines(sample.Name()); });
+        ours += bench::SecondsOf([&] { return Load(sample.Name(), keymap); });
     }
     const double total = static_cast<double>(lines) * static_cast<double>(state.iterations());
     state.counters["ns/line"] = ours / total * 1e9;
@@ -93,12 +77,12 @@ void BenchmarkSave(benchmark::State& state) {
     double raw = 0;
     double ours = 0;
     for (auto _ : state) {
-        raw += SecondsOf([&] {
+        raw += bench::SecondsOf([&] {
             VTextFile file;
             file.SetEncoding(TextEncoding::kUtf8);
             return file.Open(sample.Name(), platform::kGenericWrite, platform::kCreateAlways) && file.Write(text);
         });
-        ours += SecondsOf([&] { return keymap.Save(sample.Name()); });
+        ours += bench::SecondsOf([&] { return keymap.Save(sample.Name()); });
     }
     const double total = static_cast<double>(keymap.GetEntries().GetCount()) * static_cast<double>(state.iterations());
     state.counters["ns/line"] = ours / total * 1e9;

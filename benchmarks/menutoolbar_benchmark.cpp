@@ -2,8 +2,6 @@
 // our speed over that speed.
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
-#include <cstdlib>
 #include <limits>
 #include <span>
 
@@ -11,6 +9,7 @@
 #include "menutoolbar/standardcommands.h"
 #include "menutoolbar/vmenutoolbartextrep.h"
 #include "scratchfile.h"
+#include "textlines.h"
 
 namespace {
 
@@ -64,21 +63,6 @@ class SampleFile : public bench::ScratchFile {
     }
 };
 
-template <class Task>
-double SecondsOf(Task task) {
-    const auto start = std::chrono::steady_clock::now();
-    if (!task()) std::abort();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-bool ReadLines(const VUnicodeString& name) {
-    VTextFile file;
-    VUnicodeString line;
-    if (!file.Open(name, platform::kGenericRead, platform::kOpenExisting)) return false;
-    while (file.ReadLine(line)) benchmark::DoNotOptimize(line.GetData());
-    return true;
-}
-
 /// The two take turns, and the best turn of each counts: what else the machine does only makes turns longer.
 void Measure(benchmark::State& state, std::span<const char16_t* const> pattern) {
     const auto lines = static_cast<std::size_t>(state.range(0));
@@ -89,9 +73,9 @@ void Measure(benchmark::State& state, std::span<const char16_t* const> pattern) 
         VMenuToolbarTextRep rep;
         rep.SetCommandTable(&GetStandardMenuCommands());
         rep.SetFileName(sample.Name());
-        ReadLines(sample.Name());  // so that neither is the one that finds cold caches
-        raw = std::min(raw, SecondsOf([&] { return ReadLines(sample.Name()); }));
-        ours = std::min(ours, SecondsOf([&] { return rep.Parse() == MenuParseResult::kClean; }));
+        bench::ReadLines(sample.Name());  // so that neither is the one that finds cold caches
+        raw = std::min(raw, bench::SecondsOf([&] { return bench::ReadLines(sample.Name()); }));
+        ours = std::min(ours, bench::SecondsOf([&] { return rep.Parse() == MenuParseResult::kClean; }));
     }
     state.counters["ns/line"] = ours / static_cast<double>(lines) * 1e9;
     state.counters["raw ns/line"] = raw / static_cast<double>(lines) * 1e9;

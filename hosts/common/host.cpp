@@ -97,7 +97,7 @@ class Host {
         parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
         parts.help = ShowHelp;
         parts.needsTerminal = true;  // to open one session, as a shortcut does
-        if (storeUrl != ownUrl) parts.shortcutOptions = GetStoreOptions(VUnicodeString(storeUrl.c_str()));
+        parts.shortcutOptions = GetStoreOptions(VUnicodeString(storeUrl.c_str()));
     }
 
     int ShowDialog();

@@ -21,7 +21,7 @@ struct ShortcutCommand {
 /// label that is too long for the file's name is whole in the file, which is named by its beginning and its hash.
 /// On failure: false with the last error: 87 for a label that is no name of a file to be seen (empty, with a dot in
 /// front, with a separator or a control character in it), for half a character in it and for a program that the
-/// specification has no way to name; 3, 5, 112...
+/// standard has no way to name; 3, 5, 112...
 bool MakeDesktopShortcut(std::u16string_view label, const ShortcutCommand& command);
 
 }  // namespace connectdialog::platform

@@ -48,9 +48,10 @@ std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& a
 
 VStringArray GetStoreOptions(const VUnicodeString& url) {
     VStringArray options;
-    if (url.IsEmpty() || url == stores::GetDefaultStoreUrl()) return options;
+    const VUnicodeString absolute = stores::GetAbsoluteStoreUrl(url);
+    if (url.IsEmpty() || absolute == stores::GetAbsoluteStoreUrl(stores::GetDefaultStoreUrl())) return options;
     options.Add(u"--store"_v);
-    options.Add(stores::GetAbsoluteStoreUrl(url));
+    options.Add(absolute);
     return options;
 }
 
