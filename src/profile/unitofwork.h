@@ -30,7 +30,7 @@ inline bool TellsCause(const IReportMessageParams& report) {
     return report.GetCode() != platform::kSuccess && report.GetCode() != platform::kCancelled;
 }
 
-/// The same with a store of its own, where nobody asks why.
+/// RunAsUnit with a store of its own, where nobody asks why.
 template <class Steps>
 bool AsOneUnit(Steps steps) {
     VProfileStore unit(false);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "foundation/casefold.h"
+#include "platform/utf16.h"
 #include "sessiondb/sessiontree.h"
 #include "sessiondb/treecopy.h"
 #include "sessiondb/treesteps.h"
@@ -96,7 +97,7 @@ bool RenameFolderCase(const VUnicodeString& path, const VUnicodeString& newLeaf,
 
 /// Leaves no half of a character.
 VUnicodeString Shorten(const VUnicodeString& name, std::size_t length) {
-    const bool isHalved = name.GetLength() > length && (name[length - 1] & 0xFC00) == 0xD800;
+    const bool isHalved = name.GetLength() > length && platform::IsHighSurrogate(name[length - 1]);
     return name.Left(isHalved ? length - 1 : length);
 }
 

@@ -28,6 +28,10 @@ bool HidesDotEntries() {
     return GetGlobalConfig(global, -1) && global->hideDotEntries.Get();
 }
 
+bool IsHidden(const VUnicodeString& name, bool hidesDotEntries) {
+    return hidesDotEntries && name.View().starts_with(u'.');
+}
+
 bool IsSessionChild(VProfileKey& folder, const VUnicodeString& name, std::uint32_t kind) {
     switch (static_cast<ProfileKind>(kind)) {
         case ProfileKind::kSession:
@@ -80,7 +84,7 @@ void ProfileFolderData::Enumerate(VProfileStore& store, bool hideDotEntries) {
     std::uint32_t kind = 0;
     while (children.NextWithKind(name, kind)) {
         if (name.EqualsNoCase(kFolderDataKey)) continue;
-        const bool isHidden = hideDotEntries && name.View().starts_with(u'.');
+        const bool isHidden = IsHidden(name, hideDotEntries);
         if (IsSessionChild(folder, name, kind))
             (isHidden ? hiddenSessions : sessions).Add(name);
         else
@@ -125,7 +129,7 @@ FolderOutline ReadFolderOutline(const VUnicodeString& path) {
     while (children.NextWithKind(name, kind)) {
         if (name.EqualsNoCase(kFolderDataKey) || IsSessionChild(folder, name, kind)) continue;
         outline.hasEntries = outline.hasEntries || name != kDefaultSession;
-        if (!hidesDotEntries || !name.View().starts_with(u'.')) present.Add(name);
+        if (!IsHidden(name, hidesDotEntries)) present.Add(name);
     }
     outline.hasEntries = outline.hasEntries || KeyHasEntries(folder);
 
