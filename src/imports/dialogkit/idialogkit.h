@@ -16,6 +16,8 @@ namespace connectdialog {
 
 class IDialogEvents;
 class IDialogWindow;
+class IFrameEvents;
+class IFrameWindow;
 class VPopupMenu;
 class VWindow;
 struct DialogTemplate;
@@ -29,6 +31,10 @@ class IDialogKit {
     /// On failure: null.
     virtual std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                               VWindow* parent) = 0;
+
+    /// Makes a main window, hidden. Requires: `events` outlives the window. On failure, and where a back end has none:
+    /// null.
+    virtual std::unique_ptr<IFrameWindow> CreateFrameWindow(IFrameEvents& events);
 
     /// Shows a box with a text and waits. `flags` are those of vmessagebox.h. Gives one of its answers.
     virtual int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,

@@ -15,9 +15,13 @@ class VToolbarState {
         int command = 0;  ///< 0: a separator
         VUnicodeString tip;
         bool isEnabled = true;
+        VUnicodeString text;  ///< beside or instead of a picture; a line feed in it begins a second line
     };
 
-    void Add(int command, const VUnicodeString& tip) { buttons.push_back({command, tip, true}); }
+    void Add(int command, const VUnicodeString& tip) { buttons.push_back({command, tip, true, {}}); }
+    void Add(int command, const VUnicodeString& tip, const VUnicodeString& text) {
+        buttons.push_back({command, tip, true, text});
+    }
     void AddSeparator() { buttons.push_back({}); }
     /// A place that is not there changes nothing.
     void RemoveAt(std::size_t place) {
