@@ -106,7 +106,7 @@ QtUserDialog* QtUserDialog::GetPage() {
     QtDialogWindow* const shown = window.GetPage();
     if (shown == nullptr)
         page.reset();
-    else if (page == nullptr || &page->frame != shown->GetWidget())
+    else if (page == nullptr || &page->window != shown || &page->frame != shown->GetWidget())
         page = std::make_unique<QtUserDialog>(*shown->GetWidget());
     return page.get();
 }
