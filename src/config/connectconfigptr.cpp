@@ -22,8 +22,7 @@ bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side) {
 }
 
 ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common)
-    : configs(GetConnectProtocolTable().GetCount()), common(common), side(side) {
-    const ConnectProtocolTable& table = GetConnectProtocolTable();
+    : table(GetConnectProtocolTable()), configs(table.GetCount()), common(common), side(side) {
     LoadName(key);
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
     const std::int32_t first = FindFirstRow();
@@ -45,6 +44,7 @@ ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonC
 
 ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig* common)
     : VProfileData(other),
+      table(other.table),
       name(other.name),
       selected(other.selected),
       storedSelected(other.storedSelected),
@@ -61,7 +61,6 @@ ConnectConfigPtr::ConnectConfigPtr(const ConnectConfigPtr& other, ICommonConfig*
 }
 
 std::int32_t ConnectConfigPtr::FindFirstRow() const {
-    const ConnectProtocolTable& table = GetConnectProtocolTable();
     for (std::uint64_t i = 0; i < table.GetCount(); ++i)
         if (IsRowOfSide(table[i], side)) return static_cast<std::int32_t>(i);
     return kNone;
@@ -75,25 +74,25 @@ void ConnectConfigPtr::LoadName(VProfileKey* key) {
     nameWasEmpty = !name.IsMissing() && name.Get().IsEmpty();
 
     bool known = name.Get().EqualsNoCase(kNoProtocol);
-    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable())
+    for (const ConnectProtocolTableElement& row : table)
         known = known || (IsRowOfSide(row, side) && row.name.EqualsNoCase(name.Get()));
     if (!known) name.Edit().Empty();
 }
 
 void ConnectConfigPtr::CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* with) {
-    const ConnectProtocolTableElement& element = GetConnectProtocolTable()[row];
+    const ConnectProtocolTableElement& element = table[row];
     if (element.createConfig == nullptr) return;
     configs[row] = VRef<ConnectConfig>::Adopt(element.createConfig(key, with, element));
     if (configs[row]) configs[row]->Commit();
 }
 
 bool ConnectConfigPtr::IsKeptReady(std::uint64_t row) const {
-    const ConnectProtocolTableElement& element = GetConnectProtocolTable()[row];
+    const ConnectProtocolTableElement& element = table[row];
     return IsRowOfSide(element, side) && !element.name.EqualsNoCase(kTapi);
 }
 
 void ConnectConfigPtr::MakeIfWaiting(std::uint64_t row) {
-    const bool waits = !configs[row] && IsKeptReady(row) && GetConnectProtocolTable()[row].sharesSettings;
+    const bool waits = !configs[row] && IsKeptReady(row) && table[row].sharesSettings;
     if (waits) CreateConfig(row, nullptr, common);
 }
 
@@ -107,7 +106,6 @@ void ConnectConfigPtr::SetProtocol(const VUnicodeString& newName, ICommonConfig*
     if (carryOver && GetSelected() != nullptr) GetSelected()->ExportShared(carried);
     selected = kNone;
 
-    const ConnectProtocolTable& table = GetConnectProtocolTable();
     std::uint64_t row = 0;
     while (row < table.GetCount() && table[row].name != newName) ++row;
     if (row == table.GetCount()) return;
@@ -158,7 +156,7 @@ void ConnectConfigPtr::Assign(const VProfileData& other) {
         if (configs[i]) configs[i]->Assign(*source->configs[i]);
     }
     if (source->selected == source->storedSelected || source->selected == kNone) return;
-    SetProtocol(GetConnectProtocolTable()[static_cast<std::uint64_t>(source->selected)].name, nullptr, false);
+    SetProtocol(table[static_cast<std::uint64_t>(source->selected)].name, nullptr, false);
 }
 
 }  // namespace connectdialog

@@ -65,6 +65,7 @@ class ConnectConfigPtr : public VProfileData {
     bool IsKeptReady(std::uint64_t row) const;
     void MakeIfWaiting(std::uint64_t row);
 
+    const ConnectProtocolTable& table;
     VProfileText name;
     std::int32_t selected = kNone;
     std::int32_t storedSelected = kNone;

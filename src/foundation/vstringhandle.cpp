@@ -12,13 +12,14 @@ namespace {
 
 static_assert(sizeof(VStringHeader) == 32, "the text must follow its header without a gap");
 
-/// The empty string of one state. The reference it starts with is never given back, so it is never freed or written.
+/// The empty string of one state. Its handles are not counted: it is never freed and never written, and most strings
+/// of a session are empty.
 template <class Char>
 struct EmptyString {
     VStringHeader header;
     Char text[1];
 
-    constexpr explicit EmptyString(Str::SensitiveState state) : header{0, 0, text, state, 1}, text{} {}
+    constexpr explicit EmptyString(Str::SensitiveState state) : header{0, 0, text, state, -1}, text{} {}
 };
 template <class Char>
 constinit EmptyString<Char> plainEmpty{Str::SensitiveState::kPlain};
@@ -63,7 +64,6 @@ template <class Char>
 VStringHandle<Char>::VStringHandle(const Char* characters, std::size_t count) {
     if (characters == nullptr || count == 0) {
         text = EmptyText(Str::SensitiveState::kPlain);
-        AddReference();
         return;
     }
     text = Allocate(count, Str::SensitiveState::kPlain);
@@ -102,7 +102,6 @@ void VStringHandle<Char>::Take(Char* fresh) noexcept {
 template <class Char>
 void VStringHandle<Char>::TakeEmpty(Str::SensitiveState state) noexcept {
     Take(EmptyText(state));
-    AddReference();
 }
 
 template <class Char>

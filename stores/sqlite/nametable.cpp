@@ -12,21 +12,44 @@
 
 namespace connectdialog::stores {
 
+namespace {
+
+/// Multiplicative hashing (Knuth, The Art of Computer Programming, volume 3, section 6.4): literals are aligned.
+constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U;
+constexpr int kShift = 64 - 8;
+
+/// Of zero-terminated texts.
+bool IsSame(const char16_t* text, const char16_t* name) {
+    for (; *text == *name; ++text, ++name)
+        if (*text == u'\0') return true;
+    return false;
+}
+
+}  // namespace
+
 void NameTable::Clear() {
+    answers = {};
     idsByFolded.clear();
-    names.clear();
+    spelled.clear();
+    begins.clear();
     latest = 0;
     keptCount = kAll;
 }
 
 std::uint32_t NameTable::Find(const char16_t* name) {
-    const bool isNext = latest < names.size() && IsSpelled(latest + 1, name);
+    const bool isNext = latest < GetCount() && IsSpelled(latest + 1, name);
     const std::uint32_t id = isNext ? latest + 1 : Search(name);
     if (id != 0) latest = id;
     return id;
 }
 
-std::uint32_t NameTable::Search(std::u16string_view name) const {
+std::uint32_t NameTable::Search(const char16_t* name) {
+    Answer& answer = answers[std::hash<const char16_t*>()(name) * kSpread >> kShift];
+    if (answer.name.empty() || !IsSame(answer.name.c_str(), name)) answer = {name, SearchFolded(name)};
+    return answer.id;
+}
+
+std::uint32_t NameTable::SearchFolded(std::u16string_view name) const {
     std::array<char16_t, 64> shortName;
     std::u16string longName;
     std::u16string_view folded;
@@ -42,29 +65,27 @@ std::uint32_t NameTable::Search(std::u16string_view name) const {
 }
 
 bool NameTable::IsSpelled(std::uint32_t id, const char16_t* name) const {
-    const std::u16string& spelled = names[id - 1].spelled;
-    for (const char16_t unit : spelled) {
-        if (*name++ != unit) return false;  // ends at the terminator too: no name holds a zero
-    }
-    return *name == u'\0';
+    return IsSame(spelled.data() + begins[id - 1], name);
 }
 
-void NameTable::Add(std::u16string_view spelled, std::u16string_view folded) {
-    names.push_back({std::u16string(spelled), std::u16string(folded)});
-    idsByFolded.emplace(names.back().folded, static_cast<std::uint32_t>(names.size()));
+void NameTable::Add(std::u16string_view name, std::u16string_view folded) {
+    begins.push_back(spelled.size());
+    spelled.append(name).push_back(u'\0');
+    idsByFolded.emplace(folded, static_cast<std::uint32_t>(GetCount()));
+    answers = {};
 }
 
 bool NameTable::LoadNew(SqliteDatabase& database, VReportMessageParams& report) {
     Query query(database, Sql::kSelectNames, report);
-    query.Bind(static_cast<std::int64_t>(names.size()));
-    std::u16string spelled;
+    query.Bind(static_cast<std::int64_t>(GetCount()));
+    std::u16string name;
     while (query.Step()) {
-        if (query.GetInteger(0) != static_cast<std::int64_t>(names.size()) + 1) {
+        if (query.GetInteger(0) != static_cast<std::int64_t>(GetCount()) + 1) {
             return report.Fail(platform::kStoreCorrupt);
         }
-        DecodeWtf8(query.GetBytes(2), spelled);
-        spelled.resize(std::min(spelled.find(u'\0'), spelled.size()));
-        Add(spelled, DecodeBigEndian(query.GetBytes(1)));
+        DecodeWtf8(query.GetBytes(2), name);
+        name.resize(std::min(name.find(u'\0'), name.size()));
+        Add(name, DecodeBigEndian(query.GetBytes(1)));
     }
     return !query.HasFailed();
 }
@@ -75,16 +96,21 @@ std::uint32_t NameTable::Intern(SqliteDatabase& database, const char16_t* name, 
     const std::u16string folded = FoldText(name);
     const std::string foldedBytes = EncodeBigEndian(folded);
     const std::string spelledBytes = EncodeWtf8(name);
-    const auto id = static_cast<std::uint32_t>(names.size() + 1);
+    const auto id = static_cast<std::uint32_t>(GetCount() + 1);
     Query insert(database, Sql::kInsertName, report);
     if (!insert.Bind(id).BindBlob(foldedBytes).BindText(spelledBytes).Run()) return 0;
-    keptCount = std::min(keptCount, names.size());
+    keptCount = std::min(keptCount, GetCount());
     Add(name, folded);
     return id;
 }
 
 void NameTable::RolledBack() {
-    for (; names.size() > keptCount; names.pop_back()) idsByFolded.erase(names.back().folded);
+    if (keptCount < GetCount()) {
+        spelled.resize(begins[keptCount]);
+        begins.resize(keptCount);
+        std::erase_if(idsByFolded, [this](const auto& entry) { return entry.second > keptCount; });
+        answers = {};
+    }
     latest = 0;
     keptCount = kAll;
 }

@@ -1,12 +1,14 @@
 // The interned names of values.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace connectdialog {
 
@@ -22,14 +24,15 @@ class NameTable {
     /// Forgets all: another file will be read.
     void Clear();
     /// The id of a zero-terminated name, or 0 when it is not in memory. Case does not matter. Names mostly come in the
-    /// order in which they were first written: then nothing is folded and nothing hashed.
+    /// order in which they were first written, or they were asked for before: then nothing is folded and nothing
+    /// hashed.
     std::uint32_t Find(const char16_t* name);
     /// True when the id's name is spelled exactly like the zero-terminated `name`: the cheap question of a reader that
     /// goes through values in the order in which they are stored.
     bool IsSpelled(std::uint32_t id, const char16_t* name) const;
-    /// As it was first written, by whichever key. Requires: an id from 1 to GetCount().
-    std::u16string_view GetSpelled(std::uint32_t id) const { return names[id - 1].spelled; }
-    std::size_t GetCount() const { return names.size(); }
+    /// As it was first written, by whichever key, until a name is added. Requires: an id from 1 to GetCount().
+    std::u16string_view GetSpelled(std::uint32_t id) const { return spelled.data() + begins[id - 1]; }
+    std::size_t GetCount() const { return begins.size(); }
 
     /// Reads what was added since. On failure: false, with a report; 1015 when the ids have gaps.
     bool LoadNew(SqliteDatabase& database, VReportMessageParams& report);
@@ -42,17 +45,27 @@ class NameTable {
 
   private:
     static constexpr std::size_t kAll = static_cast<std::size_t>(-1);
-    struct Name {
-        std::u16string spelled;
-        std::u16string folded;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>()(text); }
     };
-    std::uint32_t Search(std::u16string_view name) const;
-    void Add(std::u16string_view spelled, std::u16string_view folded);
+    /// A question that was answered: most names are literals, which lie where they lay.
+    struct Answer {
+        std::u16string name;
+        std::uint32_t id = 0;
+    };
+    static constexpr std::size_t kAnswerCount = 256;  // what eight bits count
 
-    std::deque<Name> names;  // never moves its elements: the index refers to their texts
-    std::unordered_map<std::u16string_view, std::uint32_t> idsByFolded;
-    std::uint32_t latest = 0;      ///< found last
-    std::size_t keptCount = kAll;  ///< names that stay when the transaction is rolled back
+    std::uint32_t Search(const char16_t* name);
+    std::uint32_t SearchFolded(std::u16string_view name) const;
+    void Add(std::u16string_view name, std::u16string_view folded);
+
+    std::u16string spelled;           ///< one after the other, each with a zero behind it
+    std::vector<std::size_t> begins;  ///< by id - 1, in `spelled`
+    std::unordered_map<std::u16string, std::uint32_t, Hash, std::equal_to<>> idsByFolded;
+    std::array<Answer, kAnswerCount> answers;  ///< by the place of the name in memory
+    std::uint32_t latest = 0;                  ///< found last
+    std::size_t keptCount = kAll;              ///< names that stay when the transaction is rolled back
 };
 
 }  // namespace stores
