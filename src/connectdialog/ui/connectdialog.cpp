@@ -202,7 +202,9 @@ void ConnectDialog::OnKeyDown(std::uint16_t key, KeyModifiers modifiers) {
 
 void ConnectDialog::OnBeginDrag(TreeItem item, VPoint) {
     VDragData data;
-    if (BeginDragFromItem(item, data)) tree.GetView()->RunDrag(item, data);
+    if (!BeginDragFromItem(item, data)) return;
+    tree.GetView()->RunDrag(item, data);
+    if (dragAccepted && !HasEnded()) OnDragLeft();  // it never came over the tree
 }
 
 bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {

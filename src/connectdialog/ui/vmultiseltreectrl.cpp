@@ -91,6 +91,7 @@ void VMultiSelTreeCtrl::SetExpanded(TreeItem item, bool isExpanded) {
     items.SetState(item, kTreeExpanded, false);
     for (const TreeItem hidden : items.GetSelected())
         if (hidden != item && items.IsInside(hidden, item)) items.SetState(hidden, kTreeSelected, false);
+    if (anchor != item && items.IsInside(anchor, item)) anchor = TreeItem::kNone;
     const TreeItem caret = items.GetCaret();
     if (caret == item || !items.IsInside(caret, item)) return;
     items.SetCaret(item);
@@ -142,7 +143,7 @@ void VMultiSelTreeCtrl::ToggleOne(TreeItem item) {
 }
 
 void VMultiSelTreeCtrl::ClickRight(VPoint point) {
-    const TreeItem hit = ItemFromPoint(point);
+    const TreeItem hit = view->HitTest(point).item;  // the whole row, as the menu does
     if (hit != TreeItem::kNone && !items.HasState(hit, kTreeSelected)) {
         MakeOnlySelected(hit);
         owner.OnTreeSelectionChanged();

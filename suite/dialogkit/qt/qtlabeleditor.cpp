@@ -53,6 +53,12 @@ bool QtLabelEditor::eventFilter(QObject* watched, QEvent* event) {
     return !hasEnded || QApplication::mouseButtons() == Qt::NoButton;
 }
 
+bool QtLabelEditor::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride) return QLineEdit::event(event);
+    event->accept();  // all keys are the edit's: no letter of a button counts meanwhile
+    return true;
+}
+
 void QtLabelEditor::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
@@ -63,7 +69,8 @@ void QtLabelEditor::keyPressEvent(QKeyEvent* event) {
             End(false);
             break;
         default:
-            QLineEdit::keyPressEvent(event);
+            // The letter would be typed all the same.
+            if (event->modifiers() != Qt::AltModifier) QLineEdit::keyPressEvent(event);
     }
     event->accept();
 }

@@ -23,6 +23,7 @@ class QtLabelEditor : public QLineEdit {
     void Cover(const QRect& label, const QRect& inside);
 
   protected:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

@@ -1,6 +1,8 @@
 #include "suite/dialogkit/qt/qttext.h"
 
 #include <QKeyEvent>
+#include <algorithm>
+#include <span>
 
 #include "resources/accelerators.h"
 
@@ -20,8 +22,11 @@ constexpr VirtualKeyRow kVirtualKeys[] = {
     {Qt::Key_Home, kKeyHome},     {Qt::Key_End, kKeyEnd},        {Qt::Key_Insert, kKeyInsert},
     {Qt::Key_Delete, kKeyDelete}, {Qt::Key_Backspace, kKeyBack}, {Qt::Key_Tab, kKeyTab},
     {Qt::Key_Backtab, kKeyTab},   {Qt::Key_Space, kKeySpace},    {Qt::Key_Menu, kKeyMenu},
-    {Qt::Key_Plus, kKeyAdd},      {Qt::Key_Minus, kKeySubtract}, {Qt::Key_Asterisk, kKeyMultiply},
 };
+
+/// Elsewhere on the keyboard these are characters that a user types to find a name.
+constexpr VirtualKeyRow kKeypadKeys[] = {
+    {Qt::Key_Plus, kKeyAdd}, {Qt::Key_Minus, kKeySubtract}, {Qt::Key_Asterisk, kKeyMultiply}};
 
 }  // namespace
 
@@ -46,9 +51,12 @@ std::uint16_t VirtualKeyOf(const QKeyEvent& event) {
     const bool isLetterOrDigit = (key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9);
     if (isLetterOrDigit) return static_cast<std::uint16_t>(key);
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return static_cast<std::uint16_t>(kKeyF1 + (key - Qt::Key_F1));
-    for (const VirtualKeyRow& row : kVirtualKeys)
-        if (row.key == key) return row.virtualKey;
-    return 0;
+    const auto find = [key](std::span<const VirtualKeyRow> rows) {
+        const auto row = std::ranges::find(rows, key, &VirtualKeyRow::key);
+        return row == rows.end() ? std::uint16_t{0} : row->virtualKey;
+    };
+    return event.modifiers().testFlag(Qt::KeypadModifier) && find(kKeypadKeys) != 0 ? find(kKeypadKeys)
+                                                                                    : find(kVirtualKeys);
 }
 
 QChar MnemonicOf(const QString& label) {
