@@ -8,6 +8,9 @@ namespace connectdialog {
 
 class VWindow;
 
+/// What the user is told when one cannot be made.
+inline constexpr char16_t kShortcutFailure[] = u"ERROR: creation of shortcut failed";
+
 /// What a shortcut to these says to the host: `/S "PATH" ` for each session, then `/SESSION_FOLDER "PATH" ` for each
 /// folder, `/SESSION_FOLDER \ ` for the root.
 VUnicodeString BuildShortcutArguments(const VStringArray& sessionPaths, const VStringArray& folderPaths);

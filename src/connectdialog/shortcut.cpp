@@ -15,7 +15,7 @@ void ConnectDialogBase::CreateShortcutForSelection() {
     if (dialog.DoModal() != kDialogAccepted) return;
     const VUnicodeString arguments = BuildShortcutArguments(sessions, folders);
     if (!NamesExactly(arguments, sessions, folders) || !MakeShortcut(arguments, dialog.GetShortcutName()))
-        ShowFailure(u"ERROR: creation of shortcut failed");
+        ShowFailure(kShortcutFailure);
 }
 
 bool ConnectDialogBase::MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {

@@ -130,6 +130,7 @@ void PackedValues::Append(std::uint32_t id, const ValueView& value) {
 void PackedValues::Remove(std::size_t index) {
     liveSize -= entries[index].size;
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
+    if (index < entries.size()) entries[index].headSize = 0;  // it tells the step from the one that went
     DropGarbage();
 }
 

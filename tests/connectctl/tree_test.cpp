@@ -164,6 +164,7 @@ TEST_F(TreeCommandsTest, AShortcutStartsTheHost) {
               std::string::npos)
         << scratch.Read("Desktop/all.desktop");
     EXPECT_NE(RunBadly({"shortcut", "zeta", "--label", "a/b"}).find("creation of shortcut"), std::string::npos);
+    EXPECT_NE(RunBadly({"shortcut", "zeta", "--label", "  "}).find("must be non-empty"), std::string::npos);
 }
 
 TEST_F(TreeCommandsTest, FindLooksWhereItIsTold) {

@@ -115,6 +115,24 @@ TEST_P(StoreConformance, ValuesOfEachTypeComeBack) {
     ExpectSecurityComesBack(*key.GetImpl());
 }
 
+TEST_P(StoreConformance, ValuesAroundOneThatGoesStayUnderTheirNames) {
+    {
+        VProfileStore store(factory.get());
+        VProfileKey key(store.GetRootKey(), u"k", 1);
+        for (const char16_t* name : {u"1", u"2", u"3"}) key.WriteString(name, name);
+        key.WriteString(u"2", u"longer");
+        key.WriteString(u"4", u"4");
+        EXPECT_TRUE(key.GetImpl()->DeleteValue(u"3"));
+    }
+    Reopen();
+    VProfileStore store(factory.get());
+    VProfileKey key(store.GetRootKey(), u"k", 0);
+    VUnicodeString text;
+    EXPECT_FALSE(key.ReadString(u"3", text));
+    EXPECT_TRUE(key.ReadString(u"4", text));
+    EXPECT_EQ(text, u"4");
+}
+
 TEST_P(StoreConformance, ABadNameIsRefusedEverywhere) {
     std::u16string deep = u"d";
     for (int level = 1; level < 128; ++level) deep += u"\\d";

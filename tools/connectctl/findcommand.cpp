@@ -4,6 +4,7 @@
 
 #include "config/isessionconfig.h"
 #include "platform/codepage.h"
+#include "resources/storenames.h"
 #include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
@@ -35,7 +36,8 @@ class Search {
         if (NameMatches(label, false, options)) Tell(Printable(path) + '\\');
         const ProfileFolderData folder(path, true);
         for (const VUnicodeString& name : folder.GetShownFolders()) VisitFolder(JoinEntryPath(path, name));
-        for (const VUnicodeString& name : folder.GetShownSessions()) VisitSession(JoinEntryPath(path, name), name);
+        for (const VUnicodeString& name : folder.GetShownSessions())
+            if (!path.IsEmpty() || !name.EqualsNoCase(kDefaultSession)) VisitSession(JoinEntryPath(path, name), name);
     }
     bool HasFound() const { return hasFound; }
 

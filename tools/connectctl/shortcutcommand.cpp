@@ -1,10 +1,12 @@
 // shortcut: sessions and folders on the user's desktop.
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 
 #include "connectdialog/desktopshortcut.h"
 #include "foundation/vpath.h"
 #include "foundation/vreportmessageparams.h"
+#include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
@@ -20,7 +22,7 @@ namespace {
 
 struct ShortcutArguments {
     std::vector<std::string> paths;
-    std::string label;
+    std::optional<std::string> label;
 };
 
 /// The host's program: beside this one, or in PATH. Empty when there is none.
@@ -44,13 +46,17 @@ Failure MakeShortcut(const ShortcutArguments& arguments) {
         return "a name with a double quote and a blank has no place in a shortcut";
     const VUnicodeString first = folders.IsEmpty() ? sessions[0] : folders[0];
     VUnicodeString label = OfferShortcutLabel(first, arguments.paths.size() > 1, u"NorHalden");
-    if (!arguments.label.empty())
-        if (Failure failure = DecodeArgument(arguments.label, label)) return failure;
+    if (arguments.label) {
+        if (Failure failure = DecodeArgument(*arguments.label, label)) return failure;
+        label.TrimLeft();
+        label.TrimRight();
+    }
+    if (label.IsEmpty()) return "Shortcut name must be non-empty.";
     const VUnicodeString host = FindHost();
     if (host.IsEmpty()) return "norhalden is not installed";
     if (CreateShortcutTo({host, true, GetStoreOptions(GetToolStoreUrl())}, text, label)) return kDone;
     VReportMessageParams cause(platform::GetLastErrorCode());
-    return "creation of shortcut " + Quoted(label) + " failed: " + ReportText(cause);
+    return platform::ToNarrow(kShortcutFailure) + ", " + Quoted(label) + ": " + ReportText(cause);
 }
 
 }  // namespace
