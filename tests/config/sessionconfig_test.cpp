@@ -252,12 +252,6 @@ TEST_F(LoginScriptTest, ASessionTakesTheOlderFormOnlyWhereThePresentOneIsMissing
     EXPECT_TRUE(Load([](VProfileKey& key) { key.WriteString(u"Login Script", u""); })->loginScript.Get().IsEmpty());
 }
 
-TEST_F(LoginScriptTest, AnOlderFormOfManyItemsIsReadInOnePass) {
-    std::string items(1, '\0');
-    for (int i = 0; i < 100'000; ++i) items += "expect\0send\0"sv;
-    EXPECT_EQ(ConvertLoginScript(OldForm(items, u"")).text.GetLength(), 100'000U * 14);
-}
-
 TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {
     const TemporaryFolder folder;
     setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);

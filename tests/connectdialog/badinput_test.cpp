@@ -45,24 +45,6 @@ TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted)
     }
 }
 
-TEST_F(BadInput, WithoutGlobalSettingsTheDialogWorksAllTheSame) {
-    AddSession(u"f\\both", u"SSH2", u"SFTP");
-    AddSession(u"f\\other", u"SSH2", u"SFTP");
-    panels.global = nullptr;
-    Open();
-    for (const int command :
-         {kShowDescriptions, kShowTransferSessions, kShowTerminalSessions, kRotateArrangement, kArrangeManually})
-        Command(command);
-    options.edit = [](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(u"h"_v); };
-    Click(u"f");
-    Command(kProperties);
-    Command(kNewSession);
-    EXPECT_EQ(StoredIn(u"f"), "both New other");
-    Click(u"f");
-    Command(kConnect);
-    EXPECT_EQ(dialog->GetChosenConfigs().GetCount(), 3U);
-}
-
 TEST_F(BadInput, AKeyNamedLikeTheFolderDataInOtherCaseIsNoEntry) {
     AddSession(u"f\\__folderdata__\\s");
     Open();
@@ -159,38 +141,6 @@ TEST_F(StoreInFile, DialogsOfTwoProcessesChangeOneFolderAndLoseNothing) {
     std::ranges::sort(names);
     EXPECT_EQ(names,
               (std::vector<std::string>{"c1", "c2r", "c4r", "c5", "c7", "c8r", "p1", "p2r", "p4r", "p5", "p7", "p8r"}));
-}
-
-TEST_F(StoreInFile, WhatCannotBeWrittenAnyMoreIsTold) {
-    // Nothing is read-only to root.
-    if (geteuid() == 0 && chown(folder.GetPath().c_str(), 65534, 65534) != 0) FAIL();
-    ChildProcess user([this](ChildProcess&) {
-        if (geteuid() == 0 && setuid(65534) != 0) return 2;
-        OpenFile();
-        AddSessions({u"a", u"b"});
-        Open();
-        const auto refuse = [&](const char16_t* box, const std::function<void()>& act) {
-            kit.ExpectBox(box, kAnswerOk);
-            act();
-            EXPECT_EQ(kit.TakeFaults(), "");
-            EXPECT_EQ(Tree().Find(u"z"), TreeItem::kNone);
-            EXPECT_NE(Tree().Find(u"a"), TreeItem::kNone);
-        };
-        fs::permissions(folder.GetPath(), fs::perms(0500));
-        refuse(u"ERROR: Could not rename the item in the database.", [&] { Rename(u"a", u"z"_v); });
-        fs::permissions(folder.GetPath(), fs::perms(0700));
-        Rename(u"b", u"c"_v);
-        EXPECT_EQ(StoredIn(u""), "a c") << "it is the same as before once it can be written again";
-        fs::remove(folder / "store.db");
-        refuse(u"ERROR: Could not rename the item in the database.", [&] { Rename(u"a", u"z"_v); });
-        options.edit = [](ISessionConfig& config) { config.SetName(u"z"_v); };
-        Command(kNewSession);
-        EXPECT_EQ(StoredIn(u""), "z");
-        EXPECT_TRUE(fs::exists(folder / "store.db")) << "what is told to be saved is saved";
-        dialog->Destroy();
-        return HasFailure() ? 1 : 0;
-    });
-    EXPECT_EQ(user.Wait(), 0);
 }
 
 }  // namespace

@@ -27,28 +27,6 @@ VStringArray ListOf(const std::vector<VUnicodeString>& texts) {
     return list;
 }
 
-TEST(ShortcutText, NamesSessionsFirstAndFoldersAfter) {
-    const struct {
-        std::vector<VUnicodeString> sessions;
-        std::vector<VUnicodeString> folders;
-        const char16_t* arguments;
-        bool isExact;
-    } rows[] = {
-        {{u"A\\B"}, {}, u"/S \"A\\B\" ", true},
-        {{}, {u""}, u"/SESSION_FOLDER \\ ", true},
-        {{u"a", u"b c"}, {u"F"}, u"/S \"a\" /S \"b c\" /SESSION_FOLDER \"F\" ", true},
-        {{u"say \"hi\""}, {}, u"/S \"say \"hi\"\" ", true},
-        {{u"a\" /S \"b"}, {}, u"/S \"a\" /S \"b\" ", false},
-    };
-    for (const auto& row : rows) {
-        const VStringArray sessions = ListOf(row.sessions);
-        const VStringArray folders = ListOf(row.folders);
-        const VUnicodeString arguments = BuildShortcutArguments(sessions, folders);
-        EXPECT_EQ(arguments, row.arguments);
-        EXPECT_EQ(NamesExactly(arguments, sessions, folders), row.isExact);
-    }
-}
-
 class DesktopShortcutTest : public testing::Test {
   protected:
     DesktopShortcutTest() {

@@ -19,43 +19,6 @@ class SmallDialogs : public LibraryTest {
     HeadlessDialogKit kit;
 };
 
-TEST_F(SmallDialogs, AWarningKeepsItsTickOnlyFromWhoGoesOn) {
-    struct Row {
-        int button;
-        bool isTicked;
-        bool before;
-        bool after;
-    };
-    for (const Row& row :
-         {Row{kIdOk, true, false, true}, {kIdOk, false, true, false}, {kIdCancel, true, false, false}}) {
-        bool suppressed = row.before;
-        kit.ExpectDialog(MultiConnectIds::kDialog, [&](HeadlessDialog& dialog) {
-            EXPECT_EQ(dialog.GetTitle(), u"NorHalden");
-            EXPECT_EQ(dialog.GetText(MultiConnectIds::kText), u"你选定要打开的会话多于 20 个。");
-            EXPECT_TRUE(dialog.Tick(MultiConnectIds::kDontShowAgain, row.isTicked));
-            EXPECT_TRUE(dialog.Press(row.button));
-        });
-        EXPECT_EQ(MultiConnectWarningDialog(suppressed, nullptr).DoModal(), row.button);
-        EXPECT_EQ(suppressed, row.after);
-    }
-    struct BoxRow {
-        bool isQuestion;
-        const char16_t* button;
-        int result;
-        int suppressed;
-    };
-    for (const BoxRow& row : {BoxRow{false, u"OK", 1, 1}, {false, u"取消", 2, 0}, {true, u"否", 2, 1}}) {
-        VProfile<int> suppress;
-        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
-            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"sure?");
-            EXPECT_TRUE(dialog.Tick(OptionalBoxIds::kDontShowAgain, true));
-            EXPECT_TRUE(dialog.PressLabelled(row.button));
-        });
-        EXPECT_EQ(ShowOptionalBox(nullptr, u"sure?"_v, u""_v, suppress, u"OK"_v, row.isQuestion, 1), row.result);
-        EXPECT_EQ(suppress.Get(), row.suppressed);
-    }
-}
-
 TEST_F(SmallDialogs, AShortcutGetsALabelThatIsNotBlank) {
     const VUnicodeString one =
         u"NorHalden will create a shortcut on the\nDesktop to the following session or folder:"_v;

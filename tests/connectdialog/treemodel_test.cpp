@@ -22,24 +22,6 @@ TEST_F(TreeModel, FoldersAreThereFromTheStartAndSessionsWhenTheirFolderOpens) {
     EXPECT_EQ(Tree().Read(), "-*Sessions <\n  +Alpha\n   empty\n  -web\n    +prod\n     Default\n   zeta\n");
 }
 
-TEST_F(TreeModel, EachArrangementHasItsOrder) {
-    AddSessions({u"item10", u"item9", u"item1"});
-    MakeFolder(u"f10");
-    MakeFolder(u"f9");
-    SetList(u"", u"Session List", u"item9:item1:item10:");
-    SetList(u"", u"Folder List", u"f9:f10:");
-    const char* const orders[] = {"-Sessions\n   *f10 <\n   f9\n   item1\n   item10\n   item9\n",
-                                  "-Sessions\n   *f10 <\n   f9\n   item1\n   item9\n   item10\n",
-                                  "-Sessions\n   f9\n   *f10 <\n   item9\n   item1\n   item10\n"};
-    Open();
-    Click(u"f10");
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(Tree().Read(), orders[i % 3]);
-        EXPECT_EQ(panels.global->sessionArrangementMode.Get(), i % 3);
-        EXPECT_TRUE(Window().PressKey(u'A', Accelerator::kAlt));
-    }
-}
-
 TEST_F(TreeModel, AHostHidesWhatIsOnlyForTheOther) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"f\\terminal", u"SSH2", u"None");

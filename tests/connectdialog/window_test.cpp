@@ -76,20 +76,6 @@ TEST_F(ConnectWindow, TheToolbarFollowsTheSelectionAndTheHost) {
     EXPECT_TRUE(Window().GetRectangle(kTerminalToolbar) == VRectangle());
 }
 
-TEST_F(ConnectWindow, TheHostsLockIsHeldWhileTheToolbarIsShown) {
-    struct CountingLock : VUnknown<ISynchObject> {
-        void Lock() override { ++locks; }
-        void Unlock() override { --held; }
-        int locks = 0;
-        int held = 0;
-    };
-    const auto lock = VRef<CountingLock>::Adopt(new CountingLock);
-    GetHostCallbacks().toolbarLock = VRef<ISynchObject>::Share(lock.Get());
-    Open();
-    EXPECT_GT(lock->locks, 0);
-    EXPECT_EQ(lock->locks + lock->held, 0);
-}
-
 TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"s", u"SSH2", u"None");

@@ -92,29 +92,6 @@ TEST_F(ProfileValueTest, AValueIsWrittenInEveryStateButClean) {
     EXPECT_EQ(value.Get(), 7);
 }
 
-TEST_F(ProfileValueTest, NumbersKeepTheirTypeInTheStore) {
-    VProfile<short> negative;
-    negative.Load(nullptr, u"V"_v, -1);
-    EXPECT_EQ(SavedDword(negative, false), 0xFFFFFFFF);
-    WithKey(u"k", [](VProfileKey& key) {
-        key.WriteDword(u"V", 0xFFFFFFFF);
-        VProfile<short> number;
-        EXPECT_TRUE(number.Load(&key, u"V"_v, 0));
-        EXPECT_EQ(number.Get(), -1);
-        VProfile<bool> flag;
-        flag.Load(&key, u"V"_v, false);
-        EXPECT_TRUE(flag.Get());
-        VProfile<VTriState> choice;
-        choice.Load(&key, u"V"_v, VTriState::kOff);
-        EXPECT_EQ(choice.Get(), VTriState::kFollowGlobal);
-        VProfile<int> absent;
-        absent.SetName(u"W"_v);
-        absent.Set(3);
-        EXPECT_FALSE(absent.Load(&key));
-        EXPECT_EQ(absent.Get(), 3);
-    });
-}
-
 TEST_F(ProfileValueTest, VariantsHaveTheTypesThatScriptsKnow) {
     VReportMessageParams report;
     VVariant variant;
@@ -219,16 +196,6 @@ TEST_F(ProfileValueTest, AChoiceThatFollowsTheGlobalSettingIsNotPut) {
     exchange.number = 0xFFFFFFFF;
     EXPECT_TRUE(number.GetValue(exchange, u"n"));
     EXPECT_EQ(number.Get(), -1);
-}
-
-TEST_F(ProfileValueTest, LinesSplitAndJoin) {
-    VProfileMultiLineString lines;
-    lines.SetText(u"one\r\n\ntwo\r");
-    for (const bool carriageReturns : {true, false}) {
-        VUnicodeString text;
-        lines.GetText(text, carriageReturns);
-        EXPECT_EQ(text, carriageReturns ? u"one\r\n\r\ntwo" : u"one\n\ntwo");
-    }
 }
 
 class StructuredValueTest : public LibraryTest {

@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
@@ -21,12 +20,6 @@
 
 namespace connectdialog::test {
 
-struct QtBackEnd {
-    using Kit = QtPlayedKit;
-    using Dialog = QtUserDialog;
-    using Tree = QtUserTree;
-    static bool CanDrag() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
-};
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DialogKitConformance, QtBackEnd);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, TreeConformance, QtBackEnd);
 
@@ -34,22 +27,7 @@ namespace {
 
 using namespace conformance;
 
-class QtDialogs : public ::testing::Test {
-  protected:
-    ~QtDialogs() override { EXPECT_EQ(kit.TakeFaults(), ""); }
-
-    template <class Script>
-    std::int64_t Run(Script script) {
-        kit.ExpectDialog(kTemplate.id, [&](QtUserDialog& dialog) {
-            notes.Take();
-            script(dialog);
-        });
-        return notes.DoModal();
-    }
-
-    QtPlayedKit kit;
-    Notes notes;
-};
+using QtDialogs = DialogKitConformance<QtBackEnd>;
 
 struct NoEvents : IDialogEvents {
     void OnCommandEvent(int) override {}

@@ -60,41 +60,6 @@ class SessionTreeTest : public LibraryTest {
     }
 };
 
-TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
-    MakeSession(u"f\\s");
-    const auto session = OpenSession(u"f\\s");
-    ASSERT_TRUE(session);
-    EXPECT_EQ(session->GetName(), u"s");
-    EXPECT_EQ(session->GetPath(), u"f\\s");
-    EXPECT_FALSE(OpenSession(u"f"));
-    EXPECT_FALSE(OpenSession(u"gone"));
-    EXPECT_FALSE(OpenSession(u"default"));
-    EXPECT_FALSE(OpenSession(u""));
-    EXPECT_TRUE(OpenSession(u"Default"));
-}
-
-TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {
-    static FaultyStoreFactory* faulty = nullptr;
-    FaultyStoreFactory wrapper(*factory);
-    faulty = &wrapper;
-    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
-    const auto session = Make(u"f\\s");
-    for (const int failing : {1, 5, 40}) {
-        wrapper.plan.failWrite = failing;
-        EXPECT_FALSE(SaveSession(*session)) << failing;
-        EXPECT_FALSE(SessionKeyExists(u"f\\s")) << failing;
-    }
-    wrapper.plan.failWrite = 0;
-    wrapper.plan.failCommit = true;
-    EXPECT_FALSE(SaveSession(*session));
-    EXPECT_FALSE(AddFolderEntry(u"", u"g", VUnicodeString(), true));
-    wrapper.plan.failCommit = false;
-    EXPECT_FALSE(SessionKeyExists(u"g"));
-    EXPECT_TRUE(SaveSession(*session));
-    EXPECT_TRUE(OpenSession(u"f\\s"));
-    EXPECT_FALSE(OpenSession(u"f\\s")->IsChanged());
-}
-
 TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
     MakeFolder(u"f");
     EXPECT_FALSE(SaveSession(*Make(u""))) << "the root";

@@ -197,29 +197,6 @@ TEST_P(StoreConformance, AReadOnlyRootReadsAndRefusesWrites) {
     EXPECT_EQ(Dump(), before);
 }
 
-TEST_P(StoreConformance, ADeletedKeyStaysDeletedForItsHandles) {
-    ASSERT_TRUE(Set(u"f\\a\\b") && Set(u"f\\ab"));
-    VProfileStore store(factory.get());
-    VProfileKey folderKey(store.GetRootKey(), u"f", 0);
-    VProfileKey a(&folderKey, u"a", 0);
-    VProfileKey b(&a, u"b", 0);
-    EXPECT_TRUE(folderKey.DeleteKey(u"A"));
-    EXPECT_FALSE(folderKey.DeleteKey(u"a"));
-    EXPECT_EQ(CodeOf(folderKey), 2U);
-    ASSERT_TRUE(Set(u"f\\a\\b", 2));  // another key of the same name
-    std::uint32_t value = 0;
-    for (VProfileKey* key : {&a, &b}) {
-        EXPECT_FALSE(key->ReadDword(u"a", value));
-        EXPECT_EQ(CodeOf(*key), 1018U);
-        EXPECT_FALSE(key->WriteDword(u"a", 9));
-        EXPECT_EQ(CodeOf(*key), 1018U);
-        EXPECT_FALSE(key->KeyExists(u""));
-        VProfileKey below(key, u"c", 1);
-        EXPECT_EQ(CodeOf(below), 1018U);
-    }
-    EXPECT_EQ(Dump(), "f 5\n  a 5\n    b 5\n      .a=2\n  ab 5\n    .a=1\n");
-}
-
 TEST_P(StoreConformance, AbandonPutsEverythingBack) {
     ASSERT_TRUE(Set(u"kept\\below") && WriteDwords(*factory, u"session", {u"Is Session", u"a"}, 1));
     const std::string before = Dump();
@@ -286,25 +263,6 @@ TEST_P(StoreConformance, HalfOfAUnitNeverBecomesDurable) {
     EXPECT_FALSE(outer.Commit());
     EXPECT_FALSE(outer.Close());
     EXPECT_EQ(Dump(), "kept 5\n  .a=1\n");
-}
-
-TEST_P(StoreConformance, AnIterationEndsWhateverHappensMeanwhile) {
-    VProfileStore unit(factory.get());
-    ASSERT_TRUE(unit.JoinUnitOfWork());
-    for (int i = 0; i < 100; ++i)
-        ASSERT_TRUE(Set((u"f\\n" + std::u16string(1, static_cast<char16_t>(0x4E00 + i))).c_str()));
-    VProfileStore store(factory.get());
-    VProfileKey key(store.GetRootKey(), u"f", 0);
-    std::size_t met = 0;
-    {
-        VProfileKeyIterator children(key, false);
-        for (VUnicodeString name; children.Next(name); ++met) {
-            EXPECT_TRUE(key.DeleteKey(name.GetData()));
-            VProfileKey(&key, u"a new one before", 1);
-        }
-    }
-    EXPECT_EQ(met, 100U);
-    EXPECT_THAT(ListNames(u"f"), ElementsAre("a{20}new{20}one{20}before"));
 }
 
 }  // namespace

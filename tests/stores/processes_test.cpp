@@ -141,24 +141,6 @@ TEST(StoreProcesses, AcknowledgedSavesSurviveTwoHundredKills) {
     RecordProperty("reads", static_cast<int>(lastReport));
 }
 
-TEST(StoreProcesses, WritersOfDifferentValuesOfOneKeyBothKeepTheirs) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "store.db";
-    const auto countUp = [&](const char16_t* name) {
-        const Factory factory = OpenFile(path, 60000);
-        for (std::uint32_t i = 1; i <= 100; ++i) {
-            if (ReadDwordOr(*factory, u"shared", name, 0) != i - 1) return 2;
-            if (!WriteDwords(*factory, u"shared", {name}, i)) return 3;
-        }
-        return 0;
-    };
-    ChildProcess first([&](ChildProcess&) { return countUp(u"one"); });
-    ChildProcess second([&](ChildProcess&) { return countUp(u"two"); });
-    EXPECT_EQ(first.Wait(), 0);
-    EXPECT_EQ(second.Wait(), 0);
-    EXPECT_EQ(DumpStore(*OpenFile(path), {u"one", u"two"}), "shared 5\n  .one=100\n  .two=100\n");
-}
-
 TEST(StoreProcesses, AWriterThatWaitsTooLongFailsAndLosesNothing) {
     const TemporaryFolder folder;
     const Factory theirs = OpenFile(folder / "store.db");

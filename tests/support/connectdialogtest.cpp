@@ -120,8 +120,8 @@ void ConnectDialogTest::Open(const ConnectDialogOptions& dialogOptions) {
 }
 
 TreeItem ConnectDialogTest::At(std::u16string_view path) {
-    const TreeItem item = Tree().Find(path);
-    EXPECT_NE(item, TreeItem::kNone) << Escape(path) << " in\n" << Tree().Read();
+    const TreeItem item = FindItemByPath(dialog->Items(), path);
+    EXPECT_NE(item, TreeItem::kNone) << Escape(path);
     return item;
 }
 
