@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "foundation/vreportmessageparams.h"
 #include "sessiondb/sessiontree.h"

@@ -92,13 +92,13 @@ TEST_F(Finding, FindNextGoesOnAfterWhatWasRenamedDeletedOrReloaded) {
     Delete();
     Command(kFindNext);
     EXPECT_EQ(Selected(), "Webster");
-    Command(kRotateArrangement);
+    EXPECT_TRUE(Window().PressKey(u'A', Accelerator::kAlt)) << "arranges in the next order";
     Command(kFindNext);
     EXPECT_EQ(Selected(), "Sessions") << "from the top again";
 }
 
 TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
-    AddSessions({u"A\\B", u"A\\C", u"s t", u"a\" /S \"b"});
+    AddSessions({u"A\\B", u"A\\C", u"s t", u"say \"hi\"", u"a\" /S \"b"});
     Open();
     const auto make = [&](int button) {
         kit.ExpectDialog(ShortcutNameIds::kDialog, [=](HeadlessDialog& name) { EXPECT_TRUE(name.Press(button)); });
@@ -109,6 +109,7 @@ TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
         const char16_t* shortcut;
     };
     const Row rows[] = {{{u"A\\B"}, u"/S \"A\\B\" |B"},
+                        {{u"say \"hi\""}, u"/S \"say \"hi\"\" |say \"hi\""},
                         {{u""}, u"/SESSION_FOLDER \\ |NorHalden sessions"},
                         {{u"s t", u"A", u"A\\C"}, u"/S \"A\\C\" /S \"s t\" /SESSION_FOLDER \"A\" |NorHalden sessions"}};
     for (const Row& row : rows) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
-#include <memory>
 #include <random>
 
 #include "foundation/casefold.h"
@@ -12,7 +11,6 @@
 #include "platform/codepage.h"
 #include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
-#include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 

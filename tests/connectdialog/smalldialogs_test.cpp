@@ -74,16 +74,7 @@ TEST_F(SmallDialogs, FindNeedsATextAndOnePlaceToLookIn) {
     EXPECT_FALSE(query.inSessionNames || query.inFolderNames || query.inDescriptions);
 }
 
-TEST_F(SmallDialogs, AMissingHostNameIsAskedForAndNothingElseIs) {
-    const ConnectProtocolTableElement row = MakeRow(AppKind::kNorHalden, u"SSH2");
-    const auto config = VRef<FakeProtocol>::Adopt(new FakeProtocol(nullptr, row));
-    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
-        EXPECT_EQ(dialog.GetTitle(), u"输入主机名");
-        EXPECT_EQ(dialog.GetText(HostnamePromptIds::kSessionName), u"web && co");
-        EXPECT_FALSE(dialog.PressKey(kKeyReturn)) << "no host yet";
-        dialog.PressKey(kKeyEscape);
-    });
-    EXPECT_FALSE(UpdateHostnameForConfig(config.Get(), u"web & co"));
+TEST_F(SmallDialogs, AHostNameIsAskedForUntilItIsATextOrGivenUp) {
     const auto answer = [&] {
         kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
             dialog.Type(HostnamePromptIds::kHostname, u"x"_v);
@@ -93,11 +84,6 @@ TEST_F(SmallDialogs, AMissingHostNameIsAskedForAndNothingElseIs) {
             EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
         });
     };
-    answer();
-    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), nullptr));
-    EXPECT_EQ(config->host.Get(), u" ");
-    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"s")) << "complete: no dialog";
-    // The same for a caller of its own, through the caller's text.
     VUnicodeStringI host(u"before");
     kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.CloseByFrame(); });
     EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogCancelled);

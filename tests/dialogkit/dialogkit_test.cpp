@@ -1,7 +1,4 @@
 #include <gtest/gtest.h>
-#include <random>
-#include <string>
-#include <vector>
 
 #include "foundation/vreportmessageparams.h"
 #include "imports/dialogkit/textmetrics.h"

@@ -6,7 +6,6 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
-#include "foundation/stringerrors.h"
 #include "foundation/utf8.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vnarrowstring.h"
@@ -106,18 +105,6 @@ TEST(UnicodeString, TheStateSurvivesEmptyingConversionAndEditing) {
     EXPECT_TRUE(text.IsSensitive());
 }
 
-TEST(UnicodeString, OnlyTheWholeStringKeepsTheStateOfAPart) {
-    const VUnicodeString text = Sensitive(u"secret");
-    for (const VUnicodeString& whole : {text.Left(6), text.Right(7), text.Mid(0), text.Mid(0, 99)}) {
-        EXPECT_EQ(whole.GetData(), text.GetData());
-    }
-    for (const VUnicodeString& part : {text.Left(5), text.Right(5), text.Mid(1), text.Mid(6), text.Mid(99, 1)}) {
-        EXPECT_FALSE(part.IsSensitive());
-    }
-    EXPECT_TRUE(text.FindChar32(u'r') == 3 && text.FindChar32(u'z') == -1 && text.FindChar32(u's', -1) == -1);
-    EXPECT_TRUE(text.Right(2) == u"et" && text.Mid(2, 3) == u"cre" && text.Mid(6) == u"");
-}
-
 TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
     test::FreeWatch watch(kSecret);
     {
@@ -153,21 +140,6 @@ TEST(UnicodeString, PositionsOutOfRangeThrow) {
     text.Insert(3, u"d");
     text.BlankAt(0);
     EXPECT_TRUE(text == u" bcd");
-}
-
-TEST(UnicodeString, Replaces) {
-    // The text, what is replaced, by what, the result and the number of hits.
-    const std::tuple<const char16_t*, const char16_t*, const char16_t*, const char16_t*, std::size_t> rows[] = {
-        {u"aXbXc", u"X", u"--", u"a--b--c", 2},
-        {u"aaaa", u"aa", u"a", u"aa", 2},
-        {u"abc", u"b", nullptr, u"ac", 1},
-        {u"abc", u"", u"y", u"abc", 0},
-        {u"ab", u"ab", u"abab", u"abab", 1}};
-    for (const auto& [before, from, to, expected, hits] : rows) {
-        VUnicodeString text(before);
-        EXPECT_EQ(text.Replace(from, to), hits);
-        EXPECT_TRUE(text == expected);
-    }
 }
 
 TEST(CaseFolding, FollowsTheSimpleMappings) {
@@ -225,26 +197,6 @@ TEST(Utf8, EncodesAllButALoneHighSurrogate) {
     EXPECT_TRUE(Utf8FromWide(u"abc\xD800z") == "");
 }
 
-TEST(Utf8, CodePointsOfEachLengthComeBack) {
-    // A prime step meets all bit patterns; the limits of the lengths are near the start of the range.
-    for (char32_t codePoint = 0; codePoint < 0x110000; codePoint += codePoint < 0x900 ? 1 : 13) {
-        if (codePoint >= 0xD800 && codePoint < 0xE000) continue;
-        const char16_t pair[] = {static_cast<char16_t>(0xD7C0 + (codePoint >> 10)),
-                                 static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF))};
-        const char16_t single = static_cast<char16_t>(codePoint);
-        const std::u16string_view text(codePoint < 0x10000 ? &single : pair, codePoint < 0x10000 ? 1 : 2);
-        char bytes[8];
-        char16_t back[4];
-        Utf8Progress encoded;
-        EncodeUtf8(text, bytes, sizeof(bytes), encoded);
-        ASSERT_EQ(std::string_view(bytes, encoded.written), platform::ToNarrow(text));
-        Utf8Progress decoded;
-        DecodeUtf8({bytes, encoded.written}, back, std::size(back), decoded);
-        ASSERT_EQ(std::u16string_view(back, decoded.written), text);
-        ASSERT_EQ(platform::ToWide({bytes, encoded.written}), text);
-    }
-}
-
 TEST(CodePage, ReplacesWhatIsMalformed) {
     using namespace std::string_view_literals;
     const std::pair<std::string_view, std::u16string_view> rows[] = {
@@ -285,23 +237,6 @@ TEST(StringArray, HasABinaryForm) {
     VBasicBuffer empty(4);
     ASSERT_TRUE(VStringArray().WriteTo(&empty));
     EXPECT_TRUE(read.ReadFrom(&empty) && read.IsEmpty());
-}
-
-TEST(StringArray, ADamagedBinaryFormIsRefusedAsAWhole) {
-    VBasicBuffer buffer(0);
-    ASSERT_TRUE(Strings({u"one", u"two"}).WriteTo(&buffer));
-    VStringArray read;
-    for (std::uint64_t length = 0; length < buffer.GetDataLength(); ++length) {
-        VBasicBuffer cut(0);
-        cut.Append(buffer.GetData(), length, 0);
-        EXPECT_FALSE(read.ReadFrom(&cut)) << length;
-        EXPECT_TRUE(read.IsEmpty());
-    }
-    for (const std::uint32_t badLength : {7u, 0xFFFFFFFFu, 0x7FFFFFFFu}) {
-        StoreBigEndian(badLength, buffer.GetData() + 14);
-        EXPECT_FALSE(read.ReadFrom(&buffer));
-        EXPECT_TRUE(read.IsEmpty());
-    }
 }
 
 TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <thread>
 
 #include "foundation/vmemorymappedbuffer.h"
 #include "platform/lasterror.h"
@@ -60,22 +59,6 @@ TEST_F(IpcLockTest, ExcludesAnotherProcessUntilTheLastUnlockOrItsDeath) {
     EXPECT_FALSE(CanAcquire(u"name"));
     child.Kill();
     EXPECT_TRUE(CanAcquire(u"name"));
-}
-
-TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
-    VIpcLock lock(u"name");
-    int count = 0;
-    const auto add = [&] {
-        for (int i = 0; i < 10000; ++i) {
-            lock.Lock();
-            ++count;
-            lock.Unlock();
-        }
-    };
-    std::thread other(add);
-    add();
-    other.join();
-    EXPECT_EQ(count, 20000);
 }
 
 TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {

@@ -82,18 +82,6 @@ TEST(KeymapReaderTest, HostileTextEndsInTime) {
     EXPECT_EQ(reader.GetErrorCount(), 8 << 20);
     EXPECT_LT(reader.GetErrorText().size(), 70'000U);
     EXPECT_FALSE(reader.WantsMore());
-
-    KeymapReader chains(keymap);
-    VUnicodeString line;
-    for (int i = 1; i <= KeymapReader::kMostBindings; ++i) {
-        line.Format(u"N 0x%1!X! MENU_COPY", i * 0x1000);  // all in one bucket
-        chains.ReadLine(line);
-    }
-    EXPECT_TRUE(chains.WantsMore());
-    chains.ReadLine(u"N VK_B MENU_COPY");
-    EXPECT_TRUE(chains.IsTooLong());
-    EXPECT_EQ(chains.GetErrorCount(), 0);
-    EXPECT_EQ(keymap.GetKeyFunction(0x42), kKeyFunctionNone);
 }
 
 /// Files in a scratch folder; the user's configuration lies in `config` there.

@@ -1,8 +1,6 @@
 // Values of a profile: single ones, records and lines of numbers.
 #include "profile/vprofile.h"
 
-#include <cstring>
-
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
 #include "profile/vlogfont.h"

@@ -14,7 +14,6 @@
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
-#include "suite/dialogkit/qt/qttext.h"
 
 namespace connectdialog::test {
 

@@ -1,6 +1,4 @@
 // Files that are no store, damaged stores, and what becomes of them.
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -8,7 +6,6 @@
 #include <memory>
 #include <sqlite3.h>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <vector>
 

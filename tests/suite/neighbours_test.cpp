@@ -9,7 +9,6 @@
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
-#include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/configpanels/sessionname.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"

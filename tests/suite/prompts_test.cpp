@@ -7,7 +7,6 @@
 #include "sessiondb/firewalllist.h"
 #include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
-#include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "support/suitetest.h"

@@ -345,21 +345,6 @@ TYPED_TEST_P(DialogKitConformance, KeysComeToTheDialogBeforeAControlSeesThem) {
     EXPECT_EQ(this->notes.Take(), "2");
 }
 
-TYPED_TEST_P(DialogKitConformance, RectanglesAndWidthsFollowTheTemplate) {
-    using namespace conformance;
-    this->Run([&](auto&) {
-        IDialogWindow& window = *this->window;
-        const VRectangle ok = window.GetRectangle(kIdOk);
-        EXPECT_EQ(ok, window.ToPixels({7, 160, 50, 14}));
-        EXPECT_GE(ok.right - ok.left, 50) << "no unit is below a pixel";
-        EXPECT_GE(ok.bottom - ok.top, 14);
-        window.SetRectangle(kIdOk, {3, 5, 80, 40});
-        EXPECT_EQ(window.GetRectangle(kIdOk), (VRectangle{3, 5, 80, 40}));
-        EXPECT_EQ(window.GetTextWidth(kEdit, u""), 0);
-        EXPECT_LT(window.GetTextWidth(kEdit, u"ab"), window.GetTextWidth(kEdit, u"abab"));
-    });
-}
-
 TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShares) {
     using namespace conformance;
     Page first(this->notes);
@@ -421,25 +406,6 @@ TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
     });
 }
 
-TYPED_TEST_P(DialogKitConformance, TheToolbarTellsItsCommandsAndIsShownAnew) {
-    VToolbarState bar;
-    bar.Add(2000, u"连接"_v);
-    bar.AddSeparator();
-    bar.Add(2006, u"删除"_v);
-    bar.Enable(2006, false);
-    this->Run([&](auto& dialog) {
-        this->window->ShowToolbar(conformance::kBar, bar);
-        EXPECT_TRUE(dialog.Press(2000));
-        EXPECT_FALSE(dialog.Press(2006));
-        bar.Enable(2006, true);
-        bar.RemoveAt(0);
-        this->window->ShowToolbar(conformance::kBar, bar);
-        EXPECT_FALSE(dialog.Press(2000));
-        EXPECT_TRUE(dialog.Press(2006));
-        EXPECT_EQ(this->notes.Take(), "2000 2006");
-    });
-}
-
 TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     using namespace conformance;
     struct Row {
@@ -491,9 +457,8 @@ TYPED_TEST_P(DialogKitConformance, TheClipboardKeepsOneBlockUnderItsName) {
 REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
                             PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
-                            KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
-                            APageLiesInADialogWhoseReturnAndEscapeItShares, TimersGoOnUntilTheyAreStopped,
-                            TheToolbarTellsItsCommandsAndIsShownAnew, BoxesMenusAndDialogsStandOverADialog,
+                            KeysComeToTheDialogBeforeAControlSeesThem, APageLiesInADialogWhoseReturnAndEscapeItShares,
+                            TimersGoOnUntilTheyAreStopped, BoxesMenusAndDialogsStandOverADialog,
                             TheClipboardKeepsOneBlockUnderItsName);
 
 }  // namespace connectdialog::test
