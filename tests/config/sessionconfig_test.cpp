@@ -164,17 +164,6 @@ TEST_F(SessionConfigTest, TheDefaultSessionIsMadeOnDemandAndNeverSavedByPath) {
     EXPECT_FALSE(SessionKeyExists(u"other"));
 }
 
-TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
-    const auto session = OpenSession(u"Default");
-    session->SetProtocolName(u"Telnet"_v);
-    session->SetPath(u"new");
-    session->SetName(u"new");
-    session->SetProtocolName(u"SSH2"_v);
-    session->GetConnectConfig()->SetHostName(u"h");
-    ASSERT_TRUE(SaveSession(*session));
-    EXPECT_EQ(HostOf(*OpenSession(u"new")), u"h");
-}
-
 using namespace std::string_view_literals;
 
 /// The older form of a script: its bytes scrambled, and a letter.

@@ -44,16 +44,6 @@ TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted)
     }
 }
 
-TEST_F(BadInput, AKeyNamedLikeTheFolderDataInOtherCaseIsNoEntry) {
-    AddSession(u"f\\__folderdata__\\s");
-    Open();
-    Expand(u"");
-    EXPECT_EQ(Tree().Read(), "-*Sessions <\n   f\n");
-    Click(u"f");
-    Command(kConnect);
-    EXPECT_FALSE(Window().IsClosed());
-}
-
 TEST_F(BadInput, WhatAnotherDialogChangedIsNotLostAndWhatItDeletedDoesNotComeBack) {
     AddSessions({u"f\\a", u"f\\b", u"g\\c"});
     Arrange(SessionArrangement::kManual);

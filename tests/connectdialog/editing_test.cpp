@@ -71,16 +71,6 @@ TEST_F(Editing, ANameThatCannotStandKeepsTheUserInTheEdit) {
     EXPECT_TRUE(SessionKeyExists(VUnicodeString(tooLong).Left(255)));
 }
 
-TEST_F(Editing, NamesThatAreTakenAreCountedWithinTheirLength) {
-    const std::u16string longest = std::u16string(250, u'x') + u"\xD83D\xDE00yz" + u"w";
-    Begin({longest.c_str(), u"other"}, longest);
-    for (int i = 0; i < 2; ++i) CopyTo(longest, u"", false);
-    const std::u16string cut = std::u16string(250, u'x');
-    EXPECT_TRUE(SessionKeyExists(VUnicodeString(cut + u" (1)"))) << "no half of a character is left";
-    Rename(cut + u" (2)", u"short"_v);
-    EXPECT_TRUE(SessionKeyExists(u"short"_v)) << "and it is a name like any other";
-}
-
 TEST_F(Editing, AFolderAsDeepAsCanBeHasSessionsToRenameAndNoFolderToMake) {
     std::u16string deep = u"d";
     for (int i = 1; i < 126; ++i) deep += u"\\d";

@@ -11,6 +11,7 @@
 #include "platform/codepage.h"
 #include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
+#include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 

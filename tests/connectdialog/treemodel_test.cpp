@@ -8,20 +8,6 @@ namespace {
 
 using TreeModel = ConnectDialogTest;
 
-TEST_F(TreeModel, FoldersAreThereFromTheStartAndSessionsWhenTheirFolderOpens) {
-    Open();
-    EXPECT_EQ(Tree().Read(), " *Sessions <\n");
-    EXPECT_EQ(dialog->GetEnabled(), "Cc") << "a folder could have sessions";
-    AddSessions({u"web\\prod\\s1", u"web\\Default", u"Alpha\\s3", u"zeta", u"Default"});
-    MakeFolder(u"empty");
-    Open();
-    EXPECT_EQ(Tree().Read(), "+*Sessions <\n");
-    EXPECT_NE(Tree().Find(u"web\\prod"), TreeItem::kNone);
-    EXPECT_EQ(Tree().Find(u"web\\Default"), TreeItem::kNone) << "not asked for yet";
-    Expand(u"web");
-    EXPECT_EQ(Tree().Read(), "-*Sessions <\n  +Alpha\n   empty\n  -web\n    +prod\n     Default\n   zeta\n");
-}
-
 TEST_F(TreeModel, AHostHidesWhatIsOnlyForTheOther) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"f\\terminal", u"SSH2", u"None");

@@ -1,4 +1,4 @@
-// Strings, arrays of strings and buffers.
+// Strings, arrays of strings and buffers, and the tools for text.
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
@@ -6,6 +6,9 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
+#include "foundation/commandline.h"
+#include "foundation/numericcompare.h"
+#include "foundation/texttools.h"
 #include "foundation/utf8.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vnarrowstring.h"
@@ -64,22 +67,6 @@ TEST(UnicodeString, AppendingAndAssigningFollowTheRulesForEachPairOfKinds) {
             EXPECT_EQ(shares, !left.IsSensitive() || right.IsSensitive());
         }
     }
-}
-
-TEST(UnicodeString, TextOfTheStringItselfCanBeAppendedAssignedAndInserted) {
-    VUnicodeString text = u"abcdef";
-    text += text;
-    EXPECT_TRUE(text == u"abcdefabcdef");
-    text += text.GetData() + 9;
-    EXPECT_TRUE(text == u"abcdefabcdefdef");
-    text.Insert(1, text.GetData() + 12);
-    EXPECT_TRUE(text == u"adefbcdefabcdefdef");
-    text = text.GetData() + 15;
-    EXPECT_TRUE(text == u"def");
-    text = text.View().substr(1);
-    EXPECT_TRUE(text == u"ef");
-    text.Format(u"%1, %1", text);
-    EXPECT_TRUE(text == u"ef, ef");
 }
 
 TEST(UnicodeString, TheStateSurvivesEmptyingConversionAndEditing) {
@@ -250,6 +237,59 @@ TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
         EXPECT_EQ(buffer->Append("a", UINT64_MAX, 0), nullptr);
         buffer = nullptr;
         EXPECT_EQ(watch.GetResidues(), sensitive ? 0 : 2);
+    }
+}
+
+TEST(Join, QuotesWhereForced) {
+    const VStringArray elements = Strings({u"", u"a", u"", u"b c", u"d"});
+    EXPECT_TRUE(VJoin(elements, u", ", u"", u"") == u"a, b c, d");
+    EXPECT_TRUE(VJoin(elements, u",", u"\"", u" ") == u"a,\"b c\",d");
+    EXPECT_TRUE(VJoin(elements, u",", u"[]", u"") == u"[a],[b c],[d]");
+    EXPECT_TRUE(VQuoteIfNeeded(u"", u"''", u"") == u"''");
+    EXPECT_TRUE(VQuoteIfNeeded(u"a", u"''", u"bc") == u"a");
+}
+
+TEST(NumericCompare, NumbersInTextsAreComparedAsNumbers) {
+    const std::tuple<const char16_t*, const char16_t*, int> rows[] = {
+        {u"host 2", u"HOST10", -1}, {u"host2", u"host10", -1},   {u"a7", u"a07", 1}, {u"a+7", u"a 7", 1},
+        {u"Ab", u"aB", 0},          {u"a4294967295", u"a5", 1},  {u"", u"a", -1},    {u"7a", u"7B", -1},
+        {u"a-7", u"a-8", -1},       {u"a4294967296", u"a5", -1}, {u"a", u"7", 1},    {u"a10b2", u"a10b10", -1}};
+    for (const auto& [a, b, expected] : rows) {
+        const int result = CompareNumericText(a, b);
+        EXPECT_EQ((result > 0) - (result < 0), expected) << testing::PrintToString(std::u16string(a));
+        const int turned = CompareNumericText(b, a);
+        EXPECT_EQ((turned > 0) - (turned < 0), -expected) << testing::PrintToString(std::u16string(b));
+    }
+}
+
+TEST(NumericCompare, LongRunsTakeNoLongTime) {
+    for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
+        const std::u16string text = std::u16string(100'000, filler) + u"x1";
+        EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
+    }
+}
+
+TEST(CommandLine, IsTakenApartByOneRule) {
+    struct Row {
+        const char16_t* line;
+        bool isClosed;
+        std::initializer_list<const char16_t*> words;
+    };
+    const Row rows[] = {{u"", true, {}},
+                        {u"   ", true, {}},
+                        {u"a  b\tc ", true, {u"a", u"b\tc"}},
+                        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
+                        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
+                        {u"\"\" x", true, {u"", u"x"}},
+                        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
+                        {u"\"a\"\"", true, {u"a\""}},
+                        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
+                        {u"a \"b c", false, {u"a", u"b c"}},
+                        {u"\"", false, {u""}}};
+    for (const Row& row : rows) {
+        VStringArray words;
+        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
+        EXPECT_TRUE(words == Strings(row.words));
     }
 }
 

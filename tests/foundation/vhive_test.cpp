@@ -115,21 +115,6 @@ TEST(HiveReader, AFaultIsToldWithItsLineAndTheOtherLinesCount) {
     EXPECT_EQ(Told(ReadHive("", tree)), "");
 }
 
-TEST(HiveReader, AKeyEndsAtTheFirstBracketThatEndsItsLine) {
-    const std::pair<const char*, const char16_t*> kRows[] = {{"[HKEY_USERS\\A] ; see [12]", u"HKEY_USERS\\A"},
-                                                             {"[HKEY_USERS\\A]\t;]", u"HKEY_USERS\\A"},
-                                                             {"[HKEY_USERS\\A];", u"HKEY_USERS\\A"},
-                                                             {"[HKEY_USERS\\[A]] \t", u"HKEY_USERS\\[A]"},
-                                                             {"[HKEY_USERS\\A] \\B] ; ]", u"HKEY_USERS\\A] \\B"},
-                                                             {"[HKEY_USERS\\A; B]", u"HKEY_USERS\\A; B"}};
-    for (const auto& [line, path] : kRows) {
-        const VHiveTree tree = ReadTwice(std::string(kFirst) + line + "\n@=\"1\"\n");
-        EXPECT_NE(FindValue(tree, path, u""), nullptr) << line;
-    }
-    VHiveTree tree;
-    for (const char16_t* path : {u"HKEY_USERS\\A];", u"HKEY_USERS\\A] ;\\B"}) EXPECT_EQ(tree.Create(path), nullptr);
-}
-
 TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
     VHiveTree tree;
     const std::string bytes =

@@ -114,23 +114,6 @@ TEST_F(MappedBufferTest, NeverGrowsAndIsRefusedWithTheReason) {
     EXPECT_FALSE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0")) << "the last one removes it";
 }
 
-TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {
-    ChildProcess child([](ChildProcess& parent) {
-        VMemoryMappedBuffer buffer;
-        const bool written = buffer.Create(64) && buffer.AppendString("stale") != nullptr;
-        parent.Report();
-        parent.WaitForGo();
-        return written ? 0 : 1;
-    });
-    ASSERT_TRUE(child.WaitForReport());
-    child.Kill();
-    ASSERT_TRUE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0"));
-    VMemoryMappedBuffer buffer;
-    ASSERT_TRUE(buffer.Create(100));
-    EXPECT_EQ(platform::GetLastErrorCode(), 0U);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.GetData()), 100), std::string(100, '\0'));
-}
-
 TEST_F(MappedBufferTest, MemoryThatIsCutOffIsNotTouched) {
     VMemoryMappedBuffer buffer;
     ASSERT_TRUE(buffer.Create(100000));

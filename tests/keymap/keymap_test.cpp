@@ -103,21 +103,6 @@ class KeymapFileTest : public testing::Test {
     VReportMessageParams report;
 };
 
-TEST_F(KeymapFileTest, ErrorsAreCollectedUpToTheThird) {
-    EXPECT_TRUE(Load("; note\r\n\r\nN VK_A MENU_COPY\r\nx\r\nN VK_B MENU_PASTE\r\n"));
-    EXPECT_EQ(report.GetCode(), kReportKeymapErrors);
-    EXPECT_EQ(Insert(0), folder.Name("k"));
-    EXPECT_EQ(Insert(1), u"syntax error on line 4");
-    EXPECT_TRUE(keymap.HasComments());
-    EXPECT_FALSE(Load("x\ny\nN VK_C MENU_FIND\nz\nw\nN VK_D MENU_FIND\n"));
-    EXPECT_EQ(report.GetCode(), kReportBadKeymap);
-    EXPECT_EQ(Insert(1), u"syntax error on line 1\nsyntax error on line 2\nsyntax error on line 4");
-    EXPECT_FALSE(keymap.HasComments());
-    EXPECT_EQ(keymap.GetKeyFunction(0x43), 42U) << "what was read stays";
-    EXPECT_EQ(keymap.GetKeyFunction(0x44), kKeyFunctionNone) << "reading has stopped";
-    EXPECT_EQ(keymap.GetKeyFunction(kVkA), kMenuCopy) << "a load adds";
-}
-
 TEST_F(KeymapFileTest, AFileThatCannotBeReadWholeIsRefused) {
     EXPECT_FALSE(Load("\xEF\xBB\xBFN VK_A MENU_COPY\nx\nN VK_B \"\xFF\xFF\"\n"));
     EXPECT_EQ(report.GetCode(), kReportBadKeymap);

@@ -1,8 +1,11 @@
-// Values of a profile: single ones, records and lines of numbers.
+// Values of a profile: single ones, records and lines of numbers; and writes that belong together.
 #include "profile/vprofile.h"
+
+#include <stdexcept>
 
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
+#include "profile/unitofwork.h"
 #include "profile/vlogfont.h"
 #include "profile/vmargindata.h"
 #include "profile/vprofile2.h"
@@ -11,6 +14,7 @@
 #include "profile/vprofilemultilinestring.h"
 #include "profile/vwindowplacement.h"
 #include "support/fakesuite.h"
+#include "support/storetools.h"
 
 namespace connectdialog::test {
 namespace {
@@ -321,6 +325,32 @@ TEST_F(StructuredValueTest, FieldsReachTheTextWhenTheyAreSaved) {
         list.Load(&key, u"1,1,1,0,0");
         EXPECT_EQ(list.GetName(), u"Remote ListView State");
     });
+}
+
+class UnitOfWork : public LibraryTest {
+  protected:
+    std::uint32_t Stored(const char16_t* name) { return ReadDwordOr(*GetProfileFactory(), u"Key", name, 0); }
+};
+
+TEST_F(UnitOfWork, OneRefusedWriteTakesTheOthersToTheKeyBack) {
+    ASSERT_TRUE(WriteToKey(u"Key", [](VProfileKey& key) { key.WriteDword(u"Kept", 1); }));
+    EXPECT_FALSE(WriteToKey(u"Key", [](VProfileKey& key) {
+        key.WriteDword(u"Kept", 2);
+        key.WriteDword(std::u16string(70000, u'x').c_str(), 2);
+        key.WriteDword(u"Later", 2);
+    }));
+    EXPECT_EQ(Stored(u"Kept"), 1U);
+    EXPECT_EQ(Stored(u"Later"), 0U);
+}
+
+TEST_F(UnitOfWork, StepsThatThrowOrGiveUpLeaveNothing) {
+    const auto write = [] { return WriteToKey(u"Key", [](VProfileKey& key) { key.WriteDword(u"V", 1); }); };
+    EXPECT_FALSE(AsOneUnit([&] { return write() && false; }));
+    EXPECT_EQ(Stored(u"V"), 0U);
+    EXPECT_THROW(AsOneUnit([&]() -> bool { throw std::runtime_error(write() ? "written" : ""); }), std::runtime_error);
+    EXPECT_EQ(Stored(u"V"), 0U);
+    EXPECT_TRUE(AsOneUnit(write));
+    EXPECT_EQ(Stored(u"V"), 1U);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "qtinput.h"
 #include "qtuser.h"
+#include "suite/dialogkit/qt/qtlabeleditor.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "support/dialogkitconformance.h"
 

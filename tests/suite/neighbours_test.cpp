@@ -1,15 +1,24 @@
-// The reference neighbours: protocols and what the panels keep.
+// The reference neighbours: protocols, what the panels keep and what they ask.
+#include <gtest/gtest.h>
 #include <map>
 
+#include "config/firewallconfig.h"
 #include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
+#include "foundation/vunicodestringi.h"
 #include "frame/connectdialogapi.h"
 #include "imports/configpanels.h"
+#include "imports/dialogkit/vdialog.h"
 #include "profile/vvariant.h"
+#include "sessiondb/firewalllist.h"
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
+#include "suite/configpanels/firewallprompt.h"
+#include "suite/configpanels/optionalbox.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/sessionname.h"
+#include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 #include "support/suitetest.h"
@@ -223,23 +232,6 @@ TEST_F(ConfigPanelsTest, ALaunchCommandNamesItsOneSessionWhateverTheName) {
     EXPECT_FALSE(ReadLaunchCommand(u"--other /S \"x\"", words));
 }
 
-TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
-    const auto global = Global();
-    EXPECT_EQ(Global().Get(), global.Get());
-    EXPECT_EQ(global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB")
-        << "a new store is no old one";
-    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 99U) << "reading wrote something";
-    global->sessionArrangementMode.Set(2);
-    EXPECT_TRUE(global->Save());
-    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode"), 2U);
-
-    ASSERT_TRUE(WriteDwords(*factory, kGlobalKey, {u"Session Arrangement Mode"}, 1));
-    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 2);
-    GetReferenceConfigPanels().ReloadGlobalConfig();
-    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
-    EXPECT_EQ(global->sessionArrangementMode.Get(), 2);
-}
-
 TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
     VReportMessageParams report;
     // Nobody can make a file there.
@@ -298,6 +290,63 @@ TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
     EXPECT_FALSE(ValidateSessionName(u"Servers", u"New", u"Web", true, nullptr)) << "the path is the folder";
     EXPECT_TRUE(ValidateSessionName(u"", u"New", u"Web", true, nullptr));
     EXPECT_TRUE(ValidateSessionName(u"Servers\\web", u"web", u"Web", false, nullptr));
+}
+
+class PromptsTest : public SuiteTest {
+  protected:
+    ~PromptsTest() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    HeadlessDialogKit kit;
+};
+
+TEST_F(PromptsTest, AFirewallAsksForWhatItLacks) {
+    WithKey(u"Firewalls\\hop", [](VProfileKey& key) { key.WriteString(u"Firewall Type", u"SOCKSv5_USERPASS"); });
+    const auto firewall = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
+    VUnicodeStringI answer;
+    kit.ExpectDialog(FirewallPromptIds::kUsernameDialog, [](HeadlessDialog& dialog) {
+        EXPECT_FALSE(dialog.Press(kIdOk)) << "a name is wanted";
+        dialog.Type(FirewallPromptIds::kAnswer, u"root"_v);
+        dialog.Tick(FirewallPromptIds::kSave, true);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog,
+                     [](HeadlessDialog& dialog) { dialog.Type(FirewallPromptIds::kAnswer, u"given up"_v); });
+    EXPECT_FALSE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog, [](HeadlessDialog& dialog) {
+        dialog.Type(FirewallPromptIds::kAnswer, u"s3cret"_v);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"s3cret");
+    EXPECT_TRUE(answer.IsSensitive());
+    const auto stored = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
+    EXPECT_TRUE(stored->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root") << "asked to be saved";
+}
+
+TEST_F(PromptsTest, ABoxThatIsNotWantedAgainIsRememberedInTheStoreAtOnce) {
+    VRef<GlobalConfig> global;
+    ASSERT_TRUE(GetGlobalConfig(global, -1));
+    global->lineSendDelay.Set(77);
+    const auto show = [&](bool isTicked, int button, bool isQuestion) {
+        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"一\n二");
+            dialog.Tick(OptionalBoxIds::kDontShowAgain, isTicked);
+            EXPECT_TRUE(dialog.Press(button));
+        });
+        return ShowOptionalMessageBox(nullptr, u"一\r\n二\r\n"_v, VUnicodeString(), global->suppressMultiEditWarning,
+                                      u"OK"_v, isQuestion, 1, ~0U);
+    };
+    const auto stored = [&] { return ReadDwordOr(*factory, kGlobalKey, u"Suppress Multi Edit Warning", 99); };
+    EXPECT_NE(show(true, kIdCancel, false), 1);
+    EXPECT_EQ(show(false, kIdOk, false), 1);
+    EXPECT_EQ(stored(), 99U);
+    EXPECT_NE(show(true, OptionalBoxIds::kNo, true), 1);
+    EXPECT_EQ(stored(), 1U);
+    EXPECT_EQ(ReadDwordOr(*factory, kGlobalKey, u"Line Send Delay", 99), 99U) << "only what the box changed";
 }
 
 }  // namespace

@@ -54,16 +54,6 @@ void TestConnectDialog::EnableEditButtons(bool properties, bool cutCopy, bool ca
     canDelete = canDeleteNow;
 }
 
-RunningSessions TestConnectDialog::AskRunningSessions() {
-    ++inUseQueries;
-    return running;
-}
-
-bool TestConnectDialog::MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {
-    shortcuts.push_back(arguments + u"|" + label);
-    return !shortcutFails;
-}
-
 bool TestConnectDialog::RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) {
     if (wizardResult == 0) return false;
     config.SetName(u"by wizard"_v);

@@ -395,17 +395,6 @@ TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShare
     });
 }
 
-TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
-    this->Run([&](auto& dialog) {
-        const int stopped = this->window->StartTimer(30);
-        EXPECT_NE(this->window->StartTimer(30), stopped);
-        this->window->StopTimer(stopped);
-        this->window->StopTimer(4711);
-        dialog.Elapse(200);
-        EXPECT_EQ(this->notes.Take(), "timer") << "it stops itself";
-    });
-}
-
 TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     using namespace conformance;
     struct Row {
@@ -441,24 +430,10 @@ TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     });
 }
 
-TYPED_TEST_P(DialogKitConformance, TheClipboardKeepsOneBlockUnderItsName) {
-    const std::vector<std::byte> block = {std::byte{0}, std::byte{255}, std::byte{13}};
-    std::vector<std::byte> read = block;
-    EXPECT_TRUE(this->kit.SetClipboardData(u"a name/会话;=\""_v, block));
-    EXPECT_FALSE(this->kit.GetClipboardData(u"FolderTree"_v, read));
-    EXPECT_TRUE(read.empty());
-    EXPECT_TRUE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read));
-    EXPECT_EQ(read, block);
-    EXPECT_TRUE(this->kit.SetClipboardData(u"FolderTree"_v, {}));
-    EXPECT_FALSE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read)) << "it was replaced";
-    EXPECT_TRUE(this->kit.GetClipboardData(u"FolderTree"_v, read));
-}
-
 REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
                             PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
                             KeysComeToTheDialogBeforeAControlSeesThem, APageLiesInADialogWhoseReturnAndEscapeItShares,
-                            TimersGoOnUntilTheyAreStopped, BoxesMenusAndDialogsStandOverADialog,
-                            TheClipboardKeepsOneBlockUnderItsName);
+                            BoxesMenusAndDialogsStandOverADialog);
 
 }  // namespace connectdialog::test
