@@ -200,6 +200,16 @@ class TerminalMapTest : public TerminalConfigTest {
     TemporaryFolder folder;
 };
 
+TEST_F(TerminalMapTest, ALineIsACodeAndABadOneLeavesAHole) {
+    setenv("MAPS", folder.GetPath().c_str(), 1);
+    folder.Write("font", "2500\r\n\n0x41\n \tfF \nzz\n-1\n12zz\n10041\n9");
+    const TerminalConfig terminal = LoadMaps(u"%MAPS%/font", VUnicodeString());
+    ASSERT_NE(terminal.GetFontMap(), nullptr);
+    const std::vector<unsigned> codes(terminal.GetFontMap()->begin(), terminal.GetFontMap()->begin() + 9);
+    EXPECT_EQ(codes, (std::vector<unsigned>{0x2500, 0x41, 0xFF, 0, 0, 0x12, 0, 9, 0}));
+    unsetenv("MAPS");
+}
+
 TEST_F(TerminalMapTest, WhatIsNoUsableFileIsToldAndTheSessionGoesOn) {
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     folder.Write("large", std::string(5 << 20, '\n'));

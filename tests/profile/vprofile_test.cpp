@@ -130,28 +130,6 @@ TEST_F(ProfileValueTest, VariantsHaveTheTypesThatScriptsKnow) {
     EXPECT_EQ(list.Get()[2], u"3");
 }
 
-TEST_F(ProfileValueTest, VariantsConvertOnlyWhatFits) {
-    const std::tuple<VVariant, VVariantType, const char16_t*> rows[] = {
-        // The last one is the result as text; null: refused.
-        {VVariant(VUnicodeString(u"32768")), VVariantType::kInt16, nullptr},
-        {VVariant(VUnicodeString(u"12x")), VVariantType::kInt, nullptr},
-        {VVariant(VUnicodeString(u"99999999999999999999")), VVariantType::kInt, nullptr},
-        {VVariant(VUnicodeString(u"TRUE")), VVariantType::kBool, u"-1"},
-        {VVariant(VVariantType::kUInt32, 4294967295), VVariantType::kInt, nullptr},
-        {VVariant(VVariantType::kBool, 1), VVariantType::kUInt, u"4294967295"},
-        {VVariant(VVariant::Array()), VVariantType::kText, nullptr},
-    };
-    for (const auto& [source, type, expected] : rows) {
-        VVariant result;
-        ASSERT_EQ(VVariant::Convert(source, type, result), expected != nullptr);
-        if (expected == nullptr) continue;
-        EXPECT_EQ(result.GetType(), type);
-        VVariant text;
-        VVariant::Convert(result, VVariantType::kText, text);
-        EXPECT_EQ(text.GetText(), expected);
-    }
-}
-
 TEST_F(ProfileValueTest, TextualFormsSetValueAndStoredCopy) {
     FakeDecoder decoder;
     VReportMessageParams report;

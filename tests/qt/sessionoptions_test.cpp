@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "config/protocolchoice.h"
 #include "config/settingwalk.h"
 #include "imports/configpanels.h"
 #include "layoutcheck.h"
@@ -66,8 +67,8 @@ TEST_F(QtSessionOptions, AUserEditsASessionByKeyboardAndMouse) {
 
 TEST_F(QtSessionOptions, NoPageHasTextsCutOffOrControlsOnEachOther) {
     FetchGlobalConfig()->optionsPagePath.Set(u"Connection"_v);
-    for (const char16_t* protocol : {u"SSH2", u"Serial", u"TAPI"}) {
-        const VRef<SessionConfig> session = Make(protocol);
+    for (const VUnicodeString& protocol : ListProtocols(ProtocolSide::kTerminal)) {
+        const VRef<SessionConfig> session = Make(protocol.GetData());
         Run(*session, [](QtUserDialog& dialog) {
             Focus(dialog, OptionIds::kPages);
             for (const OptionPage& page : GetOptionPages()) {

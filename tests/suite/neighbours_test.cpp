@@ -65,23 +65,6 @@ VUnicodeString HostOf(const ConnectConfig& config) {
 
 class ProtocolConfigTest : public SuiteTest {};
 
-TEST_F(ProtocolConfigTest, TheCatalogueStandsInItsOrder) {
-    VUnicodeString rows;
-    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        rows += std::to_string(static_cast<int>(row.kind)).c_str();
-        rows += u" " + row.name + u", ";
-        EXPECT_EQ(row.createConfig == nullptr, row.name == u"None");
-        if (row.createConfig == nullptr) continue;
-        const auto config = VRef<ConnectConfig>::Adopt(row.createConfig(nullptr, nullptr, row));
-        EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, row.name.View());
-    }
-    EXPECT_EQ(
-        rows,
-        u"3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, 3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 3 None, "
-        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
-        u"6 FTP/SSL (explicit), 6 SCP, 6 None, 7 SSH2, ");
-}
-
 TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
     for (const GoldenProtocol& golden : kGolden) {
         const auto session = Make(golden.name);
@@ -169,22 +152,6 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
     const auto again = Load();
     EXPECT_EQ(HostOf(*again->GetTransferConnectConfig()), u"h");
     EXPECT_FALSE(again->IsChanged() || Protocol(*again).IsMissing());
-}
-
-TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
-    // The state of a new session, and once the target is known; 0: complete.
-    constexpr std::tuple<const char16_t*, std::uint32_t, std::uint32_t> kRows[] = {
-        {u"SSH2", 1, 0}, {u"FTP", 1, 0},         {u"Raw", 2, 2},   {u"Serial", 2, 0},
-        {u"TAPI", 2, 0}, {u"Local Shell", 0, 0}, {u"Marks", 0, 0}, {u"Telnet/SSL", 1, 0}};
-    for (const auto& [protocol, without, with] : kRows) {
-        const auto session = Make(protocol);
-        std::uint32_t state = 99;
-        EXPECT_EQ(Protocol(*session).IsComplete(state), without == 0);
-        EXPECT_EQ(state, without);
-        Protocol(*session).SetHostName(u"x");
-        EXPECT_EQ(Protocol(*session).IsComplete(state), with == 0);
-        EXPECT_EQ(state, with);
-    }
 }
 
 class ConfigPanelsTest : public SuiteTest {
