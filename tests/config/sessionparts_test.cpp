@@ -239,18 +239,6 @@ class SessionPartsTest : public LibraryTest {
     }
 };
 
-TEST_F(SessionPartsTest, OurEndOfAPrintersLineFollowsTheFarEndUntilItIsStored) {
-    const PrinterConfig follows = LoadPrinter([](VProfileKey& key) {
-        key.WriteDword(u"Printer CTS Flow", 0);
-        key.WriteDword(u"Printer DSR Flow", 1);
-    });
-    EXPECT_EQ(follows.serialDevice.rtsFlowControl.Get(), 1);
-    EXPECT_EQ(follows.serialDevice.dtrFlowControl.Get(), 2);
-    const PrinterConfig stored = LoadPrinter([](VProfileKey& key) { key.WriteDword(u"Printer RTS Flow Control", 0); });
-    EXPECT_EQ(stored.serialDevice.rtsFlowControl.Get(), 0);
-    EXPECT_FALSE(stored.IsChanged());
-}
-
 TEST_F(SessionPartsTest, RawModeTurnsThePrintersPortOff) {
     for (const bool isRaw : {true, false}) {
         const PrinterConfig printer = LoadPrinter([&](VProfileKey& key) {

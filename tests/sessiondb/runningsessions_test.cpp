@@ -168,29 +168,6 @@ TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
     EXPECT_EQ(Ask(6), "honest");
 }
 
-TEST_F(RunningSessionsTest, RudeQuestionsStopNoHost) {
-    StartHost(kNorHaldenFrameClass, {u"a"});
-    const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;
-    ASSERT_EQ(hosts.size(), 1U);
-    const int runtime = platform::OpenRuntimeFolder();
-    const sockaddr_un address = platform::HostAddress(runtime, hosts[0]);
-    std::vector<int> sockets;
-    sockets.reserve(40);
-    for (int i = 0; i < 40; ++i) {
-        const int socket = platform::MakeHostSocket();
-        sockets.push_back(socket);
-        if (connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) continue;
-        const std::string text(static_cast<std::size_t>(i) * 10, 'q');
-        if (i % 3 == 0) send(socket, text.data(), text.size(), MSG_NOSIGNAL);
-        if (i % 3 == 1) platform::SendPacket(socket, {static_cast<std::uint32_t>(i), 7, UINT64_MAX});
-    }
-    // Some of them say nothing and are waited for: the question may come too late, but not the next one.
-    GetRunningSessionPaths();
-    for (const int socket : sockets) close(socket);
-    close(runtime);
-    EXPECT_EQ(Ask(0), "a");
-}
-
 TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     fs::create_directories(own);
     fs::permissions(own, fs::perms::all);
@@ -239,23 +216,6 @@ TEST_F(RunningSessionsTest, TwoAskAtOnceAlthoughAHostHangs) {
     ChildProcess other([](ChildProcess&) { return Ask(1) == "b" ? 0 : 1; });
     EXPECT_EQ(Ask(1), "b");
     EXPECT_EQ(other.Wait(), 0);
-}
-
-TEST_F(RunningSessionsTest, SocketsThatWereNeverFinishedGoWhenTheyAreOld) {
-    RunningSessionsHost first(kNorHaldenFrameClass);
-    const int runtime = platform::OpenRuntimeFolder();
-    for (const char* name : {"new.0000000000000001", "new.0000000000000002"}) {
-        const int socket = platform::MakeHostSocket();
-        const sockaddr_un address = platform::HostAddress(runtime, name);
-        ASSERT_EQ(bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        close(socket);
-    }
-    close(runtime);
-    fs::last_write_time(own / "new.0000000000000001", fs::file_time_type::clock::now() - std::chrono::minutes(2));
-    RunningSessionsHost second(kNorHaldenFrameClass);
-    EXPECT_FALSE(fs::exists(own / "new.0000000000000001"));
-    EXPECT_TRUE(fs::exists(own / "new.0000000000000002")) << "somebody may be about to name it";
-    EXPECT_EQ(CountSockets(), 3U);
 }
 
 }  // namespace
