@@ -129,8 +129,9 @@ void PackedValues::Append(std::uint32_t id, const ValueView& value) {
 
 void PackedValues::Remove(std::size_t index) {
     liveSize -= entries[index].size;
+    // The step in the next head counts from the value that goes.
+    if (index + 1 < entries.size()) entries[index + 1].headSize = 0;
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
-    if (index < entries.size()) entries[index].headSize = 0;  // it tells the step from the one that went
     DropGarbage();
 }
 

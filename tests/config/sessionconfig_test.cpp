@@ -164,17 +164,6 @@ TEST_F(SessionConfigTest, TheDefaultSessionIsMadeOnDemandAndNeverSavedByPath) {
     EXPECT_FALSE(SessionKeyExists(u"other"));
 }
 
-TEST_F(SessionConfigTest, ASessionMadeFromTheTemplateKeepsItsHost) {
-    const auto session = OpenSession(u"Default");
-    session->SetProtocolName(u"Telnet"_v);
-    session->SetPath(u"new");
-    session->SetName(u"new");
-    session->SetProtocolName(u"SSH2"_v);
-    session->GetConnectConfig()->SetHostName(u"h");
-    ASSERT_TRUE(SaveSession(*session));
-    EXPECT_EQ(HostOf(*OpenSession(u"new")), u"h");
-}
-
 using namespace std::string_view_literals;
 
 /// The older form of a script: its bytes scrambled, and a letter.
@@ -250,12 +239,6 @@ TEST_F(LoginScriptTest, ASessionTakesTheOlderFormOnlyWhereThePresentOneIsMissing
     EXPECT_EQ(present->loginScript.Get(), u"0\x1Fx\x1Fy\x1F");
     EXPECT_TRUE(present->sendInitialCarriageReturn.Get());
     EXPECT_TRUE(Load([](VProfileKey& key) { key.WriteString(u"Login Script", u""); })->loginScript.Get().IsEmpty());
-}
-
-TEST_F(LoginScriptTest, AnOlderFormOfManyItemsIsReadInOnePass) {
-    std::string items(1, '\0');
-    for (int i = 0; i < 100'000; ++i) items += "expect\0send\0"sv;
-    EXPECT_EQ(ConvertLoginScript(OldForm(items, u"")).text.GetLength(), 100'000U * 14);
 }
 
 TEST_F(LoginScriptTest, AProtectedOlderFormIsReadAndLeavesNothingInMemory) {

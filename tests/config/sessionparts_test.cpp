@@ -1,13 +1,229 @@
-// The parts of a session that are not its terminal: printer, remote host, protocols.
-#include "config/commonconfig.h"
-#include "config/connectconfigptr.h"
+// The parts of a session: terminal, printer, remote host, protocols.
+#include <string>
+#include <sys/stat.h>
+
 #include "config/printerconfig.h"
 #include "config/remotehostconfig.h"
+#include "config/sessionconfig.h"
 #include "config/sessiondbhooks.h"
+#include "config/terminalconfig.h"
+#include "foundation/vreportmessageparams.h"
 #include "support/fakesuite.h"
+#include "support/temporaryfolder.h"
 
 namespace connectdialog::test {
 namespace {
+
+using namespace std::string_literals;
+
+class TerminalConfigTest : public LibraryTest {
+  protected:
+    /// A terminal whose key holds what `fill` writes and nothing else.
+    static TerminalConfig Load(const std::function<void(VProfileKey&)>& fill, bool hasKelda = false) {
+        std::optional<TerminalConfig> terminal;
+        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
+        WithKey(u"k", [&](VProfileKey& key) {
+            fill(key);
+            terminal.emplace(&key, hasKelda);
+        });
+        return *terminal;
+    }
+    static TerminalConfig LoadEmulation(const char16_t* emulation, bool hasKelda = false) {
+        return Load([&](VProfileKey& key) { key.WriteString(u"Emulation", emulation); }, hasKelda);
+    }
+};
+
+TEST_F(TerminalConfigTest, UnknownEmulationsGiveWayAndTheOldNameIsRespelled) {
+    const struct {
+        const char16_t* stored;
+        const char16_t* loaded;
+        bool hasAnsiColor;
+        bool hasKelda = false;
+    } kRows[] = {
+        {u"ANSI", u"ANSI", true},        {u"Linux", u"Linux", true},       {u"SCOANSI", u"SCOANSI", true},
+        {u"SCO-ANSI", u"SCOANSI", true}, {u"Kelda", u"Kelda", true, true}, {u"Kelda", u"VT100", false},
+        {u"WYSE50", u"WYSE50", false},   {u"WYSE60", u"WYSE60", false},    {u"VT220", u"VT220", false},
+        {u"VT102", u"VT102", false},     {u"VT100", u"VT100", false},      {u"Dumb", u"Dumb", false},
+        {u"Xterm", u"Xterm", false},     {u"vt100", u"VT100", false},      {u"ansi", u"VT100", false},
+        {u"", u"VT100", false},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = LoadEmulation(row.stored, row.hasKelda);
+        EXPECT_EQ(terminal.emulation.Get(), row.loaded);
+        EXPECT_EQ(terminal.emulation.GetStored(), row.stored);
+        EXPECT_EQ(terminal.emulation.IsChanged(), std::u16string_view(row.stored) != row.loaded);
+        EXPECT_EQ(terminal.ansiColor.Get(), row.hasAnsiColor) << ::testing::PrintToString(row.stored);
+    }
+    const TerminalConfig plain = Load([](VProfileKey& key) {
+        key.WriteString(u"Emulation", u"Linux");
+        key.WriteDword(u"ANSI Color", 0);
+    });
+    EXPECT_FALSE(plain.ansiColor.Get()) << "what is stored counts";
+}
+
+TEST_F(TerminalConfigTest, TheEmulationDecidesColorsFontAndKeymap) {
+    const TerminalConfig usual(nullptr, false);
+    EXPECT_EQ(usual.normalFont.Get(), VLogFont(13, u"Lucida Console"));
+
+    const TerminalConfig ansi = LoadEmulation(u"ANSI");
+    EXPECT_EQ(ansi.foreground.Get(), 0xFFFFFF);
+    EXPECT_EQ(ansi.normalFont.Get(), VLogFont(12, u"Terminal"));
+    EXPECT_FALSE(ansi.useUnicodeLineDrawing.Get());
+
+    const TerminalConfig vt220 = LoadEmulation(u"VT220");
+    EXPECT_EQ(vt220.keymapName.Get(), u"VT220");
+    EXPECT_TRUE(vt220.useAlternateKeyboard.Get());
+}
+
+TEST_F(TerminalConfigTest, TheResizeModeAndTheSwitchesBeforeItAgree) {
+    const struct {
+        std::int64_t mode;  ///< -1: none stored
+        std::uint32_t rows;
+        std::uint32_t cols;
+        int loaded;
+        bool isSynchronized;
+    } kRows[] = {
+        {-1, 0, 0, 2, false}, {-1, 1, 0, 0, true}, {-1, 1, 1, 0, true}, {0, 0, 0, 0, false},
+        {1, 1, 1, 1, false},  {1, 0, 0, 1, false}, {2, 1, 1, 2, true},  {7, 1, 1, 7, true},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = Load([&](VProfileKey& key) {
+            if (row.mode >= 0) key.WriteDword(u"Resize Mode", static_cast<std::uint32_t>(row.mode));
+            key.WriteDword(u"Sync View Rows", row.rows);
+            key.WriteDword(u"Sync View Cols", row.cols);
+        });
+        EXPECT_EQ(terminal.resizeMode.Get(), row.loaded);
+        EXPECT_EQ(terminal.syncViewRows.Get(), row.isSynchronized);
+        EXPECT_EQ(terminal.IsChanged(), row.loaded == 1 && row.rows != 0);
+    }
+}
+
+/// The record as it was once stored: a height, a face in narrow text, and the size behind it.
+std::string NarrowFont(char height, const std::string& face) {
+    return std::string(1, height) + std::string(27, '\0') + face + std::string(32 - face.size(), '\0') + "\x64\0\0\0"s;
+}
+
+TEST_F(TerminalConfigTest, FontsOfOlderVersionsAreTakenOverAndStayWhereTheyAre) {
+    const TerminalConfig oldest = Load([](VProfileKey& key) {
+        key.WriteString(u"Font Family", u"vt100");
+        key.WriteDword(u"Font Size", 20);
+    });
+    for (const VProfileLogFont* font : {&oldest.normalFont, &oldest.narrowFont}) {
+        EXPECT_EQ(font->Get(), VLogFont(20, u"vt100"));
+        EXPECT_TRUE(font->IsMissing());
+    }
+    EXPECT_FALSE(oldest.useUnicodeLineDrawing.Get());
+
+    const std::u16string face = u"Schrö" + std::u16string(26, u'x');  // fills its room
+    TerminalConfig newer = Load([](VProfileKey& key) {
+        key.WriteString(u"Font Family", u"vt100");
+        const std::string record = NarrowFont(9, "Schr\xC3\xB6" + std::string(26, 'x'));
+        key.WriteBinary(u"Normal Font", record.data(), static_cast<std::uint32_t>(record.size()));
+    });
+    EXPECT_EQ(newer.normalFont.Get().GetFace(), face);
+    EXPECT_EQ(newer.normalFont.Get().height, 9);
+    EXPECT_EQ(newer.normalFont.Get().size, 100);
+    EXPECT_EQ(newer.narrowFont.Get(), VLogFont(13, u"vt100"));
+    WithKey(u"k", [&](VProfileKey& key) {
+        newer.Save(key, true);
+        VUnicodeString family;
+        std::uint32_t number = 0;
+        EXPECT_TRUE(key.ReadString(u"Font Family", family));
+        EXPECT_EQ(family, u"vt100");
+        EXPECT_FALSE(key.ReadDword(u"Font Size", number));
+        EXPECT_EQ(TerminalConfig(&key, false).normalFont.Get().GetFace(), face);
+    });
+}
+
+TEST_F(TerminalConfigTest, AKeymapOfItsOwnTurnsTheAlternateKeyboardOn) {
+    const struct {
+        const char16_t* name;
+        int stored;  ///< -1: nothing
+        const char16_t* loadedName;
+        bool isOn;
+    } kRows[] = {
+        {u"Custom", 0, u"Custom", true},      {u"CUSTOM", -1, u"CUSTOM", true},    {u"SCO-ANSI", 0, u"SCOANSI", false},
+        {u"sco-ansi", 0, u"sco-ansi", false}, {u"SCO-ANSI", -1, u"SCOANSI", true}, {u"default", -1, u"default", false},
+        {u"default", 1, u"default", true},    {u"Linux", -1, u"Linux", true},      {u"", -1, u"", true},
+    };
+    for (const auto& row : kRows) {
+        const TerminalConfig terminal = Load([&](VProfileKey& key) {
+            key.WriteString(u"Keymap Name", row.name);
+            if (row.stored >= 0) key.WriteDword(u"Use Alternate Keyboard", static_cast<std::uint32_t>(row.stored));
+        });
+        EXPECT_EQ(terminal.keymapName.Get(), row.loadedName);
+        EXPECT_EQ(terminal.useAlternateKeyboard.Get(), row.isOn) << ::testing::PrintToString(row.name) << row.stored;
+    }
+}
+
+TEST_F(TerminalConfigTest, TheSwitchOfAnOlderNameMovesToThePresentOne) {
+    TerminalConfig older = Load([](VProfileKey& key) { key.WriteDword(u"Enable 80/132 Column Switching", 0); });
+    EXPECT_FALSE(older.enableColumnSwitching.Get());
+    older.enableColumnSwitching.Set(true);
+    WithKey(u"k", [&](VProfileKey& key) {
+        older.Save(key, false);
+        std::uint32_t number = 9;
+        EXPECT_TRUE(key.ReadDword(u"Enable 80/132 Column Switching", number));
+        EXPECT_EQ(number, 0U) << "the older name is never written";
+        EXPECT_TRUE(TerminalConfig(&key, false).enableColumnSwitching.Get()) << "the present name counts";
+    });
+}
+
+/// Remembers what was reported, and with which insert.
+class RecordingRouter : public VReportMessageRouter {
+  public:
+    std::uint32_t HandleReport(IReportMessageParams* report) override {
+        EXPECT_EQ(report->GetCode(), 0xE137000AU);
+        EXPECT_EQ(report->GetInsertCount(), 1U);
+        names.emplace_back(report->GetInserts()[0]);
+        return 0;
+    }
+    std::vector<std::u16string> names;
+};
+RecordingRouter router;
+
+class TerminalMapTest : public TerminalConfigTest {
+  protected:
+    TerminalMapTest() {
+        router.names.clear();
+        SetReportRouterGetter([]() -> VReportMessageRouter* { return &router; });
+    }
+    ~TerminalMapTest() override { SetReportRouterGetter(nullptr); }
+
+    static TerminalConfig LoadMaps(const VUnicodeString& font, const VUnicodeString& drawing) {
+        return Load([&](VProfileKey& key) {
+            key.WriteString(u"User Font Map", font.GetData());
+            key.WriteString(u"User Line Drawing Map", drawing.GetData());
+        });
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(TerminalMapTest, ALineIsACodeAndABadOneLeavesAHole) {
+    setenv("MAPS", folder.GetPath().c_str(), 1);
+    folder.Write("font", "2500\r\n\n0x41\n \tfF \nzz\n-1\n12zz\n10041\n9");
+    const TerminalConfig terminal = LoadMaps(u"%MAPS%/font", VUnicodeString());
+    ASSERT_NE(terminal.GetFontMap(), nullptr);
+    const std::vector<unsigned> codes(terminal.GetFontMap()->begin(), terminal.GetFontMap()->begin() + 9);
+    EXPECT_EQ(codes, (std::vector<unsigned>{0x2500, 0x41, 0xFF, 0, 0, 0x12, 0, 9, 0}));
+    unsetenv("MAPS");
+}
+
+TEST_F(TerminalMapTest, WhatIsNoUsableFileIsToldAndTheSessionGoesOn) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    folder.Write("large", std::string(5 << 20, '\n'));
+    for (const char* leaf : {"none", "", "pipe", "large"}) {
+        router.names.clear();
+        const TerminalConfig terminal = LoadMaps(folder.Name(leaf), VUnicodeString());
+        EXPECT_EQ(terminal.GetFontMap(), nullptr);
+        EXPECT_EQ(terminal.userFontMap.Get(), folder.Name(leaf));
+        EXPECT_EQ(router.names, std::vector{std::u16string(folder.Name(leaf).View())});
+    }
+    router.names.clear();
+    EXPECT_EQ(LoadMaps(VUnicodeString(), u"%Q").GetLineDrawingMap(), nullptr);
+    EXPECT_EQ(router.names, std::vector{u"%Q"s}) << "no file name";
+}
 
 class SessionPartsTest : public LibraryTest {
   protected:
@@ -21,49 +237,7 @@ class SessionPartsTest : public LibraryTest {
         });
         return *printer;
     }
-    /// The terminal side over a key whose "Protocol Name" is `stored`; null: absent.
-    std::unique_ptr<ConnectConfigPtr> Bind(const char16_t* stored) {
-        std::unique_ptr<ConnectConfigPtr> bound;
-        WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"k"); });
-        WithKey(u"k", [&](VProfileKey& key) {
-            if (stored != nullptr) key.WriteString(u"Protocol Name", stored);
-            bound = std::make_unique<ConnectConfigPtr>(&key, ProtocolSide::kTerminal, &common);
-        });
-        return bound;
-    }
-    static VUnicodeString ValueNameOf(const ConnectConfigPtr& bound) {
-        const auto* selected = dynamic_cast<const FakeProtocol*>(bound.GetSelected());
-        return selected != nullptr ? selected->host.GetName() : u"none"_v;
-    }
-    static std::ptrdiff_t CountConfigs(const ConnectConfigPtr& bound) {
-        return std::ranges::count_if(bound.GetConfigs(), [](const auto& config) { return static_cast<bool>(config); });
-    }
-    CommonConfig common;
 };
-
-TEST_F(SessionPartsTest, AFreshPrinterHasMarginsAndAFont) {
-    const PrinterConfig printer(nullptr);
-    EXPECT_EQ(printer.pageMargins.Get(), (VMarginData{0.5, 0.5, 0.5, 0.5}));
-    std::array<std::byte, VLogFont::kStoredSize> record;
-    printer.font.Get().Pack(record);
-    // Height -13, weight 400, then from the italic switch on; the size in tenths of a point stands at the end.
-    constexpr int kBytes[] = {0xF3, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0, 0,  0,  0,
-                              0,    0x90, 1,    0,    0, 0, 0, 0, 0, 3, 2, 1, 49, 'C'};
-    for (std::size_t i = 0; i < std::size(kBytes); ++i) EXPECT_EQ(record[i], static_cast<std::byte>(kBytes[i])) << i;
-    EXPECT_EQ(printer.font.Get().size, 100);
-}
-
-TEST_F(SessionPartsTest, OurEndOfAPrintersLineFollowsTheFarEndUntilItIsStored) {
-    const PrinterConfig follows = LoadPrinter([](VProfileKey& key) {
-        key.WriteDword(u"Printer CTS Flow", 0);
-        key.WriteDword(u"Printer DSR Flow", 1);
-    });
-    EXPECT_EQ(follows.serialDevice.rtsFlowControl.Get(), 1);
-    EXPECT_EQ(follows.serialDevice.dtrFlowControl.Get(), 2);
-    const PrinterConfig stored = LoadPrinter([](VProfileKey& key) { key.WriteDword(u"Printer RTS Flow Control", 0); });
-    EXPECT_EQ(stored.serialDevice.rtsFlowControl.Get(), 0);
-    EXPECT_FALSE(stored.IsChanged());
-}
 
 TEST_F(SessionPartsTest, RawModeTurnsThePrintersPortOff) {
     for (const bool isRaw : {true, false}) {
@@ -115,73 +289,6 @@ TEST_F(SessionPartsTest, AHostsFirewallIsAskedForByTheNameThatCounts) {
     EXPECT_EQ(host->FindSetting(u"Firewall Port"), nullptr);
     host->SetFirewallOverride(VUnicodeString());
     expectName(*host, u"own");
-}
-
-TEST_F(SessionPartsTest, StoredNamesFindTheirProtocol) {
-    struct Row {
-        const char16_t* stored;
-        const char16_t* name;
-        const char16_t* valueName;
-        bool changed;
-    };
-    constexpr Row kRows[] = {
-        {u"ssh2", u"ssh2", u"SSH2 Host", false},  {u"Telnet", u"Telnet", u"Telnet Host", false},
-        {u"Gopher", u"SSH2", u"SSH2 Host", true}, {nullptr, u"SSH2", u"SSH2 Host", true},
-        {u"SFTP", u"SSH2", u"SSH2 Host", true},   {u"NONE", u"NONE", u"none", false},
-    };
-    for (const Row& row : kRows) {
-        const auto bound = Bind(row.stored);
-        EXPECT_EQ(bound->GetProtocolName(), row.name);
-        EXPECT_EQ(ValueNameOf(*bound), row.valueName);
-        EXPECT_EQ(bound->IsChanged(), row.changed);
-    }
-    EXPECT_TRUE(Bind(u"")->NameWasEmpty());
-    EXPECT_EQ(CountConfigs(*Bind(u"Telnet")), 3);
-    EXPECT_EQ(CountConfigs(*Bind(u"TAPI")), 4) << "the one that dials is made when it is chosen";
-    panels.table.Clear();
-    EXPECT_FALSE(Bind(u"SSH2")->IsChanged()) << "without protocols the name is kept";
-}
-
-TEST_F(SessionPartsTest, ProtocolsThatShareTheirSettingsWaitUntilTheyAreUsed) {
-    for (ConnectProtocolTableElement& row : panels.table) row.sharesSettings = true;
-    EXPECT_EQ(CountConfigs(*Bind(u"None")), 1) << "one reads the session's key";
-    const auto bound = Bind(u"Telnet");
-    const ConnectConfigPtr other(*bound, &common);
-    EXPECT_EQ(CountConfigs(other), 1);
-
-    bound->SetProtocol(u"Serial"_v, nullptr, false);
-    EXPECT_EQ(CountConfigs(*bound), 2);
-    bound->GetSelected()->SetHostName(u"edited"_v);
-    ConnectConfigPtr target(other, &common);
-    target.Assign(*bound);
-    ASSERT_EQ(CountConfigs(target), 2) << "what the other side edited is made here too";
-    VUnicodeString host;
-    target.GetSelected()->GetHostName(host);
-    EXPECT_EQ(host, u"edited");
-    target.Commit();
-    EXPECT_EQ(CountConfigs(target), 3);
-    EXPECT_TRUE(target.IsMissing()) << "whether a value is missing is asked of all";
-}
-
-TEST_F(SessionPartsTest, OnlyTheSelectedProtocolIsSavedAndSwitchingBackKeepsTheFirst) {
-    const auto bound = Bind(u"SSH2");
-    bound->Commit();
-    ConnectConfig* first = bound->GetSelected();
-    bound->SetProtocol(u"FTP"_v, &common, false);
-    EXPECT_EQ(ValueNameOf(*bound), u"FTP Host") << "a row of the other side may be chosen";
-    bound->SetProtocol(u"telnet"_v, &common, false);
-    EXPECT_EQ(ValueNameOf(*bound), u"none") << "names are compared exactly";
-    bound->SetProtocol(u"Telnet"_v, &common, false);
-    WithKey(u"out", [&](VProfileKey& key) {
-        bound->Save(key, true);
-        VUnicodeString text;
-        EXPECT_TRUE(key.ReadString(u"Protocol Name", text));
-        EXPECT_EQ(text, u"Telnet");
-        EXPECT_TRUE(key.ReadString(u"Telnet Host", text));
-        EXPECT_FALSE(key.ReadString(u"SSH2 Host", text));
-    });
-    bound->SetProtocol(u"SSH2"_v, &common, false);
-    EXPECT_EQ(bound->GetSelected(), first);
 }
 
 }  // namespace

@@ -63,20 +63,11 @@ TEST_F(SecretCommand, WhatGoesInComesOutByteForByte) {
     }
     EXPECT_EQ(Well(Secret("protect", "", User())), "");
     Badly(Secret("protect", std::string((1 << 20) + 1, 'x'), User()), "more than 1048576");
-}
-
-TEST_F(SecretCommand, WrongInputIsOneLineAndTellsNothingOfItself) {
-    const std::string stored = Well(Secret("protect", "hunter2", User()));
-    std::string altered = stored;
-    altered.back() = altered.back() == '0' ? '1' : '0';
-    std::string otherKey = stored;
-    otherKey[5 + 8] = otherKey[5 + 8] == '0' ? '1' : '0';
-    Badly(Secret("unprotect", altered, User()), "not unprotected: The data is not valid");
-    Badly(Secret("unprotect", otherKey, User()), "not unprotected: The key is not there");
-    Badly(Secret("unprotect", stored.substr(0, stored.size() - 1), User()), "a digit is missing");
-    Badly(Secret("unprotect", "CAPI:", User()), "The data is not valid");
     Badly(Secret("protect", "caf\xE9", User()), "not UTF-8");
     Badly(Secret("protect", std::string("a\0b", 3), User()), "a zero");
+    std::string altered = Well(Secret("protect", "hunter2", User()));
+    altered.back() = altered.back() == '0' ? '1' : '0';
+    Badly(Secret("unprotect", altered, User()), "not unprotected: The data is not valid");
 }
 
 TEST_F(SecretCommand, AKeyFileIsTheUsersOwnAndNeverReplaced) {

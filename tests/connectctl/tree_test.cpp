@@ -66,15 +66,6 @@ TEST_F(ToolTest, HostileNamesAreEscaped) {
     EXPECT_NE(Json::parse(json).dump().find("csi\u009b2J"), std::string::npos);
 }
 
-TEST_F(ToolTest, CommandWordsAreGoodNames) {
-    WithStore([] {
-        AddSession(u"ls"_v, u"tree"_v, u"a.example.net"_v);
-        AddSession(VUnicodeString(), u"-R"_v, u"b.example.net"_v);
-    });
-    EXPECT_EQ(RunWell({"ls", "ls"}), "tree\n");
-    EXPECT_EQ(RunWell({"get", "--", "-R", "Hostname"}), "b.example.net\n");
-}
-
 constexpr char kSeeded[] = "Servers\\\n  Web\\\n    alpha\n    beta\n  db\nzeta\n";
 
 class TreeCommandsTest : public ToolTest {

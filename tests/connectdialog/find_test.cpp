@@ -1,5 +1,9 @@
-// Find, find next, and shortcuts to what is selected.
+// Find, find next, shortcuts to what is selected, and the small dialogs.
 #include "config/sessionconfig.h"
+#include "connectdialog/findsessiondialog.h"
+#include "connectdialog/shortcutnamedialog.h"
+#include "foundation/vunicodestringi.h"
+#include "quickconnect/hostnameprompt.h"
 #include "support/connectdialogtest.h"
 
 namespace connectdialog::test {
@@ -64,7 +68,15 @@ TEST_F(Finding, ASearchReadsNoSessionTwiceAndSeesWhatTheUserEdits) {
 }
 
 TEST_F(Finding, NothingFoundIsToldOnceAndTheQuestionRemembered) {
-    kit.ExpectDialog(FindSessionIds::kDialog, [](HeadlessDialog& find) { find.PressKey(kKeyEscape); });
+    kit.ExpectDialog(FindSessionIds::kDialog, [](HeadlessDialog& find) {
+        find.Type(FindSessionIds::kText, u""_v);
+        EXPECT_FALSE(find.IsEnabled(kIdOk)) << "no text";
+        find.Type(FindSessionIds::kText, u"web"_v);
+        EXPECT_TRUE(find.IsEnabled(kIdOk));
+        for (int id = FindSessionIds::kSessionNames; id <= FindSessionIds::kHostnames; ++id) find.Tick(id, false);
+        EXPECT_FALSE(find.IsEnabled(kIdOk)) << "nowhere to look";
+        find.PressKey(kKeyEscape);
+    });
     Command(kFindNext);
     EXPECT_EQ(Selected(), "Sessions");
     kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
@@ -92,13 +104,13 @@ TEST_F(Finding, FindNextGoesOnAfterWhatWasRenamedDeletedOrReloaded) {
     Delete();
     Command(kFindNext);
     EXPECT_EQ(Selected(), "Webster");
-    Command(kRotateArrangement);
+    EXPECT_TRUE(Window().PressKey(u'A', Accelerator::kAlt)) << "arranges in the next order";
     Command(kFindNext);
     EXPECT_EQ(Selected(), "Sessions") << "from the top again";
 }
 
 TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
-    AddSessions({u"A\\B", u"A\\C", u"s t", u"a\" /S \"b"});
+    AddSessions({u"A\\B", u"A\\C", u"s t", u"say \"hi\"", u"a\" /S \"b"});
     Open();
     const auto make = [&](int button) {
         kit.ExpectDialog(ShortcutNameIds::kDialog, [=](HeadlessDialog& name) { EXPECT_TRUE(name.Press(button)); });
@@ -109,6 +121,7 @@ TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
         const char16_t* shortcut;
     };
     const Row rows[] = {{{u"A\\B"}, u"/S \"A\\B\" |B"},
+                        {{u"say \"hi\""}, u"/S \"say \"hi\"\" |say \"hi\""},
                         {{u""}, u"/SESSION_FOLDER \\ |NorHalden sessions"},
                         {{u"s t", u"A", u"A\\C"}, u"/S \"A\\C\" /S \"s t\" /SESSION_FOLDER \"A\" |NorHalden sessions"}};
     for (const Row& row : rows) {
@@ -124,6 +137,63 @@ TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
     EXPECT_EQ(dialog->shortcuts.size(), std::size(rows));
     Click({u"s t", u"s t"});
     Command(kShortcut);  // nothing is selected
+}
+
+using SmallDialogs = ConnectDialogTest;
+
+TEST_F(SmallDialogs, AShortcutGetsALabelThatIsNotBlank) {
+    const VUnicodeString one =
+        u"NorHalden will create a shortcut on the\nDesktop to the following session or folder:"_v;
+    const VUnicodeString several = u"NorHalden will create a shortcut on the\nDesktop to the selected sessions."_v;
+    struct Row {
+        const char16_t* path;
+        bool multiple;
+        const char16_t* name;
+        const char16_t* shownPath;
+    };
+    for (const Row& row : {Row{u"A\\B & C", false, u"B & C", u"A\\B && C"},
+                           {u"A\\B", true, u"NorHalden sessions", u""},
+                           {u"", false, u"NorHalden sessions", u""}}) {
+        kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kName), row.name);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kPath), row.shownPath);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kIntro), *row.shownPath != 0 ? one : several);
+            dialog.Type(ShortcutNameIds::kName, u" \t "_v);
+            kit.ExpectBox(u"Shortcut name error.\n\nShortcut name must be non-empty."_v, kAnswerOk);
+            dialog.Press(kIdOk);
+            EXPECT_FALSE(dialog.IsClosed());
+            EXPECT_EQ(dialog.GetFocus(), ShortcutNameIds::kName);
+            dialog.Type(ShortcutNameIds::kName, u"  my box "_v);
+            dialog.PressKey(kKeyReturn);
+        });
+        ShortcutNameDialog dialog(row.path, row.multiple, nullptr);
+        EXPECT_EQ(dialog.DoModal(), kDialogAccepted);
+        EXPECT_EQ(dialog.GetShortcutName(), u"my box");
+    }
+}
+
+TEST_F(SmallDialogs, AHostNameIsAskedForUntilItIsATextOrGivenUp) {
+    const auto answer = [&] {
+        kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+            dialog.Type(HostnamePromptIds::kHostname, u"x"_v);
+            dialog.Type(HostnamePromptIds::kHostname, u""_v);
+            EXPECT_FALSE(dialog.Press(kIdOk));
+            dialog.Type(HostnamePromptIds::kHostname, u" "_v);
+            EXPECT_TRUE(dialog.Press(kIdOk)) << "blanks are a text";
+        });
+    };
+    const auto config = VRef<FakeProtocol>::Adopt(new FakeProtocol(nullptr, MakeRow(AppKind::kNorHalden, u"SSH2")));
+    answer();
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"web & co"));
+    EXPECT_TRUE(UpdateHostnameForConfig(config.Get(), u"s")) << "complete: no dialog";
+    EXPECT_EQ(config->host.Get(), u" ");
+    VUnicodeStringI host(u"before");
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.CloseByFrame(); });
+    EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogCancelled);
+    EXPECT_EQ(host, u"before");
+    answer();
+    EXPECT_EQ(LaunchHostnamePromptDialog(u"s", &host, nullptr), kDialogAccepted);
+    EXPECT_EQ(host, u" ");
 }
 
 }  // namespace

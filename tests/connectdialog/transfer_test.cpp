@@ -74,30 +74,6 @@ TEST_F(Transfer, PasteSelectsWhatItMadeAndTellsWhatItRefuses) {
     EXPECT_EQ(Stored(), "f/ g/ t | in/ a a (1) b s | x | in/ c");
 }
 
-TEST_F(Transfer, ACutItemShowsItUntilItIsPastedOrTakenBack) {
-    OpenWorld(kAlphabetical);
-    const auto isCut = [&](const char16_t* path) { return dialog->Items().HasState(At(path), kTreeCut); };
-    Click(u"f\\a");
-    Command(kCut);
-    EXPECT_TRUE(isCut(u"f\\a"));
-    Click(u"f\\b");
-    Command(kBarCut);
-    EXPECT_FALSE(isCut(u"f\\a")) << "one at a time";
-    Command(kPaste);
-    EXPECT_FALSE(isCut(u"f\\b")) << "pasted on itself: taken back";
-    EXPECT_EQ(dialog->GetEnabled(), "CcPXD");
-    Click(u"f\\a");
-    Command(kCut);
-    for (const char16_t* other : {u"", u"f\\b"}) {
-        Click({other, u"f\\a"});
-        Command(kCopy);
-        EXPECT_TRUE(isCut(u"f\\a")) << "several cannot be copied";
-    }
-    EXPECT_TRUE(dialog->GetEnabled().ends_with('V'));
-    Command(kArrangeManually);
-    EXPECT_FALSE(dialog->GetEnabled().ends_with('V')) << "the items are others";
-}
-
 TEST_F(Transfer, TheClipboardIsNotTrusted) {
     OpenWorld(kManual);
     Click(u"f\\a");

@@ -5,7 +5,6 @@
 #include "imports/dialogkit/vpopupmenu.h"
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "imports/hostcallbacks.h"
-#include "platform/codepage.h"
 #include "support/connectdialogtest.h"
 
 namespace connectdialog::test {
@@ -76,20 +75,6 @@ TEST_F(ConnectWindow, TheToolbarFollowsTheSelectionAndTheHost) {
     EXPECT_TRUE(Window().GetRectangle(kTerminalToolbar) == VRectangle());
 }
 
-TEST_F(ConnectWindow, TheHostsLockIsHeldWhileTheToolbarIsShown) {
-    struct CountingLock : VUnknown<ISynchObject> {
-        void Lock() override { ++locks; }
-        void Unlock() override { --held; }
-        int locks = 0;
-        int held = 0;
-    };
-    const auto lock = VRef<CountingLock>::Adopt(new CountingLock);
-    GetHostCallbacks().toolbarLock = VRef<ISynchObject>::Share(lock.Get());
-    Open();
-    EXPECT_GT(lock->locks, 0);
-    EXPECT_EQ(lock->locks + lock->held, 0);
-}
-
 TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"s", u"SSH2", u"None");
@@ -104,24 +89,15 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
         {"NorHalden", u"s", nullptr, false,
          "32772 -32773 -32774 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | "
          "2102"},
-        {"NorHalden", u"f", nullptr, false,
-         "32777 32924 | 2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ "
-         "32775+ | 2102"},
         {"Tessaly", u"f", nullptr, false,
          "32777 32924 | 2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ "
          "32776+ | 2102"},
         {"NorHalden", u"", nullptr, true,
          "32777 32924 | 2101 2107 | -2103 -2104 -2105 | 57636 32778 | -2106 -32922 2109 | (32785+ 32787 32784) 32771+ "
          "| 2102"},
-        {"NorHalden", u"f", u"s", false,
-         "32777 | 2101 2107 | 57636 32778 | 2106 2109 | (32785+ 32787 32784) 32771+ | 2102"},
         {"NorHalden", u"", u"s", false,
          "32777 | 2101 2107 | 57636 32778 | -2106 2109 | (32785+ 32787 32784) 32771+ | 2102"},
         // Browsing leaves out what connects.
-        {nullptr, u"s", nullptr, false,
-         "2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | 2102"},
-        {nullptr, u"f", nullptr, false,
-         "2101 2107 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | 2102"},
         {nullptr, u"f", u"s", false, "2101 2107 | 57636 32778 | 2106 2109 | (32785+ 32787 32784) 32771+ | 2102"}};
     for (const Row& row : rows) {
         SetAppName(VUnicodeString(row.app != nullptr ? row.app : "NorHalden"));

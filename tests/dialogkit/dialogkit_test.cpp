@@ -1,7 +1,4 @@
 #include <gtest/gtest.h>
-#include <random>
-#include <string>
-#include <vector>
 
 #include "foundation/vreportmessageparams.h"
 #include "imports/dialogkit/textmetrics.h"
@@ -55,28 +52,6 @@ TEST(TreeItems, HandlesOfItemsThatAreGoneAndInventedOnesAreNotValid) {
         EXPECT_EQ(items.GetParent(item), kNone);
     }
     EXPECT_EQ(items.GetText(second), u"b");
-    EXPECT_EQ(items.GetCount(), 1U);
-}
-
-TEST(TreeItems, AreWalkedAsTheyAreSeenAndRemovedHoweverDeep) {
-    NoOwner owner;
-    VTreeItems items(owner);
-    TreeItem parent = items.Insert(kNone, TreePlace::kLast, kNone, u"0", 0, 0, nullptr);
-    const TreeItem top = parent;
-    constexpr int kDepth = 100000;
-    for (int i = 1; i < kDepth; ++i) {
-        items.SetState(parent, kTreeExpanded, true);
-        parent = items.Insert(parent, TreePlace::kLast, kNone, u"n", 0, 0, nullptr);
-    }
-    const TreeItem last = items.Insert(kNone, TreePlace::kLast, kNone, u"z", 0, 0, nullptr);
-    int seen = 0;
-    for (TreeItem item = top; item != kNone; item = items.GetNextVisible(item)) ++seen;
-    EXPECT_EQ(seen, kDepth + 1);
-    EXPECT_EQ(items.GetPreviousVisible(last), parent);
-    items.SetState(top, kTreeExpanded, false);
-    EXPECT_EQ(items.GetNextVisible(top), last);
-    EXPECT_EQ(items.GetPreviousVisible(last), top);
-    items.Remove(top);
     EXPECT_EQ(items.GetCount(), 1U);
 }
 

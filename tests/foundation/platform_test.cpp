@@ -16,7 +16,6 @@
 #include "platform/lasterror.h"
 #include "platform/paths.h"
 #include "platform/processlaunch.h"
-#include "platform/registeredmessage.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog::platform {
@@ -50,10 +49,6 @@ TEST_F(PlatformTest, EveryErrnoBecomesANumberThatHasAText) {
     EXPECT_EQ(ErrorFromErrno(ENOSPC), 112u);
     EXPECT_EQ(ErrorFromErrno(ENXIO), 31u);
     for (int error = 0; error < 200; ++error) EXPECT_NE(FindSystemMessage(ErrorFromErrno(error)), nullptr) << error;
-    for (const std::uint32_t documented :
-         {2u, 5u, 32u, 38u, 50u, 87u, 112u, 122u, 183u, 234u, 317u, 1018u, 1113u, 1410u, 1629u}) {
-        EXPECT_NE(FindSystemMessage(documented), nullptr) << documented;
-    }
 }
 
 TEST_F(PlatformTest, FoldersComeFromTheEnvironment) {
@@ -134,14 +129,6 @@ TEST_F(PlatformTest, RefusesWhatIsNoProgram) {
         EXPECT_EQ(GetLastErrorCode(), error);
         EXPECT_EQ(exitCode, -1);
     }
-}
-
-TEST_F(PlatformTest, RegisteredMessagesComeFromTheNameAlone) {
-    // The FNV-1a hash of the bytes 61 00 is 0x2B24D044.
-    EXPECT_EQ(GetRegisteredMessage(u"a"), 0xFCD7u);
-    EXPECT_EQ(GetRegisteredMessage(u"A"), 0xFCD7u);
-    EXPECT_NE(GetRegisteredMessage(u"Some message"), GetRegisteredMessage(u"Some messagf"));
-    EXPECT_EQ(GetRegisteredMessage(u""), 0u);
 }
 
 TEST_F(PlatformTest, FunctionsOfModulesAreSetAndOptionalOnesMayBeMissing) {

@@ -1,15 +1,12 @@
 // The settings hives, what policies make of them, and the names and paths of the environment.
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
-#include <random>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <thread>
 
 #include "foundation/venvironment.h"
 #include "foundation/vpath.h"
@@ -150,48 +147,6 @@ TEST_F(SettingsHive, WritersInSeveralProcessesLoseNothing) {
     }
     for (const auto& writer : writers) EXPECT_EQ(writer->Wait(), 0);
     for (int n = 0; n < kWriters * kValues; ++n) EXPECT_EQ(ReadNumber(u"A", Numbered("v", n)), 1U) << n;
-}
-
-/// Counts up in two keys in one step, without end, and tells each number when it is stored.
-int CountWithoutEnd(VSettingsHive& hive, std::uint32_t start, ChildProcess& parent) {
-    for (std::uint32_t number = start;; ++number) {
-        const VHiveStatus status = hive.Update([&](VHiveTree& tree) -> VHiveStatus {
-            tree.Create(hive.FullPath(u"First"))->values[u"n"].value = Dword(number);
-            tree.Create(hive.FullPath(u"Second"))->values[u"n"].value = Dword(number);
-            return {};
-        });
-        if (!status) return 1;
-        parent.Report(number);
-    }
-}
-
-TEST_F(SettingsHive, AKilledWriterLeavesAWholeFileWithAllThatWasAcknowledged) {
-    ASSERT_EQ(User().CreateKey(u"Ballast").code, 0U);
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(User().WriteValue(u"Ballast", u"b", {kHiveBinary, std::vector<std::uint8_t>(30000)}).code, 0U);
-    const std::chrono::duration<double> oneWrite = std::chrono::steady_clock::now() - start;
-    std::mt19937 random(20);
-    std::uint32_t last = 0;
-    std::uint32_t stored = 0;
-    for (int round = 0; round < 200; ++round) {
-        ChildProcess writer([&](ChildProcess& parent) { return CountWithoutEnd(User(), stored + 1, parent); });
-        // The kill comes anywhere within the first write or, in every other round, the second.
-        if (round % 2 != 0) writer.ReadReport(last);
-        std::this_thread::sleep_for(oneWrite * 1.5 * static_cast<double>(random() % 1000) / 1000.0);
-        writer.Kill();
-        while (writer.ReadReport(last)) {
-        }
-        if (!User().FindKey(u"First")) {
-            ASSERT_EQ(last, 0U);
-            continue;
-        }
-        stored = ReadNumber(u"First", u"n");
-        ASSERT_EQ(ReadNumber(u"Second", u"n"), stored);
-        ASSERT_TRUE(stored == last || stored == last + 1) << stored << " after " << last;
-        ASSERT_TRUE(User().Health());
-        last = stored;
-    }
-    EXPECT_GT(last, 0U) << "no writer got as far as to a write";
 }
 
 class Policies : public testing::Test {

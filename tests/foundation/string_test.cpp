@@ -1,4 +1,4 @@
-// Strings, arrays of strings and buffers.
+// Strings, arrays of strings and buffers, and the tools for text.
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <string>
@@ -6,7 +6,9 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
-#include "foundation/stringerrors.h"
+#include "foundation/commandline.h"
+#include "foundation/numericcompare.h"
+#include "foundation/texttools.h"
 #include "foundation/utf8.h"
 #include "foundation/vbasicbuffer.h"
 #include "foundation/vnarrowstring.h"
@@ -67,22 +69,6 @@ TEST(UnicodeString, AppendingAndAssigningFollowTheRulesForEachPairOfKinds) {
     }
 }
 
-TEST(UnicodeString, TextOfTheStringItselfCanBeAppendedAssignedAndInserted) {
-    VUnicodeString text = u"abcdef";
-    text += text;
-    EXPECT_TRUE(text == u"abcdefabcdef");
-    text += text.GetData() + 9;
-    EXPECT_TRUE(text == u"abcdefabcdefdef");
-    text.Insert(1, text.GetData() + 12);
-    EXPECT_TRUE(text == u"adefbcdefabcdefdef");
-    text = text.GetData() + 15;
-    EXPECT_TRUE(text == u"def");
-    text = text.View().substr(1);
-    EXPECT_TRUE(text == u"ef");
-    text.Format(u"%1, %1", text);
-    EXPECT_TRUE(text == u"ef, ef");
-}
-
 TEST(UnicodeString, TheStateSurvivesEmptyingConversionAndEditing) {
     VUnicodeString text = Sensitive(u"  Secret text  ");
     text.TrimLeft();
@@ -104,18 +90,6 @@ TEST(UnicodeString, TheStateSurvivesEmptyingConversionAndEditing) {
     EXPECT_TRUE(text.IsSensitive());
     text = u"next";
     EXPECT_TRUE(text.IsSensitive());
-}
-
-TEST(UnicodeString, OnlyTheWholeStringKeepsTheStateOfAPart) {
-    const VUnicodeString text = Sensitive(u"secret");
-    for (const VUnicodeString& whole : {text.Left(6), text.Right(7), text.Mid(0), text.Mid(0, 99)}) {
-        EXPECT_EQ(whole.GetData(), text.GetData());
-    }
-    for (const VUnicodeString& part : {text.Left(5), text.Right(5), text.Mid(1), text.Mid(6), text.Mid(99, 1)}) {
-        EXPECT_FALSE(part.IsSensitive());
-    }
-    EXPECT_TRUE(text.FindChar32(u'r') == 3 && text.FindChar32(u'z') == -1 && text.FindChar32(u's', -1) == -1);
-    EXPECT_TRUE(text.Right(2) == u"et" && text.Mid(2, 3) == u"cre" && text.Mid(6) == u"");
 }
 
 TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
@@ -153,21 +127,6 @@ TEST(UnicodeString, PositionsOutOfRangeThrow) {
     text.Insert(3, u"d");
     text.BlankAt(0);
     EXPECT_TRUE(text == u" bcd");
-}
-
-TEST(UnicodeString, Replaces) {
-    // The text, what is replaced, by what, the result and the number of hits.
-    const std::tuple<const char16_t*, const char16_t*, const char16_t*, const char16_t*, std::size_t> rows[] = {
-        {u"aXbXc", u"X", u"--", u"a--b--c", 2},
-        {u"aaaa", u"aa", u"a", u"aa", 2},
-        {u"abc", u"b", nullptr, u"ac", 1},
-        {u"abc", u"", u"y", u"abc", 0},
-        {u"ab", u"ab", u"abab", u"abab", 1}};
-    for (const auto& [before, from, to, expected, hits] : rows) {
-        VUnicodeString text(before);
-        EXPECT_EQ(text.Replace(from, to), hits);
-        EXPECT_TRUE(text == expected);
-    }
 }
 
 TEST(CaseFolding, FollowsTheSimpleMappings) {
@@ -225,26 +184,6 @@ TEST(Utf8, EncodesAllButALoneHighSurrogate) {
     EXPECT_TRUE(Utf8FromWide(u"abc\xD800z") == "");
 }
 
-TEST(Utf8, CodePointsOfEachLengthComeBack) {
-    // A prime step meets all bit patterns; the limits of the lengths are near the start of the range.
-    for (char32_t codePoint = 0; codePoint < 0x110000; codePoint += codePoint < 0x900 ? 1 : 13) {
-        if (codePoint >= 0xD800 && codePoint < 0xE000) continue;
-        const char16_t pair[] = {static_cast<char16_t>(0xD7C0 + (codePoint >> 10)),
-                                 static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF))};
-        const char16_t single = static_cast<char16_t>(codePoint);
-        const std::u16string_view text(codePoint < 0x10000 ? &single : pair, codePoint < 0x10000 ? 1 : 2);
-        char bytes[8];
-        char16_t back[4];
-        Utf8Progress encoded;
-        EncodeUtf8(text, bytes, sizeof(bytes), encoded);
-        ASSERT_EQ(std::string_view(bytes, encoded.written), platform::ToNarrow(text));
-        Utf8Progress decoded;
-        DecodeUtf8({bytes, encoded.written}, back, std::size(back), decoded);
-        ASSERT_EQ(std::u16string_view(back, decoded.written), text);
-        ASSERT_EQ(platform::ToWide({bytes, encoded.written}), text);
-    }
-}
-
 TEST(CodePage, ReplacesWhatIsMalformed) {
     using namespace std::string_view_literals;
     const std::pair<std::string_view, std::u16string_view> rows[] = {
@@ -287,23 +226,6 @@ TEST(StringArray, HasABinaryForm) {
     EXPECT_TRUE(read.ReadFrom(&empty) && read.IsEmpty());
 }
 
-TEST(StringArray, ADamagedBinaryFormIsRefusedAsAWhole) {
-    VBasicBuffer buffer(0);
-    ASSERT_TRUE(Strings({u"one", u"two"}).WriteTo(&buffer));
-    VStringArray read;
-    for (std::uint64_t length = 0; length < buffer.GetDataLength(); ++length) {
-        VBasicBuffer cut(0);
-        cut.Append(buffer.GetData(), length, 0);
-        EXPECT_FALSE(read.ReadFrom(&cut)) << length;
-        EXPECT_TRUE(read.IsEmpty());
-    }
-    for (const std::uint32_t badLength : {7u, 0xFFFFFFFFu, 0x7FFFFFFFu}) {
-        StoreBigEndian(badLength, buffer.GetData() + 14);
-        EXPECT_FALSE(read.ReadFrom(&buffer));
-        EXPECT_TRUE(read.IsEmpty());
-    }
-}
-
 TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
     test::FreeWatch watch(kSecret);
@@ -315,6 +237,68 @@ TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
         EXPECT_EQ(buffer->Append("a", UINT64_MAX, 0), nullptr);
         buffer = nullptr;
         EXPECT_EQ(watch.GetResidues(), sensitive ? 0 : 2);
+    }
+}
+
+TEST(Join, QuotesWhereForced) {
+    const VStringArray elements = Strings({u"", u"a", u"", u"b c", u"d"});
+    EXPECT_TRUE(VJoin(elements, u", ", u"", u"") == u"a, b c, d");
+    EXPECT_TRUE(VJoin(elements, u",", u"\"", u" ") == u"a,\"b c\",d");
+    EXPECT_TRUE(VJoin(elements, u",", u"[]", u"") == u"[a],[b c],[d]");
+    EXPECT_TRUE(VQuoteIfNeeded(u"", u"''", u"") == u"''");
+    EXPECT_TRUE(VQuoteIfNeeded(u"a", u"''", u"bc") == u"a");
+}
+
+TEST(NumericCompare, NumbersInTextsAreComparedAsNumbers) {
+    // Of equal numbers the first characters decide, and then the lengths.
+    const std::tuple<const char16_t*, const char16_t*, int> rows[] = {{u"host 2", u"HOST10", -1},
+                                                                      {u"a7", u"a07", -1},
+                                                                      {u"a+7", u"a 7", 0},
+                                                                      {u"Ab", u"aB", 0},
+                                                                      {u"", u"a", -1},
+                                                                      {u"a-7", u"a-8", -1},
+                                                                      {u"a", u"7", 1},
+                                                                      {u"a10b2", u"a10b10", -1},
+                                                                      {u"a4294967295", u"a5xxxxxxxxxxxx", 1},
+                                                                      {u"a4294967296", u"a5xxxxxxxxxxxx", -1},
+                                                                      {u"b2", u"a10", 1},
+                                                                      {u"b", u"ab", 1}};
+    for (const auto& [a, b, expected] : rows) {
+        const int result = CompareNumericText(a, b);
+        EXPECT_EQ((result > 0) - (result < 0), expected) << testing::PrintToString(std::u16string(a));
+        const int turned = CompareNumericText(b, a);
+        EXPECT_EQ((turned > 0) - (turned < 0), -expected) << testing::PrintToString(std::u16string(b));
+    }
+}
+
+TEST(NumericCompare, LongRunsTakeNoLongTime) {
+    for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
+        const std::u16string text = std::u16string(100'000, filler) + u"x1";
+        EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
+    }
+}
+
+TEST(CommandLine, IsTakenApartByOneRule) {
+    struct Row {
+        const char16_t* line;
+        bool isClosed;
+        std::initializer_list<const char16_t*> words;
+    };
+    const Row rows[] = {{u"", true, {}},
+                        {u"   ", true, {}},
+                        {u"a  b\tc ", true, {u"a", u"b\tc"}},
+                        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
+                        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
+                        {u"\"\" x", true, {u"", u"x"}},
+                        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
+                        {u"\"a\"\"", true, {u"a\""}},
+                        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
+                        {u"a \"b c", false, {u"a", u"b c"}},
+                        {u"\"", false, {u""}}};
+    for (const Row& row : rows) {
+        VStringArray words;
+        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
+        EXPECT_TRUE(words == Strings(row.words));
     }
 }
 

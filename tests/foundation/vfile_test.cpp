@@ -10,7 +10,6 @@
 #include "foundation/vaccountlookup.h"
 #include "foundation/vsecuritydescriptor.h"
 #include "foundation/vtextfile.h"
-#include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "support/childprocess.h"
 #include "support/temporaryfolder.h"
@@ -235,29 +234,6 @@ TEST_F(TextFileTest, FindsTheEncodingAndTheLines) {
         EXPECT_EQ(ReadLines(bytes), lines);
         EXPECT_EQ(platform::GetLastErrorCode(), lastError);
         EXPECT_EQ(file.GetEncoding(), encoding);
-    }
-}
-
-/// Moves the text over the borders of the buffer, byte by byte.
-TEST_F(TextFileTest, BordersOfTheBufferDoNoDamage) {
-    const std::u16string last = u"ä€😀\xFEFFz";
-    struct Form {
-        std::string mark;
-        std::string (*encode)(std::u16string_view);
-    };
-    const auto units = [](std::u16string_view text) {
-        std::string bytes;
-        for (const char16_t unit : text) bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
-        return bytes;
-    };
-    for (const Form& form :
-         {Form{"", platform::ToNarrow}, Form{"\xEF\xBB\xBF", platform::ToNarrow}, Form{"\xFF\xFE", units}}) {
-        for (std::size_t length = 4070; length <= 4100; ++length) {
-            const std::size_t count = form.encode(u"x").size() == 2 ? length / 2 : length;
-            const std::u16string first(count, u'x');
-            const Lines lines = ReadLines(form.mark + form.encode(first + u"\r\n" + last + u"\r\n\r\n" + last));
-            ASSERT_EQ(lines, (Lines{first, last, u"", last})) << form.mark.size() << " " << length;
-        }
     }
 }
 

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <thread>
 
 #include "foundation/vmemorymappedbuffer.h"
 #include "platform/lasterror.h"
@@ -62,22 +61,6 @@ TEST_F(IpcLockTest, ExcludesAnotherProcessUntilTheLastUnlockOrItsDeath) {
     EXPECT_TRUE(CanAcquire(u"name"));
 }
 
-TEST_F(IpcLockTest, ExcludesTheThreadsOfOneObject) {
-    VIpcLock lock(u"name");
-    int count = 0;
-    const auto add = [&] {
-        for (int i = 0; i < 10000; ++i) {
-            lock.Lock();
-            ++count;
-            lock.Unlock();
-        }
-    };
-    std::thread other(add);
-    add();
-    other.join();
-    EXPECT_EQ(count, 20000);
-}
-
 TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     for (const char16_t* name : {u"a/../b", u"..", u""}) EXPECT_EQ(LockError(name), platform::kInvalidParameter);
     ASSERT_EQ(LockError(u"name"), 0U);
@@ -129,23 +112,6 @@ TEST_F(MappedBufferTest, NeverGrowsAndIsRefusedWithTheReason) {
     first.Close();
     EXPECT_EQ(first.GetData(), nullptr);
     EXPECT_FALSE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0")) << "the last one removes it";
-}
-
-TEST_F(MappedBufferTest, WhatADeadProcessLeftIsNeverSeen) {
-    ChildProcess child([](ChildProcess& parent) {
-        VMemoryMappedBuffer buffer;
-        const bool written = buffer.Create(64) && buffer.AppendString("stale") != nullptr;
-        parent.Report();
-        parent.WaitForGo();
-        return written ? 0 : 1;
-    });
-    ASSERT_TRUE(child.WaitForReport());
-    child.Kill();
-    ASSERT_TRUE(fs::exists(own / "5FA01C43-3B48-476A-ACC7-D86059F335B0"));
-    VMemoryMappedBuffer buffer;
-    ASSERT_TRUE(buffer.Create(100));
-    EXPECT_EQ(platform::GetLastErrorCode(), 0U);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(buffer.GetData()), 100), std::string(100, '\0'));
 }
 
 TEST_F(MappedBufferTest, MemoryThatIsCutOffIsNotTouched) {

@@ -64,16 +64,6 @@ TEST(Sid, HasABinaryAndATextForm) {
     }
 }
 
-TEST(Acl, EntriesAreAddedExtendedAndRemoved) {
-    VAcl list;
-    EXPECT_TRUE(list.AddEntry(AccessKind::kAllow, 1, SidOf(u"S-1-5-21-1")) && list.ExtendEntry(0, 4));
-    EXPECT_TRUE(list.AddEntry(AccessKind::kDeny, 2, SidOf(u"S-1-5-21-2")));
-    EXPECT_EQ(Told(list), "allow 5 S-1-5-21-1; deny 2 S-1-5-21-2; ");
-    EXPECT_TRUE(list.RemoveEntry(0));
-    EXPECT_EQ(Told(list), "deny 2 S-1-5-21-2; ");
-    EXPECT_FALSE(list.RemoveEntry(1) || list.ExtendEntry(1, 1) || list.AddEntry(AccessKind::kAllow, 1, VSid()));
-}
-
 /// Everybody's number is 12 bytes, an empty list 8; they lie behind the header in another order than ours.
 const Bytes kForeign = {1, 7, 0x17, 0xC0, 40, 0, 0, 0, 0, 0, 0, 0, 20, 0, 0, 0, 28, 0, 0, 0,  //
                         2, 0, 8,    0,    0,  0, 0, 0,                                        // SACL

@@ -145,22 +145,6 @@ TEST_F(OpenSshImportTest, RefusesWhatAClientCouldTakeForSomethingElse) {
     EXPECT_FALSE(SessionKeyExists(u"Im"));
 }
 
-TEST_F(OpenSshImportTest, NotesWhatASessionCannotHold) {
-    ASSERT_TRUE(
-        Run("Host a\n HostName \"x;y\"\n IdentityFile a\n IdentityFile b\nHost c\n ProxyCommand nc %h\n"
-            "Match exec x\n"));
-    EXPECT_EQ(result.Count(SshImportOutcome::kMade), 2U);
-    std::string notes;
-    for (const SshDiagnostic& found : result.diagnostics.All()) {
-        notes += std::to_string(found.line) + ' ' + found.text + '\n';
-    }
-    EXPECT_EQ(notes,
-              "7 the command of Match exec is not run and counts as false\n"
-              "1 'a': the host name has characters that keep the session from being opened\n"
-              "1 'a': of several identity files the first is taken, for other hosts too\n"
-              "5 'c': ProxyCommand is not taken over; the session connects without it\n");
-}
-
 TEST_F(OpenSshImportTest, FailsAsAWholeWithAReport) {
     auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"taken", nullptr));
     session->SetPath(u"taken");

@@ -244,16 +244,6 @@ TEST(ValuesOfAHost, AreThoseOfSsh) {
     }
 }
 
-TEST(HostsOfAConfiguration, AreTheNamesWithoutWildcardsInFileOrderOnce) {
-    MemorySshFiles files({{"/c", "Host b a* !c\nInclude /i\nHost a \"d e\" b\nMatch host z\n"}, {"/i", "Host c b\n"}});
-    SshDiagnostics diagnostics;
-    std::string names;
-    for (const SshAlias& alias : ReadSshConfig(files, "/c", "/h", diagnostics).aliases) {
-        names += alias.name + '@' + alias.file + ':' + std::to_string(alias.line) + ' ';
-    }
-    EXPECT_EQ(names, "b@/c:1 c@/i:1 a@/c:3 d e@/c:3 ");
-}
-
 TEST(HostsOfAConfiguration, ThatSshCannotConnectToAreLeftOutWithAFinding) {
     EXPECT_EQ(Import({{"/c", "Host h\n HostName %z"}}).hosts, "");
     EXPECT_TRUE(Import({{"/c", "Host h\n HostName %z"}}).findings.starts_with("S /c:1 "));

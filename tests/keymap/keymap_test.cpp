@@ -82,18 +82,6 @@ TEST(KeymapReaderTest, HostileTextEndsInTime) {
     EXPECT_EQ(reader.GetErrorCount(), 8 << 20);
     EXPECT_LT(reader.GetErrorText().size(), 70'000U);
     EXPECT_FALSE(reader.WantsMore());
-
-    KeymapReader chains(keymap);
-    VUnicodeString line;
-    for (int i = 1; i <= KeymapReader::kMostBindings; ++i) {
-        line.Format(u"N 0x%1!X! MENU_COPY", i * 0x1000);  // all in one bucket
-        chains.ReadLine(line);
-    }
-    EXPECT_TRUE(chains.WantsMore());
-    chains.ReadLine(u"N VK_B MENU_COPY");
-    EXPECT_TRUE(chains.IsTooLong());
-    EXPECT_EQ(chains.GetErrorCount(), 0);
-    EXPECT_EQ(keymap.GetKeyFunction(0x42), kKeyFunctionNone);
 }
 
 /// Files in a scratch folder; the user's configuration lies in `config` there.
@@ -114,21 +102,6 @@ class KeymapFileTest : public testing::Test {
     Keymap keymap;
     VReportMessageParams report;
 };
-
-TEST_F(KeymapFileTest, ErrorsAreCollectedUpToTheThird) {
-    EXPECT_TRUE(Load("; note\r\n\r\nN VK_A MENU_COPY\r\nx\r\nN VK_B MENU_PASTE\r\n"));
-    EXPECT_EQ(report.GetCode(), kReportKeymapErrors);
-    EXPECT_EQ(Insert(0), folder.Name("k"));
-    EXPECT_EQ(Insert(1), u"syntax error on line 4");
-    EXPECT_TRUE(keymap.HasComments());
-    EXPECT_FALSE(Load("x\ny\nN VK_C MENU_FIND\nz\nw\nN VK_D MENU_FIND\n"));
-    EXPECT_EQ(report.GetCode(), kReportBadKeymap);
-    EXPECT_EQ(Insert(1), u"syntax error on line 1\nsyntax error on line 2\nsyntax error on line 4");
-    EXPECT_FALSE(keymap.HasComments());
-    EXPECT_EQ(keymap.GetKeyFunction(0x43), 42U) << "what was read stays";
-    EXPECT_EQ(keymap.GetKeyFunction(0x44), kKeyFunctionNone) << "reading has stopped";
-    EXPECT_EQ(keymap.GetKeyFunction(kVkA), kMenuCopy) << "a load adds";
-}
 
 TEST_F(KeymapFileTest, AFileThatCannotBeReadWholeIsRefused) {
     EXPECT_FALSE(Load("\xEF\xBB\xBFN VK_A MENU_COPY\nx\nN VK_B \"\xFF\xFF\"\n"));

@@ -1,15 +1,11 @@
 // Passwords and scripts in the store: the cipher, the text forms, texts that only their user can read back, and what is
 // left of them in memory.
-#include <array>
 #include <cstdlib>
-#include <cstring>
-#include <vector>
 
 #include "foundation/vcapirandomsource.h"
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/lasterror.h"
-#include "profile/vcipherblowfish.h"
 #include "profile/vprofileblowfishstring.h"
 #include "profile/vprofilecapistring.h"
 #include "profile/vprofileencodedstring.h"
@@ -19,56 +15,6 @@
 
 namespace connectdialog::test {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-
-Bytes FromHex(std::string_view text) {
-    Bytes bytes;
-    for (std::size_t i = 0; i + 1 < text.size(); i += 2)
-        bytes.push_back(static_cast<std::uint8_t>(std::stoi(std::string(text.substr(i, 2)), nullptr, 16)));
-    return bytes;
-}
-
-constexpr std::array<std::uint8_t, 8> kNoVector{};
-
-VCipherBlowfish Unchained(const Bytes& key) {
-    VCipherBlowfish cipher;
-    cipher.SetKeyLength(static_cast<std::uint32_t>(key.size()));
-    cipher.SetChained(false);
-    cipher.Init(kNoVector.data(), key.data());
-    return cipher;
-}
-
-TEST(BlowfishCipher, KeysOfAnyLengthGiveThePublishedBlocks) {
-    const Bytes whole = FromHex("F0E1D2C3B4A5968778695A4B3C2D1E0F0011223344556677");
-    constexpr std::pair<std::size_t, const char*> kRows[] = {
-        {1, "F9AD597C49DB005E"}, {8, "E87A244E2CC85E82"}, {16, "93142887EE3BE15C"}, {24, "05044B62FA52D080"}};
-    for (const auto& [length, expected] : kRows) {
-        Bytes block = FromHex("FEDCBA9876543210");
-        Unchained(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)))
-            .Encipher(block.data(), 8, block.data(), 8);
-        EXPECT_EQ(block, FromHex(expected)) << length;
-    }
-}
-
-TEST(BlowfishCipher, ChainedBlocksAreThePublishedOnesInOneCallOrMany) {
-    const Bytes key = FromHex("0123456789ABCDEFF0E1D2C3B4A59687");
-    const Bytes vector = FromHex("FEDCBA9876543210");
-    const Bytes expected = FromHex("6B77B4D63006DEE605B156E27403979358DEB9E7154616D959F1652BD5FF92CC");
-    Bytes plain(32);
-    std::memcpy(plain.data(), "7654321 Now is the time for ", 29);
-    VCipherBlowfish cipher;
-    cipher.Init(vector.data(), key.data());
-    VCipherBlowfish back = cipher;
-    Bytes out(40, 0xEE);
-    EXPECT_EQ(cipher.Encipher(out.data(), 11, plain.data(), 32), 8U) << "whole blocks of what fits";
-    EXPECT_EQ(cipher.Encipher(out.data() + 8, 32, plain.data() + 8, 7), 0U);
-    EXPECT_EQ(cipher.Encipher(out.data() + 8, 32, plain.data() + 8, 24), 24U);
-    EXPECT_EQ(Bytes(out.begin(), out.begin() + 32), expected);
-    EXPECT_EQ(out[32], 0xEE);
-    EXPECT_EQ(back.Decipher(out.data(), 40, out.data(), 32), 32U);
-    EXPECT_EQ(Bytes(out.begin(), out.begin() + 32), plain);
-}
 
 TEST(BlowfishString, StoredTextsOfEachFormStayReadable) {
     // Made with another implementation of the cipher under the same keys: they freeze keys, vector and layout.
@@ -184,17 +130,6 @@ TEST_F(HiddenValueTest, AScriptMovesAPasswordWithoutLearningIt) {
         ASSERT_TRUE(from.GetVariant(variant, report) && to.SetVariant(variant, report));
         EXPECT_TRUE(variant.GetText() == StoredText(key) && to.GetText() == u"hunter2");
     });
-}
-
-TEST(ScrambledText, IsReadAsFarAsItIsWhole) {
-    constexpr const char16_t* kRows[][2] = {
-        {u"010203046063", u"aa"},
-        {u"0102030460636", u"aa"},
-        {u"0102030460zz63", u"a"},
-        {u"01020304", u""},
-    };
-    for (const auto& [text, plain] : kRows)
-        EXPECT_EQ(DecodeScrambledText(text), plain) << VNarrowString(text).GetData();
 }
 
 TEST_F(HiddenValueTest, WhatCannotBeReadIsReportedAndStaysInTheStore) {

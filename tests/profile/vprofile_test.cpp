@@ -1,10 +1,11 @@
-// Values of a profile: single ones, records and lines of numbers.
+// Values of a profile: single ones, records and lines of numbers; and writes that belong together.
 #include "profile/vprofile.h"
 
-#include <cstring>
+#include <stdexcept>
 
 #include "foundation/vnarrowstring.h"
 #include "foundation/vreportmessageparams.h"
+#include "profile/unitofwork.h"
 #include "profile/vlogfont.h"
 #include "profile/vmargindata.h"
 #include "profile/vprofile2.h"
@@ -13,6 +14,7 @@
 #include "profile/vprofilemultilinestring.h"
 #include "profile/vwindowplacement.h"
 #include "support/fakesuite.h"
+#include "support/storetools.h"
 
 namespace connectdialog::test {
 namespace {
@@ -92,29 +94,6 @@ TEST_F(ProfileValueTest, AValueIsWrittenInEveryStateButClean) {
     EXPECT_EQ(value.Get(), 7);
 }
 
-TEST_F(ProfileValueTest, NumbersKeepTheirTypeInTheStore) {
-    VProfile<short> negative;
-    negative.Load(nullptr, u"V"_v, -1);
-    EXPECT_EQ(SavedDword(negative, false), 0xFFFFFFFF);
-    WithKey(u"k", [](VProfileKey& key) {
-        key.WriteDword(u"V", 0xFFFFFFFF);
-        VProfile<short> number;
-        EXPECT_TRUE(number.Load(&key, u"V"_v, 0));
-        EXPECT_EQ(number.Get(), -1);
-        VProfile<bool> flag;
-        flag.Load(&key, u"V"_v, false);
-        EXPECT_TRUE(flag.Get());
-        VProfile<VTriState> choice;
-        choice.Load(&key, u"V"_v, VTriState::kOff);
-        EXPECT_EQ(choice.Get(), VTriState::kFollowGlobal);
-        VProfile<int> absent;
-        absent.SetName(u"W"_v);
-        absent.Set(3);
-        EXPECT_FALSE(absent.Load(&key));
-        EXPECT_EQ(absent.Get(), 3);
-    });
-}
-
 TEST_F(ProfileValueTest, VariantsHaveTheTypesThatScriptsKnow) {
     VReportMessageParams report;
     VVariant variant;
@@ -149,28 +128,6 @@ TEST_F(ProfileValueTest, VariantsHaveTheTypesThatScriptsKnow) {
     EXPECT_EQ(list.Get().GetCount(), 3U);
     EXPECT_EQ(list.Get()[1], u"");
     EXPECT_EQ(list.Get()[2], u"3");
-}
-
-TEST_F(ProfileValueTest, VariantsConvertOnlyWhatFits) {
-    const std::tuple<VVariant, VVariantType, const char16_t*> rows[] = {
-        // The last one is the result as text; null: refused.
-        {VVariant(VUnicodeString(u"32768")), VVariantType::kInt16, nullptr},
-        {VVariant(VUnicodeString(u"12x")), VVariantType::kInt, nullptr},
-        {VVariant(VUnicodeString(u"99999999999999999999")), VVariantType::kInt, nullptr},
-        {VVariant(VUnicodeString(u"TRUE")), VVariantType::kBool, u"-1"},
-        {VVariant(VVariantType::kUInt32, 4294967295), VVariantType::kInt, nullptr},
-        {VVariant(VVariantType::kBool, 1), VVariantType::kUInt, u"4294967295"},
-        {VVariant(VVariant::Array()), VVariantType::kText, nullptr},
-    };
-    for (const auto& [source, type, expected] : rows) {
-        VVariant result;
-        ASSERT_EQ(VVariant::Convert(source, type, result), expected != nullptr);
-        if (expected == nullptr) continue;
-        EXPECT_EQ(result.GetType(), type);
-        VVariant text;
-        VVariant::Convert(result, VVariantType::kText, text);
-        EXPECT_EQ(text.GetText(), expected);
-    }
 }
 
 TEST_F(ProfileValueTest, TextualFormsSetValueAndStoredCopy) {
@@ -219,16 +176,6 @@ TEST_F(ProfileValueTest, AChoiceThatFollowsTheGlobalSettingIsNotPut) {
     exchange.number = 0xFFFFFFFF;
     EXPECT_TRUE(number.GetValue(exchange, u"n"));
     EXPECT_EQ(number.Get(), -1);
-}
-
-TEST_F(ProfileValueTest, LinesSplitAndJoin) {
-    VProfileMultiLineString lines;
-    lines.SetText(u"one\r\n\ntwo\r");
-    for (const bool carriageReturns : {true, false}) {
-        VUnicodeString text;
-        lines.GetText(text, carriageReturns);
-        EXPECT_EQ(text, carriageReturns ? u"one\r\n\r\ntwo" : u"one\n\ntwo");
-    }
 }
 
 class StructuredValueTest : public LibraryTest {
@@ -356,6 +303,32 @@ TEST_F(StructuredValueTest, FieldsReachTheTextWhenTheyAreSaved) {
         list.Load(&key, u"1,1,1,0,0");
         EXPECT_EQ(list.GetName(), u"Remote ListView State");
     });
+}
+
+class UnitOfWork : public LibraryTest {
+  protected:
+    std::uint32_t Stored(const char16_t* name) { return ReadDwordOr(*GetProfileFactory(), u"Key", name, 0); }
+};
+
+TEST_F(UnitOfWork, OneRefusedWriteTakesTheOthersToTheKeyBack) {
+    ASSERT_TRUE(WriteToKey(u"Key", [](VProfileKey& key) { key.WriteDword(u"Kept", 1); }));
+    EXPECT_FALSE(WriteToKey(u"Key", [](VProfileKey& key) {
+        key.WriteDword(u"Kept", 2);
+        key.WriteDword(std::u16string(70000, u'x').c_str(), 2);
+        key.WriteDword(u"Later", 2);
+    }));
+    EXPECT_EQ(Stored(u"Kept"), 1U);
+    EXPECT_EQ(Stored(u"Later"), 0U);
+}
+
+TEST_F(UnitOfWork, StepsThatThrowOrGiveUpLeaveNothing) {
+    const auto write = [] { return WriteToKey(u"Key", [](VProfileKey& key) { key.WriteDword(u"V", 1); }); };
+    EXPECT_FALSE(AsOneUnit([&] { return write() && false; }));
+    EXPECT_EQ(Stored(u"V"), 0U);
+    EXPECT_THROW(AsOneUnit([&]() -> bool { throw std::runtime_error(write() ? "written" : ""); }), std::runtime_error);
+    EXPECT_EQ(Stored(u"V"), 0U);
+    EXPECT_TRUE(AsOneUnit(write));
+    EXPECT_EQ(Stored(u"V"), 1U);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "profile/vregistrykey.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "foundation/vstringarray.h"
@@ -78,19 +77,6 @@ TEST_F(RegistryKey, AccessDecidesWhatAKeyMayDo) {
     EXPECT_FALSE(writer.DeleteValue(u""));
     EXPECT_EQ(writer.GetLastReport()->GetCode(), 2U);
     EXPECT_TRUE(writer.SetKeySecurity(nullptr));
-}
-
-TEST_F(RegistryKey, WhoMayNotWriteTheHiveOpensItsKeysForReadingAlone) {
-    std::filesystem::permissions(hives.Folder(), std::filesystem::perms(0555));
-    std::filesystem::permissions(hives.UserFile(), std::filesystem::perms(0444));
-    test::ChildProcess child([](test::ChildProcess&) {
-        if (geteuid() == 0 && setuid(12345) != 0) return -1;
-        VRegistryKey writer(HiveScope::kUser, u"A", kRegistrySetValue);
-        VRegistryKey reader(HiveScope::kUser, u"A", kRegistryRead);
-        return reader.IsOpen() && !writer.IsOpen() ? static_cast<int>(writer.GetLastReport()->GetCode()) : -1;
-    });
-    EXPECT_EQ(child.Wait(), 5);
-    std::filesystem::permissions(hives.Folder(), std::filesystem::perms(0700));
 }
 
 TEST_F(RegistryKey, AKeyThatDidNotOpenFailsAndTellsWhy) {

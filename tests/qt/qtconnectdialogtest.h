@@ -18,10 +18,16 @@ class QtConnectDialogTest : public ConnectDialogTest {
         EXPECT_EQ(qt.TakeFaults(), "");
     }
 
-    void Open(const ConnectDialogOptions& dialogOptions = {});
+    void Open(const ConnectDialogOptions& dialogOptions = {}) {
+        user.reset();
+        ConnectDialogTest::Open(dialogOptions);
+        auto& window = dynamic_cast<QtDialogWindow&>(*dialog->GetWindow());
+        window.GetWidget()->activateWindow();  // a screen without a window manager gives the focus to nobody by itself
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.GetWidget()));
+        user = std::make_unique<QtUserDialog>(*window.GetWidget());
+    }
     QtUserDialog& Window() { return *user; }
     QtUserTree& Tree() { return *user->GetTree(ConnectDialogIds::kTree); }
-    TreeItem At(std::u16string_view path);
     void Click(std::u16string_view path, KeyModifiers modifiers = 0) {
         EXPECT_TRUE(Tree().Click(At(path), modifiers)) << Escape(path);
     }

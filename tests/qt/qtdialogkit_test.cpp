@@ -2,14 +2,17 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QGuiApplication>
+#include <QMetaEnum>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
 #include <gtest/gtest.h>
+#include <map>
 #include <vector>
 
+#include "keymap/extendedkeytable.h"
 #include "layoutcheck.h"
+#include "platform/codepage.h"
 #include "platform/paths.h"
 #include "qtinput.h"
 #include "qtuser.h"
@@ -21,12 +24,6 @@
 
 namespace connectdialog::test {
 
-struct QtBackEnd {
-    using Kit = QtPlayedKit;
-    using Dialog = QtUserDialog;
-    using Tree = QtUserTree;
-    static bool CanDrag() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
-};
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DialogKitConformance, QtBackEnd);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, TreeConformance, QtBackEnd);
 
@@ -34,22 +31,7 @@ namespace {
 
 using namespace conformance;
 
-class QtDialogs : public ::testing::Test {
-  protected:
-    ~QtDialogs() override { EXPECT_EQ(kit.TakeFaults(), ""); }
-
-    template <class Script>
-    std::int64_t Run(Script script) {
-        kit.ExpectDialog(kTemplate.id, [&](QtUserDialog& dialog) {
-            notes.Take();
-            script(dialog);
-        });
-        return notes.DoModal();
-    }
-
-    QtPlayedKit kit;
-    Notes notes;
-};
+using QtDialogs = DialogKitConformance<QtBackEnd>;
 
 struct NoEvents : IDialogEvents {
     void OnCommandEvent(int) override {}
@@ -175,6 +157,35 @@ TEST_F(QtDialogs, ADialogThatGoesWithTheWindowUnderItTellsItsEndOnce) {
     over.GetWindow()->StartTimer(1);
     over.GetWindow()->Close();
     over.Destroy();
+}
+
+/// "VK_DEAD_ACUTE" and "Key_Dead_Acute" are one name.
+std::string PlainName(const std::string& name, std::size_t prefix) {
+    std::string plain;
+    for (const char c : name.substr(prefix))
+        if (c != '_' && c != ' ') plain += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return plain;
+}
+
+TEST(ExtendedKeys, HaveTheNumbersOfTheToolkitsKeysOfTheirNames) {
+    const QMetaEnum keys = QMetaEnum::fromType<Qt::Key>();
+    std::map<std::string, std::uint32_t> numbers;
+    for (int i = 0; i < keys.keyCount(); ++i)
+        numbers[PlainName(keys.key(i), 4)] = static_cast<std::uint32_t>(keys.value(i));
+    constexpr std::uint32_t kCharacterBit = 0x80000000;
+    constexpr std::uint32_t kFirstBehindVirtualKeys = 0x100;
+    std::string faults;
+    std::string virtualKeys;
+    for (const KeyRow& row : kExtendedKeys) {
+        const std::string name = platform::ToNarrow(row.name);
+        const auto found = numbers.find(PlainName(name, 3));
+        if (row.code < kFirstBehindVirtualKeys)
+            virtualKeys += name + " ";
+        else if (found == numbers.end() || (row.code & ~kCharacterBit) != found->second)
+            faults += name + " ";
+    }
+    EXPECT_EQ(faults, "");
+    EXPECT_EQ(virtualKeys, "VK_BACK VK_NUMLOCK VK_YDIAERESIS ") << "they have virtual keys' numbers";
 }
 
 }  // namespace

@@ -9,13 +9,11 @@
 #include <QTimer>
 
 #include "imports/dialogkit/vmessagebox.h"
-#include "platform/codepage.h"
 #include "platform/paths.h"
 #include "qtinput.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
-#include "suite/dialogkit/qt/qttext.h"
 
 namespace connectdialog::test {
 
@@ -24,37 +22,6 @@ QtPlayedKit::QtPlayedKit() {
 }
 
 QtPlayedKit::~QtPlayedKit() = default;
-
-void QtPlayedKit::ExpectDialog(int templateId, DialogScript script) {
-    expected.push_back({Kind::kDialog, templateId, {}, false, std::move(script), {}});
-}
-void QtPlayedKit::ExpectBox(const VUnicodeString& text, int answer) {
-    expected.push_back({Kind::kBox, answer, text, false, {}, {}});
-}
-void QtPlayedKit::ExpectFolder(const char16_t* path) {
-    expected.push_back({Kind::kFolder, 0, path, path == nullptr, {}, {}});
-}
-void QtPlayedKit::ExpectMenu(MenuChoice choice) {
-    expected.push_back({Kind::kMenu, 0, {}, false, {}, std::move(choice)});
-}
-
-std::string QtPlayedKit::TakeFaults() {
-    for (const Expectation& left : expected)
-        faults.append("did not come: ").append(std::to_string(left.number)).append(platform::ToNarrow(left.text)) +=
-            '\n';
-    expected.clear();
-    return std::exchange(faults, {});
-}
-
-bool QtPlayedKit::Take(Kind kind, const std::string& what, Expectation& taken) {
-    if (expected.empty() || expected.front().kind != kind) {
-        faults.append("unexpected: ").append(what) += '\n';
-        return false;
-    }
-    taken = std::move(expected.front());
-    expected.pop_front();
-    return true;
-}
 
 int QtPlayedKit::ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                                 unsigned flags) {
@@ -93,13 +60,10 @@ void QtPlayedKit::PlayDialog(QtDialogFrame& frame) {
     (void)QTest::qWaitForWindowActive(&frame);
     QtUserDialog dialog(frame);
     Expectation taken;
-    if (Take(Kind::kDialog, "dialog " + std::to_string(dialog.GetTemplateId()), taken)) {
-        if (taken.number != dialog.GetTemplateId()) faults += "another dialog than expected\n";
-        taken.script(dialog);
-    }
+    if (TakeDialog(dialog.GetTemplateId(), taken)) taken.script(dialog);
     dialog.CloseByFrame();
     if (dialog.IsClosed()) return;
-    faults += "a dialog did not close\n";
+    AddFault("a dialog did not close");
     frame.done(QDialog::Rejected);
 }
 
@@ -107,16 +71,14 @@ void QtPlayedKit::PlayBox(QMessageBox& box) {
     (void)QTest::qWaitForWindowActive(&box);
     if (lookAtBox) std::exchange(lookAtBox, nullptr)(box);
     Expectation taken;
-    const std::string text = platform::ToNarrow(boxes.back().text);
-    if (!Take(Kind::kBox, "box " + text, taken)) return box.reject();
-    if (taken.text != boxes.back().text) faults.append("another box than expected: ").append(text) += '\n';
+    if (!TakeBox(boxes.back().text, taken)) return box.reject();
     for (QAbstractButton* button : box.buttons()) {
         if (button->property("answer").toInt() != taken.number) continue;
         return ClickWidget(*button, button->rect().center());
     }
     SendKey(box, kKeyEscape, 0);
     if (!box.isVisible()) return;
-    faults.append("no such answer: ").append(text) += '\n';
+    AddFault("no such answer");
     box.done(0);
 }
 
@@ -148,7 +110,7 @@ void QtPlayedKit::PlayMenu(QMenu& menu) {
         }
     }
     if (!menu.isVisible()) return;
-    if (command != 0) faults.append("not to be chosen: command ").append(std::to_string(command)) += '\n';
+    if (command != 0) AddFault("not to be chosen: command " + std::to_string(command));
     menu.close();
 }
 

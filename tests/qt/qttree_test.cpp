@@ -19,22 +19,16 @@ namespace {
 
 using namespace conformance;
 
-class QtTrees : public ::testing::Test {
+class QtTrees : public DialogKitConformance<QtBackEnd> {
   protected:
-    ~QtTrees() override { EXPECT_EQ(kit.TakeFaults(), ""); }
-
     template <class Script>
     void Run(Script script) {
-        notes.Plant();
-        kit.ExpectDialog(kTemplate.id, [&](QtUserDialog& dialog) {
+        DialogKitConformance::Run([&](QtUserDialog& dialog) {
             tree = &dialog.GetTree(kTree)->GetWidget();
             script(dialog, *dialog.GetTree(kTree));
         });
-        notes.DoModal();
     }
 
-    QtPlayedKit kit;
-    Notes notes;
     QtTree* tree = nullptr;
 };
 

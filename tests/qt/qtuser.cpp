@@ -11,7 +11,6 @@
 #include <QToolBar>
 #include <QToolTip>
 
-#include "platform/codepage.h"
 #include "qtinput.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
@@ -178,37 +177,10 @@ bool QtUserTree::CancelLabel() {
     return IsEditing() && PressKey(kKeyEscape);
 }
 
-TreeItem QtUserTree::Find(std::u16string_view path) const {
-    const VTreeItems& items = *tree->GetItems();
-    TreeItem item = items.GetFirstChild(TreeItem::kNone);
-    while (!path.empty() && item != TreeItem::kNone) {
-        const std::u16string_view name = path.substr(0, path.find(u'\\'));
-        path.remove_prefix(std::min(path.size(), name.size() + 1));
-        item = items.GetFirstChild(item);
-        while (item != TreeItem::kNone && items.GetText(item) != name) item = items.GetNextSibling(item);
-    }
-    return item;
-}
-
 std::string QtUserTree::Read() const {
-    const VTreeItems& items = *tree->GetItems();
-    const QtTreeRows& rows = tree->GetRows();
-    bool isBehind = false;
-    const TreeItem mark = items.GetInsertMark(isBehind);
-    std::string text;
-    for (int i = 0; i < rows.GetCount(); ++i) {
-        const auto [item, level] = rows[i];
-        const auto has = [&items, item = item](TreeItemState state) { return items.HasState(item, state); };
-        if (item == mark && !isBehind) text += "---\n";
-        text.append(static_cast<std::size_t>(2 * level), ' ');
-        text += !items.HasChildrenOrExpander(item) ? " " : has(kTreeExpanded) ? "-" : "+";
-        if (has(kTreeSelected)) text += '*';
-        if (has(kTreeCut)) text += 'x';
-        if (has(kTreeDropTarget)) text += '>';
-        text += platform::ToNarrow(items.GetText(item)) + (items.GetCaret() == item ? " <\n" : "\n");
-        if (item == mark && isBehind) text += "---\n";
-    }
-    return text;
+    std::vector<TreeItem> rows;
+    for (int i = 0; i < tree->GetRows().GetCount(); ++i) rows.push_back(tree->GetRows()[i].item);
+    return ReadTreeRows(*tree->GetItems(), rows);
 }
 
 VUnicodeString QtUserTree::GetTip(TreeItem item) const {

@@ -2,17 +2,18 @@
 // those of the headless back end, so that one script plays in both.
 #pragma once
 
+#include <QGuiApplication>
 #include <QObject>
 #include <QTest>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "imports/dialogkit/treeview.h"
-#include "imports/dialogkit/vpopupmenu.h"
 #include "qtinput.h"
+#include "suite/dialogkit/headless/expectations.h"
+#include "suite/dialogkit/headless/treereading.h"
 #include "suite/dialogkit/qt/qtdialogkit.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
 #include "suite/dialogkit/qt/qttext.h"
@@ -65,7 +66,7 @@ class QtUserTree {
     bool CancelLabel();
     bool Drag(TreeItem item, const DragScript& script);
 
-    TreeItem Find(std::u16string_view path) const;
+    TreeItem Find(std::u16string_view path) const { return FindItemByPath(*tree->GetItems(), path); }
     std::string Read() const;
     VPoint PointOn(TreeItem item, std::int32_t dy = -1) const;
     VUnicodeString GetTip(TreeItem item) const;
@@ -116,30 +117,14 @@ class QtUserDialog {
     std::unique_ptr<QtUserDialog> page;
 };
 
-/// See HeadlessDialogKit.
-class QtPlayedKit : public QObject, public QtDialogKit {
+/// See HeadlessDialogKit. A box whose answer is 0 is closed by other means than a button.
+class QtPlayedKit : public QObject, public QtDialogKit, public UserExpectations<QtUserDialog> {
   public:
-    using DialogScript = std::function<void(QtUserDialog& dialog)>;
-    using MenuChoice = std::function<int(const VPopupMenu& menu)>;
-
-    struct Box {
-        VUnicodeString title;
-        VUnicodeString text;
-        unsigned flags = 0;
-    };
-
     QtPlayedKit();
     ~QtPlayedKit() override;
 
-    void ExpectDialog(int templateId, DialogScript script);
-    /// The answer 0: closed by other means than a button.
-    void ExpectBox(const VUnicodeString& text, int answer);
-    void ExpectFolder(const char16_t* path);
-    void ExpectMenu(MenuChoice choice);
     /// Called with the next box before it is answered.
     void BeforeBox(std::function<void(QWidget& box)> look) { lookAtBox = std::move(look); }
-    const std::vector<Box>& GetBoxes() const { return boxes; }
-    std::string TakeFaults();
 
     int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                        unsigned flags) override;
@@ -149,28 +134,22 @@ class QtPlayedKit : public QObject, public QtDialogKit {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu };
-    struct Expectation {
-        Kind kind;
-        int number = 0;
-        VUnicodeString text;
-        bool isGivenUp = false;
-        DialogScript script;
-        MenuChoice choice;
-    };
-
-    bool Take(Kind kind, const std::string& what, Expectation& taken);
     void Play(QWidget& shown);
     void PlayDialog(QtDialogFrame& frame);
     void PlayBox(QMessageBox& box);
     void PlayFolder(QWidget& dialog);
     void PlayMenu(QMenu& menu);
 
-    std::deque<Expectation> expected;
-    std::vector<Box> boxes;
-    std::string faults;
     std::function<void(QWidget& box)> lookAtBox;
     const VPopupMenu* tracked = nullptr;
+};
+
+/// What takes part in the conformance of back ends.
+struct QtBackEnd {
+    using Kit = QtPlayedKit;
+    using Dialog = QtUserDialog;
+    using Tree = QtUserTree;
+    static bool CanDrag() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
 };
 
 }  // namespace connectdialog::test

@@ -130,34 +130,6 @@ TEST_F(FirewallListTest, OnlyExactlyNoneNeedsNoKey) {
     EXPECT_EQ(VJoin(names, u",", u"", u""), u"None,dmz,odd");
 }
 
-TEST_F(FirewallListTest, TheUserIsAskedOnceAndOnlyForWhatIsMissing) {
-    // The type, the stored name, the answer (null: the user gives up), whether it is saved; the result, the name that
-    // is given, the prompts after two questions, and what is stored then.
-    using Text = const char16_t*;
-    const std::tuple<Text, Text, Text, bool, bool, Text, int, Text> rows[] = {
-        {u"SOCKSv5", u"", u"typed", false, true, u"", 0, u""},
-        {u"SOCKSv5_USERPASS", u"stored", u"typed", false, true, u"stored", 0, u"stored"},
-        {u"SOCKSv5_USERPASS", u"", u"typed", false, true, u"typed", 1, u""},
-        {u"HTTP_BASICAUTH", u"", u"typed", true, true, u"typed", 1, u"typed"},
-        {u"HTTP_BASICAUTH", u"", nullptr, true, false, u"", 2, u""},
-    };
-    for (const auto& [type, stored, answer, saves, result, given, prompts, storedAfter] : rows) {
-        Make(u"f", type, stored);
-        const auto firewall = Load(u"f");
-        panels.promptAnswer = answer;
-        panels.promptSaves = saves;
-        panels.prompts = 0;
-        VUnicodeStringI first;
-        VUnicodeStringI second;
-        EXPECT_EQ(firewall->GetUsername(&first), result);
-        firewall->GetUsername(&second);
-        EXPECT_EQ(first, given);
-        EXPECT_EQ(second, given);
-        EXPECT_EQ(panels.prompts, prompts);
-        EXPECT_EQ(TextAt(u"Firewalls\\f"_v, u"Firewall User"), storedAfter);
-    }
-}
-
 TEST_F(FirewallListTest, APasswordOfAnOlderVersionIsRewrittenOnceItCanBeRead) {
     const TemporaryFolder folder;
     setenv("XDG_DATA_HOME", folder.GetPath().c_str(), 1);

@@ -1,7 +1,6 @@
 // The tree in the store, one folder of it, and the operations on its entries.
 #include "sessiondb/sessiontree.h"
 
-#include <array>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,7 @@
 #include "sessiondb/listmerge.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
-#include "stores/sqlite/sqlitestore.h"
 #include "support/childprocess.h"
-#include "support/dyingfiles.h"
 #include "support/fakesuite.h"
 #include "support/faultystore.h"
 #include "support/temporaryfolder.h"
@@ -59,41 +56,6 @@ class SessionTreeTest : public LibraryTest {
         return paths;
     }
 };
-
-TEST_F(SessionTreeTest, OpeningGivesSessionsOnly) {
-    MakeSession(u"f\\s");
-    const auto session = OpenSession(u"f\\s");
-    ASSERT_TRUE(session);
-    EXPECT_EQ(session->GetName(), u"s");
-    EXPECT_EQ(session->GetPath(), u"f\\s");
-    EXPECT_FALSE(OpenSession(u"f"));
-    EXPECT_FALSE(OpenSession(u"gone"));
-    EXPECT_FALSE(OpenSession(u"default"));
-    EXPECT_FALSE(OpenSession(u""));
-    EXPECT_TRUE(OpenSession(u"Default"));
-}
-
-TEST_F(SessionTreeTest, ARefusedWriteFailsTheWholeSaveAndTheNextOneWritesAll) {
-    static FaultyStoreFactory* faulty = nullptr;
-    FaultyStoreFactory wrapper(*factory);
-    faulty = &wrapper;
-    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
-    const auto session = Make(u"f\\s");
-    for (const int failing : {1, 5, 40}) {
-        wrapper.plan.failWrite = failing;
-        EXPECT_FALSE(SaveSession(*session)) << failing;
-        EXPECT_FALSE(SessionKeyExists(u"f\\s")) << failing;
-    }
-    wrapper.plan.failWrite = 0;
-    wrapper.plan.failCommit = true;
-    EXPECT_FALSE(SaveSession(*session));
-    EXPECT_FALSE(AddFolderEntry(u"", u"g", VUnicodeString(), true));
-    wrapper.plan.failCommit = false;
-    EXPECT_FALSE(SessionKeyExists(u"g"));
-    EXPECT_TRUE(SaveSession(*session));
-    EXPECT_TRUE(OpenSession(u"f\\s"));
-    EXPECT_FALSE(OpenSession(u"f\\s")->IsChanged());
-}
 
 TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
     MakeFolder(u"f");
@@ -226,95 +188,32 @@ TEST_F(EntryOperationsTest, WhatCannotBeDoneChangesNothing) {
     EXPECT_EQ(Dump(), before);
 }
 
-TEST_F(EntryOperationsTest, ManyAreDeletedUpToTheFirstThatIsNotThere) {
-    for (const char16_t* path : {u"f\\a", u"f\\b", u"g\\c", u"d", u"e"}) MakeSession(path);
-    const std::array<VUnicodeString, 6> paths = {u"f\\a", u"g\\c", u"f", u"d", u"f\\b", u"e"};
-    EXPECT_EQ(DeleteEntries(paths), 4U) << "the fifth went with its folder";
-    EXPECT_FALSE(SessionKeyExists(u"f")) << "nor do its lists bring it back";
-    EXPECT_EQ(SessionsOf(u"g"), u"");
-    EXPECT_EQ(SessionsOf(u""), u"e:");
-}
-
 TEST_F(EntryOperationsTest, ARefusedWriteOrCommitChangesNothing) {
     for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"g\\x"}) MakeSession(path);
     FaultyStoreFactory faulty(*factory);
     Use(faulty);
     const std::string before = Dump();
-    for (int failing = 1;; ++failing) {
-        faulty.plan.writes = 0;
-        faulty.plan.failWrite = failing;
-        if (RenameEntry(u"f", u"h", VUnicodeString())) break;
-        faulty.plan.failWrite = 0;
-        ASSERT_EQ(Dump(), before) << failing;
-    }
-    EXPECT_GT(faulty.plan.writes, 10);
-    const std::string after = Dump();
-    faulty.plan.failCommit = true;
-    EXPECT_FALSE(DeleteEntry(u"h"));
-    EXPECT_EQ(MoveEntry(u"h", u"g", true, VUnicodeString(), true), u"");
-    EXPECT_EQ(Dump(), after);
-}
-
-/// The store's file that a child works on, and what is in it as text.
-class StoreFile {
-  public:
-    explicit StoreFile(const std::string& path) : path(path) {}
-    std::unique_ptr<VProfileStoreFactory> Open() const {
-        VReportMessageParams report;
-        auto opened = stores::OpenSqliteStore(path, {}, report);
-        Use(*opened);
-        return opened;
-    }
-    std::string Dump(const ValueNames& names) const { return DumpStore(*Open(), names); }
-
-  private:
-    std::string path;
-};
-
-TEST_F(EntryOperationsTest, AProcessThatDiesLeavesTheStateBeforeOrAfter) {
-    const TemporaryFolder scratch;
-    const std::string original = scratch / "original.db";
-    {
-        const auto opened = StoreFile(original).Open();
-        for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"f\\d\\g", u"g\\x"}) MakeSession(path);
-        ASSERT_TRUE(WriteIsExpanded(u"f\\d", true));
-    }
-    const ValueNames names = AllNames();
-    const std::string before = StoreFile(original).Dump(names);
-    const struct {
-        const char* name;
-        bool (*run)();
-    } operations[] = {
-        {"copy", [] { return !CopyEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); }},
-        {"move", [] { return !MoveEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); }},
-        {"rename", [] { return RenameEntry(u"f", u"F", VUnicodeString()); }},
-        {"delete", [] { return DeleteEntry(u"f"); }},
-    };
-    const StoreFile copy(scratch / "copy.db");
-    /// Runs an operation on a fresh copy, killed before that step on files (0: not at all).
-    const auto runCopy = [&](bool (*run)(), unsigned step) {
-        std::filesystem::copy_file(original, scratch / "copy.db", std::filesystem::copy_options::overwrite_existing);
-        ChildProcess child([&](ChildProcess&) {
-            const auto opened = copy.Open();
-            if (step != 0) DieAtFileStep(step);
-            return run() ? 0 : 1;
-        });
-        return child.Wait();
-    };
-    for (const auto& operation : operations) {
-        ASSERT_EQ(runCopy(operation.run, 0), 0) << operation.name;
-        const std::string after = copy.Dump(names);
-        ASSERT_NE(after, before) << operation.name;
-        int stayed = 0;
-        int exitCode = -1;
-        for (unsigned step = 1; exitCode != 0; ++step) {
-            exitCode = runCopy(operation.run, step);
-            const std::string dump = copy.Dump(names);
-            ASSERT_TRUE(exitCode == 0 || exitCode == -1) << operation.name << step;
-            ASSERT_TRUE(dump == after || (dump == before && exitCode == -1)) << operation.name << step << dump;
-            stayed += dump == before ? 1 : 0;
+    bool (*const operations[])() = {[] { return !CopyEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },
+                                    [] { return !MoveEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },
+                                    [] { return RenameEntry(u"f", u"h", VUnicodeString()); },
+                                    [] { return DeleteEntry(u"f"); }};
+    for (const auto run : operations) {
+        faulty.plan = {.failCommit = true};
+        EXPECT_FALSE(run());
+        faulty.plan = {};
+        ASSERT_EQ(Dump(), before) << "the commit";
+        VProfileStore whole(&faulty);
+        ASSERT_TRUE(whole.JoinUnitOfWork() && run());
+        ASSERT_NE(Dump(), before);
+        EXPECT_GT(faulty.plan.writes, 0);
+        whole.Abandon();
+        ASSERT_EQ(Dump(), before) << "a unit that it took part in";
+        for (int failing = faulty.plan.writes; failing > 0; --failing) {
+            faulty.plan.failWrite = failing;
+            EXPECT_FALSE(run()) << failing;
+            faulty.plan.failWrite = 0;
+            ASSERT_EQ(Dump(), before) << failing;
         }
-        EXPECT_GT(stayed, 3) << operation.name;
     }
 }
 

@@ -1,6 +1,4 @@
 // Files that are no store, damaged stores, and what becomes of them.
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -8,7 +6,6 @@
 #include <memory>
 #include <sqlite3.h>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <vector>
 
@@ -220,53 +217,6 @@ TEST_F(SqliteFile, AFileThatWasReplacedIsNoticedByTheNextStore) {
     EXPECT_TRUE(WriteDwords(*factory, u"k", {u"b"}, 2));
     fs::rename(folder / "kept.db", path);
     EXPECT_EQ(DumpStore(*factory, {u"a", u"b"}), "k 5\n  .a=1\n");
-}
-
-TEST_F(SqliteFile, ACommitThatReadersBlockFailsAndIsUndone) {
-    ASSERT_TRUE(WriteDwords(*Open(), u"k", {u"a"}, 1));
-    stores::SqliteStoreOptions options;
-    options.busyTimeout = std::chrono::milliseconds(20);
-    const Factory factory = stores::OpenSqliteStore(path, options, report);
-    sqlite3* reader = nullptr;
-    sqlite3_open(path.c_str(), &reader);
-    sqlite3_exec(reader, "BEGIN; SELECT count(*) FROM rows", nullptr, nullptr, nullptr);
-    VProfileStore store(factory.get());
-    VProfileKey key(store.GetRootKey(), u"k", 0);
-    VProfileKey made(store.GetRootKey(), u"made", 1);
-    EXPECT_TRUE(key.WriteDword(u"a", 2));
-    EXPECT_FALSE(store.Commit());
-    EXPECT_EQ(store.GetLastReport()->GetCode(), 32U);
-    std::uint32_t value = 0;
-    EXPECT_TRUE(key.ReadDword(u"a", value));
-    EXPECT_EQ(value, 1U);
-    EXPECT_TRUE(key.WriteDword(u"a", 3));
-    sqlite3_close(reader);
-    EXPECT_TRUE(store.Close());
-    EXPECT_EQ(DumpStore(*factory, {u"a"}), "k 5\n  .a=3\n");
-}
-
-TEST_F(SqliteFile, AMediumThatTakesNoMoreFailsTheUnitAndKeepsTheStateBefore) {
-    Fill();
-    const Factory factory = Open();
-    const std::string before = DumpStore(*factory, {u"a"});
-    rlimit limit{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const rlimit low{fs::file_size(path) + 50000, limit.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &low), 0);
-    VProfileStore store(factory.get());
-    bool allWritten = true;
-    for (char16_t i = 0; i < 200; ++i) {  // more than the page cache holds: some of it fails before the commit
-        VProfileKey key(store.GetRootKey(), (u"big\\" + std::u16string(1, u'\u4E00' + i)).c_str(), 0);
-        allWritten = key.WriteString(u"a", std::u16string(100000, u'x').c_str()) && allWritten;
-    }
-    EXPECT_FALSE(allWritten);
-    EXPECT_FALSE(store.Close());
-    EXPECT_NE(store.GetLastReport()->GetCode(), 0U);
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(DumpStore(*factory, {u"a"}), before);
-    EXPECT_TRUE(WriteDwords(*factory, u"after", {u"a"}, 1));
 }
 
 }  // namespace

@@ -1,16 +1,24 @@
-// The reference neighbours: protocols and what the panels keep.
+// The reference neighbours: protocols, what the panels keep and what they ask.
+#include <gtest/gtest.h>
 #include <map>
 
+#include "config/firewallconfig.h"
 #include "config/settingwalk.h"
 #include "foundation/vnarrowstring.h"
+#include "foundation/vunicodestringi.h"
 #include "frame/connectdialogapi.h"
 #include "imports/configpanels.h"
+#include "imports/dialogkit/vdialog.h"
 #include "profile/vvariant.h"
+#include "sessiondb/firewalllist.h"
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
+#include "suite/configpanels/firewallprompt.h"
+#include "suite/configpanels/optionalbox.h"
 #include "suite/configpanels/referenceconfigpanels.h"
-#include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/configpanels/sessionname.h"
+#include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlesskit.h"
 #include "suite/protocols/protocolconfig.h"
 #include "suite/protocols/protocoltraits.h"
 #include "support/suitetest.h"
@@ -57,23 +65,6 @@ VUnicodeString HostOf(const ConnectConfig& config) {
 
 class ProtocolConfigTest : public SuiteTest {};
 
-TEST_F(ProtocolConfigTest, TheCatalogueStandsInItsOrder) {
-    VUnicodeString rows;
-    for (const ConnectProtocolTableElement& row : GetConnectProtocolTable()) {
-        rows += std::to_string(static_cast<int>(row.kind)).c_str();
-        rows += u" " + row.name + u", ";
-        EXPECT_EQ(row.createConfig == nullptr, row.name == u"None");
-        if (row.createConfig == nullptr) continue;
-        const auto config = VRef<ConnectConfig>::Adopt(row.createConfig(nullptr, nullptr, row));
-        EXPECT_EQ(dynamic_cast<ProtocolConfig&>(*config).GetTraits().name, row.name.View());
-    }
-    EXPECT_EQ(
-        rows,
-        u"3 SSH2, 3 SSH1, 3 Telnet, 3 Telnet/SSL, 3 RLogin, 3 Serial, 3 Local Shell, 3 TAPI, 3 Marks, 3 Raw, 3 None, "
-        u"1 Telnet, 1 RLogin, 1 Serial, 1 TAPI, 1 Marks, 1 Raw, 6 SFTP, 6 FTP, 6 FTP/SSL (implicit), "
-        u"6 FTP/SSL (explicit), 6 SCP, 6 None, 7 SSH2, ");
-}
-
 TEST_F(ProtocolConfigTest, EachProtocolSavesItsOwnSettingsUnderTheirNames) {
     for (const GoldenProtocol& golden : kGolden) {
         const auto session = Make(golden.name);
@@ -100,13 +91,9 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     Protocol(*session).ReleasePort();
     session->SetProtocolName(u"Telnet");
     EXPECT_EQ(Protocol(*session).GetPort(), 23) << "a released port stays with its protocol";
-    session->SetProtocolName(u"SSH2");
-    Protocol(*session).SetPort(2222);
-    session->SetProtocolName(u"Telnet");
-    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
     Protocol(*session).SetPort(2323);
     session->SetProtocolName(u"SSH2");
-    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
+    EXPECT_EQ(Protocol(*session).GetPort(), 2323);
     Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
     Protocol(*session).GetRemoteHost().SetUsername(u"u");
     session->SetProtocolName(u"Local Shell");
@@ -163,22 +150,6 @@ TEST_F(ProtocolConfigTest, BothSidesOfASessionShareOneHostAndOneSshPort) {
     EXPECT_FALSE(again->IsChanged() || Protocol(*again).IsMissing());
 }
 
-TEST_F(ProtocolConfigTest, CompletenessNamesWhatIsMissing) {
-    // The state of a new session, and once the target is known; 0: complete.
-    constexpr std::tuple<const char16_t*, std::uint32_t, std::uint32_t> kRows[] = {
-        {u"SSH2", 1, 0}, {u"FTP", 1, 0},         {u"Raw", 2, 2},   {u"Serial", 2, 0},
-        {u"TAPI", 2, 0}, {u"Local Shell", 0, 0}, {u"Marks", 0, 0}, {u"Telnet/SSL", 1, 0}};
-    for (const auto& [protocol, without, with] : kRows) {
-        const auto session = Make(protocol);
-        std::uint32_t state = 99;
-        EXPECT_EQ(Protocol(*session).IsComplete(state), without == 0);
-        EXPECT_EQ(state, without);
-        Protocol(*session).SetHostName(u"x");
-        EXPECT_EQ(Protocol(*session).IsComplete(state), with == 0);
-        EXPECT_EQ(state, with);
-    }
-}
-
 class ConfigPanelsTest : public SuiteTest {
   protected:
     std::uint32_t StoredNumber(const char16_t* name) const { return ReadDwordOr(*factory, kGlobalKey, name, 99); }
@@ -222,23 +193,6 @@ TEST_F(ConfigPanelsTest, ALaunchCommandNamesItsOneSessionWhateverTheName) {
     for (const std::u16string_view bad : {u"", u"\"", u"\"\"", u"\"x", u"x\"", u"\"\xD800\""})
         EXPECT_FALSE(ReadLaunchCommand(std::u16string(shared) + std::u16string(bad), words));
     EXPECT_FALSE(ReadLaunchCommand(u"--other /S \"x\"", words));
-}
-
-TEST_F(ConfigPanelsTest, OneRecordServesTheProcessUntilItIsReadAgain) {
-    const auto global = Global();
-    EXPECT_EQ(Global().Get(), global.Get());
-    EXPECT_EQ(global->configUpgradeMarker.Get(), u"7B2F2717-85C8-4729-8394-3B7697039CEB")
-        << "a new store is no old one";
-    EXPECT_EQ(StoredNumber(u"Line Send Delay"), 99U) << "reading wrote something";
-    global->sessionArrangementMode.Set(2);
-    EXPECT_TRUE(global->Save());
-    EXPECT_EQ(StoredNumber(u"Session Arrangement Mode"), 2U);
-
-    ASSERT_TRUE(WriteDwords(*factory, kGlobalKey, {u"Session Arrangement Mode"}, 1));
-    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 2);
-    GetReferenceConfigPanels().ReloadGlobalConfig();
-    EXPECT_EQ(Global()->sessionArrangementMode.Get(), 1);
-    EXPECT_EQ(global->sessionArrangementMode.Get(), 2);
 }
 
 TEST_F(ConfigPanelsTest, WhatCouldNotBeWrittenIsWrittenByTheNextSave) {
@@ -299,6 +253,63 @@ TEST_F(ConfigPanelsTest, NamesThatTheTreeCannotHoldAreRefused) {
     EXPECT_FALSE(ValidateSessionName(u"Servers", u"New", u"Web", true, nullptr)) << "the path is the folder";
     EXPECT_TRUE(ValidateSessionName(u"", u"New", u"Web", true, nullptr));
     EXPECT_TRUE(ValidateSessionName(u"Servers\\web", u"web", u"Web", false, nullptr));
+}
+
+class PromptsTest : public SuiteTest {
+  protected:
+    ~PromptsTest() override { EXPECT_EQ(kit.TakeFaults(), ""); }
+
+    HeadlessDialogKit kit;
+};
+
+TEST_F(PromptsTest, AFirewallAsksForWhatItLacks) {
+    WithKey(u"Firewalls\\hop", [](VProfileKey& key) { key.WriteString(u"Firewall Type", u"SOCKSv5_USERPASS"); });
+    const auto firewall = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
+    VUnicodeStringI answer;
+    kit.ExpectDialog(FirewallPromptIds::kUsernameDialog, [](HeadlessDialog& dialog) {
+        EXPECT_FALSE(dialog.Press(kIdOk)) << "a name is wanted";
+        dialog.Type(FirewallPromptIds::kAnswer, u"root"_v);
+        dialog.Tick(FirewallPromptIds::kSave, true);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog,
+                     [](HeadlessDialog& dialog) { dialog.Type(FirewallPromptIds::kAnswer, u"given up"_v); });
+    EXPECT_FALSE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"");
+    kit.ExpectDialog(FirewallPromptIds::kPasswordDialog, [](HeadlessDialog& dialog) {
+        dialog.Type(FirewallPromptIds::kAnswer, u"s3cret"_v);
+        dialog.Press(kIdOk);
+    });
+    EXPECT_TRUE(firewall->GetPassword(&answer));
+    EXPECT_EQ(answer, u"s3cret");
+    EXPECT_TRUE(answer.IsSensitive());
+    const auto stored = VRef<FirewallConfig>::Adopt(LoadFirewall(u"hop"_v));
+    EXPECT_TRUE(stored->GetUsername(&answer));
+    EXPECT_EQ(answer, u"root") << "asked to be saved";
+}
+
+TEST_F(PromptsTest, ABoxThatIsNotWantedAgainIsRememberedInTheStoreAtOnce) {
+    VRef<GlobalConfig> global;
+    ASSERT_TRUE(GetGlobalConfig(global, -1));
+    global->lineSendDelay.Set(77);
+    const auto show = [&](bool isTicked, int button, bool isQuestion) {
+        kit.ExpectDialog(OptionalBoxIds::kDialog, [&](HeadlessDialog& dialog) {
+            EXPECT_EQ(dialog.GetText(OptionalBoxIds::kText), u"一\n二");
+            dialog.Tick(OptionalBoxIds::kDontShowAgain, isTicked);
+            EXPECT_TRUE(dialog.Press(button));
+        });
+        return ShowOptionalMessageBox(nullptr, u"一\r\n二\r\n"_v, VUnicodeString(), global->suppressMultiEditWarning,
+                                      u"OK"_v, isQuestion, 1, ~0U);
+    };
+    const auto stored = [&] { return ReadDwordOr(*factory, kGlobalKey, u"Suppress Multi Edit Warning", 99); };
+    EXPECT_NE(show(true, kIdCancel, false), 1);
+    EXPECT_EQ(show(false, kIdOk, false), 1);
+    EXPECT_EQ(stored(), 99U);
+    EXPECT_NE(show(true, OptionalBoxIds::kNo, true), 1);
+    EXPECT_EQ(stored(), 1U);
+    EXPECT_EQ(ReadDwordOr(*factory, kGlobalKey, u"Line Send Delay", 99), 99U) << "only what the box changed";
 }
 
 }  // namespace

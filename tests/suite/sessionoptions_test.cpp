@@ -153,29 +153,6 @@ TEST_F(SessionOptionsTest, WhatWasStoredBeforeIsNobodysFaultToday) {
     EXPECT_EQ(Text(*session, u"Hostname"), u"bad host");
 }
 
-TEST_F(SessionOptionsTest, EveryPageHasRoomForWhatEachPairOfProtocolsHas) {
-    const VRef<SessionConfig> session = Stored(u"SSH2");
-    std::set<std::u16string_view> unseen;
-    for (const OptionPage& page : GetOptionPages())
-        for (const OptionField& field : page.fields)
-            if (field.kind != FieldKind::kName) unseen.insert(field.setting);
-    for (const VUnicodeString& terminal : ListProtocols(ProtocolSide::kTerminal))
-        for (const VUnicodeString& transfer : ListProtocols(ProtocolSide::kTransfer)) {
-            session->SetProtocolName(terminal);
-            session->SetTransferProtocolName(transfer);
-            for (const OptionPage& page : GetOptionPages()) {
-                int height = 0;
-                for (const OptionField& field : page.fields) {
-                    if (field.kind != FieldKind::kName && FindSetting(*session, field.setting) == nullptr) continue;
-                    height += PlaceRow(field.kind, 0).height;
-                    unseen.erase(field.setting);
-                }
-                EXPECT_LE(height, kOptionPageHeight) << Escape(page.path) << Escape(terminal) << Escape(transfer);
-            }
-        }
-    EXPECT_TRUE(unseen.empty()) << Escape(*unseen.begin());
-}
-
 TEST_F(SessionOptionsTest, OfSeveralSessionsOnlyTheUsersChangesTravel) {
     WithKey(u"k", [](VProfileKey& key) { key.WriteDword(u"Idle Timeout", 0); });  // corrected when it is read
     const VRef<SessionConfig> first = Load();

@@ -54,16 +54,6 @@ void TestConnectDialog::EnableEditButtons(bool properties, bool cutCopy, bool ca
     canDelete = canDeleteNow;
 }
 
-RunningSessions TestConnectDialog::AskRunningSessions() {
-    ++inUseQueries;
-    return running;
-}
-
-bool TestConnectDialog::MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) {
-    shortcuts.push_back(arguments + u"|" + label);
-    return !shortcutFails;
-}
-
 bool TestConnectDialog::RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) {
     if (wizardResult == 0) return false;
     config.SetName(u"by wizard"_v);
@@ -120,8 +110,8 @@ void ConnectDialogTest::Open(const ConnectDialogOptions& dialogOptions) {
 }
 
 TreeItem ConnectDialogTest::At(std::u16string_view path) {
-    const TreeItem item = Tree().Find(path);
-    EXPECT_NE(item, TreeItem::kNone) << Escape(path) << " in\n" << Tree().Read();
+    const TreeItem item = FindItemByPath(dialog->Items(), path);
+    EXPECT_NE(item, TreeItem::kNone) << Escape(path);
     return item;
 }
 

@@ -35,14 +35,12 @@ class TestConnectDialog : public ConnectDialog {
     std::string GetEnabled();
 
     RunningSessions running;
-    int inUseQueries = 0;
     /// What the wizard answers; 0: there is no wizard.
     std::int64_t wizardResult = 0;
     bool wizardWanted = true;
     std::int64_t quickConnectResult = kDialogCancelled;
     VUnicodeString quickConnectFolder;
     std::vector<VUnicodeString> shortcuts;  ///< arguments, "|", label
-    bool shortcutFails = false;
 
   protected:
     void EnableConnect(bool button, bool toolbarButton) override;
@@ -51,8 +49,11 @@ class TestConnectDialog : public ConnectDialog {
         ConnectDialog::PostPasteAvailable(isAvailable);
         canPaste = isAvailable;
     }
-    RunningSessions AskRunningSessions() override;
-    bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override;
+    RunningSessions AskRunningSessions() override { return running; }
+    bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override {
+        shortcuts.push_back(arguments + u"|" + label);
+        return true;
+    }
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;
     std::int64_t RunQuickConnect(VRef<ISessionConfig>& config, const VUnicodeString& folder) override;
 

@@ -345,21 +345,6 @@ TYPED_TEST_P(DialogKitConformance, KeysComeToTheDialogBeforeAControlSeesThem) {
     EXPECT_EQ(this->notes.Take(), "2");
 }
 
-TYPED_TEST_P(DialogKitConformance, RectanglesAndWidthsFollowTheTemplate) {
-    using namespace conformance;
-    this->Run([&](auto&) {
-        IDialogWindow& window = *this->window;
-        const VRectangle ok = window.GetRectangle(kIdOk);
-        EXPECT_EQ(ok, window.ToPixels({7, 160, 50, 14}));
-        EXPECT_GE(ok.right - ok.left, 50) << "no unit is below a pixel";
-        EXPECT_GE(ok.bottom - ok.top, 14);
-        window.SetRectangle(kIdOk, {3, 5, 80, 40});
-        EXPECT_EQ(window.GetRectangle(kIdOk), (VRectangle{3, 5, 80, 40}));
-        EXPECT_EQ(window.GetTextWidth(kEdit, u""), 0);
-        EXPECT_LT(window.GetTextWidth(kEdit, u"ab"), window.GetTextWidth(kEdit, u"abab"));
-    });
-}
-
 TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShares) {
     using namespace conformance;
     Page first(this->notes);
@@ -410,36 +395,6 @@ TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShare
     });
 }
 
-TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
-    this->Run([&](auto& dialog) {
-        const int stopped = this->window->StartTimer(30);
-        EXPECT_NE(this->window->StartTimer(30), stopped);
-        this->window->StopTimer(stopped);
-        this->window->StopTimer(4711);
-        dialog.Elapse(200);
-        EXPECT_EQ(this->notes.Take(), "timer") << "it stops itself";
-    });
-}
-
-TYPED_TEST_P(DialogKitConformance, TheToolbarTellsItsCommandsAndIsShownAnew) {
-    VToolbarState bar;
-    bar.Add(2000, u"连接"_v);
-    bar.AddSeparator();
-    bar.Add(2006, u"删除"_v);
-    bar.Enable(2006, false);
-    this->Run([&](auto& dialog) {
-        this->window->ShowToolbar(conformance::kBar, bar);
-        EXPECT_TRUE(dialog.Press(2000));
-        EXPECT_FALSE(dialog.Press(2006));
-        bar.Enable(2006, true);
-        bar.RemoveAt(0);
-        this->window->ShowToolbar(conformance::kBar, bar);
-        EXPECT_FALSE(dialog.Press(2000));
-        EXPECT_TRUE(dialog.Press(2006));
-        EXPECT_EQ(this->notes.Take(), "2000 2006");
-    });
-}
-
 TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     using namespace conformance;
     struct Row {
@@ -475,25 +430,10 @@ TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     });
 }
 
-TYPED_TEST_P(DialogKitConformance, TheClipboardKeepsOneBlockUnderItsName) {
-    const std::vector<std::byte> block = {std::byte{0}, std::byte{255}, std::byte{13}};
-    std::vector<std::byte> read = block;
-    EXPECT_TRUE(this->kit.SetClipboardData(u"a name/会话;=\""_v, block));
-    EXPECT_FALSE(this->kit.GetClipboardData(u"FolderTree"_v, read));
-    EXPECT_TRUE(read.empty());
-    EXPECT_TRUE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read));
-    EXPECT_EQ(read, block);
-    EXPECT_TRUE(this->kit.SetClipboardData(u"FolderTree"_v, {}));
-    EXPECT_FALSE(this->kit.GetClipboardData(u"a name/会话;=\""_v, read)) << "it was replaced";
-    EXPECT_TRUE(this->kit.GetClipboardData(u"FolderTree"_v, read));
-}
-
 REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsToldOnceAndWhatCodeDoesIsNot,
                             PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
-                            KeysComeToTheDialogBeforeAControlSeesThem, RectanglesAndWidthsFollowTheTemplate,
-                            APageLiesInADialogWhoseReturnAndEscapeItShares, TimersGoOnUntilTheyAreStopped,
-                            TheToolbarTellsItsCommandsAndIsShownAnew, BoxesMenusAndDialogsStandOverADialog,
-                            TheClipboardKeepsOneBlockUnderItsName);
+                            KeysComeToTheDialogBeforeAControlSeesThem, APageLiesInADialogWhoseReturnAndEscapeItShares,
+                            BoxesMenusAndDialogsStandOverADialog);
 
 }  // namespace connectdialog::test

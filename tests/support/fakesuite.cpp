@@ -70,7 +70,6 @@ bool FakeConfigPanels::ValidateSessionName(const VUnicodeString& path, const VUn
 }
 
 bool FakeConfigPanels::Ask(IString* answer, bool& save) {
-    ++prompts;
     save = promptSaves;
     if (promptAnswer != nullptr) answer->Assign(promptAnswer, Str::SensitiveState::kPlain);
     return promptAnswer != nullptr;

@@ -90,7 +90,6 @@ class FakeConfigPanels : public IConfigPanels {
     /// What the user answers at a firewall's prompt; null: gives up.
     const char16_t* promptAnswer = nullptr;
     bool promptSaves = false;
-    int prompts = 0;
     /// What was launched: the side, then the command line.
     std::vector<VUnicodeString> launches;
     /// The text of the last optional box, and what is answered.

@@ -155,39 +155,6 @@ TEST_F(WizardTest, WhoDeclinesFinishesAtOnce) {
     EXPECT_FALSE(usesWizard);
 }
 
-/// A sheet of an application's own.
-class Sheet : public NewSessionWizardBase {
-  public:
-    Sheet() : NewSessionWizardBase(nullptr, static_cast<int>(AppKind::kNorHalden)) {}
-    using NewSessionWizardBase::AddWizardPage;
-    int GetFinishPageID() override { return kLast; }
-    int GetTransferPageID() override { return kTransfer; }
-    void SetButtons(unsigned, unsigned) override {}
-    void AddPage(NewSessionWizardPage* page, int& id) override {
-        ++pages;
-        id = static_cast<int>(page->GetResourceID());
-    }
-    int pages = 0;
-};
-
-TEST_F(WizardTest, OneSshPageAndNoneWhereAPlugInHasNone) {
-    panels.table.Clear();
-    for (const char16_t* name : {u"SSH1.new", u"SSH2"})
-        panels.table.Add(MakePagedRow<kFakeSshPage>(AppKind::kNorHalden, name));
-    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Pageless"));
-    panels.table.Add(MakeRow(AppKind::kNorHalden, u"TAPI"));
-    panels.table[3].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
-    Sheet sheet;
-    for (std::size_t row = 0; row < 4; ++row) sheet.AddWizardPage(row);
-    EXPECT_EQ(sheet.pages, 1);
-    EXPECT_EQ(sheet.GetNextProtocolResourceID(u"SSH2"), kFakeSshPage.id);
-    for (const char16_t* name : {u"Pageless", u"TAPI", u"unknown", u""})
-        EXPECT_EQ(sheet.GetNextProtocolResourceID(name), kLast);
-    EXPECT_NE(sheet.GetLastError().GetCode(), 0U);
-    panels.isTransferInstalled = false;
-    EXPECT_EQ(sheet.GetNextID(), kLast);
-}
-
 TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
     panels.table.Clear();
     panels.table.Add(MakePagedRow<kFakeSshPage>(AppKind::kNorHalden, u"SSH2"));

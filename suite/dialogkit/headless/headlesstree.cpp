@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/codepage.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
 
 namespace connectdialog {
@@ -48,12 +47,6 @@ std::int32_t HeadlessTree::GetFirstRow() const {
     return firstRow;
 }
 
-std::int32_t HeadlessTree::LevelOf(TreeItem item) const {
-    std::int32_t level = 0;
-    while ((item = items.GetParent(item)) != TreeItem::kNone) ++level;
-    return level;
-}
-
 VRectangle HeadlessTree::GetClientRectangle() const {
     const VRectangle place = dialog.GetRectangle(id);
     return {0, 0, place.right - place.left, place.bottom - place.top};
@@ -66,7 +59,7 @@ TreeHit HeadlessTree::HitTest(VPoint point) const {
     const auto row = static_cast<std::size_t>(firstRow) + static_cast<std::size_t>(point.y / kRowHeight);
     if (row >= rows.size()) return {};
     const TreeItem item = rows[row];
-    const std::int32_t x = point.x - LevelOf(item) * kIndent;
+    const std::int32_t x = point.x - GetTreeLevel(items, item) * kIndent;
     if (x < 0 || x >= 2 * kIndent + HeadlessTextWidth(items.GetText(item))) return {item, TreePart::kBeside};
     if (x >= 2 * kIndent) return {item, TreePart::kLabel};
     if (x >= kIndent) return {item, TreePart::kIcon};
@@ -82,7 +75,7 @@ bool HeadlessTree::GetItemRectangle(TreeItem item, bool labelOnly, VRectangle& r
     if (top < 0 || top >= client.bottom) return false;
     rectangle = {0, top, client.right, top + kRowHeight};
     if (labelOnly) {
-        rectangle.left = (LevelOf(item) + 2) * kIndent;
+        rectangle.left = (GetTreeLevel(items, item) + 2) * kIndent;
         rectangle.right = rectangle.left + HeadlessTextWidth(items.GetText(item));
     }
     return true;
@@ -136,7 +129,7 @@ void HeadlessTree::DragFromOutside(const VDragData& data, const DragScript& scri
 bool HeadlessTree::SendMouseDown(TreeItem item, MouseButton button, KeyModifiers modifiers, TreePart part) {
     VPoint point = PointOn(item);
     if (HitTest(point).item != item || dialog.IsClosed()) return false;
-    if (part == TreePart::kExpander) point.x = LevelOf(item) * kIndent + kIndent / 2;
+    if (part == TreePart::kExpander) point.x = GetTreeLevel(items, item) * kIndent + kIndent / 2;
     if (HitTest(point).part != part && part == TreePart::kExpander) return false;
     EndLabelEdit(true);  // a click outside of the edit box
     if (IsEditing()) return true;
@@ -194,17 +187,6 @@ bool HeadlessTree::CancelLabel() {
     return true;
 }
 
-TreeItem HeadlessTree::Find(std::u16string_view path) const {
-    TreeItem item = items.GetFirstChild(TreeItem::kNone);
-    while (!path.empty() && item != TreeItem::kNone) {
-        const std::u16string_view name = path.substr(0, path.find(u'\\'));
-        path.remove_prefix(std::min(path.size(), name.size() + 1));
-        item = items.GetFirstChild(item);
-        while (item != TreeItem::kNone && items.GetText(item) != name) item = items.GetNextSibling(item);
-    }
-    return item;
-}
-
 VPoint HeadlessTree::PointOn(TreeItem item, std::int32_t dy) {
     EnsureVisible(item);
     VRectangle label;
@@ -223,27 +205,7 @@ VUnicodeString HeadlessTree::GetTip(TreeItem item) const {
 
 std::string HeadlessTree::Read() const {
     FindRows();
-    bool isBehind = false;
-    const TreeItem mark = items.GetInsertMark(isBehind);
-    std::string text;
-    for (const TreeItem item : rows) {
-        if (item == mark && !isBehind) text += "---\n";
-        AppendRow(text, item);
-        if (item == mark && isBehind) text += "---\n";
-    }
-    return text;
-}
-
-void HeadlessTree::AppendRow(std::string& text, TreeItem item) const {
-    const auto has = [&](TreeItemState state) { return items.HasState(item, state); };
-    text.append(2 * static_cast<std::size_t>(LevelOf(item)), ' ');
-    text += !items.HasChildrenOrExpander(item) ? " " : has(kTreeExpanded) ? "-" : "+";
-    if (has(kTreeSelected)) text += '*';
-    if (has(kTreeCut)) text += 'x';
-    if (has(kTreeDropTarget)) text += '>';
-    text += platform::ToNarrow(items.GetText(item));
-    if (items.GetCaret() == item) text += " <";
-    text += '\n';
+    return ReadTreeRows(items, rows);
 }
 
 DropEffect HeadlessDrag::MoveTo(VPoint newPoint, KeyModifiers modifiers) {

@@ -8,6 +8,7 @@
 
 #include "imports/dialogkit/treeview.h"
 #include "resources/accelerators.h"
+#include "suite/dialogkit/headless/treereading.h"
 
 namespace connectdialog {
 
@@ -69,10 +70,9 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
 
     // What the user sees.
 
-    /// The item whose path of labels this is, without the root's, or kNone. The empty path is the root.
-    TreeItem Find(std::u16string_view path) const;
-    /// One line a row, from the top: two blanks a level, "+" or "-" for an expander, then the label. Before the label
-    /// "*" selected, "x" cut, ">" drop target; behind it " <" where the caret stands; a line "---" for the insert mark.
+    /// See treereading.h.
+    TreeItem Find(std::u16string_view path) const { return FindItemByPath(items, path); }
+    /// All rows from the top: see ReadTreeRows.
     std::string Read() const;
     /// The middle of the label, scrolled into view and, as far as it goes, away from the edges where a drag scrolls;
     /// `dy` pixels from the row's top when it is not negative.
@@ -107,9 +107,7 @@ class HeadlessTree : public ITreeView, private ITreeItemsObserver {
     /// Finds the rows when they changed since the last time: not in each change, or many would take long.
     void FindRows() const;
     bool SendMouseDown(TreeItem item, MouseButton button, KeyModifiers modifiers, TreePart part);
-    std::int32_t LevelOf(TreeItem item) const;
     std::int32_t CountRowsInView() const;
-    void AppendRow(std::string& text, TreeItem item) const;
 
     HeadlessDialog& dialog;
     int id;
