@@ -89,19 +89,17 @@ TEST_F(Editing, TheWizardReplacesTheOptionsUntilTheUserDeclinesIt) {
     Begin({u"x"}, u"x");
     panels.global->useNewSessionWizard.Set(true);
     options.edit = [](ISessionConfig& config) { config.SetName(u"by options"_v); };
-    struct Row {
-        std::int64_t result;
-        bool isWanted;
-        const char* stored;
-    };
-    for (const Row& row : {Row{2, true, "x"},
-                           {12325, true, "by wizard x"},
-                           {12325, false, "by options by wizard x"},
-                           {2, true, "by options by wizard New x"}}) {  // declined: not asked any more
-        dialog->wizardResult = row.result;
-        dialog->wizardWanted = row.isWanted;
+    // The wizard's result, whether it is wanted from now on, and what is stored then.
+    const std::tuple<std::int64_t, bool, const char*> rows[] = {
+        {2, true, "x"},
+        {12325, true, "by wizard x"},
+        {12325, false, "by options by wizard x"},
+        {2, true, "by options by wizard New x"}};  // declined: not asked any more
+    for (const auto& [result, isWanted, stored] : rows) {
+        dialog->wizardResult = result;
+        dialog->wizardWanted = isWanted;
         Command(kNewSession);
-        EXPECT_EQ(StoredIn(u""), row.stored);
+        EXPECT_EQ(StoredIn(u""), stored);
     }
 }
 
@@ -110,24 +108,6 @@ TEST_F(Editing, ARenamedFolderLooksAsBefore) {
     Begin({u"f\\g\\s", u"f\\h\\t", u"f\\u"}, u"f\\g\\s");
     Rename(u"f", u"e"_v);
     EXPECT_EQ(Tree().Read(), "-Sessions\n  -*e <\n    -g\n       s\n    +h\n     u\n");
-}
-
-TEST_F(Editing, ARenameThatChangesNothingDoesNothing) {
-    Begin({u"s"}, u"s");
-    const TreeItem item = At(u"s");
-    Command(kRename);
-    EXPECT_TRUE(Tree().TypeLabel(u"  s "_v));
-    EXPECT_TRUE(Window().PressKey(kKeyF2));
-    // While a label is edited keys are text.
-    Window().PressKey(kKeyDelete);
-    Window().PressKey(u'C', Accelerator::kControl);
-    EXPECT_TRUE(Tree().IsEditing());
-    EXPECT_EQ(dialog->GetEnabled(), "CcPXD");
-    Click(u"");
-    EXPECT_FALSE(Tree().IsEditing());
-    EXPECT_EQ(At(u"s"), item) << "the item was not even made anew";
-    Command(kRename);
-    EXPECT_FALSE(Tree().IsEditing()) << "the root has no name to change";
 }
 
 TEST_F(Editing, ARenameKeepsItsPlaceAmongSessionsThatAreNotShown) {

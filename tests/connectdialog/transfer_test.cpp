@@ -52,23 +52,19 @@ TEST_F(Transfer, TheRecordHasItsPublishedLayout) {
 TEST_F(Transfer, PasteSelectsWhatItMadeAndTellsWhatItRefuses) {
     OpenWorld(kAlphabetical);
     MakeFolder(u"g\\in");
-    struct Row {
-        const char16_t* source;
-        const char16_t* target;
-        bool isCut;
-        const char* selected;
-        const char16_t* refusal;
-    };
-    for (const Row& row : {Row{u"f", u"f", false, "f", u"Cannot copy a folder into itself"},
-                           {u"f", u"f\\in", true, "in", u"Cannot copy or move a parent folder into a child"},
-                           {u"f\\in", u"g", true, "g", u"in already exists in the target folder"},
-                           {u"f\\a", u"f\\b", true, "b", nullptr},  // its own folder: nothing
-                           {u"f\\a", u"f", false, "a (1)", nullptr},
-                           {u"s", u"f\\a", true, "s", nullptr}}) {
-        if (row.refusal != nullptr) kit.ExpectBox(row.refusal, kAnswerOk);
-        CopyTo(row.source, row.target, row.isCut);
-        EXPECT_EQ(Selected(), row.selected);
-        EXPECT_EQ(dialog->GetEnabled().ends_with('V'), !row.isCut);
+    // The source, the target, whether it is cut, what is selected then, and the refusal.
+    const std::tuple<const char16_t*, const char16_t*, bool, const char*, const char16_t*> rows[] = {
+        {u"f", u"f", false, "f", u"Cannot copy a folder into itself"},
+        {u"f", u"f\\in", true, "in", u"Cannot copy or move a parent folder into a child"},
+        {u"f\\in", u"g", true, "g", u"in already exists in the target folder"},
+        {u"f\\a", u"f\\b", true, "b", nullptr},  // its own folder: nothing
+        {u"f\\a", u"f", false, "a (1)", nullptr},
+        {u"s", u"f\\a", true, "s", nullptr}};
+    for (const auto& [source, target, isCut, selected, refusal] : rows) {
+        if (refusal != nullptr) kit.ExpectBox(refusal, kAnswerOk);
+        CopyTo(source, target, isCut);
+        EXPECT_EQ(Selected(), selected);
+        EXPECT_EQ(dialog->GetEnabled().ends_with('V'), !isCut);
         EXPECT_EQ(Tree().Read().find('x'), Tree().Read().find("x\n")) << "no cut mark is left";
     }
     EXPECT_EQ(Stored(), "f/ g/ t | in/ a a (1) b s | x | in/ c");

@@ -233,22 +233,6 @@ TEST_F(Policies, WhatMayBeSavedFollowsThePoliciesAndIsFixedOnceAsked) {
     }
 }
 
-TEST(Environment, NamesBetweenSignsAreReplacedOnce) {
-    setenv("HIVES_A", "one", 1);
-    setenv("HIVES_B", "%HIVES_A%", 1);
-    setenv("HIVES_EMPTY", "", 1);
-    const char16_t* const kRows[][2] = {{u"a%HIVES_A%b%HIVES_A%", u"aonebone"},
-                                        {u"%HIVES_B%", u"%HIVES_A%"},
-                                        {u"[%HIVES_EMPTY%]", u"[]"},
-                                        {u"100%", u"100%"},
-                                        {u"%%", u"%%"},
-                                        {u"%NOT_SET%HIVES_A%", u"%NOT_SETone"},
-                                        {u"%HIVES=A%", u"%HIVES=A%"}};
-    for (const auto& [text, expanded] : kRows)
-        EXPECT_EQ(VExpandEnvironment(text), expanded) << platform::ToNarrow(text);
-    EXPECT_EQ(VExpandEnvironment(VUnicodeString(std::u16string(510, u'x')) + u"%HIVES_A%").Right(2), u"xo");
-}
-
 TEST(Environment, PortableTokensAreReplacedWhereTheirVariableIsSet) {
     unsetenv("U3_APP_DATA_PATH");
     setenv("U3_DEVICE_DOCUMENT_PATH", "E:\\Docs", 1);

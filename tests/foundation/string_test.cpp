@@ -6,7 +6,6 @@
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
-#include "foundation/commandline.h"
 #include "foundation/numericcompare.h"
 #include "foundation/texttools.h"
 #include "foundation/utf8.h"
@@ -196,36 +195,6 @@ TEST(CodePage, ReplacesWhatIsMalformed) {
 
 using test::Strings;
 
-TEST(Array, InsertsRemovesAndChecks) {
-    VArray<std::string> array;
-    array.Add("d");
-    array.Insert(0, "a");
-    const std::string run[] = {"b", "c"};
-    array.InsertRun(1, run, 2);
-    for (int i = 0; i < 9; ++i) array.Add(array[0]);
-    array.RemoveAt(3);
-    EXPECT_EQ(array[0] + array[1] + array[2] + array[3], "abca");
-    using OutOfRange = VArray<std::string>::OutOfRange;
-    EXPECT_THROW(array[12], OutOfRange);
-    EXPECT_THROW(array.RemoveAt(12), OutOfRange);
-    EXPECT_THROW(array.Insert(13, ""), OutOfRange);
-}
-
-TEST(StringArray, HasABinaryForm) {
-    const VStringArray array = Strings({u"\u4E2Da", u""});
-    VBasicBuffer buffer(0);
-    ASSERT_TRUE(array.WriteTo(&buffer));
-    const std::uint8_t expected[] = {0, 0, 0, 12, 0, 0, 0, 4, 0x2D, 0x4E, 'a', 0, 0, 0, 0, 0};
-    EXPECT_EQ(std::string(buffer.GetData(), buffer.GetData() + buffer.GetDataLength()),
-              std::string(std::begin(expected), std::end(expected)));
-    VStringArray read = Strings({u"old"});
-    ASSERT_TRUE(read.ReadFrom(&buffer));
-    EXPECT_TRUE(read == array);
-    VBasicBuffer empty(4);
-    ASSERT_TRUE(VStringArray().WriteTo(&empty));
-    EXPECT_TRUE(read.ReadFrom(&empty) && read.IsEmpty());
-}
-
 TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
     test::FreeWatch watch(kSecret);
@@ -275,30 +244,6 @@ TEST(NumericCompare, LongRunsTakeNoLongTime) {
     for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
         const std::u16string text = std::u16string(100'000, filler) + u"x1";
         EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
-    }
-}
-
-TEST(CommandLine, IsTakenApartByOneRule) {
-    struct Row {
-        const char16_t* line;
-        bool isClosed;
-        std::initializer_list<const char16_t*> words;
-    };
-    const Row rows[] = {{u"", true, {}},
-                        {u"   ", true, {}},
-                        {u"a  b\tc ", true, {u"a", u"b\tc"}},
-                        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
-                        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
-                        {u"\"\" x", true, {u"", u"x"}},
-                        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
-                        {u"\"a\"\"", true, {u"a\""}},
-                        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
-                        {u"a \"b c", false, {u"a", u"b c"}},
-                        {u"\"", false, {u""}}};
-    for (const Row& row : rows) {
-        VStringArray words;
-        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
-        EXPECT_TRUE(words == Strings(row.words));
     }
 }
 

@@ -238,24 +238,20 @@ TEST_F(TextFileTest, FindsTheEncodingAndTheLines) {
 }
 
 TEST_F(TextFileTest, WritesEachEncodingWithItsMark) {
-    const struct {
-        TextEncoding encoding;
-        LineEnding ending;
-        std::string bytes;
-    } rows[] = {
+    const std::tuple<TextEncoding, LineEnding, std::string> rows[] = {
         {TextEncoding::kUnknown, LineEnding::kCrLf, "\xFF\xFE\xE4\0=\xD8\0\xDE\r\0\n\0"s},
         {TextEncoding::kLocal, LineEnding::kCr, "\xC3\xA4\xF0\x9F\x98\x80\r"},
         {TextEncoding::kUtf8, LineEnding::kLf, "\xEF\xBB\xBF\xC3\xA4\xF0\x9F\x98\x80\n"},
         {TextEncoding::kUtf16Be, LineEnding::kCrLfToo, "\xFE\xFF\0\xE4\xD8=\xDE\0\0\r\0\n"s},
         {TextEncoding::kUtf32Le, LineEnding::kLf, "\xFF\xFE\0\0\xE4\0\0\0\0\xF6\1\0\n\0\0\0"s},
     };
-    for (const auto& row : rows) {
-        file.SetEncoding(row.encoding);
-        file.SetLineEnding(row.ending);
+    for (const auto& [encoding, ending, bytes] : rows) {
+        file.SetEncoding(encoding);
+        file.SetLineEnding(ending);
         ASSERT_TRUE(Open(platform::kCreateAlways));
         EXPECT_TRUE(file.WriteLine(u"ä😀"));
         EXPECT_TRUE(file.Close());
-        EXPECT_EQ(folder.Read("text"), row.bytes) << static_cast<int>(row.encoding);
+        EXPECT_EQ(folder.Read("text"), bytes) << static_cast<int>(encoding);
     }
 }
 
