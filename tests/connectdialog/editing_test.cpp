@@ -47,23 +47,6 @@ TEST_F(Editing, ANewFolderIsStoredWhenItsNameIsFinal) {
     EXPECT_FALSE(AddFolderEntry(u"", u"s", VUnicodeString(), true)) << "a session stands there";
 }
 
-TEST_F(Editing, ANameThatCannotStandKeepsTheUserInTheEdit) {
-    MakeFolder(u"taken");
-    Begin({u"s"}, u"s");
-    Command(kNewFolder);
-    const std::u16string tooLong(256, u'x');
-    for (const char16_t* bad : {u"", u"  ", u"a\\b", u"a:b", u"TAKEN", u"s", u"a\nb", u"__folderdata__", u"DEFAULT",
-                                u"a\x202E\x0062", tooLong.c_str()}) {
-        panels.refusedNames.clear();
-        EXPECT_TRUE(Tree().TypeLabel(bad));
-        EXPECT_EQ(panels.refusedNames.size(), 1U) << Escape(bad);
-        EXPECT_TRUE(Tree().IsEditing()) << Escape(bad);
-    }
-    EXPECT_EQ(StoredIn(u""), "taken/ s");
-    EXPECT_TRUE(Tree().TypeLabel(VUnicodeString(tooLong).Left(255)));
-    EXPECT_TRUE(SessionKeyExists(VUnicodeString(tooLong).Left(255)));
-}
-
 TEST_F(Editing, ANewSessionIsWhatTheOptionsMadeOfTheTemplate) {
     Begin({u"f\\b", u"x"}, u"f");
     panels.global->optionsPagePath.Set(u"Terminal"_v);

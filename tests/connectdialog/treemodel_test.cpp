@@ -204,32 +204,6 @@ namespace fs = std::filesystem;
 
 using BadInput = ConnectDialogTest;
 
-TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted) {
-    const std::u16string longName(400, u'n');
-    for (const std::u16string_view name :
-         {std::u16string_view(u"a:b"), std::u16string_view(u"a\r\nb"), std::u16string_view(u"a & \"b\" "),
-          std::u16string_view(u"\x202Eright"), std::u16string_view(u"\xD800"), std::u16string_view(longName)}) {
-        for (const SessionArrangement arrangement : {SessionArrangement::kAlphabetical, SessionArrangement::kManual}) {
-            SCOPED_TRACE(Escape(name));
-            WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"Sessions"); });
-            const std::u16string path(name);
-            AddSession((u"f\\" + path).c_str());
-            AddSession(u"f\\other");
-            MakeFolder(u"g");
-            Arrange(arrangement);
-            Open();
-            EXPECT_TRUE(DragTo(u"f\\" + path, u"g"));
-            CopyTo(u"g\\" + path, u"f", false);
-            Rename(u"g\\" + path, u"plain"_v);
-            EXPECT_EQ(StoredIn(u"g"), "plain");
-            Click(u"f\\" + path);
-            EXPECT_TRUE(SessionKeyExists(VUnicodeString(u"f\\" + path)));
-            Delete();
-            EXPECT_EQ(StoredIn(u"f"), "other");
-        }
-    }
-}
-
 TEST_F(BadInput, WhatAnotherDialogChangedIsNotLostAndWhatItDeletedDoesNotComeBack) {
     AddSessions({u"f\\a", u"f\\b", u"g\\c"});
     Arrange(SessionArrangement::kManual);

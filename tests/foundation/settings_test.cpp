@@ -178,23 +178,6 @@ TEST_F(Policies, ThePlacesAreAskedInTheirOrder) {
     EXPECT_EQ(value, 2U) << "a value of another type does not count";
 }
 
-TEST_F(Policies, AProductsSettingStandsUnderItsNamesOldAndNew) {
-    hives.WriteMachine(
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark\\NorHalden]\n\"new\"=dword:1\n"
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second]\n\"old\"=dword:2\n"
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second 3.0]\n\"old\"=dword:3\n");
-    // The name, both products and the value; 0: not found.
-    constexpr std::tuple<const char16_t*, const char16_t*, const char16_t*, std::uint32_t> kRows[] = {
-        {u"new", u"NorHalden", u"Second", 1}, {u"old", u"norhalden x", u"Second", 2}, {u"old", u"HALDEN", u"Second", 3},
-        {u"old", u"Tessaly", u"Second", 0},   {u"new", u"NorHalden", u"", 0},         {u"new", nullptr, u"Second", 0},
-    };
-    for (const auto& [name, product, secondary, expected] : kRows) {
-        std::uint32_t value = 0;
-        EXPECT_EQ(VGetProductDword(name, product, secondary, value), expected != 0);
-        EXPECT_EQ(value, expected);
-    }
-}
-
 TEST_F(Policies, TheProductsRootIsTheFirstCandidateThatIsThere) {
     EXPECT_EQ(VGetProductRoot(u"NorHalden"), u"SOFTWARE\\Brennmark\\NorHalden");
     EXPECT_EQ(VGetVendorRoot(), u"SOFTWARE\\Brennmark");

@@ -129,25 +129,6 @@ TEST(File, WritesAtItsPositionAndMapsAView) {
     EXPECT_EQ(folder.Read("data"), "x1ab45");
 }
 
-TEST(File, ShareModeKeepsOthersOut) {
-    const std::tuple<std::uint32_t, std::uint32_t, bool> rows[] = {
-        {0, 1, false}, {1, 0, false}, {1, 1, true}, {3, 1, true}};
-    for (const auto& [firstShares, secondShares, opens] : rows) {
-        const TemporaryFolder folder;
-        folder.Write("data", "text");
-        VFile first;
-        first.SetShareMode(firstShares);
-        ASSERT_TRUE(first.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
-        VFile second;
-        second.SetShareMode(secondShares);
-        EXPECT_EQ(second.Open(folder.Name("data"), kReadWrite, platform::kCreateAlways), opens);
-        EXPECT_EQ(platform::GetLastErrorCode(), opens ? platform::kAlreadyExists : platform::kSharingViolation);
-        EXPECT_EQ(folder.Read("data"), opens ? "" : "text") << "a file that is refused must not be emptied";
-        first.Close();
-        EXPECT_TRUE(second.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
-    }
-}
-
 TEST(File, RangeLocksAreSeenByAnotherProcess) {
     using platform::LockMode;
     const TemporaryFolder folder;

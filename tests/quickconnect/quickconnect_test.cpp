@@ -58,29 +58,6 @@ VUnicodeString HostOf(ISessionConfig& session) {
     return host;
 }
 
-TEST_F(QuickConnectTest, ConnectWaitsForAHostAndTheLastOneIsOfferedAgain) {
-    const auto first = Show([](HeadlessDialog& dialog) {
-        EXPECT_EQ(dialog.GetText(QuickConnectIds::kProtocol), u"SSH2");
-        EXPECT_FALSE(dialog.Press(kIdOk));
-        EXPECT_TRUE(Pick(dialog, u"Telnet"));
-        EXPECT_TRUE(dialog.GetPage()->Type(kFakeHost, u"h"_v));
-        EXPECT_TRUE(dialog.GetPage()->PressKey(kKeyReturn)) << "the page's Return key is the dialog's";
-    });
-    ASSERT_TRUE(first);
-    EXPECT_FALSE(first->IsStored());
-    Show([](HeadlessDialog& dialog) {
-        EXPECT_EQ(dialog.GetText(QuickConnectIds::kProtocol), u"Telnet");
-        EXPECT_EQ(dialog.GetPage()->GetText(kFakeHost), u"h");
-        dialog.GetPage()->Type(kFakeHost, u"other"_v);
-        dialog.GetPage()->PressKey(kKeyEscape);
-        EXPECT_TRUE(dialog.IsClosed());
-    });
-    ISessionConfig* last = nullptr;
-    GetQuickConnectConfig(&last, kTerminal);
-    EXPECT_EQ(HostOf(*VRef<ISessionConfig>::Adopt(last)), u"h") << "a cancelled dialog changes nothing";
-    EXPECT_FALSE(SessionKeyExists(u"h"));
-}
-
 TEST_F(QuickConnectTest, ASavedSessionGetsANameThatCanStandAndIsFree) {
     MakeSession(u"web");
     const std::u16string tooLong(10000, u'h');
