@@ -13,7 +13,6 @@
 #include "foundation/vstringarray.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunicodestringi.h"
-#include "platform/codepage.h"
 #include "support/freewatch.h"
 #include "support/strings.h"
 
@@ -168,16 +167,6 @@ TEST(Utf8, EncodesAllButALoneHighSurrogate) {
     EXPECT_TRUE(Utf8FromWide(all) == "a\xC3\xA4\xE4\xB8\xAD\xF0\x9F\x98\x80\xED\xB0\x80z");
     EXPECT_TRUE(Utf8FromWide(u"abc\xD800") == "");
     EXPECT_TRUE(Utf8FromWide(u"abc\xD800z") == "");
-}
-
-TEST(CodePage, ReplacesWhatIsMalformed) {
-    using namespace std::string_view_literals;
-    const std::pair<std::string_view, std::u16string_view> rows[] = {
-        {"a\0b"sv, u"a\0b"sv},     {"\xC0\x80", u"\uFFFD\uFFFD"}, {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-        {"\xE4\xB8z", u"\uFFFDz"}, {"\xFF\xFE", u"\uFFFD\uFFFD"},
-    };
-    for (const auto& [bytes, expected] : rows) EXPECT_EQ(platform::ToWide(bytes), expected) << bytes;
-    EXPECT_EQ(platform::ToNarrow(u"a\xD800z\xDC00\xD83D\xDE00"), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80");
 }
 
 using test::Strings;

@@ -1,5 +1,6 @@
 #include "sessiondb/runningsessions.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -164,6 +165,31 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     EXPECT_EQ(DescribeUnheardHosts(running),
               u"Running applications may not have been found: Access was denied.\nWhat they have open is not known.");
     EXPECT_TRUE(fs::is_empty(own));
+}
+
+TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
+    StartHost(kNorHaldenFrameClass, {u"late"});
+    const std::vector<platform::HostName> hosts = platform::FindHosts(kNorHaldenFrameClass).names;
+    const VUnicodeString block = VMemoryMappedBuffer::kSharedName;
+    const platform::LockHandle lock = platform::OpenNamedLock(block + u".lock");
+    ASSERT_TRUE(platform::AcquireNamedLock(lock, true));
+    const int runtime = platform::OpenRuntimeFolder();
+    const int asker = platform::MakeHostSocket();
+    const sockaddr_un address = platform::HostAddress(runtime, hosts.at(0));
+    ASSERT_EQ(connect(asker, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_TRUE(platform::SendPacket(asker, {kRunningSessionsMessage, 0, 100}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    close(asker);
+    close(runtime);
+    // The asker makes the block for the next host before this one comes to write.
+    platform::SharedMemory next;
+    ASSERT_TRUE(platform::OpenSharedMemory(block, 100, next));
+    platform::CloseNamedLock(lock);
+    const auto deadline = Clock::now() + std::chrono::seconds(5);
+    EXPECT_GT(platform::SendToHosts(hosts, kRunningSessionsMessage, 0, 0, deadline).at(0).value, 0U) << "it is done";
+    const auto* bytes = static_cast<const std::uint8_t*>(next.view);
+    EXPECT_EQ(std::count(bytes, bytes + 100, 0), 100);
+    platform::CloseSharedMemory(block, next);
 }
 
 TEST_F(RunningSessionsTest, TwoAskAtOnceAlthoughAHostHangs) {
