@@ -105,21 +105,6 @@ TEST_F(SessionConfigTest, DelaysThatAKeyLacksComeFromTheGlobalSettings) {
     EXPECT_EQ(TextOf(*session, u"Character Send Delay"), u"9");
 }
 
-TEST_F(SessionConfigTest, FramesBeginAsTheGlobalSettingsSayButForTheTemplate) {
-    const auto placementOf = [](ISessionConfig& session) {
-        return dynamic_cast<VProfileWindowPlacement&>(*session.FindValue(u"RemoteFrame Window Placement")).Get();
-    };
-    const auto session = Load([](VProfileKey& key) { key.WriteString(u"Tessaly Remote Tab State", u"1,5,6"); });
-    EXPECT_EQ(placementOf(*session).normal, (VRectangle{1, 2, 3, 4}));
-    EXPECT_EQ(TextOf(*session, u"Remote ExplorerFrame State"), u"0,10,20");
-    EXPECT_EQ(TextOf(*session, u"Tessaly Remote Tab State"), u"1,5,6");
-    WithKey(u"Sessions\\default", [&](VProfileKey& key) {
-        const auto unplaced = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"default", &key));
-        EXPECT_EQ(placementOf(*unplaced), VWindowPlacement::Unplaced());
-        EXPECT_EQ(TextOf(*unplaced, u"Remote ListView State"), u"1,1,1,0,0");
-    });
-}
-
 TEST_F(SessionConfigTest, AnEmptyProtocolNameIsNoProtocolAndAnAbsentOneIsTheFirst) {
     const auto session = Load([](VProfileKey& key) { key.WriteString(u"Protocol Name", u""); });
     VUnicodeString name;

@@ -83,12 +83,8 @@ TEST_F(SecretCommand, AKeyFileIsTheUsersOwnAndNeverReplaced) {
     fs::copy_file(KeyFile("other"), KeyFile());
     Badly(Secret("unprotect", stored, User()), "The key is not there");
 
-    struct Row {
-        const char* what;
-        void (*spoil)(const std::string& file, const std::string& kept);
-        const char* expected;
-    };
-    const Row kRows[] = {
+    using Spoil = void (*)(const std::string& file, const std::string& kept);
+    const std::tuple<const char*, Spoil, const char*> kRows[] = {
         {"a link", [](const std::string& file, const std::string& kept) { fs::create_symlink(kept, file); }, ""},
         {"open to others",
          [](const std::string& file, const std::string& kept) {
@@ -104,13 +100,13 @@ TEST_F(SecretCommand, AKeyFileIsTheUsersOwnAndNeverReplaced) {
          "The data is not valid"},
         {"a folder", [](const std::string& file, const std::string&) { fs::create_directory(file); }, ""},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [what, spoil, expected] : kRows) {
+        SCOPED_TRACE(what);
         fs::remove(KeyFile());
-        row.spoil(KeyFile(), scratch / "kept");
+        spoil(KeyFile(), scratch / "kept");
         const auto before = fs::symlink_status(KeyFile());
-        Badly(Secret("unprotect", stored, User()), std::string("not unprotected: ") + row.expected);
-        Badly(Secret("protect", "x", User()), std::string("not protected: ") + row.expected);
+        Badly(Secret("unprotect", stored, User()), std::string("not unprotected: ") + expected);
+        Badly(Secret("protect", "x", User()), std::string("not protected: ") + expected);
         EXPECT_EQ(fs::symlink_status(KeyFile()).type(), before.type());
     }
     fs::remove(KeyFile());

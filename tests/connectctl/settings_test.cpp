@@ -18,12 +18,8 @@ using Json = nlohmann::json;
 
 TEST_F(ToolTest, WhatIsSetIsGot) {
     Seed();
-    const struct {
-        std::string name;
-        std::string value;
-        std::string text;  ///< what get prints
-        Json json;         ///< what get --json gives
-    } rows[] = {
+    // The name, what is set, what get prints, and what get --json gives.
+    const std::tuple<std::string, std::string, std::string, Json> rows[] = {
         {"Use Title Bar", "yes", "true", true},
         {"Auto Reconnect", "Global", "global", "global"},
         {"Restart Data Size", "-2147483648", "-2147483648", -2147483647 - 1},
@@ -36,10 +32,10 @@ TEST_F(ToolTest, WhatIsSetIsGot) {
         {"Description", "one\r\ntwo", R"(["one","two"])", {"one", "two"}},
         {"Hostname", "other.example.net", "other.example.net", "other.example.net"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(RunWell({"set", "Servers\\db", row.name, row.value}), "") << row.name << ": " << row.value;
-        EXPECT_EQ(RunWell({"get", "Servers\\db", row.name}), row.text + "\n") << row.name;
-        EXPECT_EQ(Json::parse(RunWell({"get", "--json", "Servers\\db", row.name}))["value"], row.json) << row.name;
+    for (const auto& [name, value, text, json] : rows) {
+        EXPECT_EQ(RunWell({"set", "Servers\\db", name, value}), "") << name << ": " << value;
+        EXPECT_EQ(RunWell({"get", "Servers\\db", name}), text + "\n") << name;
+        EXPECT_EQ(Json::parse(RunWell({"get", "--json", "Servers\\db", name}))["value"], json) << name;
     }
     RunWell({"set", "zeta", "Keymap v3", R"(["N VK_A MENU_COPY"])"});
     EXPECT_NE(RunWell({"keymap", "show", "zeta"}).find("MENU_COPY\n"), std::string::npos);

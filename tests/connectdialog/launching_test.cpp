@@ -270,18 +270,16 @@ TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {
     const std::string path = searchPath != nullptr ? searchPath : "/usr/bin:/bin";
     setenv("PATH", (scratch.GetPath().string() + ":" + path).c_str(), 1);
     const std::string web = FileOf("web").string();
-    const struct {
-        const char* desktops;
-        std::string mark;
-    } rows[] = {{"KDE", ""},
-                {"ubuntu:GNOME", "set -t string -- " + web + " metadata::trusted true\n"},
-                {"XFCE", "set -t string -- " + web + " metadata::xfce-exe-checksum "}};
-    for (const auto& row : rows) {
-        setenv("XDG_CURRENT_DESKTOP", row.desktops, 1);
+    const std::pair<const char*, std::string> rows[] = {
+        {"KDE", ""},
+        {"ubuntu:GNOME", "set -t string -- " + web + " metadata::trusted true\n"},
+        {"XFCE", "set -t string -- " + web + " metadata::xfce-exe-checksum "}};
+    for (const auto& [desktops, mark] : rows) {
+        setenv("XDG_CURRENT_DESKTOP", desktops, 1);
         fs::remove(scratch / "marks");
         EXPECT_TRUE(CreateShortcutTo({u"\\bin\\true", true, {}}, u"/S \"x\" ", u"web")) << "marked or not";
         const std::string marks = scratch.Read("marks");
-        EXPECT_TRUE(row.mark.empty() ? marks.empty() : marks.starts_with(row.mark)) << marks;
+        EXPECT_TRUE(mark.empty() ? marks.empty() : marks.starts_with(mark)) << marks;
     }
     const std::string sum = RunProcess({"/usr/bin/sha256sum", web}).output.substr(0, 64);
     EXPECT_TRUE(scratch.Read("marks").ends_with(sum + "\n"));

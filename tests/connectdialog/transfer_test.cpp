@@ -28,52 +28,6 @@ class Transfer : public ConnectDialogTest {
     std::vector<std::byte>& ClipboardBlock() { return kit.GetClipboard()[std::u16string(kTreeTransferFormat)]; }
 };
 
-TEST_F(Transfer, TheRecordHasItsPublishedLayout) {
-    TreeTransferRecord record;
-    record.sourceItem = static_cast<TreeItem>(0x0102030405060708);
-    record.sourcePath = u"A\\é"_v;
-    record.sourceLocation = VUnicodeString(std::u16string(300, u'p'));
-    record.isCut = true;
-    const std::vector<std::byte> block = record.Pack();
-    ASSERT_EQ(block.size(), 1056U);
-    const std::pair<std::size_t, int> bytes[] = {{0, 8},  {7, 1},           {8, 'A'},  {12, 0xE9},
-                                                 {14, 0}, {528 + 516, 'p'}, {1046, 0}, {1048, 1}};
-    for (const auto& [offset, byte] : bytes) EXPECT_EQ(std::to_integer<int>(block[offset]), byte) << offset;
-    const auto read = TreeTransferRecord::Unpack(block);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->sourceItem, record.sourceItem);
-    EXPECT_EQ(read->sourcePath, record.sourcePath);
-    EXPECT_TRUE(read->isCut);
-    // A block without a zero anywhere does not run off its texts.
-    EXPECT_EQ(TreeTransferRecord::Unpack(std::vector(1056, std::byte{0xFF})).value().sourcePath.GetLength(), 259U);
-    EXPECT_FALSE(TreeTransferRecord::Unpack(std::vector(1055, std::byte{0})));
-}
-
-TEST_F(Transfer, PasteSelectsWhatItMadeAndTellsWhatItRefuses) {
-    OpenWorld(kAlphabetical);
-    MakeFolder(u"g\\in");
-    struct Row {
-        const char16_t* source;
-        const char16_t* target;
-        bool isCut;
-        const char* selected;
-        const char16_t* refusal;
-    };
-    for (const Row& row : {Row{u"f", u"f", false, "f", u"Cannot copy a folder into itself"},
-                           {u"f", u"f\\in", true, "in", u"Cannot copy or move a parent folder into a child"},
-                           {u"f\\in", u"g", true, "g", u"in already exists in the target folder"},
-                           {u"f\\a", u"f\\b", true, "b", nullptr},  // its own folder: nothing
-                           {u"f\\a", u"f", false, "a (1)", nullptr},
-                           {u"s", u"f\\a", true, "s", nullptr}}) {
-        if (row.refusal != nullptr) kit.ExpectBox(row.refusal, kAnswerOk);
-        CopyTo(row.source, row.target, row.isCut);
-        EXPECT_EQ(Selected(), row.selected);
-        EXPECT_EQ(dialog->GetEnabled().ends_with('V'), !row.isCut);
-        EXPECT_EQ(Tree().Read().find('x'), Tree().Read().find("x\n")) << "no cut mark is left";
-    }
-    EXPECT_EQ(Stored(), "f/ g/ t | in/ a a (1) b s | x | in/ c");
-}
-
 TEST_F(Transfer, TheClipboardIsNotTrusted) {
     OpenWorld(kManual);
     Click(u"f\\a");

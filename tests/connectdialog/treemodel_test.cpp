@@ -22,22 +22,19 @@ TEST_F(TreeModel, AHostHidesWhatIsOnlyForTheOther) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"f\\terminal", u"SSH2", u"None");
     AddSession(u"f\\transfer", u"None", u"SFTP");
-    struct Row {
-        const char16_t* host;
-        int toggle;
-        std::string left;
-    };
-    for (const Row& row : {Row{u"NorHalden", ConnectCommands::kShowTransferSessions, "     both\n     terminal\n"},
-                           {u"Tessaly", ConnectCommands::kShowTerminalSessions, "     both\n     transfer\n"}}) {
-        SetAppName(row.host);
+    const std::tuple<const char16_t*, int, std::string> rows[] = {
+        {u"NorHalden", ConnectCommands::kShowTransferSessions, "     both\n     terminal\n"},
+        {u"Tessaly", ConnectCommands::kShowTerminalSessions, "     both\n     transfer\n"}};
+    for (const auto& [host, toggle, left] : rows) {
+        SetAppName(host);
         panels.global->lastSessionPath.Set(u""_v);
         Open();
         Expand(u"f");
         EXPECT_EQ(Tree().Read(), "-*Sessions <\n  -f\n     both\n     terminal\n     transfer\n");
-        Command(row.toggle);
+        Command(toggle);
         Expand(u"f");
-        EXPECT_EQ(Tree().Read(), "-*Sessions <\n  -f\n" + row.left);
-        Command(row.toggle);
+        EXPECT_EQ(Tree().Read(), "-*Sessions <\n  -f\n" + left);
+        Command(toggle);
     }
 }
 
@@ -64,24 +61,6 @@ TEST_F(TreeModel, TheSelectionAndTheOpenFoldersComeBack) {
     panels.global->saveConfigOnClose.Set(false);
     Open();
     EXPECT_EQ(Selected(), "Sessions") << "what is gone gives way to the root";
-}
-
-TEST_F(TreeModel, BrowseModeBeginsWithTheGivenPathAndKeepsNothing) {
-    AddSessions({u"A\\B", u"A\\C"});
-    for (const auto& [given, selected] : {std::pair{u"A\\B", "B"}, {u"\\A\\B", "B"}, {u"a\\B", "Sessions"}}) {
-        const VUnicodeString path = given;
-        Open({false, true, true, true, &path});
-        EXPECT_EQ(Selected(), selected) << Escape(path);
-        dialog->Destroy();
-    }
-    Open({false, true, true, true, nullptr});
-    EXPECT_EQ(Selected() + dialog->GetEnabled(), "");
-    for (const int id : {ConnectDialogIds::kShowOnStartup, ConnectDialogIds::kOpenInTab})
-        EXPECT_FALSE(Window().IsShown(id)) << id;
-    EXPECT_EQ(Window().GetText(ConnectDialogIds::kConnect) + Window().GetText(kIdCancel), u"OKCancel");
-    dialog->Destroy();
-    EXPECT_EQ(panels.global->saves, 0);
-    EXPECT_EQ(panels.global->lastSessionPath.Get(), u"");
 }
 
 TEST_F(TreeModel, ButtonsFollowTheSelection) {
@@ -121,30 +100,19 @@ TEST_F(TreeModel, ClicksAndKeysSelectOneSeveralOrARange) {
     Open();
     const KeyModifiers shift = Accelerator::kShift;
     const KeyModifiers control = Accelerator::kControl;
-    struct Row {
-        const char16_t* clicked;  ///< null: a key
-        std::uint16_t key;
-        KeyModifiers modifiers;
-        const char* selected;
-    };
-    for (const Row& row : {Row{u"b", 0, 0, "b"},
-                           {u"d", 0, shift, "b c d"},
-                           {u"c", 0, shift, "b c"},  // from the same end
-                           {u"f", 0, shift, "f a b"},
-                           {u"d", 0, control, "f a b d"},
-                           {u"a", 0, control, "f b d"},
-                           {u"c", 0, 0, "c"},
-                           {u"c", 0, control, ""},
-                           {u"b", 0, 0, "b"},
-                           {nullptr, kKeyDown, 0, "c"},
-                           {nullptr, kKeyUp, shift, "b c"},
-                           {nullptr, kKeyUp, shift, "a b c"},
-                           {nullptr, kKeyDown, 0, "b"}}) {
-        if (row.clicked != nullptr)
-            Click(row.clicked, row.modifiers);
+    // What is clicked (null: a key), the key, the modifiers, and what is selected then.
+    const std::tuple<const char16_t*, std::uint16_t, KeyModifiers, const char*> rows[] = {
+        {u"b", 0, 0, "b"},           {u"d", 0, shift, "b c d"},       {u"c", 0, shift, "b c"},  // from the same end
+        {u"f", 0, shift, "f a b"},   {u"d", 0, control, "f a b d"},   {u"a", 0, control, "f b d"},
+        {u"c", 0, 0, "c"},           {u"c", 0, control, ""},          {u"b", 0, 0, "b"},
+        {nullptr, kKeyDown, 0, "c"}, {nullptr, kKeyUp, shift, "b c"}, {nullptr, kKeyUp, shift, "a b c"},
+        {nullptr, kKeyDown, 0, "b"}};
+    for (const auto& [clicked, key, modifiers, selected] : rows) {
+        if (clicked != nullptr)
+            Click(clicked, modifiers);
         else
-            Window().PressKey(row.key, row.modifiers);
-        EXPECT_EQ(Selected(), row.selected) << (row.clicked != nullptr ? Escape(row.clicked) : "key");
+            Window().PressKey(key, modifiers);
+        EXPECT_EQ(Selected(), selected) << (clicked != nullptr ? Escape(clicked) : "key");
     }
     kit.ExpectMenu([](const VPopupMenu&) { return 0; });
     Tree().RightClick(At(u"a"));
@@ -235,32 +203,6 @@ using namespace ConnectCommands;
 namespace fs = std::filesystem;
 
 using BadInput = ConnectDialogTest;
-
-TEST_F(BadInput, NamesThatNobodyCouldTypeCanStillBeMovedCopiedRenamedAndDeleted) {
-    const std::u16string longName(400, u'n');
-    for (const std::u16string_view name :
-         {std::u16string_view(u"a:b"), std::u16string_view(u"a\r\nb"), std::u16string_view(u"a & \"b\" "),
-          std::u16string_view(u"\x202Eright"), std::u16string_view(u"\xD800"), std::u16string_view(longName)}) {
-        for (const SessionArrangement arrangement : {SessionArrangement::kAlphabetical, SessionArrangement::kManual}) {
-            SCOPED_TRACE(Escape(name));
-            WithKey(u"", [](VProfileKey& root) { root.DeleteKey(u"Sessions"); });
-            const std::u16string path(name);
-            AddSession((u"f\\" + path).c_str());
-            AddSession(u"f\\other");
-            MakeFolder(u"g");
-            Arrange(arrangement);
-            Open();
-            EXPECT_TRUE(DragTo(u"f\\" + path, u"g"));
-            CopyTo(u"g\\" + path, u"f", false);
-            Rename(u"g\\" + path, u"plain"_v);
-            EXPECT_EQ(StoredIn(u"g"), "plain");
-            Click(u"f\\" + path);
-            EXPECT_TRUE(SessionKeyExists(VUnicodeString(u"f\\" + path)));
-            Delete();
-            EXPECT_EQ(StoredIn(u"f"), "other");
-        }
-    }
-}
 
 TEST_F(BadInput, WhatAnotherDialogChangedIsNotLostAndWhatItDeletedDoesNotComeBack) {
     AddSessions({u"f\\a", u"f\\b", u"g\\c"});

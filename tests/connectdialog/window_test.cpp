@@ -78,14 +78,8 @@ TEST_F(ConnectWindow, TheToolbarFollowsTheSelectionAndTheHost) {
 TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
     AddSession(u"f\\both", u"SSH2", u"SFTP");
     AddSession(u"s", u"SSH2", u"None");
-    struct Row {
-        const char* app;
-        const char16_t* first;
-        const char16_t* second;
-        bool systemMenu;
-        const char* menu;
-    };
-    const Row rows[] = {
+    // The application (null: browsing), the selected items, whether there is a system menu, and the menu.
+    const std::tuple<const char*, const char16_t*, const char16_t*, bool, const char*> rows[] = {
         {"NorHalden", u"s", nullptr, false,
          "32772 -32773 -32774 | 2103 2104 -2105 | 57636 32778 | 2106 32922 2109 | (32785+ 32787 32784) 32771+ 32775+ | "
          "2102"},
@@ -99,15 +93,15 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
          "32777 | 2101 2107 | 57636 32778 | -2106 2109 | (32785+ 32787 32784) 32771+ | 2102"},
         // Browsing leaves out what connects.
         {nullptr, u"f", u"s", false, "2101 2107 | 57636 32778 | 2106 2109 | (32785+ 32787 32784) 32771+ | 2102"}};
-    for (const Row& row : rows) {
-        SetAppName(VUnicodeString(row.app != nullptr ? row.app : "NorHalden"));
+    for (const auto& [app, first, second, systemMenu, expected] : rows) {
+        SetAppName(VUnicodeString(app != nullptr ? app : "NorHalden"));
         ConnectDialogOptions dialogOptions;
-        dialogOptions.addSystemMenu = row.systemMenu;
-        dialogOptions.browseMode = row.app == nullptr;
+        dialogOptions.addSystemMenu = systemMenu;
+        dialogOptions.browseMode = app == nullptr;
         Open(dialogOptions);
-        Click(row.first);
-        if (row.second != nullptr) Click(row.second, Accelerator::kControl);
-        EXPECT_EQ(Menu(), row.menu) << Escape(row.first);
+        Click(first);
+        if (second != nullptr) Click(second, Accelerator::kControl);
+        EXPECT_EQ(Menu(), expected) << Escape(first);
     }
     kit.ExpectMenu([](const VPopupMenu& menu) {
         EXPECT_EQ(menu.Find(ConnectCommands::kOpenInTab)->text, u"连接会话(&C)\tAlt+C");
@@ -187,20 +181,17 @@ TEST_F(ConnectWindow, KeysWalkTheRowsAndTypedTextLeadsToAName) {
     AddSessions({u"beta", u"Berg", u"gamma", u"会话", u"f\\x"});
     Open();
     Expand(u"");
-    const struct {
-        std::uint16_t key;
-        KeyModifiers modifiers;
-        const char* selected;
-    } rows[] = {{kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
-                {kKeyPageDown, 0, "会话"}, {kKeyPageUp, 0, "Sessions"},
-                {kKeyDown, 0, "f"},        {kKeyEnd, Accelerator::kShift, "f Berg beta gamma 会话"},
-                {kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
-                {kKeyDown, 0, "f"},        {kKeyAdd, 0, "f"},
-                {kKeyDown, 0, "x"},        {kKeyBack, 0, "f"},
-                {kKeySubtract, 0, "f"}};
-    for (const auto& row : rows) {
-        Window().PressKey(row.key, row.modifiers);
-        EXPECT_EQ(Selected(), row.selected) << row.key;
+    const std::tuple<std::uint16_t, KeyModifiers, const char*> rows[] = {
+        {kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
+        {kKeyPageDown, 0, "会话"}, {kKeyPageUp, 0, "Sessions"},
+        {kKeyDown, 0, "f"},        {kKeyEnd, Accelerator::kShift, "f Berg beta gamma 会话"},
+        {kKeyEnd, 0, "会话"},      {kKeyHome, 0, "Sessions"},
+        {kKeyDown, 0, "f"},        {kKeyAdd, 0, "f"},
+        {kKeyDown, 0, "x"},        {kKeyBack, 0, "f"},
+        {kKeySubtract, 0, "f"}};
+    for (const auto& [key, modifiers, selected] : rows) {
+        Window().PressKey(key, modifiers);
+        EXPECT_EQ(Selected(), selected) << key;
     }
     EXPECT_EQ(Tree().Read(), "-Sessions\n  +*f <\n   Berg\n   beta\n   gamma\n   会话\n");
     dialog->Items().ClearSelection();

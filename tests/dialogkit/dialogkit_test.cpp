@@ -25,36 +25,6 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Headless, TreeConformance, HeadlessBackEnd);
 
 namespace {
 
-struct NoOwner : ITreeItemsOwner {
-    void OnItemDeleted(void*) override {}
-};
-
-constexpr TreeItem kNone = TreeItem::kNone;
-
-TEST(TreeItems, HandlesOfItemsThatAreGoneAndInventedOnesAreNotValid) {
-    NoOwner owner;
-    VTreeItems items(owner);
-    const TreeItem first = items.Insert(kNone, TreePlace::kLast, kNone, u"a", 0, 0, nullptr);
-    items.SetState(first, kTreeSelected, true);
-    items.SetCaret(first);
-    items.SetInsertMark(first, true);
-    items.Remove(first);
-    const TreeItem second = items.Insert(kNone, TreePlace::kLast, kNone, u"b", 0, 0, nullptr);
-    EXPECT_NE(first, second) << "the place is used again, the handle is not";
-    EXPECT_EQ(items.GetCaret(), kNone);
-    EXPECT_EQ(items.GetSelectedCount(), 0U);
-    for (const TreeItem item : {first, static_cast<TreeItem>(0xFFFFFFFFFFFFFFFF), static_cast<TreeItem>(99)}) {
-        EXPECT_FALSE(items.IsValid(item));
-        EXPECT_EQ(items.GetText(item), u"");
-        items.SetText(item, u"x"_v);
-        items.SetState(item, kTreeSelected, true);
-        items.Remove(item);
-        EXPECT_EQ(items.GetParent(item), kNone);
-    }
-    EXPECT_EQ(items.GetText(second), u"b");
-    EXPECT_EQ(items.GetCount(), 1U);
-}
-
 /// Ten characters wide, or five of East Asian scripts.
 constexpr ControlTemplate kControls[] = {{ControlKind::kStatic, 10, u"path", {0, 0, 40, 9}}};
 constexpr DialogTemplate kTemplate{90, 100, 50, u"Test", kControls};
@@ -73,18 +43,6 @@ TEST(DialogSeam, WhatWasNotExpectedIsAFaultAndAnsweredHarmlessly) {
     EXPECT_EQ(kit.TakeFaults(),
               "unexpected: dialog 90\nunexpected: box delete?\nnot to be chosen: command 6\ndid not come: box late\n");
     EXPECT_EQ(kit.TakeFaults(), "");
-}
-
-TEST(DialogSeam, ABoxShowsAReportWithThePictureOfItsKind) {
-    HeadlessDialogKit kit;
-    kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
-    for (const auto& [code, flags] : {std::pair{0x61090001U, kBoxInformation}, {0xE1090003U, kBoxError}}) {
-        VReportMessageParams report(code);
-        report.AddInsert(u"web");
-        VMessageBox(nullptr, report);
-        EXPECT_EQ(kit.GetBoxes().back().flags, flags);
-        EXPECT_NE(kit.GetBoxes().back().text.Find(u"web"), VUnicodeString::kNotFound);
-    }
 }
 
 TEST(DialogSeam, PathsAreShortenedInTheMiddleUntilTheyFit) {

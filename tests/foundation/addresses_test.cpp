@@ -36,29 +36,6 @@ Bytes RecordOf(const IInternetAddress& address) {
     return {record, record + length};
 }
 
-TEST(HostNames, SplitIntoHostAndPort) {
-    // The host is null where the text is refused.
-    constexpr std::tuple<const char16_t*, const char16_t*, std::uint16_t> kRows[] = {
-        {u"", u"", 0},
-        {u"host: 22 ", u"host", 22},
-        {u"host:65535", u"host", 65535},
-        {u"::1", u"::1", 0},
-        {u"[::1]:22", u"::1", 22},
-        {u"host:", nullptr, 0},
-        {u"host:65536", nullptr, 0},
-        {u"host:\u0661", nullptr, 0},
-        {u"[::1", nullptr, 0},
-        {u"::1]:22", nullptr, 0},
-    };
-    for (const auto& [text, expected, expectedPort] : kRows) {
-        VUnicodeString host(u"kept");
-        std::uint16_t port = 7;
-        EXPECT_EQ(VSplitHostPort(text, host, port), expected != nullptr) << VNarrowString(text).GetData();
-        EXPECT_EQ(host, expected != nullptr ? expected : u"kept") << VNarrowString(text).GetData();
-        EXPECT_EQ(port, expected != nullptr ? expectedPort : 7) << VNarrowString(text).GetData();
-    }
-}
-
 TEST(HostNames, AddressesAreToldFromNames) {
     const std::tuple<const char16_t*, bool, platform::AddressFamily, const char16_t*> rows[] = {
         // The text, whether it is dotted, its family (any: a name), and its safe name.

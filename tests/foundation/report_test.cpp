@@ -55,19 +55,6 @@ TEST(Report, LooksInTheOwnModuleBeforeTheFallbackAndAfterTheSystem) {
                   platform::GetModuleFile(platform::GetLibraryModule()) + u":317 and 317.");
 }
 
-TEST(Report, TheTextStaysUntilTheMessageIsSetAnew) {
-    VReportMessageParams report(0x61090001);
-    const char16_t* text = report.GetText();
-    report.SetCode(5);
-    report.AddInsert(u"late");
-    EXPECT_EQ(report.GetText(), text);
-    report.SetMessage(5);
-    EXPECT_EQ(Text(report.GetText()), u"Access was denied.");
-    EXPECT_EQ(report.GetInsertCount(), 0u);
-    report.Clear();
-    EXPECT_EQ(report.GetCode() + report.GetInsertCount(), 0u);
-}
-
 struct TestRouter : VReportMessageRouter {
     std::uint32_t HandleReport(IReportMessageParams* report) override {
         handled = report;

@@ -178,23 +178,6 @@ TEST_F(Policies, ThePlacesAreAskedInTheirOrder) {
     EXPECT_EQ(value, 2U) << "a value of another type does not count";
 }
 
-TEST_F(Policies, AProductsSettingStandsUnderItsNamesOldAndNew) {
-    hives.WriteMachine(
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark\\NorHalden]\n\"new\"=dword:1\n"
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second]\n\"old\"=dword:2\n"
-        "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second 3.0]\n\"old\"=dword:3\n");
-    // The name, both products and the value; 0: not found.
-    constexpr std::tuple<const char16_t*, const char16_t*, const char16_t*, std::uint32_t> kRows[] = {
-        {u"new", u"NorHalden", u"Second", 1}, {u"old", u"norhalden x", u"Second", 2}, {u"old", u"HALDEN", u"Second", 3},
-        {u"old", u"Tessaly", u"Second", 0},   {u"new", u"NorHalden", u"", 0},         {u"new", nullptr, u"Second", 0},
-    };
-    for (const auto& [name, product, secondary, expected] : kRows) {
-        std::uint32_t value = 0;
-        EXPECT_EQ(VGetProductDword(name, product, secondary, value), expected != 0);
-        EXPECT_EQ(value, expected);
-    }
-}
-
 TEST_F(Policies, TheProductsRootIsTheFirstCandidateThatIsThere) {
     EXPECT_EQ(VGetProductRoot(u"NorHalden"), u"SOFTWARE\\Brennmark\\NorHalden");
     EXPECT_EQ(VGetVendorRoot(), u"SOFTWARE\\Brennmark");
@@ -231,22 +214,6 @@ TEST_F(Policies, WhatMayBeSavedFollowsThePoliciesAndIsFixedOnceAsked) {
         EXPECT_EQ(VCanSaveUsernames(product, u"Second"), canSaveUsernames) << "fixed for the process";
         EXPECT_EQ(VCanSavePasswords(product, u"Second"), canSavePasswords) << "fixed for the process";
     }
-}
-
-TEST(Environment, NamesBetweenSignsAreReplacedOnce) {
-    setenv("HIVES_A", "one", 1);
-    setenv("HIVES_B", "%HIVES_A%", 1);
-    setenv("HIVES_EMPTY", "", 1);
-    const char16_t* const kRows[][2] = {{u"a%HIVES_A%b%HIVES_A%", u"aonebone"},
-                                        {u"%HIVES_B%", u"%HIVES_A%"},
-                                        {u"[%HIVES_EMPTY%]", u"[]"},
-                                        {u"100%", u"100%"},
-                                        {u"%%", u"%%"},
-                                        {u"%NOT_SET%HIVES_A%", u"%NOT_SETone"},
-                                        {u"%HIVES=A%", u"%HIVES=A%"}};
-    for (const auto& [text, expanded] : kRows)
-        EXPECT_EQ(VExpandEnvironment(text), expanded) << platform::ToNarrow(text);
-    EXPECT_EQ(VExpandEnvironment(VUnicodeString(std::u16string(510, u'x')) + u"%HIVES_A%").Right(2), u"xo");
 }
 
 TEST(Environment, PortableTokensAreReplacedWhereTheirVariableIsSet) {

@@ -1,12 +1,10 @@
 // Strings, arrays of strings and buffers, and the tools for text.
 #include <gtest/gtest.h>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
-#include "foundation/commandline.h"
 #include "foundation/numericcompare.h"
 #include "foundation/texttools.h"
 #include "foundation/utf8.h"
@@ -15,7 +13,6 @@
 #include "foundation/vstringarray.h"
 #include "foundation/vunicodestring.h"
 #include "foundation/vunicodestringi.h"
-#include "platform/codepage.h"
 #include "support/freewatch.h"
 #include "support/strings.h"
 
@@ -117,18 +114,6 @@ TEST(UnicodeString, NoOperationLeavesTextOfASensitiveStringBehind) {
     EXPECT_EQ(watch.GetResidues(), 1);
 }
 
-TEST(UnicodeString, PositionsOutOfRangeThrow) {
-    VUnicodeString text = u"abc";
-    EXPECT_THROW(text.BlankAt(3), std::out_of_range);
-    EXPECT_THROW(text.Erase(3), std::out_of_range);
-    EXPECT_THROW(text.Erase(VUnicodeString::kNotFound), std::out_of_range);
-    EXPECT_THROW(text.Insert(4, u"x"), std::out_of_range);
-    EXPECT_THROW((void)text.Find(u"a", 4), std::out_of_range);
-    text.Insert(3, u"d");
-    text.BlankAt(0);
-    EXPECT_TRUE(text == u" bcd");
-}
-
 TEST(CaseFolding, FollowsTheSimpleMappings) {
     const std::pair<char16_t, char16_t> bothWays[] = {
         {u'A', u'a'},     {u'Z', u'z'},     {0x00C0, 0x00E0}, {0x0178, 0x00FF}, {0x0139, 0x013A},
@@ -184,47 +169,7 @@ TEST(Utf8, EncodesAllButALoneHighSurrogate) {
     EXPECT_TRUE(Utf8FromWide(u"abc\xD800z") == "");
 }
 
-TEST(CodePage, ReplacesWhatIsMalformed) {
-    using namespace std::string_view_literals;
-    const std::pair<std::string_view, std::u16string_view> rows[] = {
-        {"a\0b"sv, u"a\0b"sv},     {"\xC0\x80", u"\uFFFD\uFFFD"}, {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-        {"\xE4\xB8z", u"\uFFFDz"}, {"\xFF\xFE", u"\uFFFD\uFFFD"},
-    };
-    for (const auto& [bytes, expected] : rows) EXPECT_EQ(platform::ToWide(bytes), expected) << bytes;
-    EXPECT_EQ(platform::ToNarrow(u"a\xD800z\xDC00\xD83D\xDE00"), "a\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80");
-}
-
 using test::Strings;
-
-TEST(Array, InsertsRemovesAndChecks) {
-    VArray<std::string> array;
-    array.Add("d");
-    array.Insert(0, "a");
-    const std::string run[] = {"b", "c"};
-    array.InsertRun(1, run, 2);
-    for (int i = 0; i < 9; ++i) array.Add(array[0]);
-    array.RemoveAt(3);
-    EXPECT_EQ(array[0] + array[1] + array[2] + array[3], "abca");
-    using OutOfRange = VArray<std::string>::OutOfRange;
-    EXPECT_THROW(array[12], OutOfRange);
-    EXPECT_THROW(array.RemoveAt(12), OutOfRange);
-    EXPECT_THROW(array.Insert(13, ""), OutOfRange);
-}
-
-TEST(StringArray, HasABinaryForm) {
-    const VStringArray array = Strings({u"\u4E2Da", u""});
-    VBasicBuffer buffer(0);
-    ASSERT_TRUE(array.WriteTo(&buffer));
-    const std::uint8_t expected[] = {0, 0, 0, 12, 0, 0, 0, 4, 0x2D, 0x4E, 'a', 0, 0, 0, 0, 0};
-    EXPECT_EQ(std::string(buffer.GetData(), buffer.GetData() + buffer.GetDataLength()),
-              std::string(std::begin(expected), std::end(expected)));
-    VStringArray read = Strings({u"old"});
-    ASSERT_TRUE(read.ReadFrom(&buffer));
-    EXPECT_TRUE(read == array);
-    VBasicBuffer empty(4);
-    ASSERT_TRUE(VStringArray().WriteTo(&empty));
-    EXPECT_TRUE(read.ReadFrom(&empty) && read.IsEmpty());
-}
 
 TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
@@ -268,37 +213,6 @@ TEST(NumericCompare, NumbersInTextsAreComparedAsNumbers) {
         EXPECT_EQ((result > 0) - (result < 0), expected) << testing::PrintToString(std::u16string(a));
         const int turned = CompareNumericText(b, a);
         EXPECT_EQ((turned > 0) - (turned < 0), -expected) << testing::PrintToString(std::u16string(b));
-    }
-}
-
-TEST(NumericCompare, LongRunsTakeNoLongTime) {
-    for (const char16_t filler : {u'0', u' ', u'9', u'+'}) {
-        const std::u16string text = std::u16string(100'000, filler) + u"x1";
-        EXPECT_EQ(CompareNumericText(text, text + u"y"), -1);
-    }
-}
-
-TEST(CommandLine, IsTakenApartByOneRule) {
-    struct Row {
-        const char16_t* line;
-        bool isClosed;
-        std::initializer_list<const char16_t*> words;
-    };
-    const Row rows[] = {{u"", true, {}},
-                        {u"   ", true, {}},
-                        {u"a  b\tc ", true, {u"a", u"b\tc"}},
-                        {u"/S \"A\\B c\" ", true, {u"/S", u"A\\B c"}},
-                        {u"/SESSION_FOLDER \\ ", true, {u"/SESSION_FOLDER", u"\\"}},
-                        {u"\"\" x", true, {u"", u"x"}},
-                        {u"\"a\"b\" c", true, {u"a\"b", u"c"}},
-                        {u"\"a\"\"", true, {u"a\""}},
-                        {u"a\"b c\"", true, {u"a\"b", u"c\""}},
-                        {u"a \"b c", false, {u"a", u"b c"}},
-                        {u"\"", false, {u""}}};
-    for (const Row& row : rows) {
-        VStringArray words;
-        EXPECT_EQ(SplitCommandLine(row.line, words), row.isClosed);
-        EXPECT_TRUE(words == Strings(row.words));
     }
 }
 

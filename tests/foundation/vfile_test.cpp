@@ -129,25 +129,6 @@ TEST(File, WritesAtItsPositionAndMapsAView) {
     EXPECT_EQ(folder.Read("data"), "x1ab45");
 }
 
-TEST(File, ShareModeKeepsOthersOut) {
-    const std::tuple<std::uint32_t, std::uint32_t, bool> rows[] = {
-        {0, 1, false}, {1, 0, false}, {1, 1, true}, {3, 1, true}};
-    for (const auto& [firstShares, secondShares, opens] : rows) {
-        const TemporaryFolder folder;
-        folder.Write("data", "text");
-        VFile first;
-        first.SetShareMode(firstShares);
-        ASSERT_TRUE(first.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
-        VFile second;
-        second.SetShareMode(secondShares);
-        EXPECT_EQ(second.Open(folder.Name("data"), kReadWrite, platform::kCreateAlways), opens);
-        EXPECT_EQ(platform::GetLastErrorCode(), opens ? platform::kAlreadyExists : platform::kSharingViolation);
-        EXPECT_EQ(folder.Read("data"), opens ? "" : "text") << "a file that is refused must not be emptied";
-        first.Close();
-        EXPECT_TRUE(second.Open(folder.Name("data"), kReadWrite, platform::kOpenExisting));
-    }
-}
-
 TEST(File, RangeLocksAreSeenByAnotherProcess) {
     using platform::LockMode;
     const TemporaryFolder folder;
@@ -238,24 +219,20 @@ TEST_F(TextFileTest, FindsTheEncodingAndTheLines) {
 }
 
 TEST_F(TextFileTest, WritesEachEncodingWithItsMark) {
-    const struct {
-        TextEncoding encoding;
-        LineEnding ending;
-        std::string bytes;
-    } rows[] = {
+    const std::tuple<TextEncoding, LineEnding, std::string> rows[] = {
         {TextEncoding::kUnknown, LineEnding::kCrLf, "\xFF\xFE\xE4\0=\xD8\0\xDE\r\0\n\0"s},
         {TextEncoding::kLocal, LineEnding::kCr, "\xC3\xA4\xF0\x9F\x98\x80\r"},
         {TextEncoding::kUtf8, LineEnding::kLf, "\xEF\xBB\xBF\xC3\xA4\xF0\x9F\x98\x80\n"},
         {TextEncoding::kUtf16Be, LineEnding::kCrLfToo, "\xFE\xFF\0\xE4\xD8=\xDE\0\0\r\0\n"s},
         {TextEncoding::kUtf32Le, LineEnding::kLf, "\xFF\xFE\0\0\xE4\0\0\0\0\xF6\1\0\n\0\0\0"s},
     };
-    for (const auto& row : rows) {
-        file.SetEncoding(row.encoding);
-        file.SetLineEnding(row.ending);
+    for (const auto& [encoding, ending, bytes] : rows) {
+        file.SetEncoding(encoding);
+        file.SetLineEnding(ending);
         ASSERT_TRUE(Open(platform::kCreateAlways));
         EXPECT_TRUE(file.WriteLine(u"ä😀"));
         EXPECT_TRUE(file.Close());
-        EXPECT_EQ(folder.Read("text"), row.bytes) << static_cast<int>(row.encoding);
+        EXPECT_EQ(folder.Read("text"), bytes) << static_cast<int>(encoding);
     }
 }
 

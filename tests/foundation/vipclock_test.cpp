@@ -83,15 +83,6 @@ TEST_F(IpcLockTest, RefusesWhatOthersCouldReach) {
     EXPECT_EQ(LockError(u"other"), platform::kNotAFolder);
 }
 
-TEST_F(IpcLockTest, RefusesTheFilesAndFoldersOfAnotherUser) {
-    if (geteuid() != 0) GTEST_SKIP() << "only the administrator can give files away";
-    ASSERT_EQ(LockError(u"name"), 0U);
-    ASSERT_EQ(chown((own / "name").c_str(), 12345, 12345), 0);
-    EXPECT_EQ(LockError(u"name"), platform::kAccessDenied);
-    ASSERT_EQ(chown(own.c_str(), 12345, 12345), 0);
-    EXPECT_EQ(LockError(u"other"), platform::kAccessDenied);
-}
-
 TEST_F(MappedBufferTest, NeverGrowsAndIsRefusedWithTheReason) {
     VMemoryMappedBuffer first;
     VMemoryMappedBuffer second;

@@ -145,25 +145,6 @@ TEST_F(OpenSshImportTest, RefusesWhatAClientCouldTakeForSomethingElse) {
     EXPECT_FALSE(SessionKeyExists(u"Im"));
 }
 
-TEST_F(OpenSshImportTest, FailsAsAWholeWithAReport) {
-    auto session = VRef<ISessionConfig>::Adopt(CreateSessionConfig(u"taken", nullptr));
-    session->SetPath(u"taken");
-    ASSERT_TRUE(SaveSession(*session));
-    const std::pair<const char16_t*, std::uint32_t> cases[] = {
-        {u"taken", kImportNoFolder},
-        {u"__FolderData__", kImportFolderName},
-    };
-    for (const auto& [folder, code] : cases) {
-        request.folder = folder;
-        EXPECT_FALSE(Run(kConfig)) << platform::ToNarrow(folder);
-        EXPECT_EQ(report.GetCode(), code) << platform::ToNarrow(folder);
-    }
-    request.folder = u"f";
-    request.file = "/none";
-    EXPECT_FALSE(Run(kConfig));
-    EXPECT_STREQ(platform::ToNarrow(report.GetTextOneLine()).c_str(), "\"/none\" cannot be imported: no such file.");
-}
-
 /// The limit on the size of files is the process's: a disk that is full.
 TEST_F(OpenSshImportTest, TellsWhyTheStoreTookNoMoreAndLeavesItAsItWas) {
     const TemporaryFolder folder;

@@ -55,15 +55,6 @@ TEST(BlowfishString, EnciphersEachLengthInEachModeAndEachTimeAnew) {
     }
 }
 
-TEST(BlowfishString, OutlivesARandomSourceThatFails) {
-    const auto random = VRef<VCapiRandomSource>::Adopt(new VCapiRandomSource([](void*, std::size_t) { return false; }));
-    VBlowfishString string;
-    string.SetRandomSource(random.Get());
-    string.Set(u"abc");
-    EXPECT_EQ(string.EncipherBlowfish(), string.EncipherBlowfish());
-    EXPECT_EQ(string.DecipherBlowfish(string.EncipherBlowfish()), u"abc");
-}
-
 /// A user of his own, with a key file and without a Secret Service.
 class HiddenValueTest : public LibraryTest {
   protected:

@@ -96,19 +96,6 @@ TEST_F(ProfileValueTest, AValueIsWrittenInEveryStateButClean) {
 
 TEST_F(ProfileValueTest, VariantsHaveTheTypesThatScriptsKnow) {
     VReportMessageParams report;
-    VVariant variant;
-    VProfile<VTriState> choice;
-    choice.Load(nullptr, u"V"_v, VTriState::kFollowGlobal);
-    EXPECT_TRUE(choice.GetVariant(variant, report));
-    EXPECT_EQ(variant.GetType(), VVariantType::kEmpty);
-    EXPECT_TRUE(choice.SetVariant(VVariant(VVariantType::kInt, 2), report));
-    EXPECT_EQ(choice.Get(), VTriState::kOn);
-
-    VProfile<bool> flag;
-    flag.Set(true);
-    flag.GetVariant(variant, report);
-    EXPECT_EQ(variant.GetNumber(), -1);
-
     VProfile<int> number;
     number.SetName(u"Count"_v);
     number.Set(1);

@@ -13,7 +13,6 @@
 #include "imports/dialogkit/vpopupmenu.h"
 #include "layoutcheck.h"
 #include "qtconnectdialogtest.h"
-#include "qtinput.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"

@@ -14,7 +14,6 @@
 #include "layoutcheck.h"
 #include "platform/codepage.h"
 #include "platform/paths.h"
-#include "qtinput.h"
 #include "qtuser.h"
 #include "resources/dialogids.h"
 #include "suite/configpanels/firewallprompt.h"
@@ -121,13 +120,10 @@ TEST_F(QtDialogs, NoTemplateHasTextsCutOffOrControlsOnEachOther) {
 }
 
 TEST_F(QtDialogs, ClosingABoxIsTheHarmlessAnswer) {
-    struct Row {
-        unsigned flags;
-        int answer;
-    };
-    for (const Row& row : {Row{kBoxOk, kAnswerOk}, Row{kBoxOkCancel, kAnswerCancel}, Row{kBoxYesNo, kAnswerNo}}) {
+    for (const auto& [flags, answer] :
+         {std::pair{kBoxOk, kAnswerOk}, std::pair{kBoxOkCancel, kAnswerCancel}, std::pair{kBoxYesNo, kAnswerNo}}) {
         kit.ExpectBox(u"text"_v, 0);
-        EXPECT_EQ(VMessageBox(nullptr, u"text"_v, row.flags), row.answer);
+        EXPECT_EQ(VMessageBox(nullptr, u"text"_v, flags), answer);
     }
 }
 

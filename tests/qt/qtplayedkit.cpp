@@ -10,7 +10,6 @@
 
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/paths.h"
-#include "qtinput.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"

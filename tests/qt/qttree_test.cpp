@@ -8,7 +8,6 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include "qtinput.h"
 #include "qtuser.h"
 #include "suite/dialogkit/qt/qtlabeleditor.h"
 #include "suite/dialogkit/qt/qttext.h"

@@ -101,18 +101,6 @@ TEST_F(RunningSessionsTest, EveryHostIsAsked) {
     EXPECT_EQ(CountSockets(), 2U) << "the dead one is forgotten";
 }
 
-TEST_F(RunningSessionsTest, AHostHearsOfItselfAndOfChanges) {
-    RunningSessionsHost host(kNorHaldenFrameClass);
-    ASSERT_EQ(host.GetError(), 0U);
-    EXPECT_EQ(Ask(0), "");
-    VStringArray many;
-    for (int i = 0; i < 20000; ++i) many.Add(u"some\\path");
-    host.SetPaths(many);
-    EXPECT_EQ(GetRunningSessionPaths().paths.GetCount(), many.GetCount());
-    host.SetPaths(Strings({u"x"}));
-    EXPECT_EQ(Ask(0), "x");
-}
-
 TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {
     StartHost(kNorHaldenFrameClass, {u"a"});
     const std::pair<VUnicodeString, std::size_t> rows[] = {

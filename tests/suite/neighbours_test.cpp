@@ -91,9 +91,10 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     Protocol(*session).ReleasePort();
     session->SetProtocolName(u"Telnet");
     EXPECT_EQ(Protocol(*session).GetPort(), 23) << "a released port stays with its protocol";
-    Protocol(*session).SetPort(2323);
     session->SetProtocolName(u"SSH2");
-    EXPECT_EQ(Protocol(*session).GetPort(), 2323);
+    Protocol(*session).SetPort(2222);
+    session->SetProtocolName(u"Telnet");
+    EXPECT_EQ(Protocol(*session).GetPort(), 2222);
     Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
     Protocol(*session).GetRemoteHost().SetUsername(u"u");
     session->SetProtocolName(u"Local Shell");

@@ -178,13 +178,8 @@ TEST_F(SessionOptionsTest, OfSeveralSessionsOnlyTheUsersChangesTravel) {
 }
 
 TEST_F(SessionOptionsTest, EverySettingCanBeFoundAndSetByItsType) {
-    struct Row {
-        const char16_t* name;
-        int editor;
-        const char16_t* shown;
-        const char16_t* stored;
-    };
-    const Row rows[] = {
+    // The name, its editor, what is entered and what is stored.
+    const std::tuple<const char16_t*, int, const char16_t*, const char16_t*> rows[] = {
         {u"Jump Scroll", OptionIds::kSettingChoice, u"否", u"false"},
         {u"Disable Resize", OptionIds::kSettingChoice, u"开", u"on"},
         {u"Cols", OptionIds::kSettingText, u"132", u"132"},
@@ -197,25 +192,25 @@ TEST_F(SessionOptionsTest, EverySettingCanBeFoundAndSetByItsType) {
     const VRef<SessionConfig> session = Stored(u"SSH2");
     EXPECT_EQ(Run(*session,
                   [&](HeadlessDialog& dialog) {
-                      for (const Row& row : rows) {
-                          Filter(dialog, row.name);
-                          EXPECT_TRUE(row.editor == OptionIds::kSettingChoice ? dialog.Pick(row.editor, row.shown)
-                                                                              : dialog.Type(row.editor, row.shown))
-                              << Escape(row.name);
+                      for (const auto& [name, editor, shown, stored] : rows) {
+                          Filter(dialog, name);
+                          EXPECT_TRUE(editor == OptionIds::kSettingChoice ? dialog.Pick(editor, shown)
+                                                                          : dialog.Type(editor, shown))
+                              << Escape(name);
                       }
                       EXPECT_EQ(dialog.GetTree(OptionIds::kSettings)->Read(),
                                 " ** Narrow Font v2 = -12,0,0,0,400,0,0,0,1,0,0,0,1,90,Mono, A <\n");
                       dialog.Type(OptionIds::kSettingText, u"12 points"_v);
                       kit.ExpectBox(u"“Narrow Font v2”不接受这个值。"_v, 1);
                       dialog.Press(kIdOk);
-                      dialog.Type(OptionIds::kSettingText, rows[6].shown);
+                      dialog.Type(OptionIds::kSettingText, std::get<2>(rows[6]));
                       // The labels of the other pages are found as well.
                       Filter(dialog, u"主机名"_v);
                       EXPECT_TRUE(dialog.Type(OptionIds::kSettingText, u"h.example"_v));
                       dialog.Press(kIdOk);
                   }),
               kDialogAccepted);
-    for (const Row& row : rows) EXPECT_EQ(Text(*session, row.name), row.stored) << Escape(row.name);
+    for (const auto& [name, editor, shown, stored] : rows) EXPECT_EQ(Text(*session, name), stored) << Escape(name);
     EXPECT_EQ(Text(*session, u"Hostname"), u"h.example");
 }
 
@@ -294,23 +289,6 @@ TEST_F(SessionOptionsTest, TheConnectDialogStoresWhatTheyChanged) {
     const VRef<ISessionConfig> session = OpenSession(u"db-2"_v);
     ASSERT_TRUE(session);
     EXPECT_EQ(Text(*session, u"Hostname"), u"db2.example");
-}
-
-TEST_F(SessionOptionsTest, AFirewallComesWithItsName) {
-    WithKey(u"Firewalls\\hop", [](VProfileKey& key) {
-        key.WriteString(u"Firewall Type", u"SOCKSv5_USERPASS");
-        key.WriteString(u"Firewall Address", u"10.0.0.1");
-    });
-    const VRef<SessionConfig> session = Stored(u"SSH2");
-    Run(*session, [](HeadlessDialog& dialog) {
-        EXPECT_TRUE(dialog.Pick(At(u"Firewall Name"), u"hop"_v));
-        dialog.Press(kIdOk);
-    });
-    const auto firewall = VRef<IFirewallUI>::Adopt(Protocol(*session).GetRemoteHost().GetFirewall());
-    ASSERT_TRUE(firewall);
-    VUnicodeString address;
-    firewall->GetAddress(address);
-    EXPECT_EQ(address, u"10.0.0.1");
 }
 
 }  // namespace

@@ -397,15 +397,11 @@ TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShare
 
 TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     using namespace conformance;
-    struct Row {
-        unsigned flags;
-        int answer;
-    };
-    const Row rows[] = {{kBoxOk | kBoxError, kAnswerOk},
-                        {kBoxOkCancel | kBoxQuestion, kAnswerOk},
-                        {kBoxOkCancel, kAnswerCancel},
-                        {kBoxYesNo | kBoxWarning, kAnswerYes},
-                        {kBoxYesNo | kBoxInformation, kAnswerNo}};
+    const std::pair<unsigned, int> rows[] = {{kBoxOk | kBoxError, kAnswerOk},
+                                             {kBoxOkCancel | kBoxQuestion, kAnswerOk},
+                                             {kBoxOkCancel, kAnswerCancel},
+                                             {kBoxYesNo | kBoxWarning, kAnswerYes},
+                                             {kBoxYesNo | kBoxInformation, kAnswerNo}};
     VPopupMenu inner;
     inner.Add(5, u"字母(&A)"_v);
     VPopupMenu menu;
@@ -414,10 +410,9 @@ TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     menu.AddSubMenu(u"布局列表(&A)"_v, inner);
     menu.Check(5, true);
     this->Run([&](auto&) {
-        for (const Row& row : rows) {
-            this->kit.ExpectBox(u"<b>删除</b>?\r\n&"_v, row.answer);
-            EXPECT_EQ(this->kit.ShowMessageBox(&this->notes, u"NorHalden"_v, u"<b>删除</b>?\r\n&"_v, row.flags),
-                      row.answer);
+        for (const auto& [flags, answer] : rows) {
+            this->kit.ExpectBox(u"<b>删除</b>?\r\n&"_v, answer);
+            EXPECT_EQ(this->kit.ShowMessageBox(&this->notes, u"NorHalden"_v, u"<b>删除</b>?\r\n&"_v, flags), answer);
         }
         for (const int command : {1, 5, 0}) {
             this->kit.ExpectMenu([&](const VPopupMenu&) { return command; });

@@ -25,10 +25,8 @@ class PortProtocol : public FakeProtocol {
     using FakeProtocol::FakeProtocol;
     ConnectConfig* Clone(ICommonConfig*) const override { return new PortProtocol(*this); }
     std::uint16_t GetPort() const override { return port; }
-    void ReleasePort() override { ++releases; }
 
     std::uint16_t port = 22;
-    static inline int releases = 0;
 };
 
 /// A host of "bad" is refused.
