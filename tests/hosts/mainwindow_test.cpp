@@ -119,6 +119,9 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
             EXPECT_TRUE(frame.Choose(command)) << command;
             EXPECT_EQ(kit.TakeFaults(), "") << command;
         }
+        kit.ExpectDialog(ConnectDialogIds::kDialog, [](HeadlessDialog& dialog) { dialog.Elapse(1); });
+        kit.ExpectDialog(FindSessionIds::kDialog, giveUp);
+        EXPECT_TRUE(frame.PressKey('F', Accelerator::kControl));
         WriteProgram("telnet", "");
         // A connection that is not saved opens in no window: that is told, and the dialog comes back.
         kit.ExpectDialog(QuickConnectIds::kDialog, [](HeadlessDialog& dialog) { EXPECT_TRUE(dialog.Press(kIdOk)); });
