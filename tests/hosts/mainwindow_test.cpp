@@ -53,12 +53,13 @@ class MainWindowTest : public test::SuiteTest {
     void Play(const std::function<void(MainWindow& window, HeadlessFrame& frame)>& script) {
         MainWindow window(run);
         ASSERT_TRUE(window.Create(nullptr));
-        bool hasBegun = false;
+        std::string order;
         kit.ExpectFrame([&](HeadlessFrame& frame) {
-            EXPECT_TRUE(hasBegun);
+            order += "played";
             script(window, frame);
         });
-        window.Run([&] { hasBegun = true; });
+        window.Run([&] { order += "begun "; });
+        EXPECT_EQ(order, "begun played");
     }
     static void Await(HeadlessFrame& frame, std::size_t row, std::u16string_view state) {
         for (int i = 0; i < 20 && frame.GetRows()[row].texts[3].View() != state; ++i)

@@ -40,14 +40,15 @@ class HeadlessDialogKit : public IDialogKit {
     /// The script plays the user in the dialog that comes next, which must be of this template; a dialog that it leaves
     /// open is closed by its frame.
     void ExpectDialog(int templateId, DialogScript script);
-    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame.
-    void ExpectFrame(FrameScript script);
     /// The next box must have this text.
     void ExpectBox(const VUnicodeString& text, int answer);
     /// The next question for a folder gets this answer; null: given up.
     void ExpectFolder(const char16_t* path);
     /// The user looks at the next menu and chooses a command, which must be enabled; 0: none.
     void ExpectMenu(MenuChoice choice);
+    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame, and
+    /// so is one that nobody plays in.
+    void ExpectFrame(FrameScript script) { frameScript = std::move(script); }
     /// Answers every box that was not expected. Null: such a box is a fault.
     void AnswerBoxes(BoxAnswer answer) { boxAnswer = std::move(answer); }
     /// Every box that was shown.
@@ -81,7 +82,7 @@ class HeadlessDialogKit : public IDialogKit {
     void Play(HeadlessFrame& frame);
 
   private:
-    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu, kFrame };
+    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu };
     struct Expectation {
         Kind kind;
         int number = 0;  ///< the template, or the answer
@@ -89,7 +90,6 @@ class HeadlessDialogKit : public IDialogKit {
         bool isGivenUp = false;
         DialogScript script;
         MenuChoice choice;
-        FrameScript frame;
     };
 
     /// Takes the next expectation when it is of that kind and `fits`; else notes the fault and gives false.
@@ -97,6 +97,7 @@ class HeadlessDialogKit : public IDialogKit {
     bool Take(Kind kind, const std::string& what, Expectation& taken, Fits fits);
 
     std::deque<Expectation> expected;
+    FrameScript frameScript;
     BoxAnswer boxAnswer;
     std::vector<Box> boxes;
     std::string faults;
