@@ -1,7 +1,5 @@
 #include "suite/dialogkit/headless/headlesskit.h"
 
-#include <utility>
-
 #include "platform/codepage.h"
 #include "resources/dialogtemplate.h"
 #include "suite/dialogkit/headless/headlessdialog.h"

@@ -14,8 +14,8 @@
 
 namespace connectdialog {
 
-class HeadlessDialog;
 class HeadlessFrame;
+class HeadlessDialog;
 
 /// Whatever stops the application and waits for the user is expected beforehand, in order, with what the user does
 /// then. What comes unexpected is answered in the most harmless way (Cancel, No, nothing chosen) and counts as a fault,
@@ -23,7 +23,6 @@ class HeadlessFrame;
 class HeadlessDialogKit : public IDialogKit {
   public:
     using DialogScript = std::function<void(HeadlessDialog& dialog)>;
-    using FrameScript = std::function<void(HeadlessFrame& frame)>;
     using BoxAnswer = std::function<int(const VUnicodeString& text, unsigned flags)>;
     using MenuChoice = std::function<int(const VPopupMenu& menu)>;
 
@@ -46,9 +45,6 @@ class HeadlessDialogKit : public IDialogKit {
     void ExpectFolder(const char16_t* path);
     /// The user looks at the next menu and chooses a command, which must be enabled; 0: none.
     void ExpectMenu(MenuChoice choice);
-    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame, and
-    /// so is one that nobody plays in.
-    void ExpectFrame(FrameScript script) { frameScript = std::move(script); }
     /// Answers every box that was not expected. Null: such a box is a fault.
     void AnswerBoxes(BoxAnswer answer) { boxAnswer = std::move(answer); }
     /// Every box that was shown.
@@ -63,6 +59,11 @@ class HeadlessDialogKit : public IDialogKit {
     bool ShowsWaitCursor() const { return waitCursors > 0; }
     /// How often the wait cursor came up.
     int GetWaitCount() const { return waits; }
+
+    using FrameScript = std::function<void(HeadlessFrame& frame)>;
+    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame, and
+    /// so is one that nobody plays in.
+    void ExpectFrame(FrameScript script) { frameScript = std::move(script); }
 
     // IDialogKit.
     std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
@@ -97,7 +98,6 @@ class HeadlessDialogKit : public IDialogKit {
     bool Take(Kind kind, const std::string& what, Expectation& taken, Fits fits);
 
     std::deque<Expectation> expected;
-    FrameScript frameScript;
     BoxAnswer boxAnswer;
     std::vector<Box> boxes;
     std::string faults;
@@ -105,6 +105,7 @@ class HeadlessDialogKit : public IDialogKit {
     bool isClipboardBroken = false;
     int waitCursors = 0;
     int waits = 0;
+    FrameScript frameScript;
 };
 
 }  // namespace connectdialog
