@@ -79,7 +79,7 @@ MainWindow::~MainWindow() = default;
 bool MainWindow::Create(const VIcon* icon) {
     window = GetDialogKit() != nullptr ? GetDialogKit()->CreateFrameWindow(*this) : nullptr;
     if (!window) return false;
-    opened.emplace(run, [this] { window->Wake(); });
+    opened.Listen([this] { window->Wake(); });
     window->SetTitle(VGetAppName());
     if (icon != nullptr) window->SetIcon(*icon);
     window->SetColumns(kHeadings);
@@ -99,7 +99,7 @@ void MainWindow::Run(std::function<void()> first) {
 
 void MainWindow::OnFrameWoken() {
     if (begin) std::exchange(begin, nullptr)();
-    const std::vector<VUnicodeString> faults = opened->TakeNews();
+    const std::vector<VUnicodeString> faults = opened.TakeNews();
     ShowRows();
     for (const VUnicodeString& fault : faults) ShowFault(fault);
 }
@@ -129,7 +129,7 @@ void MainWindow::SavePlacement() {
 bool MainWindow::IsEnabled(int command) const {
     const std::vector<std::size_t> selected = window->GetSelectedRows();
     const auto isAny = [&](auto fits) {
-        return std::ranges::any_of(selected, [&](std::size_t row) { return fits(opened->GetRows()[row]); });
+        return std::ranges::any_of(selected, [&](std::size_t row) { return fits(opened.GetRows()[row]); });
     };
     switch (command) {
         case HostCommands::kOpenAgain:
@@ -137,7 +137,7 @@ bool MainWindow::IsEnabled(int command) const {
         case HostCommands::kRemove:
             return isAny([](const OpenedSession& row) { return row.state != OpenedState::kOpen; });
         case HostCommands::kRemoveEnded:
-            return std::ranges::any_of(opened->GetRows(), &OpenedSession::IsOver);
+            return std::ranges::any_of(opened.GetRows(), &OpenedSession::IsOver);
         case HostCommands::kProperties:
             return selected.size() == 1;
         default:
@@ -154,11 +154,11 @@ void MainWindow::ShowEnabled() {
 
 void MainWindow::ShowRows() {
     std::vector<FrameRow> shown;
-    for (const OpenedSession& row : opened->GetRows())
+    for (const OpenedSession& row : opened.GetRows())
         shown.push_back({{GetEntryLeaf(row.path), row.protocol, row.host, DescribeState(row)}});
     window->SetRows(shown);
     VUnicodeString status = u"就绪"_v;
-    const auto open = std::ranges::count(opened->GetRows(), OpenedState::kOpen, &OpenedSession::state);
+    const auto open = std::ranges::count(opened.GetRows(), OpenedState::kOpen, &OpenedSession::state);
     if (!shown.empty())
         status.Format(u"%1!d! 个会话已打开，列表中共 %2!d! 个", static_cast<int>(open), static_cast<int>(shown.size()));
     window->SetStatus(status);
@@ -166,7 +166,7 @@ void MainWindow::ShowRows() {
 }
 
 void MainWindow::OnRowActivated(std::size_t row) {
-    if (opened->GetRows()[row].IsOver()) OpenRowAgain(row);
+    if (opened.GetRows()[row].IsOver()) OpenRowAgain(row);
 }
 
 void MainWindow::OnListMenu(VPoint point) {
@@ -177,12 +177,12 @@ void MainWindow::OnListMenu(VPoint point) {
 void MainWindow::RemoveSelected() {
     std::vector<std::size_t> selected = window->GetSelectedRows();
     for (auto row = selected.rbegin(); row != selected.rend(); ++row)
-        if (opened->GetRows()[*row].state != OpenedState::kOpen) opened->Remove(*row);
+        if (opened.GetRows()[*row].state != OpenedState::kOpen) opened.Remove(*row);
     ShowRows();
 }
 
 void MainWindow::RemoveEnded() {
-    opened->RemoveEnded();
+    opened.RemoveEnded();
     ShowRows();
 }
 

@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "hosts/common/hostrun.h"
@@ -26,7 +25,7 @@ class TerminalEmulator;
 /// Requires: the store is open, and the dialogs' back end is installed, as long as it lives.
 class MainWindow : private IFrameEvents {
   public:
-    explicit MainWindow(const HostRun& run) : run(run) {}
+    explicit MainWindow(const HostRun& run) : run(run), opened(run) {}
     ~MainWindow() override;
 
     /// Makes the window, where it stood last. On failure: false, and nothing else may be called.
@@ -60,7 +59,7 @@ class MainWindow : private IFrameEvents {
     bool IsEnabled(int command) const;
     /// For dialogs to stand over.
     IFrameWindow& GetWindow() { return *window; }
-    const OpenedSessions& GetSessions() const { return *opened; }
+    const OpenedSessions& GetSessions() const { return opened; }
     void SetStatus(const VUnicodeString& text) { window->SetStatus(text); }
 
   private:
@@ -84,7 +83,7 @@ class MainWindow : private IFrameEvents {
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;
-    std::optional<OpenedSessions> opened;  ///< wakes the window, so it comes later and goes earlier
+    OpenedSessions opened;  // wakes the window, so it goes earlier
     std::function<void()> begin;
     std::vector<bool> enabled;
 };

@@ -1,5 +1,4 @@
 // What the main window does with sessions: choosing, making, opening and changing them.
-#include <algorithm>
 #include <utility>
 
 #include "config/appkind.h"
@@ -101,12 +100,8 @@ bool MainWindow::OpenConfig(const ISessionConfig& config, VUnicodeString& fault)
 
 bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault) {
     TerminalEmulator terminal;
-    if (!std::ranges::all_of(sessions, &HostSession::isStored)) {
-        fault = u"未保存的连接只能在启动本程序的终端中打开。请选择保存会话后再连接。"_v;
-        return false;
-    }
-    if (!FindHostTerminal(run, terminal, fault)) return false;
-    opened->Open(terminal, isInTab, sessions);
+    if (!AreStored(sessions, fault) || !FindHostTerminal(run, terminal, fault)) return false;
+    opened.Open(terminal, isInTab, sessions);
     ShowRows();
     return true;
 }
@@ -123,16 +118,16 @@ void MainWindow::OpenRowAgain(std::size_t row) {
     std::vector<HostSession> sessions;
     TerminalEmulator terminal;
     VUnicodeString fault;
-    if (!AddSessionAt(opened->GetRows()[row].path, sessions, fault) || !HaveClients(sessions, fault) ||
+    if (!AddSessionAt(opened.GetRows()[row].path, sessions, fault) || !HaveClients(sessions, fault) ||
         !FindHostTerminal(run, terminal, fault))
         return ShowFault(fault);
-    opened->OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());
+    opened.OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());
     ShowRows();
 }
 
 void MainWindow::OpenAgain() {
     for (const std::size_t row : window->GetSelectedRows())
-        if (opened->GetRows()[row].IsOver()) OpenRowAgain(row);
+        if (opened.GetRows()[row].IsOver()) OpenRowAgain(row);
 }
 
 void MainWindow::CreateSession() {
@@ -171,7 +166,7 @@ void MainWindow::ShowOptions() {
 
 void MainWindow::ShowProperties() {
     const std::size_t row = window->GetSelectedRows().front();
-    const VUnicodeString path = opened->GetRows()[row].path;
+    const VUnicodeString path = opened.GetRows()[row].path;
     const VRef<ISessionConfig> config = OpenSession(path);
     if (!config) return ShowFault(u"会话已不存在：" + path);
     if (!RunSessionOptions(*config, kPageModeOne, false, false, window.get())) return;
@@ -180,7 +175,7 @@ void MainWindow::ShowProperties() {
     if (config->IsChanged() && !SaveSession(*config)) return ShowFault(u"无法保存会话。"_v);
     if (name == former || !ValidateSessionName(path, former, name, false, window.get())) return;
     if (!RenameInPlace(path, name)) return ShowFault(u"无法重命名会话。"_v);
-    opened->SetPath(path, JoinEntryPath(GetEntryParent(path), name));
+    opened.SetPath(path, JoinEntryPath(GetEntryParent(path), name));
     ShowRows();
 }
 

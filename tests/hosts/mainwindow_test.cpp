@@ -126,7 +126,8 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
         WriteProgram("telnet", "");
         // A connection that is not saved opens in no window: that is told, and the dialog comes back.
         kit.ExpectDialog(QuickConnectIds::kDialog, [](HeadlessDialog& dialog) { EXPECT_TRUE(dialog.Press(kIdOk)); });
-        kit.ExpectBox(u"未保存的连接只能在启动本程序的终端中打开。请选择保存会话后再连接。", kAnswerOk);
+        kit.ExpectBox(u"a connection that is not saved opens only in the terminal that this program was started from",
+                      kAnswerOk);
         kit.ExpectDialog(QuickConnectIds::kDialog, giveUp);
         window.ShowQuickConnect(u"telnet://quick.example:2323"_v);
         kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
