@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "hosts/common/hostcommands.h"
+#include "hosts/common/sessionreport.h"
 #include "resources/dialogids.h"
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
@@ -147,6 +148,17 @@ TEST_F(MainWindowTest, ItComesBackWhereItWasClosed) {
     });
     InstallReferenceSuite(u"NorHalden"_v, *sessions);
     Play([&](MainWindow&, HeadlessFrame& frame) { EXPECT_EQ(frame.GetPlacement().normal, place); });
+}
+
+TEST_F(MainWindowTest, WordsThatNameNoMainWindowAreToldNothing) {
+    const platform::HostAnnouncement window(u"c", [](const platform::HostMessage&) { return 0; });
+    for (const std::string& word : {std::string(), std::string("-"), "x/../" + window.GetName() + "-1",
+                                    window.GetName() + "-", window.GetName() + "-1x", window.GetName() + "0-1"}) {
+        SessionReport report(word);
+        EXPECT_FALSE(report.IsHeard()) << word;
+        report.Open();
+    }
+    EXPECT_TRUE(SessionReport(MakeReportWord(window.GetName(), 1)).IsHeard());
 }
 
 }  // namespace
