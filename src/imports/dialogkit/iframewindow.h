@@ -39,6 +39,8 @@ class IFrameEvents {
     virtual void OnSelectionChanged() = 0;
     /// The user wants to close the window. False: it stays.
     virtual bool OnFrameClose() = 0;
+    /// Wake was called.
+    virtual void OnFrameWoken() = 0;
 };
 
 /// Dialogs can stand over it. A menu or a bar that is set anew takes the place of the one before.
@@ -48,6 +50,9 @@ class IFrameWindow : public VWindow {
     virtual void Run() = 0;
     /// Ends Run as soon as the event at hand is over.
     virtual void Close() = 0;
+    /// Lets Run call OnFrameWoken soon; several calls before that may count as one. From any thread, as long as the
+    /// window lives.
+    virtual void Wake() = 0;
 
     virtual void SetTitle(const VUnicodeString& title) = 0;
     virtual void SetIcon(const VIcon& icon) = 0;
@@ -55,7 +60,8 @@ class IFrameWindow : public VWindow {
     virtual void SetMenuBar(const VPopupMenu& menu) = 0;
     /// Shows a bar under the menu: those with lower numbers first. One without buttons is not shown.
     virtual void SetToolbar(int bar, const VToolbarState& toolbar) = 0;
-    /// Keys that give a command wherever the focus is in the window, whether or not a menu tells them.
+    /// Keys that give a command wherever the focus is in the window, whether or not a menu tells them; also one that a
+    /// menu has disabled.
     virtual void SetAccelerators(std::span<const Accelerator> accelerators) = 0;
     /// The headings of the list.
     virtual void SetColumns(std::span<const VUnicodeString> headings) = 0;

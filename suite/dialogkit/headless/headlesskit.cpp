@@ -2,6 +2,7 @@
 
 #include "resources/dialogtemplate.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlessframe.h"
 
 namespace connectdialog {
 
@@ -63,6 +64,15 @@ int HeadlessDialogKit::TrackPopupMenu(VWindow*, const VPopupMenu& menu, VPoint) 
     if (entry != nullptr && entry->isEnabled) return command;
     if (command != 0) AddFault("not to be chosen: command " + std::to_string(command));
     return 0;
+}
+
+std::unique_ptr<IFrameWindow> HeadlessDialogKit::CreateFrameWindow(IFrameEvents& events) {
+    return std::make_unique<HeadlessFrame>(*this, events);
+}
+
+void HeadlessDialogKit::Play(HeadlessFrame& frame) {
+    if (const FrameScript script = std::exchange(frameScript, nullptr)) script(frame);
+    if (!frame.IsClosed()) frame.CloseByFrame();
 }
 
 bool HeadlessDialogKit::SetClipboardData(const VUnicodeString& format, std::span<const std::byte> data) {

@@ -13,6 +13,7 @@
 
 namespace connectdialog {
 
+class HeadlessFrame;
 class HeadlessDialog;
 
 /// What comes unexpected is answered in the most harmless way (Cancel, No, nothing chosen). A box must have the text
@@ -36,9 +37,15 @@ class HeadlessDialogKit : public IDialogKit, public UserExpectations<HeadlessDia
     /// How often the wait cursor came up.
     int GetWaitCount() const { return waits; }
 
+    using FrameScript = std::function<void(HeadlessFrame& frame)>;
+    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame, and
+    /// so is one that nobody plays in.
+    void ExpectFrame(FrameScript script) { frameScript = std::move(script); }
+
     // IDialogKit.
     std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                       VWindow* parent) override;
+    std::unique_ptr<IFrameWindow> CreateFrameWindow(IFrameEvents& events) override;
     int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                        unsigned flags) override;
     bool BrowseForFolder(VWindow* owner, const VUnicodeString& title, VUnicodeString& path) override;
@@ -49,6 +56,8 @@ class HeadlessDialogKit : public IDialogKit, public UserExpectations<HeadlessDia
 
     /// Plays the user in a modal dialog.
     void Play(HeadlessDialog& dialog);
+    /// Plays the user in a main window.
+    void Play(HeadlessFrame& frame);
 
   private:
     BoxAnswer boxAnswer;
@@ -56,6 +65,7 @@ class HeadlessDialogKit : public IDialogKit, public UserExpectations<HeadlessDia
     bool isClipboardBroken = false;
     int waitCursors = 0;
     int waits = 0;
+    FrameScript frameScript;
 };
 
 }  // namespace connectdialog
