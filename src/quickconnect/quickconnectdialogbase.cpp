@@ -93,8 +93,9 @@ std::int64_t QuickConnectDialogBase::Run() {
 
 void QuickConnectDialogBase::Accept() {
     LastQuickConnectConfig() = CloneOf(*config);
-    config->SetStored(saveSession);
-    if (saveSession && !StoreSession())
+    const bool isStored = saveSession && StoreSession();
+    config->SetStored(isStored);
+    if (saveSession && !isStored)
         VMessageBox(GetParent(), u"ERROR: Could not save the session in the database."_v, kBoxError);
 }
 

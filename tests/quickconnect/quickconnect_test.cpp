@@ -6,6 +6,7 @@
 #include "suite/dialogkit/headless/headlessdialog.h"
 #include "suite/dialogkit/headless/headlesskit.h"
 #include "support/fakepages.h"
+#include "support/faultystore.h"
 
 namespace connectdialog::test {
 namespace {
@@ -121,6 +122,20 @@ TEST_F(QuickConnectTest, ASavedSessionGetsANameThatCanStandAndIsFree) {
         },
         u"folder\\inner");
     EXPECT_EQ(inFolder->GetPath(), u"folder\\inner\\web") << "the box is still ticked";
+
+    static FaultyStoreFactory* faulty = nullptr;
+    FaultyStoreFactory wrapped(*factory);
+    faulty = &wrapped;
+    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
+    wrapped.plan.failCommit = true;
+    const auto refused = Show([this](HeadlessDialog& dialog) {
+        dialog.GetPage()->Type(kFakeHost, u"lost"_v);
+        kit.ExpectBox(u"ERROR: Could not save the session in the database."_v, kAnswerOk);
+        EXPECT_TRUE(dialog.Press(kIdOk));
+    });
+    ASSERT_TRUE(refused) << "the connection goes on";
+    EXPECT_FALSE(refused->IsStored());
+    EXPECT_FALSE(SessionKeyExists(u"lost"));
 }
 
 TEST_F(QuickConnectTest, BoxesAreKeptInTheSettings) {
