@@ -17,8 +17,6 @@ namespace {
 
 constexpr int kLastPort = 65535;
 constexpr std::u16string_view kAfterScheme = u"://";
-/// What is shown of an address that is refused as a whole.
-constexpr std::size_t kShownCharacters = 60;
 
 struct Scheme {
     std::u16string_view name;
@@ -67,6 +65,12 @@ bool FailAs(LaunchFault fault, std::u16string_view what, VReportMessageParams& r
     return report.Fail(fault, VUnicodeString(what).GetData());
 }
 
+/// Names the scheme alone: a password may stand behind it, and before a "://" that is the end of none.
+bool FailAsUnknown(std::u16string_view text, VReportMessageParams& report) {
+    const std::u16string_view scheme = text.substr(0, text.find(kAfterScheme));
+    return FailAs(kLaunchNoAddress, CheckLaunchHost(scheme) == kLaunchFine ? scheme : u"Address", report);
+}
+
 bool TakeUser(std::u16string_view& rest, QuickAddress& address, VReportMessageParams& report) {
     const std::size_t at = rest.rfind(u'@');
     if (at == rest.npos) return true;
@@ -100,7 +104,7 @@ bool ParseQuickAddress(std::u16string_view text, QuickAddress& address, VReportM
     if (fault != kLaunchFine) return FailAs(fault, u"Address", report);
     QuickAddress found;
     std::u16string_view rest = text;
-    if (!CutScheme(rest, found)) return FailAs(kLaunchNoAddress, text.substr(0, kShownCharacters), report);
+    if (!CutScheme(rest, found)) return FailAsUnknown(text, report);
     if (!TakeUser(rest, found, report) || !TakeHost(rest, found, report)) return false;
     address = found;
     return true;

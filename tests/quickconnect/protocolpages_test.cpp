@@ -139,9 +139,10 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
         EXPECT_EQ(address.port, row.port);
     }
     const std::u16string tooLong(20000, u'h');
-    for (const char16_t* bad : {u"", u"-oProxyCommand=x", u"u@-h", u"@h", u"h:", u"h:0", u"h:+22", u"[::1", u"[::1]x",
-                                u"u:password@h", u"h/path", u"sftp://h//", u"http://h", u"h?x=1", u"ssh://h%0aX",
-                                u"$(id)", u"a\nb", u"ssh://u;fp=1@h", static_cast<const char16_t*>(tooLong.c_str())}) {
+    for (const char16_t* bad :
+         {u"", u"-oProxyCommand=x", u"u@-h", u"@h", u"h:", u"h:0", u"h:+22", u"[::1", u"[::1]x", u"u:password@h",
+          u"u:password@h://x", u"sftp://h//", u"ftp://u:password@h", u"h?x=1", u"ssh://h%0aX", u"$(id)", u"a\nb",
+          u"ssh://u;fp=1@h", static_cast<const char16_t*>(tooLong.c_str())}) {
         report.Clear();
         EXPECT_FALSE(ParseQuickAddress(bad, address, report)) << testing::PrintToString(bad);
         EXPECT_FALSE(VUnicodeString(report.GetTextOneLine()).IsEmpty());
