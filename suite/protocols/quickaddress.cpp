@@ -124,9 +124,11 @@ bool ApplyQuickAddress(ISessionConfig& session, const QuickAddress& address) {
     if (!protocol.empty() && !SelectProtocol(session, side, protocol)) return false;
     ProtocolConfig* const config = selected();
     if (config == nullptr) return false;
+    config->Revert();
+    config->EditSettings().sshJumpHost.Revert();  // SSH may be chosen later
     config->SetHostName(address.host);
     if (!address.user.IsEmpty()) config->GetRemoteHost().SetUsername(address.user);
-    if (address.port != 0) config->SetPort(address.port);
+    config->SetPort(address.port != 0 ? address.port : config->GetTraits().defaultPort);
     return true;
 }
 

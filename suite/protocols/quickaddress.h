@@ -25,8 +25,9 @@ struct QuickAddress {
 /// `address` stays.
 bool ParseQuickAddress(std::u16string_view text, QuickAddress& address, VReportMessageParams& report);
 
-/// Puts the address into a session: its protocol, or SSH2 or SFTP where it names none and the session has none with a
-/// host; the host; user and port where it names them.
+/// Puts the address into a session as a connection of its own: its protocol, or SSH2 or SFTP where it names none and
+/// the session has none with a host; the host; its port, or the protocol's usual one; its user. What else the protocol
+/// has is as the session was loaded: nothing stays of an earlier connection.
 /// On failure: false when the running application has no such protocol, and nothing has changed.
 bool ApplyQuickAddress(ISessionConfig& session, const QuickAddress& address);
 

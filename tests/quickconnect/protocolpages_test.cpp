@@ -163,6 +163,13 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
             EXPECT_EQ(dialog.GetPage()->GetText(kFirstPageField + id), text);
         EXPECT_TRUE(dialog.IsEnabled(kIdOk));
     });
+    Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
+    ASSERT_TRUE(ParseQuickAddress(u"ssh://other", address, report));
+    ASSERT_TRUE(ApplyQuickAddress(*session, address));
+    EXPECT_EQ(Protocol(*session).GetPort(), kSshPort) << "nothing of the one before";
+    VUnicodeString user;
+    Protocol(*session).GetRemoteHost().GetUsername(user);
+    EXPECT_EQ(user + Protocol(*session).GetSettings().sshJumpHost.Get(), u"");
 }
 
 }  // namespace
