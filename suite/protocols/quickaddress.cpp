@@ -17,6 +17,8 @@ namespace {
 
 constexpr int kLastPort = 65535;
 constexpr std::u16string_view kAfterScheme = u"://";
+/// What parts an address from its scope in a link (RFC 6874).
+constexpr char16_t kEncodedPercent[] = u"%25";
 
 struct Scheme {
     std::u16string_view name;
@@ -86,12 +88,14 @@ bool TakeHost(std::u16string_view rest, QuickAddress& address, VReportMessagePar
     std::u16string_view port;
     bool hasPort = false;
     if (!SplitPort(rest, host, port, hasPort)) return FailAs(kLaunchNoHostName, u"Hostname", report);
-    const LaunchFault fault = CheckLaunchHost(host);
+    VUnicodeString decoded(host);
+    if (!address.protocol.IsEmpty()) decoded.Replace(kEncodedPercent, u"%");
+    const LaunchFault fault = CheckLaunchHost(decoded);
     if (fault != kLaunchFine) return FailAs(fault, u"Hostname", report);
     int number = 0;
     if (hasPort && !ReadPageNumber(VUnicodeString(port), 1, kLastPort, number))
         return FailOutOfRange(report, u"Port"_v, 1, kLastPort);
-    address.host = host;
+    address.host = decoded;
     address.port = static_cast<std::uint16_t>(number);
     return true;
 }

@@ -127,6 +127,7 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
         {u"2001:db8::1", u"", u"", u"2001:db8::1", 0},
         {u"SSH://u@h:2222/", u"SSH2", u"u", u"h", 2222},
         {u"telnet://[::1]:23", u"Telnet", u"", u"::1", 23},
+        {u"ssh://[fe80::1%25eth0]", u"SSH2", u"", u"fe80::1%eth0", 0},
         {u"sftp://h", u"SFTP", u"", u"h", 0},
     };
     QuickAddress address;
