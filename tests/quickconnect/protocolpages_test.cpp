@@ -73,6 +73,7 @@ TEST_F(ProtocolPagesTest, WhatAClientWouldNotTakeIsRefusedByTheFieldsName) {
         {u"SSH1", u"跳板主机", u"h,", u"“跳板主机”必须是 user@host:port 形式的主机，以逗号分隔。"},
         {u"Serial", u"数据位", u"9", u"“数据位”必须是 5 到 8 之间的数字。"},
         {u"Serial", u"设备", u"a\nb", u"“设备”含有控制字符。"},
+        {u"Local Shell", u"命令(", u"a \"b", u"“命令”缺少右引号。"},
     };
     for (const Row& row : rows) {
         Show([&](HeadlessDialog& dialog) {
