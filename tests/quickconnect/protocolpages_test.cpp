@@ -35,11 +35,12 @@ int ControlOf(const char16_t* protocol, std::u16string_view label) {
 }
 
 TEST_F(ProtocolPagesTest, EveryProtocolOfTheApplicationShowsItsPageAndConnects) {
-    for (const unsigned kind : {3U, 6U}) {
+    for (const auto& [kind, name] : {std::pair{1U, u"Halden"}, {3U, u"NorHalden"}, {6U, u"Tessaly"}}) {
         CleanupQuickConnectDialog();
-        InstallReferenceSuite(kind == 3 ? u"NorHalden" : u"Tessaly", *factory);
-        for (const ProtocolPage& page : GetProtocolPages()) {
-            if ((page.side == ProtocolSide::kTransfer) != (kind == 6)) continue;
+        InstallReferenceSuite(name, *factory);
+        for (const ConnectProtocolTableElement& row : GetReferenceProtocolTable()) {
+            if (row.kind != static_cast<AppKind>(kind) || row.name == kNoProtocol) continue;
+            const ProtocolPage& page = *FindProtocolPage(row.name);
             const auto target = FindProtocolTraits(page.protocol)->target;
             const auto session = Show(
                 [&](HeadlessDialog& dialog) {
@@ -52,9 +53,9 @@ TEST_F(ProtocolPagesTest, EveryProtocolOfTheApplicationShowsItsPageAndConnects) 
                 },
                 kind);
             ASSERT_TRUE(session);
-            VUnicodeString name;
-            dynamic_cast<SessionConfig&>(*session).GetActiveProtocolName(name);
-            EXPECT_EQ(name, page.protocol);
+            VUnicodeString chosen;
+            dynamic_cast<SessionConfig&>(*session).GetActiveProtocolName(chosen);
+            EXPECT_EQ(chosen, page.protocol);
         }
     }
 }
