@@ -4,6 +4,7 @@
 #include "foundation/hostnames.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "profile/unitofwork.h"
 #include "quickconnect/quickconnectdialog.h"
 #include "resources/connectiontemplates.h"
 #include "sessiondb/buttonbarupgrade.h"
@@ -100,17 +101,20 @@ void QuickConnectDialogBase::Accept() {
 }
 
 bool QuickConnectDialogBase::StoreSession() {
-    const VUnicodeString name = MakeStorableName();
-    config->SetName(name);
+    UpgradeButtonBars();
     SetNotToBeSaved(false);
     config->Commit();
-    return StoreSessionEntry(targetFolder, name, *config, VUnicodeString(), true);
+    // One unit: nobody else takes the name once it is known to be free.
+    return AsOneUnit([&] {
+        const VUnicodeString name = MakeStorableName();
+        config->SetName(name);
+        return StoreSessionEntry(targetFolder, name, *config, VUnicodeString(), true);
+    });
 }
 
 /// The suggested name in a form that can be a session's, free in the target folder. What can be no session's name at
 /// all, like one of ten thousand characters, gives way to the protocol's.
 VUnicodeString QuickConnectDialogBase::MakeStorableName() const {
-    UpgradeButtonBars();
     VUnicodeString suggested;
     if (const ConnectConfig* current = GetCurrentConfig()) current->GetSuggestedName(suggested);
     VUnicodeString protocol;
