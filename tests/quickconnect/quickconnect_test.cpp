@@ -1,5 +1,7 @@
 #include "quickconnect/quickconnect.h"
 
+#include <map>
+
 #include "quickconnect/quickconnectdialog.h"
 #include "resources/dialogids.h"
 #include "sessiondb/sessiontree.h"
@@ -152,8 +154,33 @@ TEST_F(QuickConnectTest, BoxesAreKeptInTheSettings) {
     EXPECT_FALSE(settings.connectDialogOnStartup.Get()) << "one dialog at most opens at the start";
     EXPECT_TRUE(settings.openInTab.Get());
     EXPECT_FALSE(settings.quickConnectSaveSession.Get()) << "inverted until the dialog is accepted";
+    settings.openInTab.Set(false);
     Connect(u"h", true);
     EXPECT_TRUE(settings.quickConnectSaveSession.Get());
+    EXPECT_FALSE(settings.openInTab.Get()) << "what was chosen outlasts the tabs that are forced";
+}
+
+TEST_F(QuickConnectTest, TheTransferSideHasNoBoxForTabsAndTheOthersInItsRow) {
+    panels.table.Add(MakePagedRow<kFakeSshPage>(AppKind::kTessaly, u"SFTP"));
+    std::map<int, VRectangle> terminalPlaces;
+    for (const unsigned kind : {kTerminal, 6U}) {
+        kit.ExpectDialog(QuickConnectIds::kDialog, [&](HeadlessDialog& dialog) {
+            const bool isTerminal = kind == kTerminal;
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kOpenInTab), isTerminal);
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kTerminalPage), isTerminal);
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kTransferPage), !isTerminal);
+            const VRectangle row = dialog.GetRectangle(QuickConnectIds::kOpenInTab);
+            for (const int box : {QuickConnectIds::kShowOnStartup, QuickConnectIds::kSaveSession}) {
+                const VRectangle place = dialog.GetRectangle(box);
+                const VRectangle former = terminalPlaces.emplace(box, place).first->second;
+                EXPECT_EQ(place.left, former.left);
+                EXPECT_EQ(place.right, former.right);
+                EXPECT_EQ(place.top == row.top && place.bottom == row.bottom, !isTerminal);
+            }
+        });
+        ISessionConfig* none = nullptr;
+        ShowQuickConnectDialog(&none, u"", kind, nullptr);
+    }
 }
 
 TEST_F(QuickConnectTest, APageThatRefusesKeepsItsProtocol) {
@@ -179,13 +206,19 @@ TEST_F(QuickConnectTest, TablesThatLackSomethingAreSurvived) {
     panels.table.Add(MakeRow(AppKind::kNorHalden, u"Pageless"));
     panels.table.Add(MakeRow(AppKind::kNorHalden, u"Throws"));
     panels.table[1].createQuickPage = [](VWindow*, ISessionConfig*) -> VPluginDialog* { throw 1; };
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Breaks"));
+    panels.table[2].createQuickPage = [](VWindow*, ISessionConfig* session) -> VPluginDialog* {
+        return new BrokenPage<FakeQuickPage>(*session);
+    };
     panels.table.Add(MakeRow(AppKind::kTessaly, u"Other side"));
     Show([this](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetPage(), nullptr);
         EXPECT_FALSE(Pick(dialog, u"Other side"));
-        kit.ExpectBox(u"无法显示协议 Throws 的设置页。"_v, kAnswerOk);
-        EXPECT_TRUE(Pick(dialog, u"Throws"));
-        EXPECT_EQ(dialog.GetPage(), nullptr);
+        for (const char16_t* name : {u"Throws", u"Breaks"}) {
+            kit.ExpectBox(u"无法显示协议 "_v + name + u" 的设置页。", kAnswerOk);
+            EXPECT_TRUE(Pick(dialog, name));
+            EXPECT_EQ(dialog.GetPage(), nullptr);
+        }
         EXPECT_FALSE(dialog.Press(kIdOk));
     });
     CleanupQuickConnectDialog();
