@@ -54,20 +54,25 @@ void ConnectDialogBase::NewSession() {
 void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName) {
     const VUnicodeString path = GetItemPath(target);
     // Whatever dialog was used, a name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(path, offeredName, config.GetName(), true, this))
-        config.SetName(MakeUniqueName(path, offeredName));
-    const VUnicodeString name = config.GetName();
+    if (!ValidateSessionName(path, offeredName, config.GetName(), true, this)) config.SetName(offeredName);
     const QuietSelection quiet(*this);
     SetItemHasChildren(target);
     ExpandItem(target);
+    VUnicodeString name;
+    // One unit: nobody else takes the name once it is known to be free.
+    const bool isStored = AsOneUnit([&] {
+        name = MakeUniqueName(path, config.GetName());
+        config.SetName(name);
+        return StoreSessionEntry(path, name, config, VUnicodeString(), true);
+    });
+    if (!isStored) {
+        ShowFailure(u"ERROR: Could not save the session in the database.");
+        return SelectItem(target);
+    }
     if (arrangement == SessionArrangement::kManual)
         PositionAtEnd();
     else
         PositionSessionSorted(target, name);
-    if (!StoreSessionEntry(path, name, config, referenceName, true)) {
-        ShowFailure(u"ERROR: Could not save the session in the database.");
-        return SelectItem(target);
-    }
     const bool isShown = GetItemData(target)->sessionsLoaded;
     const TreeItem item = isShown ? AddSessionItem(target, name, insertMode, insertAfter) : TreeItem::kNone;
     SelectItem(item != TreeItem::kNone ? item : target);

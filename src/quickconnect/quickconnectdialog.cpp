@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "imports/configpanels.h"
-#include "imports/dialogkit/vmessagebox.h"
+#include "imports/protocolpagefault.h"
 #include "resources/dialogids.h"
 
 namespace connectdialog {
@@ -64,28 +64,26 @@ void QuickConnectDialog::SelectChoice(int index) {
     SetControlText(QuickConnectIds::kProtocol, isOffered ? choices[static_cast<std::size_t>(index)] : VUnicodeString());
 }
 
+/// A row without a page gives null, and so does a plug-in that fails, which is told.
 std::unique_ptr<VPluginDialog> QuickConnectDialog::MakePage(std::size_t row) {
     const ConnectProtocolTableElement& protocol = GetConnectProtocolTable()[row];
     if (protocol.createQuickPage == nullptr) return nullptr;
     try {
-        return std::unique_ptr<VPluginDialog>(protocol.createQuickPage(this, &GetConfig()));
+        std::unique_ptr<VPluginDialog> made(protocol.createQuickPage(this, &GetConfig()));
+        if (made == nullptr) return nullptr;
+        made->SetHostnameChangedSink(this);
+        const VRectangle place = GetWindow()->GetRectangle(placeholder);
+        if (made->CreatePage(*this, place, QuickConnectIds::kProtocol)) return made;
     } catch (...) {
         // A plug-in's failure is no reason to lose the dialog.
-        VUnicodeString text;
-        text.Format(u"无法显示协议 %1 的设置页。", protocol.name);
-        VMessageBox(this, text, kBoxError);
-        return nullptr;
     }
+    TellNoProtocolPage(this, protocol.name);
+    return nullptr;
 }
 
 /// Replaces the page that shows; a row without one leaves the frame empty.
 void QuickConnectDialog::ShowPageOf(std::size_t row) {
     std::unique_ptr<VPluginDialog> made = MakePage(row);
-    if (made != nullptr) {
-        made->SetHostnameChangedSink(this);
-        const VRectangle place = GetWindow()->GetRectangle(placeholder);
-        if (!made->CreatePage(*this, place, QuickConnectIds::kProtocol)) made.reset();
-    }
     if (page != nullptr) {
         page->ShowPage(false);
         page->Destroy();

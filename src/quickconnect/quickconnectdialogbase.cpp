@@ -4,6 +4,7 @@
 #include "foundation/hostnames.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "profile/unitofwork.h"
 #include "quickconnect/quickconnectdialog.h"
 #include "resources/connectiontemplates.h"
 #include "sessiondb/buttonbarupgrade.h"
@@ -93,23 +94,27 @@ std::int64_t QuickConnectDialogBase::Run() {
 
 void QuickConnectDialogBase::Accept() {
     LastQuickConnectConfig() = CloneOf(*config);
-    config->SetStored(saveSession);
-    if (saveSession && !StoreSession())
+    const bool isStored = saveSession && StoreSession();
+    config->SetStored(isStored);
+    if (saveSession && !isStored)
         VMessageBox(GetParent(), u"ERROR: Could not save the session in the database."_v, kBoxError);
 }
 
 bool QuickConnectDialogBase::StoreSession() {
-    const VUnicodeString name = MakeStorableName();
-    config->SetName(name);
+    UpgradeButtonBars();
     SetNotToBeSaved(false);
     config->Commit();
-    return StoreSessionEntry(targetFolder, name, *config, VUnicodeString(), true);
+    // One unit: nobody else takes the name once it is known to be free.
+    return AsOneUnit([&] {
+        const VUnicodeString name = MakeStorableName();
+        config->SetName(name);
+        return StoreSessionEntry(targetFolder, name, *config, VUnicodeString(), true);
+    });
 }
 
 /// The suggested name in a form that can be a session's, free in the target folder. What can be no session's name at
 /// all, like one of ten thousand characters, gives way to the protocol's.
 VUnicodeString QuickConnectDialogBase::MakeStorableName() const {
-    UpgradeButtonBars();
     VUnicodeString suggested;
     if (const ConnectConfig* current = GetCurrentConfig()) current->GetSuggestedName(suggested);
     VUnicodeString protocol;

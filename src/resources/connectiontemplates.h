@@ -28,7 +28,7 @@ inline constexpr ControlTemplate kWizardSheetControls[] = {
     {ControlKind::kSeparator, kNoId, u"", {7, 146, 267, 1}},
     {ControlKind::kButton, WizardIds::kBack, u"< 上一步(&B)", {60, 152, 50, 14}},
     {ControlKind::kButton, WizardIds::kNext, u"下一步(&N) >", {112, 152, 50, 14}},
-    {ControlKind::kButton, WizardIds::kFinish, u"完成", {8, 152, 50, 14}},
+    {ControlKind::kButton, WizardIds::kFinish, u"完成(&F)", {8, 152, 50, 14}},
     {ControlKind::kButton, kIdCancel, u"取消", {168, 152, 50, 14}},
     {ControlKind::kButton, WizardIds::kHelp, u"帮助", {224, 152, 50, 14}},
 };

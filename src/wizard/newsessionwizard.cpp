@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "imports/configpanels.h"
+#include "imports/protocolpagefault.h"
 #include "resources/connectiontemplates.h"
 
 namespace connectdialog {
@@ -28,6 +29,8 @@ NewSessionWizard::NewSessionWizard(ISessionConfig* config, int applicationKind, 
 
 std::int64_t NewSessionWizard::DoModal() {
     if (!std::exchange(hasPages, true)) InitPages(single, terminal, transfer, finish);
+    // A run begins without a way back.
+    while (GetPreviousID() != 0) continue;
     return VWizardSheet::DoModal();
 }
 
@@ -38,6 +41,11 @@ void NewSessionWizard::OnInitDialog() {
     GetWindow()->SetRectangle(kIdCancel, GetWindow()->GetRectangle(WizardIds::kHelp));
     GetWindow()->SetRectangle(WizardIds::kFinish, cancel);
     VWizardSheet::OnInitDialog();
+}
+
+void NewSessionWizard::OnPageNotMade(VPropertyPage& page, bool isBack) {
+    if (isBack) SetPreviousID(page.GetResourceID());
+    TellNoProtocolPage(this, GetProtocolOf(page));
 }
 
 void NewSessionWizard::SetButtons(unsigned mask, unsigned enabled) {

@@ -23,6 +23,7 @@ class NewSessionWizard : public VWizardSheet, public NewSessionWizardBase {
 
   protected:
     void OnInitDialog() override;
+    void OnPageNotMade(VPropertyPage& page, bool isBack) override;
 
   private:
     NewSessionWizardProtocolSinglePage single;

@@ -1,15 +1,15 @@
 #include "wizard/newsessionwizardbase.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "imports/configpanels.h"
+#include "imports/protocolpagefault.h"
 #include "wizard/newsessionwizardpage.h"
 
 namespace connectdialog {
 
 namespace {
-/// A plug-in could not make its page.
-constexpr std::uint32_t kNoWizardPage = 0xE1090004;
 constexpr std::u16string_view kOldSshName = u"ssh1.new";
 }  // namespace
 
@@ -47,17 +47,31 @@ void NewSessionWizardBase::HandleOnKillActive(bool ok) {
 }
 
 int NewSessionWizardBase::GetNextProtocolResourceID(const VUnicodeString& protocolName) {
+    return HasPage(protocolName) ? *pageIdsByProtocol.Find(protocolName) : GetFinishPageID();
+}
+
+bool NewSessionWizardBase::HasPage(const VUnicodeString& protocolName) const {
     const int* id = pageIdsByProtocol.Find(protocolName);
-    return id != nullptr && *id != kNoPage ? *id : GetFinishPageID();
+    return id != nullptr && *id != kNoPage;
+}
+
+bool NewSessionWizardBase::HasFailedPage(const VUnicodeString& protocolName) const {
+    return !HasPage(protocolName) && std::ranges::count(failedProtocols, protocolName) > 0;
+}
+
+VUnicodeString NewSessionWizardBase::GetProtocolOf(const VPropertyPage& page) const {
+    const auto found = std::ranges::find(protocolPages, &page);
+    return found != protocolPages.end() ? GetConnectProtocolTable()[found - protocolPages.begin()].name
+                                        : VUnicodeString();
 }
 
 int NewSessionWizardBase::GetNextID() {
-    return IsNorHaldenOrHaldenInstalled() && IsTessalyInstalled() ? GetTransferPageID() : GetFinishPageID();
+    return hasTransferPage ? GetTransferPageID() : GetFinishPageID();
 }
 
-AppKind NewSessionWizardBase::GetSecondKind(bool hasBothSides) const {
+AppKind NewSessionWizardBase::GetSecondKind() const {
     const auto own = static_cast<AppKind>(applicationKind);
-    if (!hasBothSides) return AppKind{0};
+    if (!hasTransferPage) return AppKind{0};
     if (own == AppKind::kNorHalden || own == AppKind::kHalden) return AppKind::kTessaly;
     return IsNorHaldenInstalled() ? AppKind::kNorHalden : AppKind::kHalden;
 }
@@ -71,14 +85,15 @@ int NewSessionWizardBase::AddAndRecord(NewSessionWizardPage& page) {
 
 void NewSessionWizardBase::InitPages(NewSessionWizardPage& single, NewSessionWizardPage& terminal,
                                      NewSessionWizardPage& transfer, NewSessionWizardPage& finish) {
-    const bool hasBothSides = IsNorHaldenOrHaldenInstalled() && IsTessalyInstalled();
-    if (hasBothSides) {
+    // Asked once: an application that comes or goes while the wizard shows changes no page of it.
+    hasTransferPage = IsNorHaldenOrHaldenInstalled() && IsTessalyInstalled();
+    if (hasTransferPage) {
         AddAndRecord(terminal);
         AddAndRecord(transfer);
     } else {
         AddAndRecord(single);
     }
-    const AppKind secondKind = GetSecondKind(hasBothSides);
+    const AppKind secondKind = GetSecondKind();
     const ConnectProtocolTable& table = GetConnectProtocolTable();
     for (std::size_t row = 0; row < table.GetCount(); ++row)
         if (table[row].kind == static_cast<AppKind>(applicationKind) || table[row].kind == secondKind)
@@ -91,7 +106,8 @@ NewSessionWizardPage* NewSessionWizardBase::MakePage(const ConnectProtocolTableE
     try {
         return row.createPage(config.Get());
     } catch (...) {
-        lastError.Fail(kNoWizardPage, row.name.GetData());
+        lastError.Fail(kNoProtocolPage, row.name.GetData());
+        failedProtocols.push_back(CurrentSshName(row.name));
         return nullptr;
     }
 }
@@ -99,7 +115,7 @@ NewSessionWizardPage* NewSessionWizardBase::MakePage(const ConnectProtocolTableE
 void NewSessionWizardBase::AddWizardPage(std::size_t row) {
     const ConnectProtocolTableElement& protocol = GetConnectProtocolTable()[row];
     const VUnicodeString name = CurrentSshName(protocol.name);
-    if (name == u"SSH2" && pageIdsByProtocol.Find(name) != nullptr) return;
+    if (name == u"SSH2" && HasPage(name)) return;
     protocolPages[row] = MakePage(protocol);
     int id = kNoPage;
     if (NewSessionWizardPage* page = protocolPages[row]) {

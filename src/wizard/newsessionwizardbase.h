@@ -12,6 +12,7 @@
 namespace connectdialog {
 
 class NewSessionWizardPage;
+class VPropertyPage;
 
 // Bits of SetButtons.
 inline constexpr unsigned kWizardBack = 1;
@@ -51,7 +52,9 @@ class NewSessionWizardBase {
 
     /// The number of the protocol's page, or of the finish page where it has none.
     int GetNextProtocolResourceID(const VUnicodeString& protocolName);
-    /// The page behind that of a terminal protocol: the transfer page where both applications are there, else the last.
+    /// Whether the protocol has no page because its plug-in failed to make it.
+    bool HasFailedPage(const VUnicodeString& protocolName) const;
+    /// The page behind that of a terminal protocol: the transfer page where the wizard has it, else the last.
     int GetNextID();
     /// The latest that a protocol's page reported when it was made.
     VReportMessageParams GetLastError() const { return lastError; }
@@ -63,14 +66,16 @@ class NewSessionWizardBase {
     /// `row` is an index into the protocol table. What a plug-in throws is told as its last error, and the row then has
     /// no page.
     void AddWizardPage(std::size_t row);
-    int GetRecordedFinishPageID() const { return finishPageId; }
+    /// Whose page it is; empty where it is no protocol's.
+    VUnicodeString GetProtocolOf(const VPropertyPage& page) const;
 
   private:
     static constexpr int kNoPage = -1;
 
-    AppKind GetSecondKind(bool hasBothSides) const;
+    AppKind GetSecondKind() const;
     int AddAndRecord(NewSessionWizardPage& page);
     NewSessionWizardPage* MakePage(const ConnectProtocolTableElement& row);
+    bool HasPage(const VUnicodeString& protocolName) const;
 
     VRef<SessionConfig> config;
     std::int64_t currentPreviousId = 0;
@@ -78,9 +83,11 @@ class NewSessionWizardBase {
     int applicationKind;
     bool useWizard = true;
     bool isHaldenProtocolNone = false;
+    bool hasTransferPage = false;
     std::vector<std::int64_t> history;
     VMap<VUnicodeString, int> pageIdsByProtocol;
     std::vector<NewSessionWizardPage*> protocolPages;  ///< one for each row of the table; null: none
+    std::vector<VUnicodeString> failedProtocols;
     VReportMessageParams lastError;
 };
 

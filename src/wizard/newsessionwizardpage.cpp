@@ -27,7 +27,10 @@ bool NewSessionWizardPage::OnKillActive() {
 }
 
 std::int64_t NewSessionWizardPage::OnWizardBack() {
-    return wizard->GetPreviousID();
+    // A Next that was refused has left the page's own number.
+    std::int64_t previous = wizard->GetPreviousID();
+    while (previous == GetResourceID()) previous = wizard->GetPreviousID();
+    return previous;
 }
 
 bool NewSessionWizardPage::LeaveForNext() {

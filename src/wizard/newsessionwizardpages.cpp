@@ -6,6 +6,7 @@
 #include "foundation/vstringarray.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "imports/protocolpagefault.h"
 #include "resources/connectiontemplates.h"
 #include "wizard/newsessionwizardbase.h"
 
@@ -42,6 +43,11 @@ bool NewSessionWizardProtocolPage::CheckChosenRow(int& row) {
     if (!name.EqualsNoCase(kTapi) || error.GetCode() == 0) return true;
     VMessageBox(this, error);
     return false;
+}
+
+std::int64_t NewSessionWizardProtocolPage::GoOnWith(const VUnicodeString& protocolName) {
+    if (GetWizard().HasFailedPage(protocolName)) TellNoProtocolPage(this, protocolName);
+    return GetWizard().GetNextProtocolResourceID(protocolName);
 }
 
 void NewSessionWizardFirstPage::DoDataExchange(VDataExchange& exchange) {
@@ -84,7 +90,7 @@ void NewSessionWizardProtocolSinglePage::OnControlChanged(int id) {
 }
 
 std::int64_t NewSessionWizardProtocolSinglePage::OnWizardNext() {
-    return LeaveForNext() ? GetWizard().GetNextProtocolResourceID(protocolText) : kStay;
+    return LeaveForNext() ? GoOnWith(protocolText) : kStay;
 }
 
 NewSessionWizardTerminalPage::NewSessionWizardTerminalPage(ISessionConfig* config)
@@ -93,6 +99,7 @@ NewSessionWizardTerminalPage::NewSessionWizardTerminalPage(ISessionConfig* confi
 }
 
 void NewSessionWizardTerminalPage::OnInitDialog() {
+    declinesWizard = false;
     OfferProtocols(ListRows(AppKind::kNorHalden, true));
     NewSessionWizardFirstPage::OnInitDialog();
 }
@@ -106,7 +113,7 @@ std::int64_t NewSessionWizardTerminalPage::OnWizardNext() {
     if (!LeaveForNext()) return kStay;
     const bool isNone = protocolText.EqualsNoCase(kNoProtocol);
     GetWizard().SetIsHaldenProtocolNone(isNone);
-    return isNone ? WizardIds::kTransferPage : GetWizard().GetNextProtocolResourceID(CurrentSshName(protocolText));
+    return isNone ? WizardIds::kTransferPage : GoOnWith(CurrentSshName(protocolText));
 }
 
 NewSessionWizardTransferPage::NewSessionWizardTransferPage(ISessionConfig* config)
@@ -132,7 +139,7 @@ std::int64_t NewSessionWizardTransferPage::OnWizardNext() {
     // The page of SSH2 has asked for all that a transfer over it needs.
     const bool isAsked = isOverSsh && CurrentSshName(terminal).EqualsNoCase(u"SSH2");
     if (protocolText.EqualsNoCase(kNoProtocol) || isAsked) return GetWizard().GetFinishPageID();
-    return GetWizard().GetNextProtocolResourceID(protocolText);
+    return GoOnWith(protocolText);
 }
 
 NewSessionWizardFinishPage::NewSessionWizardFinishPage(ISessionConfig* config)

@@ -21,6 +21,8 @@ class NewSessionWizardProtocolPage : public NewSessionWizardPage {
     /// for a row of the protocol table. `row` becomes it, or -1 when nothing is chosen. False when there was something
     /// to tell. Throws VArray's OutOfRange for a position behind the table.
     bool CheckChosenRow(int& row);
+    /// The number of the page behind the choice of that protocol. Tells it when there should be one and is none.
+    std::int64_t GoOnWith(const VUnicodeString& protocolName);
 
     VUnicodeString protocolText;
 

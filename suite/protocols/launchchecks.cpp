@@ -4,6 +4,7 @@
 #include <string>
 
 #include "foundation/textchecks.h"
+#include "foundation/texttools.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vunicodestring.h"
 
@@ -117,6 +118,17 @@ LaunchFault CheckLaunchPath(std::u16string_view path) {
 
 LaunchFault CheckLaunchText(std::u16string_view text) {
     return CheckCommon(text, kLongestText);
+}
+
+LaunchFault CheckLaunchCommand(std::u16string_view command) {
+    VStringArray words;
+    return SplitLaunchCommand(command, words);
+}
+
+LaunchFault SplitLaunchCommand(std::u16string_view command, VStringArray& words) {
+    if (const LaunchFault fault = CheckLaunchText(command); fault != kLaunchFine) return fault;
+    if (!VTokenize(command, words, {u" "}, {u"\"\""}, true, true)) return kLaunchOpenQuote;
+    return words.IsEmpty() ? kLaunchMissing : CheckLaunchPath(words[0]);
 }
 
 bool FailOutOfRange(VReportMessageParams& report, const VUnicodeString& name, int least, int most) {

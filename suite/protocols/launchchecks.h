@@ -11,6 +11,7 @@
 namespace connectdialog {
 
 class VReportMessageParams;
+class VStringArray;
 class VUnicodeString;
 
 /// A host name, an IPv4 address, or an IPv6 address with or without brackets, with or without a scope id
@@ -30,8 +31,13 @@ LaunchFault CheckLaunchJumpHost(std::u16string_view hops);
 /// A path of a file or device.
 LaunchFault CheckLaunchPath(std::u16string_view path);
 
-/// A command with its arguments, before it is taken apart or handed on.
+/// A text that is handed on as it is: a phone number, or a command for the shell of another machine.
 LaunchFault CheckLaunchText(std::u16string_view text);
+
+/// A program with its arguments: the words between blanks, `"` round one that has blanks in it.
+LaunchFault CheckLaunchCommand(std::u16string_view command);
+/// The same, and `words` become its words without their quotes: one or more where the command is fine.
+LaunchFault SplitLaunchCommand(std::u16string_view command, VStringArray& words);
 
 /// Reports that the number of that name does not lie where it must. Gives false.
 bool FailOutOfRange(VReportMessageParams& report, const VUnicodeString& name, int least, int most);

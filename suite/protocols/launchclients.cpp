@@ -1,7 +1,7 @@
 #include "suite/protocols/launchclients.h"
 
-#include "foundation/texttools.h"
 #include "foundation/vreportmessageparams.h"
+#include "foundation/vstringarray.h"
 #include "platform/codepage.h"
 #include "platform/environment.h"
 #include "platform/paths.h"
@@ -165,19 +165,15 @@ bool Arguments::Device() {
 }
 
 bool Arguments::ShellCommand() {
-    const VUnicodeString& name = settings.localShellCommand.GetName();
     const VUnicodeString& text = settings.localShellCommand.Get();
     if (text.IsEmpty()) {
         std::u16string shell;
         const bool isPath = platform::GetEnvironmentText(u"SHELL", shell) && shell.starts_with(u'/');
         return Word(isPath ? platform::ToNarrow(shell) : "/bin/sh");
     }
-    if (const auto fault = CheckLaunchText(text)) return Fault(fault, name);
-    VStringArray tokens;
-    if (!VTokenize(text, tokens, {u" "}, {u"\"\""}, true, true)) return Fault(kLaunchOpenQuote, name);
-    if (tokens.IsEmpty()) return Fault(kLaunchMissing, name);
-    if (const auto fault = CheckLaunchPath(tokens[0])) return Fault(fault, name);
-    for (const VUnicodeString& token : tokens) Word(platform::ToNarrow(token));
+    VStringArray command;
+    if (const auto fault = SplitLaunchCommand(text, command)) return Fault(fault, settings.localShellCommand.GetName());
+    for (const VUnicodeString& word : command) Word(platform::ToNarrow(word));
     return true;
 }
 

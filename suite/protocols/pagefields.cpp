@@ -48,7 +48,7 @@ constexpr PageField kSerialFields[] = {
 constexpr PageField kTapiFields[] = {{kTarget, u"电话号码(&H)", CheckLaunchText},
                                      {kText, u"调制解调器(&M)", CheckLaunchPath, &Settings::tapiModemDevice}};
 constexpr PageField kShellFields[] = {{kNote, u"命令留空时运行您的默认 shell。"},
-                                      {kText, u"命令(&C)", CheckLaunchText, &Settings::localShellCommand}};
+                                      {kText, u"命令(&C)", CheckLaunchCommand, &Settings::localShellCommand}};
 constexpr PageField kNoFields[] = {{kNote, u"此协议没有需要填写的设置。"}};
 
 constexpr std::int16_t kPageWidth = 236;

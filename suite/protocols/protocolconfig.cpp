@@ -129,7 +129,6 @@ ConnectConfig* ProtocolConfig::Clone(ICommonConfig* common) const try {
     }
     auto* copy = new ProtocolConfig(traits, std::move(host), std::move(values));
     copy->isNew = isNew;
-    copy->isPortReleased = isPortReleased;
     copy->notToBeSaved = notToBeSaved;
     return copy;
 } catch (const std::bad_alloc&) {
@@ -141,7 +140,7 @@ void ProtocolConfig::ExportShared(SharedSettings& shared) const {
     remoteHost->GetHostname(shared[kSharedHost]);
     remoteHost->GetUsername(shared[kSharedUser]);
     for (const SharedText& row : kSharedTexts) shared[row.name] = (settings.Get()->*row.text).Get();
-    if (GetPort() != traits.defaultPort && !isPortReleased)
+    if (GetPort() != traits.defaultPort && std::ranges::count(settings->releasedPorts, traits.port) == 0)
         shared[kSharedPort].Format(u"%1!u!", static_cast<unsigned>(GetPort()));
     else
         shared.Remove(kSharedPort);
@@ -215,13 +214,14 @@ std::uint16_t ProtocolConfig::GetPort() const {
 void ProtocolConfig::SetPort(std::uint16_t port) {
     if (traits.port == nullptr) return;
     (settings.Get()->*traits.port).Set(port);
-    isPortReleased = false;
+    std::erase(settings->releasedPorts, traits.port);
 }
 
 void ProtocolConfig::TransferForward(void*) {}
 
 void ProtocolConfig::ReleasePort() {
-    isPortReleased = true;
+    std::erase(settings->releasedPorts, traits.port);
+    settings->releasedPorts.push_back(traits.port);
 }
 
 }  // namespace connectdialog

@@ -66,7 +66,6 @@ class ProtocolConfig final : public ConnectConfig {
     /// The creator commits what it made. The settings may be older than this view and hold edits that the user can
     /// still drop, and what a load corrected shall show as changed: so that commit must not reach them.
     bool isNew = true;
-    bool isPortReleased = false;
 };
 
 /// The far end of the session; null where no protocol of this suite is selected. Owned by the session.

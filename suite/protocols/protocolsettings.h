@@ -1,6 +1,8 @@
 // The values that the protocols of one session save, all in one object.
 #pragma once
 
+#include <vector>
+
 #include "config/numberrange.h"
 #include "imports/connectconfig.h"
 #include "profile/vprofile.h"
@@ -55,6 +57,9 @@ class ProtocolSettings : public VUnknown<ISharedConfig> {
     /// A program with its arguments: words separated by blanks, `"` round a word that has blanks in it. Empty: the
     /// user's shell.
     VProfileText localShellCommand;
+
+    /// Those that do not go over to a protocol of another family. Not saved.
+    std::vector<Port ProtocolSettings::*> releasedPorts;
 
   private:
     ProtocolSettings(const ProtocolSettings&) = default;

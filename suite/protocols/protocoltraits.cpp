@@ -124,9 +124,17 @@ ConnectProtocolTable MakeTable(AppKind first) {
 }  // namespace
 
 const ConnectProtocolTable& GetReferenceProtocolTable() {
-    static const ConnectProtocolTable transferTable = MakeTable(AppKind::kTessaly);
-    static const ConnectProtocolTable terminalTable = MakeTable(AppKind::kNorHalden);
-    return GetAppKind() == AppKind::kTessaly ? transferTable : terminalTable;
+    static const ConnectProtocolTable haldenTable = MakeTable(AppKind::kHalden);
+    static const ConnectProtocolTable norHaldenTable = MakeTable(AppKind::kNorHalden);
+    static const ConnectProtocolTable tessalyTable = MakeTable(AppKind::kTessaly);
+    switch (GetAppKind()) {
+        case AppKind::kHalden:
+            return haldenTable;
+        case AppKind::kTessaly:
+            return tessalyTable;
+        default:
+            return norHaldenTable;
+    }
 }
 
 }  // namespace connectdialog

@@ -57,8 +57,8 @@ struct ProtocolTraits {
 /// The protocol of exactly that name, or null.
 const ProtocolTraits* FindProtocolTraits(std::u16string_view name);
 
-/// All protocols on all sides, with their factories; "None" has none. The rows of the running application's side stand
-/// first; the order on each side is the same in every application.
+/// All protocols of all kinds, with their factories; "None" has none. The rows of the running application's kind stand
+/// first; the order within each kind is the same in every application.
 const ConnectProtocolTable& GetReferenceProtocolTable();
 
 }  // namespace connectdialog

@@ -17,8 +17,8 @@ namespace {
 
 constexpr int kLastPort = 65535;
 constexpr std::u16string_view kAfterScheme = u"://";
-/// What is shown of an address that is refused as a whole.
-constexpr std::size_t kShownCharacters = 60;
+/// What parts an address from its scope in a link (RFC 6874).
+constexpr char16_t kEncodedPercent[] = u"%25";
 
 struct Scheme {
     std::u16string_view name;
@@ -67,6 +67,12 @@ bool FailAs(LaunchFault fault, std::u16string_view what, VReportMessageParams& r
     return report.Fail(fault, VUnicodeString(what).GetData());
 }
 
+/// Names the scheme alone: a password may stand behind it, and before a "://" that is the end of none.
+bool FailAsUnknown(std::u16string_view text, VReportMessageParams& report) {
+    const std::u16string_view scheme = text.substr(0, text.find(kAfterScheme));
+    return FailAs(kLaunchNoAddress, CheckLaunchHost(scheme) == kLaunchFine ? scheme : u"Address", report);
+}
+
 bool TakeUser(std::u16string_view& rest, QuickAddress& address, VReportMessageParams& report) {
     const std::size_t at = rest.rfind(u'@');
     if (at == rest.npos) return true;
@@ -82,12 +88,14 @@ bool TakeHost(std::u16string_view rest, QuickAddress& address, VReportMessagePar
     std::u16string_view port;
     bool hasPort = false;
     if (!SplitPort(rest, host, port, hasPort)) return FailAs(kLaunchNoHostName, u"Hostname", report);
-    const LaunchFault fault = CheckLaunchHost(host);
+    VUnicodeString decoded(host);
+    if (!address.protocol.IsEmpty()) decoded.Replace(kEncodedPercent, u"%");
+    const LaunchFault fault = CheckLaunchHost(decoded);
     if (fault != kLaunchFine) return FailAs(fault, u"Hostname", report);
     int number = 0;
     if (hasPort && !ReadPageNumber(VUnicodeString(port), 1, kLastPort, number))
         return FailOutOfRange(report, u"Port"_v, 1, kLastPort);
-    address.host = host;
+    address.host = decoded;
     address.port = static_cast<std::uint16_t>(number);
     return true;
 }
@@ -100,7 +108,7 @@ bool ParseQuickAddress(std::u16string_view text, QuickAddress& address, VReportM
     if (fault != kLaunchFine) return FailAs(fault, u"Address", report);
     QuickAddress found;
     std::u16string_view rest = text;
-    if (!CutScheme(rest, found)) return FailAs(kLaunchNoAddress, text.substr(0, kShownCharacters), report);
+    if (!CutScheme(rest, found)) return FailAsUnknown(text, report);
     if (!TakeUser(rest, found, report) || !TakeHost(rest, found, report)) return false;
     address = found;
     return true;
@@ -120,9 +128,11 @@ bool ApplyQuickAddress(ISessionConfig& session, const QuickAddress& address) {
     if (!protocol.empty() && !SelectProtocol(session, side, protocol)) return false;
     ProtocolConfig* const config = selected();
     if (config == nullptr) return false;
+    config->Revert();
+    config->EditSettings().sshJumpHost.Revert();  // SSH may be chosen later
     config->SetHostName(address.host);
     if (!address.user.IsEmpty()) config->GetRemoteHost().SetUsername(address.user);
-    if (address.port != 0) config->SetPort(address.port);
+    config->SetPort(address.port != 0 ? address.port : config->GetTraits().defaultPort);
     return true;
 }
 

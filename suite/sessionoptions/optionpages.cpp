@@ -67,7 +67,7 @@ constexpr OptionField kDevices[] = {
     Chosen(u"流控制", u"Serial Flow Control", kFlowControls),
     {kText, u"电话号码", u"TAPI Phone Number"},
     {kText, u"调制解调器", u"TAPI Modem Device"},
-    Checked(u"本地命令", u"Local Shell Command", CheckLaunchText),
+    Checked(u"本地命令", u"Local Shell Command", CheckLaunchCommand),
 };
 
 constexpr OptionField kAuthentication[] = {

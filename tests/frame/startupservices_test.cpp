@@ -78,7 +78,10 @@ TEST_F(LibraryTest, TheConfigFolderIsMadeOrTheDialogStays) {
         EXPECT_EQ(dialog.GetTitle(), u"NorHalden");
         EXPECT_EQ(dialog.GetText(ConfigFolderIds::kIntro),
                   u"这是你第一次运行 NorHalden®。 NorHalden 需要设置可以存储配置数据的文件夹。");
-        kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
+        kit.AnswerBoxes([](const VUnicodeString& text, unsigned) {
+            EXPECT_EQ(text.View().find_first_of(u"\\\n"), text.View().npos) << "a path as the system writes it";
+            return kAnswerOk;
+        });
         for (const char* bad : {"", "relative", "/proc/x", "/dev/null/x", "/a\nb"}) {
             dialog.Type(ConfigFolderIds::kPath, VUnicodeString(bad));
             EXPECT_TRUE(dialog.Press(kIdOk));

@@ -70,31 +70,40 @@ TEST_F(QtPages, NoPageOfAProtocolHasTextsCutOffOrControlsOnEachOther) {
 }
 
 TEST_F(QtPages, TheWizardIsWalkedWithItsButtons) {
-    const auto config = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
-    kit.ExpectDialog(WizardIds::kSheet, [](QtUserDialog& sheet) {
-        const auto look = [&](int id) {
-            ASSERT_EQ(sheet.GetPage()->GetTemplateId(), id);
-            EXPECT_NE(sheet.GetPage()->GetFocus(), kNoId);
-            CheckLayout(sheet.GetPage()->GetFrame(), "page " + std::to_string(id));
-        };
-        look(WizardIds::kSinglePage);
-        EXPECT_FALSE(sheet.Press(WizardIds::kBack));
-        EXPECT_TRUE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"SSH2"_v));
-        EXPECT_TRUE(sheet.Press(WizardIds::kNext));
-        look(FindProtocolPage(u"SSH2")->dialog.id);
-        EXPECT_TRUE(sheet.GetPage()->Type(kFirstPageField, u"Web"_v));
-        EXPECT_TRUE(sheet.Press(WizardIds::kNext));
-        look(WizardIds::kFinishPage);
-        EXPECT_TRUE(sheet.Press(WizardIds::kBack));
-        EXPECT_EQ(sheet.GetPage()->GetText(kFirstPageField), u"Web");
-        EXPECT_TRUE(sheet.Press(WizardIds::kNext));
-        EXPECT_TRUE(sheet.Press(WizardIds::kFinish));
-    });
-    std::int64_t result = 0;
-    bool usesWizard = false;
-    EXPECT_TRUE(LaunchNewSessionWizard(*config, nullptr, result, usesWizard));
-    EXPECT_EQ(result, VWizardSheet::kFinished);
-    EXPECT_EQ(config->GetName(), u"Web");
+    for (const bool isBothInstalled : {false, true}) {
+        const auto both = isBothInstalled ? std::make_unique<BothInstalled>() : nullptr;
+        const auto config = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
+        kit.ExpectDialog(WizardIds::kSheet, [&](QtUserDialog& sheet) {
+            const auto look = [&](int id) {
+                ASSERT_EQ(sheet.GetPage()->GetTemplateId(), id);
+                EXPECT_NE(sheet.GetPage()->GetFocus(), kNoId);
+                CheckLayout(sheet.GetPage()->GetFrame(), "page " + std::to_string(id));
+            };
+            const auto press = [&](int button) {
+                EXPECT_TRUE(sheet.Press(button));
+                if (!both) return;
+                look(WizardIds::kTransferPage);
+                EXPECT_TRUE(sheet.Press(button));
+            };
+            look(both ? WizardIds::kTerminalPage : WizardIds::kSinglePage);
+            EXPECT_FALSE(sheet.Press(WizardIds::kBack));
+            EXPECT_TRUE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"SSH2"_v));
+            EXPECT_TRUE(sheet.Press(WizardIds::kNext));
+            look(FindProtocolPage(u"SSH2")->dialog.id);
+            EXPECT_TRUE(sheet.GetPage()->Type(kFirstPageField, u"Web"_v));
+            press(WizardIds::kNext);
+            look(WizardIds::kFinishPage);
+            press(WizardIds::kBack);
+            EXPECT_EQ(sheet.GetPage()->GetText(kFirstPageField), u"Web");
+            press(WizardIds::kNext);
+            EXPECT_TRUE(sheet.Press(WizardIds::kFinish));
+        });
+        std::int64_t result = 0;
+        bool usesWizard = false;
+        EXPECT_TRUE(LaunchNewSessionWizard(*config, nullptr, result, usesWizard));
+        EXPECT_EQ(result, VWizardSheet::kFinished);
+        EXPECT_EQ(config->GetName(), u"Web");
+    }
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ class Photographer : public SuiteTest {
         SessionOptionsDialog(*session, VUnicodeString(page), false, false, nullptr).DoModal();
     }
     void TakeWizard() {
-        kit.ExpectDialog(WizardIds::kSheet, [&](QtUserDialog& sheet) {
+        RunWizard([&](QtUserDialog& sheet) {
             Photograph(sheet, "wizard-protocol");
             sheet.Press(WizardIds::kNext);
             sheet.GetPage()->Type(kFirstPageField, u"db-01.example.org"_v);
@@ -137,6 +137,16 @@ class Photographer : public SuiteTest {
             sheet.Press(WizardIds::kNext);
             Photograph(sheet, "wizard-finish");
         });
+        const BothInstalled both;
+        RunWizard([&](QtUserDialog& sheet) {
+            Photograph(sheet, "wizard-terminal");
+            sheet.Press(WizardIds::kNext);
+            sheet.Press(WizardIds::kNext);
+            Photograph(sheet, "wizard-transfer");
+        });
+    }
+    void RunWizard(const QtPlayedKit::DialogScript& script) {
+        kit.ExpectDialog(WizardIds::kSheet, script);
         const auto made = VRef<SessionConfig>::Adopt(new SessionConfig(u"New", nullptr));
         std::int64_t result = 0;
         bool usesWizard = false;

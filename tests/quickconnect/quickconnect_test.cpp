@@ -1,6 +1,8 @@
 // Quick connect, with pages of an invented protocol and with those of the reference protocols.
 #include "quickconnect/quickconnect.h"
 
+#include <map>
+
 #include "foundation/vnarrowstring.h"
 #include "quickconnect/quickconnectdialog.h"
 #include "resources/dialogids.h"
@@ -11,6 +13,7 @@
 #include "suite/protocols/protocoltraits.h"
 #include "suite/protocols/quickaddress.h"
 #include "support/fakepages.h"
+#include "support/faultystore.h"
 #include "support/suitetest.h"
 
 namespace connectdialog::test {
@@ -82,6 +85,20 @@ TEST_F(QuickConnectTest, ASavedSessionGetsANameThatCanStandAndIsFree) {
         },
         u"folder\\inner");
     EXPECT_EQ(inFolder->GetPath(), u"folder\\inner\\web") << "the box is still ticked";
+
+    static FaultyStoreFactory* faulty = nullptr;
+    FaultyStoreFactory wrapped(*factory);
+    faulty = &wrapped;
+    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
+    wrapped.plan.failCommit = true;
+    const auto refused = Show([this](HeadlessDialog& dialog) {
+        dialog.GetPage()->Type(kFakeHost, u"lost"_v);
+        kit.ExpectBox(u"ERROR: Could not save the session in the database."_v, kAnswerOk);
+        EXPECT_TRUE(dialog.Press(kIdOk));
+    });
+    ASSERT_TRUE(refused) << "the connection goes on";
+    EXPECT_FALSE(refused->IsStored());
+    EXPECT_FALSE(SessionKeyExists(u"lost"));
 }
 
 TEST_F(QuickConnectTest, BoxesAreKeptInTheSettings) {
@@ -98,8 +115,33 @@ TEST_F(QuickConnectTest, BoxesAreKeptInTheSettings) {
     EXPECT_FALSE(settings.connectDialogOnStartup.Get()) << "one dialog at most opens at the start";
     EXPECT_TRUE(settings.openInTab.Get());
     EXPECT_FALSE(settings.quickConnectSaveSession.Get()) << "inverted until the dialog is accepted";
+    settings.openInTab.Set(false);
     Connect(u"h", true);
     EXPECT_TRUE(settings.quickConnectSaveSession.Get());
+    EXPECT_FALSE(settings.openInTab.Get()) << "what was chosen outlasts the tabs that are forced";
+}
+
+TEST_F(QuickConnectTest, TheTransferSideHasNoBoxForTabsAndTheOthersInItsRow) {
+    panels.table.Add(MakePagedRow<kFakeSshPage>(AppKind::kTessaly, u"SFTP"));
+    std::map<int, VRectangle> terminalPlaces;
+    for (const unsigned kind : {kTerminal, 6U}) {
+        kit.ExpectDialog(QuickConnectIds::kDialog, [&](HeadlessDialog& dialog) {
+            const bool isTerminal = kind == kTerminal;
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kOpenInTab), isTerminal);
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kTerminalPage), isTerminal);
+            EXPECT_EQ(dialog.IsShown(QuickConnectIds::kTransferPage), !isTerminal);
+            const VRectangle row = dialog.GetRectangle(QuickConnectIds::kOpenInTab);
+            for (const int box : {QuickConnectIds::kShowOnStartup, QuickConnectIds::kSaveSession}) {
+                const VRectangle place = dialog.GetRectangle(box);
+                const VRectangle former = terminalPlaces.emplace(box, place).first->second;
+                EXPECT_EQ(place.left, former.left);
+                EXPECT_EQ(place.right, former.right);
+                EXPECT_EQ(place.top == row.top && place.bottom == row.bottom, !isTerminal);
+            }
+        });
+        ISessionConfig* none = nullptr;
+        ShowQuickConnectDialog(&none, u"", kind, nullptr);
+    }
 }
 
 TEST_F(QuickConnectTest, TablesThatLackSomethingAreSurvived) {
@@ -113,13 +155,19 @@ TEST_F(QuickConnectTest, TablesThatLackSomethingAreSurvived) {
     panels.table.Add(MakeRow(AppKind::kNorHalden, u"Pageless"));
     panels.table.Add(MakeRow(AppKind::kNorHalden, u"Throws"));
     panels.table[1].createQuickPage = [](VWindow*, ISessionConfig*) -> VPluginDialog* { throw 1; };
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Breaks"));
+    panels.table[2].createQuickPage = [](VWindow*, ISessionConfig* session) -> VPluginDialog* {
+        return new BrokenPage<FakeQuickPage>(*session);
+    };
     panels.table.Add(MakeRow(AppKind::kTessaly, u"Other side"));
     Show([this](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetPage(), nullptr);
         EXPECT_FALSE(Pick(dialog, u"Other side"));
-        kit.ExpectBox(u"无法显示协议 Throws 的设置页。"_v, kAnswerOk);
-        EXPECT_TRUE(Pick(dialog, u"Throws"));
-        EXPECT_EQ(dialog.GetPage(), nullptr);
+        for (const char16_t* name : {u"Throws", u"Breaks"}) {
+            kit.ExpectBox(u"无法显示协议 "_v + name + u" 的设置页。", kAnswerOk);
+            EXPECT_TRUE(Pick(dialog, name));
+            EXPECT_EQ(dialog.GetPage(), nullptr);
+        }
         EXPECT_FALSE(dialog.Press(kIdOk));
     });
     CleanupQuickConnectDialog();
@@ -152,11 +200,12 @@ int ControlOf(const char16_t* protocol, std::u16string_view label) {
 }
 
 TEST_F(ProtocolPagesTest, EveryProtocolOfTheApplicationShowsItsPageAndConnects) {
-    for (const unsigned kind : {3U, 6U}) {
+    for (const auto& [kind, name] : {std::pair{1U, u"Halden"}, {3U, u"NorHalden"}, {6U, u"Tessaly"}}) {
         CleanupQuickConnectDialog();
-        InstallReferenceSuite(kind == 3 ? u"NorHalden" : u"Tessaly", *factory);
-        for (const ProtocolPage& page : GetProtocolPages()) {
-            if ((page.side == ProtocolSide::kTransfer) != (kind == 6)) continue;
+        InstallReferenceSuite(name, *factory);
+        for (const ConnectProtocolTableElement& row : GetReferenceProtocolTable()) {
+            if (row.kind != static_cast<AppKind>(kind) || row.name == kNoProtocol) continue;
+            const ProtocolPage& page = *FindProtocolPage(row.name);
             const auto target = FindProtocolTraits(page.protocol)->target;
             const auto session = Show(
                 [&](HeadlessDialog& dialog) {
@@ -169,9 +218,9 @@ TEST_F(ProtocolPagesTest, EveryProtocolOfTheApplicationShowsItsPageAndConnects) 
                 },
                 kind);
             ASSERT_TRUE(session);
-            VUnicodeString name;
-            dynamic_cast<SessionConfig&>(*session).GetActiveProtocolName(name);
-            EXPECT_EQ(name, page.protocol);
+            VUnicodeString chosen;
+            dynamic_cast<SessionConfig&>(*session).GetActiveProtocolName(chosen);
+            EXPECT_EQ(chosen, page.protocol);
         }
     }
 }
@@ -190,6 +239,7 @@ TEST_F(ProtocolPagesTest, WhatAClientWouldNotTakeIsRefusedByTheFieldsName) {
         {u"SSH1", u"跳板主机", u"h,", u"“跳板主机”必须是 user@host:port 形式的主机，以逗号分隔。"},
         {u"Serial", u"数据位", u"9", u"“数据位”必须是 5 到 8 之间的数字。"},
         {u"Serial", u"设备", u"a\nb", u"“设备”含有控制字符。"},
+        {u"Local Shell", u"命令(", u"a \"b", u"“命令”缺少右引号。"},
     };
     for (const Row& row : rows) {
         Show([&](HeadlessDialog& dialog) {
@@ -241,6 +291,7 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
         {u"2001:db8::1", u"", u"", u"2001:db8::1", 0},
         {u"SSH://u@h:2222/", u"SSH2", u"u", u"h", 2222},
         {u"telnet://[::1]:23", u"Telnet", u"", u"::1", 23},
+        {u"ssh://[fe80::1%25eth0]", u"SSH2", u"", u"fe80::1%eth0", 0},
         {u"sftp://h", u"SFTP", u"", u"h", 0},
     };
     QuickAddress address;
@@ -253,9 +304,10 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
         EXPECT_EQ(address.port, port);
     }
     const std::u16string tooLong(20000, u'h');
-    for (const char16_t* bad : {u"", u"-oProxyCommand=x", u"u@-h", u"@h", u"h:", u"h:0", u"h:+22", u"[::1", u"[::1]x",
-                                u"u:password@h", u"h/path", u"sftp://h//", u"http://h", u"h?x=1", u"ssh://h%0aX",
-                                u"$(id)", u"a\nb", u"ssh://u;fp=1@h", static_cast<const char16_t*>(tooLong.c_str())}) {
+    for (const char16_t* bad :
+         {u"", u"-oProxyCommand=x", u"u@-h", u"@h", u"h:", u"h:0", u"h:+22", u"[::1", u"[::1]x", u"u:password@h",
+          u"u:password@h://x", u"sftp://h//", u"ftp://u:password@h", u"h?x=1", u"ssh://h%0aX", u"$(id)", u"a\nb",
+          u"ssh://u;fp=1@h", static_cast<const char16_t*>(tooLong.c_str())}) {
         report.Clear();
         EXPECT_FALSE(ParseQuickAddress(bad, address, report)) << testing::PrintToString(bad);
         EXPECT_FALSE(VUnicodeString(report.GetTextOneLine()).IsEmpty());
@@ -276,6 +328,13 @@ TEST_F(ProtocolPagesTest, AnAddressIsCheckedLikeTypedText) {
             EXPECT_EQ(dialog.GetPage()->GetText(kFirstPageField + id), text);
         EXPECT_TRUE(dialog.IsEnabled(kIdOk));
     });
+    Protocol(*session).EditSettings().sshJumpHost.Set(u"j"_v);
+    ASSERT_TRUE(ParseQuickAddress(u"ssh://other", address, report));
+    ASSERT_TRUE(ApplyQuickAddress(*session, address));
+    EXPECT_EQ(Protocol(*session).GetPort(), kSshPort) << "nothing of the one before";
+    VUnicodeString user;
+    Protocol(*session).GetRemoteHost().GetUsername(user);
+    EXPECT_EQ(user + Protocol(*session).GetSettings().sshJumpHost.Get(), u"");
 }
 
 }  // namespace

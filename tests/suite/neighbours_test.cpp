@@ -89,8 +89,9 @@ TEST_F(ProtocolConfigTest, SwitchingCarriesWhatWasChosenAndNoDefaultPort) {
     session->SetProtocolName(u"SSH2");
     Protocol(*session).SetPort(2222);
     Protocol(*session).ReleasePort();
+    session->SetProtocolName(u"SSH1");
     session->SetProtocolName(u"Telnet");
-    EXPECT_EQ(Protocol(*session).GetPort(), 23) << "a released port stays with its protocol";
+    EXPECT_EQ(Protocol(*session).GetPort(), 23) << "a released port stays with its family";
     session->SetProtocolName(u"SSH2");
     Protocol(*session).SetPort(2222);
     session->SetProtocolName(u"Telnet");

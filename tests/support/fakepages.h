@@ -67,8 +67,9 @@ class FakeWizardPage : public NewSessionWizardPage {
         UpdateData(false);
         GetWizard().SetButtons(kWizardBack | kWizardNext, kWizardBack | kWizardNext);
     }
+    /// Its data are taken when it is left.
     std::int64_t OnWizardNext() override {
-        if (!LeaveForNext()) return kStay;
+        GetWizard().SetPreviousID(GetResourceID());
         return GetResourceID() < kFirstFakeTransferPage ? GetWizard().GetNextID() : GetWizard().GetFinishPageID();
     }
     VReportMessageParams GetLastError() const override { return error; }
@@ -78,6 +79,16 @@ class FakeWizardPage : public NewSessionWizardPage {
 
   protected:
     void DoDataExchange(VDataExchange& exchange) override { ExchangeFake(exchange, GetConfig()); }
+};
+
+/// A page that cannot be shown.
+template <class Page>
+class BrokenPage : public Page {
+  public:
+    using Page::Page;
+
+  protected:
+    void OnInitDialog() override { throw 1; }
 };
 
 /// A row with a settings object and both pages; the wizard's page has that template.

@@ -8,6 +8,7 @@
 #include "config/sessionconfig.h"
 #include "foundation/vreportmessageparams.h"
 #include "stores/openstore.h"
+#include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocolconfig.h"
 #include "support/storetools.h"
@@ -26,6 +27,15 @@ inline std::vector<VProfileData*> SettingsOf(ConnectConfig& config) {
     }
     return settings;
 }
+
+/// Both applications are installed for as long as it lives.
+class BothInstalled : public ReferenceConfigPanels {
+  public:
+    BothInstalled() { InstallConfigPanels(this); }
+    ~BothInstalled() override { InstallConfigPanels(&GetReferenceConfigPanels()); }
+    bool IsNorHaldenInstalled() override { return true; }
+    bool IsTessalyInstalled() override { return true; }
+};
 
 class SuiteTest : public ::testing::Test {
   protected:

@@ -76,6 +76,7 @@ TEST_F(WizardTest, EachAnswerLeadsToItsPageAndBackTheSameWay) {
         {{u"None", u">", u">"}, sftp},
         {{u"None", u">", u">", u"<", u"<"}, kFirst},
         {{u"SSH2", u">", u"h:bad", u">"}, ssh},
+        {{u"SSH2", u">", u"h:bad", u">", u"h:good", u"<"}, kFirst},
         {{u"SSH2", u">", u"h:bad", u"<"}, ssh},
         {{u"SSH2", u">", u"h:bad", u"<", u"h:good", u"<"}, kFirst},
     };
@@ -98,7 +99,8 @@ TEST_F(WizardTest, NoneCanBeChosenOnOneSideOnly) {
 
 TEST_F(WizardTest, OneApplicationHasOnePageOfProtocols) {
     panels.isTransferInstalled = false;
-    EXPECT_EQ(Run([](HeadlessDialog& sheet) {
+    EXPECT_EQ(Run([this](HeadlessDialog& sheet) {
+                  panels.isTransferInstalled = true;  // too late for this run
                   EXPECT_EQ(sheet.GetPage()->GetTemplateId(), WizardIds::kSinglePage);
                   EXPECT_FALSE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"None"_v));
                   EXPECT_FALSE(sheet.IsShown(WizardIds::kBack));
@@ -153,6 +155,53 @@ TEST_F(WizardTest, WhoDeclinesFinishesAtOnce) {
               }),
               VWizardSheet::kFinished);
     EXPECT_FALSE(usesWizard);
+}
+
+/// A sheet of an application's own.
+class Sheet : public NewSessionWizardBase {
+  public:
+    Sheet() : NewSessionWizardBase(nullptr, static_cast<int>(AppKind::kNorHalden)) {}
+    using NewSessionWizardBase::AddWizardPage;
+    int GetFinishPageID() override { return kLast; }
+    int GetTransferPageID() override { return kTransfer; }
+    void SetButtons(unsigned, unsigned) override {}
+    void AddPage(NewSessionWizardPage* page, int& id) override {
+        ++pages;
+        id = static_cast<int>(page->GetResourceID());
+    }
+    int pages = 0;
+};
+
+TEST_F(WizardTest, OneSshPageAndNoneWhereAPlugInHasNone) {
+    panels.table.Clear();
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"ssh1.new"));
+    for (const char16_t* name : {u"SSH1.new", u"SSH2"})
+        panels.table.Add(MakePagedRow<kFakeSshPage>(AppKind::kNorHalden, name));
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"Pageless"));
+    panels.table.Add(MakeRow(AppKind::kNorHalden, u"TAPI"));
+    panels.table[4].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
+    Sheet sheet;
+    for (std::size_t row = 0; row < 5; ++row) sheet.AddWizardPage(row);
+    EXPECT_EQ(sheet.pages, 1);
+    EXPECT_EQ(sheet.GetNextProtocolResourceID(u"SSH2"), kFakeSshPage.id);
+    for (const char16_t* name : {u"Pageless", u"TAPI", u"unknown", u""})
+        EXPECT_EQ(sheet.GetNextProtocolResourceID(name), kLast);
+    EXPECT_NE(sheet.GetLastError().GetCode(), 0U);
+}
+
+TEST_F(WizardTest, APlugInThatFailsIsToldAndTheWizardGoesOn) {
+    panels.table[0].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
+    panels.table[4].createPage = [](ISessionConfig* session) -> NewSessionWizardPage* {
+        return new BrokenPage<FakeWizardPage>(session, kFakeSftpPage);
+    };
+    Run([this](HeadlessDialog& sheet) {
+        kit.ExpectBox(u"无法显示协议 SSH2 的设置页。"_v, kAnswerOk);
+        EXPECT_EQ(Walk(sheet, {u"SSH2", u">"}), kLast);
+        EXPECT_EQ(Walk(sheet, {u"<", u"Telnet", u">", u">"}), kTransfer);
+        kit.ExpectBox(u"无法显示协议 SFTP 的设置页。"_v, kAnswerOk);
+        EXPECT_EQ(Walk(sheet, {u"SFTP", u">"}), kTransfer);
+        EXPECT_EQ(Walk(sheet, {u"<"}), kFakeTelnetPage.id);
+    });
 }
 
 TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {

@@ -5,6 +5,7 @@
 #include "imports/dialogkit/dataexchange.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/lasterror.h"
+#include "platform/paths.h"
 #include "platform/userfiles.h"
 
 namespace connectdialog {
@@ -14,10 +15,13 @@ namespace {
 VUnicodeString DescribeFault(const VUnicodeString& path) {
     if (path.IsEmpty()) return u"请指定一个文件夹。"_v;
     VUnicodeString text;
-    if (HasControl(path) || path[0] != u'\\')
-        text.Format(u"配置文件夹必须是一个完整的路径：%1", path);
+    const VUnicodeString shown(platform::ToNativePath(path).c_str());
+    if (HasControl(path))
+        text = u"配置文件夹的路径不能含有控制字符。";
+    else if (path[0] != u'\\')
+        text.Format(u"配置文件夹必须是一个完整的路径：%1", shown);
     else if (!platform::CreateUserFolder(path) || !platform::CanMakeFilesIn(path))
-        text.Format(u"配置文件夹 %1 无法使用：%2", path, FindSystemMessage(platform::GetLastErrorCode()));
+        text.Format(u"配置文件夹 %1 无法使用：%2", shown, FindSystemMessage(platform::GetLastErrorCode()));
     return text;
 }
 

@@ -41,7 +41,13 @@ bool VDialog::Create() {
 bool VDialog::CreatePage(VDialog& owner, const VRectangle& place, int behindId) {
     if (window != nullptr || owner.window == nullptr || dialogTemplate == nullptr) return false;
     parent = &owner;
-    return Attach(owner.window->CreatePage(*dialogTemplate, *this, place, behindId));
+    try {
+        return Attach(owner.window->CreatePage(*dialogTemplate, *this, place, behindId));
+    } catch (...) {
+        // A plug-in's page: its failure is no reason to lose the dialog.
+        CloseWindow();
+        return false;
+    }
 }
 
 void VDialog::ShowPage(bool isShown) {

@@ -80,7 +80,7 @@ class VDialog : public VWindow, private IDialogEvents {
     virtual void OnDestroy();
 
     /// Makes the dialog a page of `owner`, hidden; see IDialogWindow::CreatePage. `owner` becomes its parent and shows
-    /// longer than it. False when it shows already or cannot be made.
+    /// longer than it. False when it shows already or cannot be made, also when its OnInitDialog throws.
     bool CreatePage(VDialog& owner, const VRectangle& place, int behindId);
     void ShowPage(bool isShown);
     /// Moves the focus to the first control that takes it.

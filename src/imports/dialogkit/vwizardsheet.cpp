@@ -1,6 +1,7 @@
 #include "imports/dialogkit/vwizardsheet.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "resources/dialogids.h"
 
@@ -9,8 +10,7 @@ namespace connectdialog {
 void VWizardSheet::OnInitDialog() {
     VDialog::OnInitDialog();
     VPropertyPage* const first = pages.empty() ? nullptr : pages[firstPage < pages.size() ? firstPage : 0];
-    if (first == nullptr || !MakeWindow(*first)) return EndDialog(kNotShown);
-    Activate(*first);
+    if (first == nullptr || !MakeWindow(*first) || !Activate(*first)) EndDialog(kNotShown);
 }
 
 bool VWizardSheet::MakeWindow(VPropertyPage& page) {
@@ -18,13 +18,19 @@ bool VWizardSheet::MakeWindow(VPropertyPage& page) {
            page.CreatePage(*this, GetWindow()->GetRectangle(WizardIds::kPageArea), kNoId);
 }
 
-void VWizardSheet::Activate(VPropertyPage& page) {
-    VPropertyPage* const former = active;
-    active = &page;
-    page.OnSetActive();
+bool VWizardSheet::Activate(VPropertyPage& page) {
+    VPropertyPage* const former = std::exchange(active, &page);
+    try {
+        page.OnSetActive();
+    } catch (...) {
+        // Its controls are filled here: a plug-in's failure is no reason to lose the sheet.
+        active = former;
+        return false;
+    }
     if (former != nullptr) former->ShowPage(false);
     page.ShowPage(true);
     page.FocusFirstControl();
+    return true;
 }
 
 void VWizardSheet::GoTo(std::int64_t answer, std::ptrdiff_t step) {
@@ -36,8 +42,13 @@ void VWizardSheet::GoTo(std::int64_t answer, std::ptrdiff_t step) {
         const std::ptrdiff_t place = from - pages.begin() + step;
         to = place >= 0 && place < std::ssize(pages) ? pages.begin() + place : pages.end();
     }
-    if (to != pages.end() && to != from && MakeWindow(**to) && active->OnKillActive()) Activate(**to);
+    if (to == pages.end() || to == from || !active->OnKillActive()) return;
+    if (MakeWindow(**to) && Activate(**to)) return;
+    active->OnSetActive();
+    OnPageNotMade(**to, step < 0);
 }
+
+void VWizardSheet::OnPageNotMade(VPropertyPage&, bool) {}
 
 bool VWizardSheet::OnCommand(int command) {
     if (active == nullptr) return VDialog::OnCommand(command);

@@ -41,8 +41,9 @@ class VPropertyPage : public VPluginDialog {
     unsigned resourceId;
 };
 
-/// Pages lie over the control `WizardIds::kPageArea` and are made when they first show. One that cannot be made is not
-/// gone to; when that is the first, the sheet does not show.
+/// Pages lie over the control `WizardIds::kPageArea` and are made when they first show, once the page before has given
+/// its data. To one that cannot be made, or throws when it is made, the sheet does not go; when that is the first, it
+/// does not show.
 class VWizardSheet : public VDialog {
   public:
     /// What a sheet ends with when the user pressed Finish.
@@ -56,18 +57,18 @@ class VWizardSheet : public VDialog {
 
     /// Requires: the page outlives the sheet's window; added before that shows.
     void AddSheetPage(VPropertyPage& page) { pages.push_back(&page); }
-    /// The page that shows, or null.
-    VPropertyPage* GetActivePage() const { return active; }
 
   protected:
     /// Shows the first page, or ends.
     void OnInitDialog() override;
     bool OnCommand(int command) override;
     void OnDestroy() override;
+    /// `page` could not be gone to; the page that shows stays. `isBack`: it was on the way back.
+    virtual void OnPageNotMade(VPropertyPage& page, bool isBack);
 
   private:
     bool MakeWindow(VPropertyPage& page);
-    void Activate(VPropertyPage& page);
+    bool Activate(VPropertyPage& page);
     /// Leaves the page for that with the number `answer`, or for the neighbour `step` pages on.
     void GoTo(std::int64_t answer, std::ptrdiff_t step);
 
