@@ -12,13 +12,14 @@ namespace {
 
 static_assert(sizeof(VStringHeader) == 32, "the text must follow its header without a gap");
 
-/// The empty string of one state. The reference it starts with is never given back, so it is never freed or written.
+/// The empty string of one state: like that of a literal its handles are not counted, so it is never freed or written,
+/// and threads do not wait for each other's counting.
 template <class Char>
 struct EmptyString {
     VStringHeader header;
     Char text[1];
 
-    constexpr explicit EmptyString(Str::SensitiveState state) : header{0, 0, text, state, 1}, text{} {}
+    constexpr explicit EmptyString(Str::SensitiveState state) : header{0, 0, text, state, -1}, text{} {}
 };
 template <class Char>
 constinit EmptyString<Char> plainEmpty{Str::SensitiveState::kPlain};

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string_view>
 
-#include "menutoolbar/menunamemap.h"
 #include "menutoolbar/vmenutoolbaritem.h"
 
 namespace connectdialog {
@@ -37,7 +37,7 @@ class MenuImages {
     static constexpr std::size_t kMostTogether = std::size_t{64} << 20;
 
     std::size_t bytesLeft = kMostTogether;
-    MenuNameMap<VMenuBitmap> images;
+    std::map<VUnicodeString, VMenuBitmap> images;
 };
 
 }  // namespace connectdialog

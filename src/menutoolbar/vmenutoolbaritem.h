@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "foundation/vunicodestring.h"
 
@@ -38,9 +39,9 @@ class VMenuToolbarItem {
   public:
     VMenuToolbarItem() = default;
     /// With these texts from the start, which costs half as much as setting them.
-    VMenuToolbarItem(const VUnicodeString& text, const VUnicodeString& functionName, const VUnicodeString& argument,
+    VMenuToolbarItem(VUnicodeString&& text, const VUnicodeString& functionName, std::u16string_view argument,
                      const VUnicodeString& toolTip, const VUnicodeString& prompt)
-        : text(text), functionName(functionName), argument(argument), toolTip(toolTip), prompt(prompt) {}
+        : text(std::move(text)), functionName(functionName), argument(argument), toolTip(toolTip), prompt(prompt) {}
     VMenuToolbarItem(const VMenuToolbarItem&) = default;
     VMenuToolbarItem& operator=(const VMenuToolbarItem&) = default;
     virtual ~VMenuToolbarItem() = default;
