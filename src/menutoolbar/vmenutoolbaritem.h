@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "foundation/vunicodestring.h"
+#include "imports/dialogkit/vicon.h"
 
 namespace connectdialog {
 
@@ -20,9 +21,8 @@ struct VMenuAccelerator {
 };
 static_assert(sizeof(VMenuAccelerator) == 6);
 
-/// An image that was loaded from a file; what it points to is known to the decoder that made it (menuimage.h). Copies
-/// share it, and the last one frees it.
-using VMenuBitmap = std::shared_ptr<const void>;
+/// An image that was loaded from a file, by the decoder of menuimage.h. Copies share it, and the last one frees it.
+using VMenuBitmap = std::shared_ptr<const VIcon>;
 
 /// The function numbers that the library itself relies on.
 enum MenuItemType : std::uint32_t {
