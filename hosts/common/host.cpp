@@ -10,8 +10,11 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
+#include "hosts/common/hostrun.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hostwindow.h"
+#include "hosts/common/mainwindow.h"
+#include "hosts/common/sessionreport.h"
 #include "hosts/common/tell.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
@@ -32,18 +35,20 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr char kUsage[] =
-    "usage: HOST [--store URL]\n"
+    "usage: HOST [--store URL] [--main]\n"
     "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
     "       HOST --terminal COMMAND\n"
     "       HOST --help | --version\n"
     "\n"
     "PURPOSE\n"
-    "Without a session it shows the connect dialog and opens what is chosen there.\n"
+    "Without a session it shows the connect dialog and opens what is chosen there; without a terminal,\n"
+    "its main window with that dialog over it.\n"
     "\n"
     "  /S PATH               open the session, in this terminal; several one after the other. The names of\n"
     "                        a path are separated by \"\\\"\n"
     "  /SESSION_FOLDER PATH  open all sessions in the folder; \"\\\" is the root\n"
     "  --window              open each session in a window of a terminal emulator instead\n"
+    "  --main                show the main window, also from a terminal\n"
     "  --wait                when a client failed, wait for the Return key before ending\n"
     "  --encoded             what follows options from here on is percent-encoded\n"
     "  --terminal COMMAND    remember the command for such windows, as \"gnome-terminal --tab --\"; the empty\n"
@@ -77,6 +82,12 @@ std::string AbsoluteUrl(const VUnicodeString& url) {
     return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
 }
 
+HostRun MakeRun(const HostKind& kind, const std::string& store) {
+    const std::string own = AbsoluteUrl(stores::GetDefaultStoreUrl());
+    const std::string url = store.empty() ? own : AbsoluteUrl(VUnicodeString(store.c_str()));
+    return {kind, url, url == own};
+}
+
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VUnicodeString text;
     VUnicodeString program = VGetAppName();
@@ -89,15 +100,13 @@ void ShowHelp(VWindow* window, unsigned, unsigned long) {
 class Host {
   public:
     Host(const HostKind& kind, const HostOptions& options)
-        : kind(kind),
-          options(options),
-          ownUrl(AbsoluteUrl(stores::GetDefaultStoreUrl())),
-          storeUrl(options.store.empty() ? ownUrl : AbsoluteUrl(VUnicodeString(options.store.c_str()))) {
+        : kind(kind), options(options), run(MakeRun(kind, options.store)) {
         SetAppName(kind.appName);
-        parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
+        const VUnicodeString storeUrl(run.storeUrl.c_str());
+        parts.commandLine = u"--window --store \""_v + storeUrl + u"\"";
         parts.help = ShowHelp;
         parts.needsTerminal = true;  // to open one session, as a shortcut does
-        parts.shortcutOptions = GetStoreOptions(VUnicodeString(storeUrl.c_str()));
+        parts.shortcutOptions = GetStoreOptions(storeUrl);
     }
 
     int ShowDialog();
@@ -109,24 +118,22 @@ class Host {
     bool OpenStore(VUnicodeString& notice);
     bool OpenStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
-    bool FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const;
     void LetUserChoose();
-    bool TakeChosen(VUnicodeString& fault);
+    bool ShowMainWindow(const VIcon* icon);
     int OpenInWindowsOfTheirOwn();
     int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window);
     bool ConfirmMany();
 
     const HostKind& kind;
     const HostOptions& options;
-    std::string ownUrl;
-    std::string storeUrl;
+    const HostRun run;
     HostParts parts;
     std::unique_ptr<VProfileStoreFactory> store;
     std::vector<HostSession> sessions;
 };
 
 bool Host::OpenStore(VUnicodeString& notice) {
-    store = OpenReferenceStore(kind.appName, VUnicodeString(storeUrl.c_str()), notice, parts);
+    store = OpenReferenceStore(kind.appName, VUnicodeString(run.storeUrl.c_str()), notice, parts);
     return store != nullptr;
 }
 
@@ -140,17 +147,9 @@ bool Host::FindSessions(VUnicodeString& fault) {
     return true;
 }
 
-bool Host::FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const {
-    const VRef<GlobalConfig> settings = FetchGlobalConfig();
-    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
-    // Another store may be somebody else's, who has no say in which programs run here.
-    const bool isOwn = storeUrl == ownUrl && global != nullptr;
-    return TerminalEmulator::Find(isOwn ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
-}
-
 int Host::SetTerminal() {
     VUnicodeString notice;
-    if (storeUrl != ownUrl) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
+    if (!run.isOwnStore) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
     if (!OpenStore(notice)) return Fail(kind, notice);
     if (!notice.IsEmpty()) Tell(kind, notice);
     const VRef<GlobalConfig> settings = FetchGlobalConfig();
@@ -163,6 +162,7 @@ int Host::SetTerminal() {
 }
 
 int Host::OpenSessions() {
+    SessionReport report(options.report);
     VUnicodeString notice;
     const bool isFound = OpenStore(notice) && FindSessions(notice);
     if (isFound && !notice.IsEmpty()) Tell(kind, notice);
@@ -170,9 +170,12 @@ int Host::OpenSessions() {
         const bool canOpen = isFound && HaveClients(sessions, notice);
         return canOpen ? OpenInWindowsOfTheirOwn() : ShowFault(notice, nullptr);
     }
-    if (!isFound) return Fail(kind, notice);
+    if (!isFound) {
+        report.Fail();
+        return Fail(kind, notice);
+    }
     store.reset();
-    return RunHere(kind, sessions);
+    return RunHere(kind, sessions, report);
 }
 
 int Host::OpenInWindowsOfTheirOwn() {
@@ -184,7 +187,8 @@ int Host::OpenInWindowsOfTheirOwn() {
         if (window && !ConfirmMany()) return 0;
     }
     const bool inTab = FetchGlobalConfig()->openInTab.Get();
-    if (FindTerminal(terminal, fault) && OpenInWindows(terminal, inTab, storeUrl, sessions, fault)) return 0;
+    if (FindHostTerminal(run, terminal, fault) && OpenInWindows(terminal, inTab, run.storeUrl, sessions, fault))
+        return 0;
     return ShowFault(fault, std::move(window));
 }
 
@@ -215,10 +219,20 @@ int Host::ShowDialog() {
                                   VUnicodeString(kind.program) + u" /S PATH\" opens one in this terminal");
         parts.icon = window->GetIcon();
         if (!OpenStoreInWindow()) return kFailed;
-        LetUserChoose();
+        const bool wantsMain = options.isMain || !platform::HasTerminal();
+        if (!wantsMain || !ShowMainWindow(window->GetIcon())) LetUserChoose();
         store.reset();
     }
-    return sessions.empty() ? 0 : RunHere(kind, sessions);
+    SessionReport nobody{{}};
+    return sessions.empty() ? 0 : RunHere(kind, sessions, nobody);
+}
+
+/// False where there is none.
+bool Host::ShowMainWindow(const VIcon* icon) {
+    MainWindow window(run);
+    if (!window.Create(icon)) return false;
+    window.Run([&] { window.ShowConnect(); });
+    return true;
 }
 
 bool Host::OpenStoreInWindow() {
@@ -240,30 +254,19 @@ void Host::LetUserChoose() {
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
-        const bool hasTabs = FindTerminal(terminal, ignored) && terminal.HasTabs();
+        const bool hasTabs = FindHostTerminal(run, terminal, ignored) && terminal.HasTabs();
         bool isInTab = false;
         // A check box that would do nothing is hidden.
         if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return;
         VUnicodeString fault;
-        bool isDone = TakeChosen(fault);
+        bool isDone = TakeChosenSessions(sessions, fault);
         if (isDone && sessions.size() == 1 && platform::HasTerminal()) return;
-        isDone = isDone && FindTerminal(terminal, fault) &&
-                 OpenInWindows(terminal, isInTab && hasTabs, storeUrl, sessions, fault);
+        isDone = isDone && FindHostTerminal(run, terminal, fault) &&
+                 OpenInWindows(terminal, isInTab && hasTabs, run.storeUrl, sessions, fault);
         sessions.clear();
         if (isDone) return;
         VMessageBox(nullptr, fault, kBoxWarning);
     }
-}
-
-bool Host::TakeChosen(VUnicodeString& fault) {
-    bool isUsable = GetConnectDialogSessionConfigCount() > 0;
-    if (!isUsable) fault = u"no chosen session is one that this program opens"_v;
-    for (unsigned i = 0; isUsable && i < GetConnectDialogSessionConfigCount(); ++i) {
-        const VRef<ISessionConfig> session = VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(i));
-        isUsable = AddSession(*session, sessions, fault);
-    }
-    CleanupConnectDialogSessionConfigs();
-    return isUsable && HaveClients(sessions, fault);
 }
 
 int Run(const HostKind& kind, const HostOptions& options) {

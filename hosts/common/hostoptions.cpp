@@ -89,6 +89,8 @@ bool Reader::ReadOne(std::string_view argument) {
     if (argument == "--version") return Set(HostAction::kVersion);
     if (argument == "--encoded") return isEncoded = true;
     if (argument == "--window") return options.isInWindow = true;
+    if (argument == "--main") return options.isMain = true;
+    if (argument == "--report") return Value(options.report);
     if (argument == "--wait") return options.waitsAtEnd = true;
     if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal.emplace());
     if (argument == "--store") return Value(options.store);
@@ -108,8 +110,8 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
     options = HostOptions();
     if (!Reader(arguments, options, fault).ReadAll()) return false;
     const bool opensSome = !options.paths.empty() || !options.folders.empty();
-    if (!options.terminal || !opensSome) return true;
-    fault = "--terminal opens no session";
+    if (!opensSome || (!options.terminal && !options.isMain)) return true;
+    fault = options.terminal ? "--terminal opens no session" : "--main opens no session";
     return false;
 }
 
@@ -125,8 +127,12 @@ std::string PercentEncode(std::string_view text) {
     return encoded;
 }
 
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path) {
-    return {"--wait", "--encoded", "--store", PercentEncode(storeUrl), "/S", PercentEncode(path)};
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
+                                             const std::string& reportWord) {
+    std::vector<std::string> words = {"--wait", "--encoded", "--store", PercentEncode(storeUrl)};
+    if (!reportWord.empty()) words.insert(words.end(), {"--report", PercentEncode(reportWord)});
+    words.insert(words.end(), {"/S", PercentEncode(path)});
+    return words;
 }
 
 }  // namespace connectdialog::hosts

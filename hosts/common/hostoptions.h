@@ -23,11 +23,15 @@ struct HostOptions {
     std::optional<std::string> terminal;
     /// Sessions open in windows of a terminal emulator, also where there is a terminal.
     bool isInWindow = false;
+    /// The main window is wanted, also where there is a terminal.
+    bool isMain = false;
+    /// Who is told how the session fares; see sessionreport.h. Empty: nobody.
+    std::string report;
     /// A failure is left on the screen until the user has read it.
     bool waitsAtEnd = false;
 };
 
-/// Reads the arguments behind the program's name: `[--store URL] [--window] [--wait]`, then `/S PATH` and
+/// Reads the arguments behind the program's name: `[--store URL] [--main] [--window] [--wait]`, then `/S PATH` and
 /// `/SESSION_FOLDER PATH`, each any number of times and in any case; or `--terminal COMMAND`, `--help`, `--version`.
 /// Without a session or a folder the dialog is wanted. What follows an option is its value, whatever it looks like. The
 /// values behind `--encoded` are percent-encoded.
@@ -38,7 +42,9 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
 /// no shell takes for anything else, whatever the text is. Source: RFC 3986, section 2.1.
 std::string PercentEncode(std::string_view text);
 
-/// The arguments, without the program's name, that open the session like this in a window of its own.
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path);
+/// The arguments, without the program's name, that open the session like this in a window of its own and tell that the
+/// main window which `reportWord` names; empty: nobody.
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
+                                             const std::string& reportWord);
 
 }  // namespace connectdialog::hosts
