@@ -8,7 +8,6 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostcommands.h"
-#include "hosts/common/mainmenus.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/idialogkit.h"
@@ -48,6 +47,7 @@ constexpr CommandRow kCommands[] = {
     {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
     {HostCommands::kOptions, &MainWindow::ShowOptions},
     {HostCommands::kExit, &MainWindow::Exit},
+    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
 };
 
 VUnicodeString DescribeState(const OpenedSession& row) {
@@ -149,7 +149,7 @@ void MainWindow::ShowEnabled() {
     std::vector<bool> now;
     for (const CommandRow& row : kCommands) now.push_back(IsEnabled(row.command));
     if (std::exchange(enabled, now) == now) return;
-    ShowMainMenus(*window, [this](int command) { return IsEnabled(command); });
+    menus.Show(*window, [this](int command) { return IsEnabled(command); });
 }
 
 void MainWindow::ShowRows() {
@@ -170,7 +170,7 @@ void MainWindow::OnRowActivated(std::size_t row) {
 }
 
 void MainWindow::OnListMenu(VPoint point) {
-    const VPopupMenu menu = MakeListMenu([this](int command) { return IsEnabled(command); });
+    const VPopupMenu menu = menus.MakeListMenu([this](int command) { return IsEnabled(command); });
     OnFrameCommand(GetDialogKit()->TrackPopupMenu(window.get(), menu, point));
 }
 

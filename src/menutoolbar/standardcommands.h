@@ -15,6 +15,7 @@ inline constexpr std::uint32_t kMenuRemove = 1026;       ///< MENU_REMOVE: from 
 inline constexpr std::uint32_t kMenuOptions = 1027;      ///< MENU_OPTIONS: those that new sessions begin with
 inline constexpr std::uint32_t kMenuEditButtons = 1028;  ///< MENU_EDIT_BUTTONS: the button bar that is shown
 inline constexpr std::uint32_t kMenuHelp = 1029;         ///< MENU_HELP
+inline constexpr std::uint32_t kMenuRemoveEnded = 1030;  ///< MENU_REMOVE_ENDED: those that have ended
 
 /// The command of that function of keys.
 constexpr std::uint32_t CommandOfKeyFunction(std::uint32_t function) {

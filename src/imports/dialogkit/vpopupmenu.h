@@ -1,6 +1,7 @@
 // A popup menu as it is about to be shown.
 #pragma once
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -37,6 +38,8 @@ class VPopupMenu {
     // By command, also in sub-menus; a command that is not there changes nothing.
     void Enable(int command, bool isEnabled);
     void Check(int command, bool isChecked);
+    /// Asks for the command of each entry whether it can be chosen.
+    void EnableEach(const std::function<bool(int command)>& isEnabled);
     void SetText(int command, const VUnicodeString& text);
     void Remove(int command);
     /// By place in the menu itself; a place that is not there changes nothing.

@@ -40,6 +40,12 @@ class VToolbarState {
         for (Button& button : buttons)
             if (button.command == command) button.isEnabled = isEnabled;
     }
+    /// Asks for the command of each button whether it can be pressed.
+    template <class IsEnabled>
+    void EnableEach(IsEnabled isEnabled) {
+        for (Button& button : buttons)
+            if (button.command != 0) button.isEnabled = isEnabled(button.command);
+    }
     std::span<const Button> GetButtons() const { return buttons; }
 
   private:
