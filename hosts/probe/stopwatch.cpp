@@ -11,6 +11,7 @@
 #include <fstream>
 #include <utility>
 
+#include "hosts/probe/player.h"
 #include "suite/dialogkit/qt/qttree.h"
 
 namespace connectdialog::hosts {
@@ -63,6 +64,7 @@ void Stopwatch::Measure() {
         std::fflush(stdout);
     }
     tree->window()->close();
+    if (QWidget* window = FindMainWindow()) window->close();
 }
 
 void Stopwatch::TakePicture() {
