@@ -8,6 +8,7 @@
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "keymap/keynames.h"
 #include "profile/vprofile.h"
+#include "resources/storenames.h"
 #include "sessiondb/sessiontree.h"
 
 namespace connectdialog::hosts {

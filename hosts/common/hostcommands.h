@@ -1,5 +1,5 @@
-// The commands of the main window, whichever menu, bar or key raises them. Their numbers are those of the functions that
-// descriptions of menus name (menutoolbar/standardcommands.h); a description may bring others.
+// The commands of the main window, whichever menu, bar or key raises them. Their numbers are those of the functions
+// that descriptions of menus name (menutoolbar/standardcommands.h); a description may bring others.
 #pragma once
 
 #include <string_view>

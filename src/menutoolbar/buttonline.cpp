@@ -89,8 +89,8 @@ ButtonFault FindButtonFault(const UserButton& button) {
     if (needsArgument && button.argument1.IsEmpty()) return ButtonFault::kNoArgument;
     VUnicodeString text = button.text;
     text.Replace(u"\r\n", u"");
-    for (const std::u16string_view part : {text.View(), button.argument1.View(), button.argument2.View(),
-                                           button.argument3.View()}) {
+    for (const std::u16string_view part :
+         {text.View(), button.argument1.View(), button.argument2.View(), button.argument3.View()}) {
         if (part.size() > kLongestButtonText) return ButtonFault::kTooLong;
         if (HasControl(part)) return ButtonFault::kControl;
     }

@@ -28,8 +28,8 @@ struct UserButton {
 
 /// A line with another number of fields than four or five gives a button with kNoFunction.
 UserButton DecodeButtonLine(const VUnicodeString& line);
-/// The line that gives the button, but for the label, which follows from the text. Line breaks of the text are a carriage
-/// return and a line feed. Requires: the function is a known one.
+/// The line that gives the button, but for the label, which follows from the text. Line breaks of the text are a
+/// carriage return and a line feed. Requires: the function is a known one.
 VUnicodeString EncodeButtonLine(const UserButton& button);
 
 /// Why a button would not work, or what cannot be stored of it.

@@ -29,7 +29,8 @@ constexpr CmdData kHostCommands[] = {
     {kMenuRemove, u"MENU_REMOVE", 0},
     {kMenuOptions, u"MENU_OPTIONS", 0},
     {kMenuEditButtons, u"MENU_EDIT_BUTTONS", 0},
-    {kMenuHelp, u"MENU_HELP", 0}, {kMenuRemoveEnded, u"MENU_REMOVE_ENDED", 0},
+    {kMenuHelp, u"MENU_HELP", 0},
+    {kMenuRemoveEnded, u"MENU_REMOVE_ENDED", 0},
 };
 
 constexpr std::size_t kCount =

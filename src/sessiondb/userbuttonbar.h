@@ -11,8 +11,8 @@ namespace connectdialog {
 /// Keeps the lines of buttons that it does not touch as they are. Nothing is stored before Save.
 class UserButtonBar {
   public:
-    /// Reads the bar of that name afresh. On failure: false, when it cannot be read, or is not there and not the one that
-    /// every user has; the bar is empty then.
+    /// Reads the bar of that name afresh. On failure: false, when it cannot be read, or is not there and not the one
+    /// that every user has; the bar is empty then.
     bool Load(const VUnicodeString& barName);
 
     const VUnicodeString& GetName() const { return name; }

@@ -19,8 +19,8 @@ inline constexpr int kText = 6307;
 inline constexpr int kFirstArgument = 6308;  ///< the two others follow
 }  // namespace ButtonBarIds
 
-/// Edits the bar in place and saves nothing. What stands in the fields belongs to the chosen button and is taken when the
-/// user leaves it; what does not work as a button is refused in words then.
+/// Edits the bar in place and saves nothing. What stands in the fields belongs to the chosen button and is taken when
+/// the user leaves it; what does not work as a button is refused in words then.
 class ButtonBarDialog : public VDialog {
   public:
     /// Requires: `bar` outlives the dialog.
