@@ -1,8 +1,9 @@
 #include "suite/dialogkit/qt/qtframerows.h"
 
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
 
 #include "suite/dialogkit/qt/qttext.h"
 
@@ -54,24 +55,31 @@ QtFrameList::QtFrameList(QWidget* parent) : QTreeView(parent) {
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setContextMenuPolicy(Qt::PreventContextMenu);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     header()->setSectionsMovable(false);
 }
 
-void QtFrameList::contextMenuEvent(QContextMenuEvent* event) {
-    QPoint point = event->globalPos();
-    const QModelIndex current = currentIndex();
-    if (event->reason() == QContextMenuEvent::Keyboard && current.isValid())
-        point = viewport()->mapToGlobal(visualRect(current.siblingAtColumn(0)).center());
-    event->accept();
-    menuWanted(point);
+/// At the row with the focus.
+void QtFrameList::AskForMenu() {
+    const QModelIndex row = currentIndex().siblingAtColumn(0);
+    const QPoint point = row.isValid() ? visualRect(row).intersected(viewport()->rect()).center() : QPoint();
+    menuWanted(viewport()->mapToGlobal(point));
 }
 
 void QtFrameList::keyPressEvent(QKeyEvent* event) {
+    const bool isPlain = event->modifiers().testFlag(Qt::KeypadModifier) || event->modifiers() == Qt::NoModifier;
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!isReturn || event->modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier))
-        return QTreeView::keyPressEvent(event);
+    const bool isMenu =
+        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+    if (isMenu) return AskForMenu();
+    if (!isReturn || !isPlain) return QTreeView::keyPressEvent(event);
     if (currentIndex().isValid()) activated(currentIndex().row());
+}
+
+void QtFrameList::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton) menuWanted(event->globalPosition().toPoint());
 }
 
 void QtFrameList::mouseDoubleClickEvent(QMouseEvent* event) {

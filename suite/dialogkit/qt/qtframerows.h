@@ -38,9 +38,12 @@ class QtFrameList : public QTreeView {
     std::function<void(QPoint screen)> menuWanted;
 
   protected:
-    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    void AskForMenu();
 };
 
 }  // namespace connectdialog

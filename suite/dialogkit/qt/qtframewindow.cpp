@@ -111,6 +111,7 @@ QToolBar* QtFrameWindow::GetBar(int bar) const {
 void QtFrameWindow::Run() {
     if (isClosed) return;
     frame->show();
+    frame->activateWindow();
     loop.exec();
 }
 
