@@ -89,7 +89,7 @@ void MainWindow::ShowButtons(bool again) {
 
 void MainWindow::EditButtons() {
     UserButtonBar bar;
-    bar.Load(buttons.GetName());
+    if (!bar.Load(buttons.GetName())) return ShowFault(u"无法读取按钮栏。"_v);
     if (ButtonBarDialog(bar, window.get()).DoModal() != kDialogAccepted || !bar.IsChanged()) return;
     if (!bar.Save()) ShowFault(u"无法保存按钮栏。"_v);
     ShowButtons(true);

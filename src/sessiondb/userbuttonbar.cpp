@@ -37,11 +37,11 @@ bool UserButtonBar::Load(const VUnicodeString& barName) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), kButtonBarsKey, 0);
     VStringArray stored;
-    const bool isThere = key.ReadMultiString(barName.GetData(), stored);
+    const bool isStored = key.ReadMultiString(barName.GetData(), stored);
     const std::uint32_t code = key.GetImpl()->GetLastReport()->GetCode();
     map->LoadButtons(&key, barName);
-    const bool isAbsent = code == platform::kSuccess || code == platform::kFileNotFound;
-    return isThere || (isAbsent && barName == kDefaultButtonBar);
+    isThere = isStored || barName == kDefaultButtonBar;
+    return isStored || code == platform::kSuccess || code == platform::kFileNotFound;
 }
 
 bool UserButtonBar::Insert(std::size_t place, const UserButton& button) {

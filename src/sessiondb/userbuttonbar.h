@@ -11,9 +11,10 @@ namespace connectdialog {
 /// Keeps the lines of buttons that it does not touch as they are. Nothing is stored before Save.
 class UserButtonBar {
   public:
-    /// Reads the bar of that name afresh. On failure: false, when it cannot be read, or is not there and not the one
-    /// that every user has; the bar is empty then.
+    /// Reads the bar of that name afresh; one that is not there is empty. On failure: false, when it cannot be read.
     bool Load(const VUnicodeString& barName);
+    /// Whether it is one of the store's, or the one that every user has.
+    bool IsThere() const { return isThere; }
 
     const VUnicodeString& GetName() const { return name; }
     const VArray<UserButton>& GetButtons() const { return map->GetButtons(); }
@@ -35,6 +36,7 @@ class UserButtonBar {
   private:
     VRef<ProfileUserButtonMap> map = VRef<ProfileUserButtonMap>::Adopt(new ProfileUserButtonMap);
     VUnicodeString name;
+    bool isThere = false;
 };
 
 }  // namespace connectdialog

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "keymap/keynames.h"
+#include "menutoolbar/buttonline.h"
 #include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
 #include "menutoolbar/vcustommenutoolbar.h"
@@ -396,6 +397,25 @@ TEST(CustomToolbarTest, KeysOfAnEditControlReachItPastTheAccelerators) {
     EXPECT_FALSE(bar.GetEditColours().text);
     VUnicodeString tip;
     EXPECT_FALSE(bar.OnUserToolTip(1, tip)) << "no such command";
+}
+
+TEST(ButtonLineTest, ALineGivesBackWhatItWasMadeOf) {
+    constexpr std::u16string_view kTexts[] = {u"plain", u"a,b\\,", u"\\r\\n", u"x\\\r\n\\", u" \r\n\r\n ,", u"\\"};
+    UserButton button;
+    button.function = GetKeyFunctionID(u"SEND");
+    for (const std::u16string_view text : kTexts) {
+        button.text = text;
+        button.label = button.text;
+        button.label.Replace(u"\r\n", u"");
+        for (const std::u16string_view argument : kTexts) {
+            if (argument.find(u'\n') != argument.npos) continue;  // only the text has lines
+            button.argument1 = argument;
+            button.argument2 = argument;
+            button.argument3 = argument.size() > 4 ? argument : u"";
+            const VUnicodeString line = EncodeButtonLine(button);
+            EXPECT_EQ(DecodeButtonLine(line), button) << platform::ToNarrow(line);
+        }
+    }
 }
 
 TEST(StandardMenuCommandsTest, NumbersAreUniqueAndFitAnAccelerator) {
