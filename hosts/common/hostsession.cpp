@@ -155,12 +155,6 @@ bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeSt
     return TerminalEmulator::Find(mayName ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
 }
 
-bool AreStored(const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    if (std::ranges::all_of(sessions, &HostSession::isStored)) return true;
-    fault = u"a connection that is not saved opens only in the terminal that this program was started from"_v;
-    return false;
-}
-
 std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                                            const HostSession& session, const std::string& reportWord) {
     std::vector<std::string> words = MakeWindowArguments(storeUrl, platform::ToNarrow(session.path), reportWord);
@@ -177,7 +171,10 @@ bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseco
 
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    if (!AreStored(sessions, fault)) return false;
+    if (!std::ranges::all_of(sessions, &HostSession::isStored)) {
+        fault = u"a connection that is not saved opens only in the terminal that this program was started from"_v;
+        return false;
+    }
     std::chrono::milliseconds patience = kWindowPatience;
     for (const HostSession& session : sessions) {
         if (!StartWindow(MakeWindowCommand(terminal, isInTab, storeUrl, session, {}), patience, fault)) return false;

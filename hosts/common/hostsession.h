@@ -49,9 +49,6 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
 /// On failure: false, and `fault` tells in words what is missing.
 bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeString& fault);
 
-/// Whether other processes find them all. On failure: false, and `fault` tells where the others open.
-bool AreStored(const std::vector<HostSession>& sessions, VUnicodeString& fault);
-
 /// So long the first of several windows is watched: what opened it may end at once.
 inline constexpr std::chrono::milliseconds kWindowPatience{700};
 /// The command that opens the session in a window, or in a tab, where this program runs again for it. `reportWord`: see

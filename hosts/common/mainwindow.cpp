@@ -26,7 +26,7 @@ const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状
 
 constexpr char16_t kHelpText[] =
     u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n"
-    u"Ctrl+O 连接    Ctrl+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
+    u"Ctrl+O 连接    Alt+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
     u"Enter 重新打开已结束的会话    Del 从列表中移除    Alt+Enter 属性\n\n"
     u"详细说明：man %1";
 
@@ -76,12 +76,12 @@ ReferenceGlobalConfig* GetSettings(const VRef<GlobalConfig>& global) {
 
 }  // namespace
 
-MainWindow::MainWindow(const HostRun& run) : run(run), opened(run, [this] { window->Wake(); }) {}
 MainWindow::~MainWindow() = default;
 
 bool MainWindow::Create(const VIcon* icon) {
     window = GetDialogKit() != nullptr ? GetDialogKit()->CreateFrameWindow(*this) : nullptr;
     if (!window) return false;
+    opened.emplace(run, [this] { window->Wake(); });
     window->SetTitle(VGetAppName());
     if (icon != nullptr) window->SetIcon(*icon);
     window->SetColumns(kHeadings);
@@ -104,7 +104,7 @@ void MainWindow::Run(std::function<void()> first) {
 void MainWindow::OnFrameWoken() {
     if (!notice.IsEmpty()) ShowFault(std::exchange(notice, {}));
     if (begin) std::exchange(begin, nullptr)();
-    const std::vector<VUnicodeString> faults = opened.TakeNews();
+    const std::vector<VUnicodeString> faults = opened->TakeNews();
     ShowRows();
     for (const VUnicodeString& fault : faults) ShowFault(fault);
 }
@@ -139,7 +139,7 @@ void MainWindow::SavePlacement() {
 bool MainWindow::IsEnabled(int command) const {
     const std::vector<std::size_t> selected = window->GetSelectedRows();
     const auto isAny = [&](auto fits) {
-        return std::ranges::any_of(selected, [&](std::size_t row) { return fits(opened.GetRows()[row]); });
+        return std::ranges::any_of(selected, [&](std::size_t row) { return fits(opened->GetRows()[row]); });
     };
     switch (command) {
         case HostCommands::kOpenAgain:
@@ -147,7 +147,7 @@ bool MainWindow::IsEnabled(int command) const {
         case HostCommands::kRemove:
             return isAny([](const OpenedSession& row) { return row.state != OpenedState::kOpen; });
         case HostCommands::kRemoveEnded:
-            return std::ranges::any_of(opened.GetRows(), &OpenedSession::IsOver);
+            return std::ranges::any_of(opened->GetRows(), &OpenedSession::IsOver);
         case HostCommands::kProperties:
             return selected.size() == 1;
         default:
@@ -165,11 +165,11 @@ void MainWindow::ShowEnabled() {
 
 void MainWindow::ShowRows() {
     std::vector<FrameRow> shown;
-    for (const OpenedSession& row : opened.GetRows())
+    for (const OpenedSession& row : opened->GetRows())
         shown.push_back({{GetEntryLeaf(row.path), row.protocol, row.host, DescribeState(row)}});
     window->SetRows(shown);
     VUnicodeString status = u"就绪"_v;
-    const auto open = std::ranges::count(opened.GetRows(), OpenedState::kOpen, &OpenedSession::state);
+    const auto open = std::ranges::count(opened->GetRows(), OpenedState::kOpen, &OpenedSession::state);
     if (!shown.empty())
         status.Format(u"%1!d! 个会话已打开，列表中共 %2!d! 个", static_cast<int>(open), static_cast<int>(shown.size()));
     window->SetStatus(status);
@@ -177,7 +177,7 @@ void MainWindow::ShowRows() {
 }
 
 void MainWindow::OnRowActivated(std::size_t row) {
-    if (opened.GetRows()[row].IsOver()) OpenRowAgain(row);
+    if (opened->GetRows()[row].IsOver()) OpenRowAgain(row);
 }
 
 void MainWindow::OnListMenu(VPoint point) {
@@ -188,12 +188,12 @@ void MainWindow::OnListMenu(VPoint point) {
 void MainWindow::RemoveSelected() {
     std::vector<std::size_t> selected = window->GetSelectedRows();
     for (auto row = selected.rbegin(); row != selected.rend(); ++row)
-        if (opened.GetRows()[*row].state != OpenedState::kOpen) opened.Remove(*row);
+        if (opened->GetRows()[*row].state != OpenedState::kOpen) opened->Remove(*row);
     ShowRows();
 }
 
 void MainWindow::RemoveEnded() {
-    opened.RemoveEnded();
+    opened->RemoveEnded();
     ShowRows();
 }
 

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "hosts/common/hostbuttons.h"
@@ -28,7 +29,7 @@ class TerminalEmulator;
 /// Requires: the store is open, and the dialogs' back end is installed, as long as it lives.
 class MainWindow : private IFrameEvents {
   public:
-    explicit MainWindow(const HostRun& run);
+    explicit MainWindow(const HostRun& run) : run(run) {}
     ~MainWindow() override;
 
     /// Makes the window, where it stood last. On failure: false, and nothing else may be called.
@@ -65,7 +66,7 @@ class MainWindow : private IFrameEvents {
     bool IsEnabled(int command) const;
     /// For dialogs to stand over.
     IFrameWindow& GetWindow() { return *window; }
-    const OpenedSessions& GetSessions() const { return opened; }
+    const OpenedSessions& GetSessions() const { return *opened; }
     void SetStatus(const VUnicodeString& text) { window->SetStatus(text); }
 
   private:
@@ -101,7 +102,7 @@ class MainWindow : private IFrameEvents {
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;
-    OpenedSessions opened;
+    std::optional<OpenedSessions> opened;  ///< wakes the window, so it comes later and goes earlier
     std::function<void()> begin;
     std::vector<bool> enabled;
     HostMenus menus;

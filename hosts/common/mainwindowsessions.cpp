@@ -1,4 +1,5 @@
 // What the main window does with sessions: choosing, making, opening and changing them.
+#include <algorithm>
 #include <utility>
 
 #include "config/appkind.h"
@@ -100,8 +101,12 @@ bool MainWindow::OpenConfig(const ISessionConfig& config, VUnicodeString& fault)
 
 bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault) {
     TerminalEmulator terminal;
-    if (!AreStored(sessions, fault) || !FindHostTerminal(run, terminal, fault)) return false;
-    opened.Open(terminal, isInTab, sessions);
+    if (!std::ranges::all_of(sessions, &HostSession::isStored)) {
+        fault = u"未保存的连接只能在启动本程序的终端中打开。请选择保存会话后再连接。"_v;
+        return false;
+    }
+    if (!FindHostTerminal(run, terminal, fault)) return false;
+    opened->Open(terminal, isInTab, sessions);
     ShowRows();
     return true;
 }
@@ -118,16 +123,16 @@ void MainWindow::OpenRowAgain(std::size_t row) {
     std::vector<HostSession> sessions;
     TerminalEmulator terminal;
     VUnicodeString fault;
-    if (!AddSessionAt(opened.GetRows()[row].path, sessions, fault) || !HaveClients(sessions, fault) ||
+    if (!AddSessionAt(opened->GetRows()[row].path, sessions, fault) || !HaveClients(sessions, fault) ||
         !FindHostTerminal(run, terminal, fault))
         return ShowFault(fault);
-    opened.OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());
+    opened->OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());
     ShowRows();
 }
 
 void MainWindow::OpenAgain() {
     for (const std::size_t row : window->GetSelectedRows())
-        if (opened.GetRows()[row].IsOver()) OpenRowAgain(row);
+        if (opened->GetRows()[row].IsOver()) OpenRowAgain(row);
 }
 
 void MainWindow::CreateSession() {
@@ -142,10 +147,14 @@ void MainWindow::CreateSession() {
     if (!EditNewSession(*config, wizard, window.get())) return;
     // A name that cannot stand costs the name and not the session.
     if (!ValidateSessionName(VUnicodeString(), offered, config->GetName(), true, window.get()))
-        config->SetName(MakeUniqueName(VUnicodeString(), offered));
-    const VUnicodeString name = config->GetName();
-    if (!StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true))
-        return ShowFault(u"无法保存会话。"_v);
+        config->SetName(offered);
+    VUnicodeString name;
+    const bool isStored = AsOneUnit([&] {
+        name = MakeUniqueName(VUnicodeString(), config->GetName());
+        config->SetName(name);
+        return StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true);
+    });
+    if (!isStored) return ShowFault(u"无法保存会话。"_v);
     // There it can be connected, or put where it belongs.
     FetchGlobalConfig()->lastSessionPath.Set(name);
     ShowConnect();
@@ -162,7 +171,7 @@ void MainWindow::ShowOptions() {
 
 void MainWindow::ShowProperties() {
     const std::size_t row = window->GetSelectedRows().front();
-    const VUnicodeString path = opened.GetRows()[row].path;
+    const VUnicodeString path = opened->GetRows()[row].path;
     const VRef<ISessionConfig> config = OpenSession(path);
     if (!config) return ShowFault(u"会话已不存在：" + path);
     if (!RunSessionOptions(*config, kPageModeOne, false, false, window.get())) return;
@@ -171,7 +180,7 @@ void MainWindow::ShowProperties() {
     if (config->IsChanged() && !SaveSession(*config)) return ShowFault(u"无法保存会话。"_v);
     if (name == former || !ValidateSessionName(path, former, name, false, window.get())) return;
     if (!RenameInPlace(path, name)) return ShowFault(u"无法重命名会话。"_v);
-    opened.SetPath(path, JoinEntryPath(GetEntryParent(path), name));
+    opened->SetPath(path, JoinEntryPath(GetEntryParent(path), name));
     ShowRows();
 }
 

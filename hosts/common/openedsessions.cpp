@@ -29,6 +29,7 @@ OpenedSessions::~OpenedSessions() = default;
 
 void OpenedSessions::Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions) {
     std::vector<Window> windows;
+    windows.reserve(sessions.size());
     for (const HostSession& session : sessions)
         windows.push_back(Describe(rows.emplace_back(), terminal, isInTab, session));
     Start(std::move(windows));

@@ -53,12 +53,13 @@ class MainWindowTest : public test::SuiteTest {
     void Play(const std::function<void(MainWindow& window, HeadlessFrame& frame)>& script) {
         MainWindow window(run);
         ASSERT_TRUE(window.Create(nullptr));
-        bool hasBegun = false;
+        std::string order;
         kit.ExpectFrame([&](HeadlessFrame& frame) {
-            EXPECT_TRUE(hasBegun);
+            order += "played";
             script(window, frame);
         });
-        window.Run([&] { hasBegun = true; });
+        window.Run([&] { order += "begun "; });
+        EXPECT_EQ(order, "begun played");
     }
     static void Await(HeadlessFrame& frame, std::size_t row, std::u16string_view state) {
         for (int i = 0; i < 20 && frame.GetRows()[row].texts[3].View() != state; ++i)
@@ -125,8 +126,7 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
         WriteProgram("telnet", "");
         // A connection that is not saved opens in no window: that is told, and the dialog comes back.
         kit.ExpectDialog(QuickConnectIds::kDialog, [](HeadlessDialog& dialog) { EXPECT_TRUE(dialog.Press(kIdOk)); });
-        kit.ExpectBox(u"a connection that is not saved opens only in the terminal that this program was started from",
-                      kAnswerOk);
+        kit.ExpectBox(u"未保存的连接只能在启动本程序的终端中打开。请选择保存会话后再连接。", kAnswerOk);
         kit.ExpectDialog(QuickConnectIds::kDialog, giveUp);
         window.ShowQuickConnect(u"telnet://quick.example:2323"_v);
         kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
