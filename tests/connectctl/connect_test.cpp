@@ -70,7 +70,7 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "other", "add", "1", "MENU_FIND", "Find, now"}, ""},
         {{"buttons", "edit", "other", "add", "1", "SEND", "List\\nfiles", "ls\\r", "", "x"}, ""},
         {{"buttons", "edit", "other", "move", "1", "2"}, ""},
-        {{"buttons", "show", "other"}, "MENU_FIND\tFind, now\t\t\t\nSEND\tListfiles\tls\\\\r\t\tx\n"},
+        {{"buttons", "show", "other"}, "MENU_FIND\tFind, now\t\t\t\nSEND\tListfiles\tls\\r\t\tx\n"},
         {{"buttons", "edit", "other", "set", "1", "RUN", "Log", "logger"}, ""},
         {{"buttons", "edit", "other", "remove", "2"}, ""},
         {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},

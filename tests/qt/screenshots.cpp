@@ -153,7 +153,7 @@ class Photographer : public SuiteTest {
         bar.Load(VUnicodeString(kDefaultButtonBar));
         for (const auto& [function, text] : {std::pair{u"MENU_CONNECT", u"连接"},
                                              {u"MENU_RECONNECT", u"再次\r\n打开"},
-                                             {u"MENU_FIND", u"查找 && 打开"}}) {
+                                             {u"MENU_FIND", u"查找 & 打开"}}) {
             UserButton button;
             button.function = GetKeyFunctionID(function);
             button.text = text;
