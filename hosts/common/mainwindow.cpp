@@ -8,7 +8,6 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostcommands.h"
-#include "hosts/common/mainmenus.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/idialogkit.h"
@@ -48,6 +47,9 @@ constexpr CommandRow kCommands[] = {
     {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
     {HostCommands::kOptions, &MainWindow::ShowOptions},
     {HostCommands::kExit, &MainWindow::Exit},
+    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
+    {HostCommands::kToggleButtonBar, &MainWindow::ToggleButtonBar},
+    {HostCommands::kEditButtons, &MainWindow::EditButtons},
 };
 
 VUnicodeString DescribeState(const OpenedSession& row) {
@@ -83,6 +85,8 @@ bool MainWindow::Create(const VIcon* icon) {
     window->SetTitle(VGetAppName());
     if (icon != nullptr) window->SetIcon(*icon);
     window->SetColumns(kHeadings);
+    notice = menus.Load(GetUserMenusFile());
+    ShowButtons(true);
     ShowEnabled();
     ShowRows();
     const VRef<GlobalConfig> global = FetchGlobalConfig();
@@ -98,6 +102,7 @@ void MainWindow::Run(std::function<void()> first) {
 }
 
 void MainWindow::OnFrameWoken() {
+    if (!notice.IsEmpty()) ShowFault(std::exchange(notice, {}));
     if (begin) std::exchange(begin, nullptr)();
     const std::vector<VUnicodeString> faults = opened.TakeNews();
     ShowRows();
@@ -106,7 +111,12 @@ void MainWindow::OnFrameWoken() {
 
 void MainWindow::OnFrameCommand(int command) {
     const auto* const row = std::ranges::find(kCommands, command, &CommandRow::command);
-    if (row != std::end(kCommands) && IsEnabled(command)) (this->*row->act)();
+    if (row == std::end(kCommands)) return DoFunction(command);
+    if (IsEnabled(command)) (this->*row->act)();
+}
+
+bool MainWindow::IsOwnCommand(int command) {
+    return std::ranges::find(kCommands, command, &CommandRow::command) != std::end(kCommands);
 }
 
 bool MainWindow::OnFrameClose() {
@@ -141,15 +151,16 @@ bool MainWindow::IsEnabled(int command) const {
         case HostCommands::kProperties:
             return selected.size() == 1;
         default:
-            return true;
+            return IsOwnCommand(command) || DoesFunction(command);
     }
 }
 
 void MainWindow::ShowEnabled() {
+    ShowButtons(false);
     std::vector<bool> now;
     for (const CommandRow& row : kCommands) now.push_back(IsEnabled(row.command));
     if (std::exchange(enabled, now) == now) return;
-    ShowMainMenus(*window, [this](int command) { return IsEnabled(command); });
+    ShowMenus();
 }
 
 void MainWindow::ShowRows() {
@@ -170,7 +181,7 @@ void MainWindow::OnRowActivated(std::size_t row) {
 }
 
 void MainWindow::OnListMenu(VPoint point) {
-    const VPopupMenu menu = MakeListMenu([this](int command) { return IsEnabled(command); });
+    const VPopupMenu menu = menus.MakeListMenu([this](int command) { return IsEnabled(command); });
     OnFrameCommand(GetDialogKit()->TrackPopupMenu(window.get(), menu, point));
 }
 

@@ -1,13 +1,16 @@
 // The main window of a host: what was opened in this run, and the way to all that the host does.
 //
 // What the user can choose there is a command of hosts/common/hostcommands.h, or another number that menus bring:
-// OnFrameCommand looks it up in a table. Menus, bars and keys are those of hosts/common/mainmenus.h.
+// OnFrameCommand looks it up in a table. Menus, bars and keys are those of hosts/common/hostmenus.h, and the user's
+// buttons those of hosts/common/hostbuttons.h.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <vector>
 
+#include "hosts/common/hostbuttons.h"
+#include "hosts/common/hostmenus.h"
 #include "hosts/common/hostrun.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/openedsessions.h"
@@ -53,6 +56,9 @@ class MainWindow : private IFrameEvents {
     void RemoveEnded();
     void ShowHelp();
     void Exit();
+    void ToggleToolbar();
+    void ToggleButtonBar();
+    void EditButtons();
 
     /// Opens the session at a path in a window, or in a tab where that is wanted and possible. What fails is told.
     void OpenAt(const VUnicodeString& path, bool isInTab);
@@ -77,15 +83,31 @@ class MainWindow : private IFrameEvents {
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);
     void ShowRows();
-    /// Hands the menus over anew where another command can be chosen now.
+    /// Hands menus and buttons over anew where another command can be chosen now, or another bar is wanted.
     void ShowEnabled();
+    void ShowMenus();
+    /// Reads the button bar that the selection asks for, where that is another one or `again` is set.
+    void ShowButtons(bool again);
     void SavePlacement();
+
+    /// Whether the command is one of the window's.
+    static bool IsOwnCommand(int command);
+    /// Whether the command is a function with an argument, or a button.
+    bool DoesFunction(int command) const;
+    /// A command that is none of the window's. What it cannot do is told.
+    void DoFunction(int command);
+    void PressButton(const UserButton& button);
+    void PressFunction(std::uint32_t function);
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;
     OpenedSessions opened;  // wakes the window, so it goes earlier
     std::function<void()> begin;
     std::vector<bool> enabled;
+    HostMenus menus;
+    HostButtons buttons;
+    VUnicodeString buttonsPath;  ///< of the session whose bar is shown
+    VUnicodeString notice;       ///< what was wrong with the menus, until it is told
 };
 
 }  // namespace connectdialog::hosts

@@ -12,8 +12,8 @@ namespace {
 
 static_assert(sizeof(VStringHeader) == 32, "the text must follow its header without a gap");
 
-/// The empty string of one state. Its handles are not counted: it is never freed and never written, and most strings
-/// of a session are empty.
+/// The empty string of one state: like that of a literal its handles are not counted, so it is never freed or written,
+/// and threads do not wait for each other's counting.
 template <class Char>
 struct EmptyString {
     VStringHeader header;

@@ -55,6 +55,7 @@ void VTextFile::ForgetText() {
     pendingReturn = false;
     decoded.Empty();
     decodedOffset = 0;
+    begun = std::u16string();  // a line may have been very long
 }
 
 bool VTextFile::Seek(std::int64_t offset, platform::SeekOrigin origin) {
@@ -63,21 +64,28 @@ bool VTextFile::Seek(std::int64_t offset, platform::SeekOrigin origin) {
 }
 
 bool VTextFile::ReadLine(VUnicodeString& line) {
-    std::u16string begun;
-    while (!ScanLine(begun, line)) {
+    std::u16string_view view;
+    const bool isRead = ReadLineView(view);
+    line = view;
+    return isRead;
+}
+
+bool VTextFile::ReadLineView(std::u16string_view& line) {
+    begun.clear();
+    while (!ScanLine(line)) {
         if (begun.size() > kLongestLine) {
-            line.Empty();
+            line = {};
             return platform::FailWith(platform::kFileTooLarge);
         }
         if (ReadMoreText()) continue;
-        line = std::u16string_view(begun);
+        line = begun;
         return !begun.empty();
     }
     return true;
 }
 
-/// Takes the text up to a line end into `line`, behind what had been `begun` of it; with no line end the text is begun.
-bool VTextFile::ScanLine(std::u16string& begun, VUnicodeString& line) {
+/// Takes the text up to a line end into `line`, behind what had been begun of it; with no line end the text is begun.
+bool VTextFile::ScanLine(std::u16string_view& line) {
     SkipLineFeedAfterReturn();
     const std::u16string_view rest = decoded.View().substr(decodedOffset);
     const auto* end = std::find_if(rest.begin(), rest.end(), IsLineEnd);

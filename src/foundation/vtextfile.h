@@ -47,6 +47,8 @@ class VTextFile : public VFile {
     /// malformed, 223 when a line is too long, otherwise what reading failed with. Malformed UTF-8 and errors end the
     /// reading: what stood before them in the line is still given, with true, and the next call fails.
     bool ReadLine(VUnicodeString& line);
+    /// The same without a copy: the view lasts until the next call that reads, writes, seeks or opens.
+    bool ReadLineView(std::u16string_view& line);
 
     /// Writes the text and the line ending, or the text alone, and forgets the text that was read ahead.
     /// On failure: false; with 1113, and nothing is written, when the text has no form in UTF-8 since a high surrogate
@@ -62,7 +64,7 @@ class VTextFile : public VFile {
     bool StartReading();
     bool WriteBytes(std::string_view bytes);
 
-    bool ScanLine(std::u16string& begun, VUnicodeString& line);
+    bool ScanLine(std::u16string_view& line);
     void SkipLineFeedAfterReturn();
     bool ReadMoreText();
     DecodedText Decode();
@@ -82,6 +84,7 @@ class VTextFile : public VFile {
     bool pendingReturn = false;  ///< a carriage return has just ended a line
     VUnicodeString decoded;
     std::size_t decodedOffset = 0;  ///< what has been given out of `decoded`
+    std::u16string begun;           ///< of the current line, where it did not end in `decoded`
 };
 
 }  // namespace connectdialog

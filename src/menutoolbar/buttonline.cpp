@@ -1,5 +1,8 @@
 #include "menutoolbar/buttonline.h"
 
+#include <string>
+
+#include "foundation/textchecks.h"
 #include "foundation/texttools.h"
 #include "foundation/vstringarray.h"
 #include "keymap/keynames.h"
@@ -9,6 +12,7 @@ namespace connectdialog {
 namespace {
 
 constexpr char16_t kEscape = u'\\';
+constexpr char16_t kStoredLineBreak[] = u"\\r\\n";
 constexpr std::uint64_t kFewestFields = 4;
 constexpr std::uint64_t kMostFields = 5;
 
@@ -31,6 +35,20 @@ VUnicodeString Unescaped(const VUnicodeString& field) {
     return VRemoveEscapes(field, u"\\");
 }
 
+/// With the escapes that DecodeButtonLine removes.
+void AppendField(std::u16string& line, std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.substr(i, 2) == u"\r\n") {
+            line += kStoredLineBreak;
+            ++i;
+            continue;
+        }
+        if (text[i] == kEscape || text[i] == u',') line += kEscape;
+        line += text[i];
+    }
+    line += u',';
+}
+
 }  // namespace
 
 UserButton DecodeButtonLine(const VUnicodeString& line) {
@@ -42,7 +60,7 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
     if (fields.GetCount() < kFewestFields || fields.GetCount() > kMostFields) return button;
     button.function = GetKeyFunctionID(Unescaped(fields[0]));
     VUnicodeString text = fields[1];
-    text.Replace(u"\\r\\n", u"\\\r\\\n");
+    text.Replace(kStoredLineBreak, u"\\\r\\\n");
     button.text = Unescaped(text);
     button.label = button.text;
     button.label.Replace(u"\r\n", u"");
@@ -50,6 +68,33 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
     button.argument2 = Unescaped(fields[3]);
     if (fields.GetCount() == kMostFields) button.argument3 = Unescaped(fields[4]);
     return button;
+}
+
+VUnicodeString EncodeButtonLine(const UserButton& button) {
+    std::u16string line(GetKeyFunctionName(static_cast<std::uint32_t>(button.function)).View());
+    line += u',';
+    AppendField(line, button.text);
+    AppendField(line, button.argument1);
+    AppendField(line, button.argument2);
+    if (!button.argument3.IsEmpty()) AppendField(line, button.argument3);
+    return VUnicodeString(line);
+}
+
+ButtonFault FindButtonFault(const UserButton& button) {
+    const bool isKnown = button.function > UserButton::kNoFunction &&
+                         !GetKeyFunctionName(static_cast<std::uint32_t>(button.function)).IsEmpty();
+    if (!isKnown) return ButtonFault::kNoFunction;
+    if (button.text.IsEmpty()) return ButtonFault::kNoText;
+    const bool needsArgument = button.function <= static_cast<std::int32_t>(kKeyFunctionLaunch);
+    if (needsArgument && button.argument1.IsEmpty()) return ButtonFault::kNoArgument;
+    VUnicodeString text = button.text;
+    text.Replace(u"\r\n", u"");
+    for (const std::u16string_view part :
+         {text.View(), button.argument1.View(), button.argument2.View(), button.argument3.View()}) {
+        if (part.size() > kLongestButtonText) return ButtonFault::kTooLong;
+        if (HasControl(part)) return ButtonFault::kControl;
+    }
+    return ButtonFault::kNone;
 }
 
 }  // namespace connectdialog

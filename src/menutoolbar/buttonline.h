@@ -22,9 +22,27 @@ struct UserButton {
     VUnicodeString argument1;
     VUnicodeString argument2;
     VUnicodeString argument3;
+
+    friend bool operator==(const UserButton&, const UserButton&) = default;
 };
 
 /// A line with another number of fields than four or five gives a button with kNoFunction.
 UserButton DecodeButtonLine(const VUnicodeString& line);
+/// The line that gives the button, but for the label, which follows from the text. Line breaks of the text are a
+/// carriage return and a line feed. Requires: the function is a known one.
+VUnicodeString EncodeButtonLine(const UserButton& button);
+
+/// Why a button would not work, or what cannot be stored of it.
+enum class ButtonFault : std::uint8_t {
+    kNone,
+    kNoFunction,  ///< none, or an unknown one
+    kNoText,      ///< nothing would show on it
+    kNoArgument,  ///< SEND, RUN and LAUNCH need one
+    kControl,     ///< a character that neither shows nor breaks the text's line
+    kTooLong,
+};
+/// Characters of a button's text and of each argument.
+inline constexpr std::size_t kLongestButtonText = 1024;
+ButtonFault FindButtonFault(const UserButton& button);
 
 }  // namespace connectdialog

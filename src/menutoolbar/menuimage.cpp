@@ -22,7 +22,7 @@ class SignatureDecoder : public IMenuImageDecoder {
   public:
     VMenuBitmap Decode(std::string_view bytes) override {
         const auto begins = [&](std::string_view signature) { return bytes.starts_with(signature); };
-        return std::ranges::any_of(kSignatures, begins) ? std::make_shared<const std::string>(bytes) : nullptr;
+        return std::ranges::any_of(kSignatures, begins) ? std::make_shared<const VIcon>() : nullptr;
     }
 };
 

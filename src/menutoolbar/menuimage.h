@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string_view>
 
-#include "menutoolbar/menunamemap.h"
 #include "menutoolbar/vmenutoolbaritem.h"
 
 namespace connectdialog {
@@ -22,7 +22,7 @@ class IMenuImageDecoder {
 };
 
 /// Installs the back end's decoder, which stays the caller's; null removes it. Without one, what begins like a BMP,
-/// PNG, GIF, JPEG or ICO file is an image, and the bitmap of an item is a std::string of its bytes.
+/// PNG, GIF, JPEG or ICO file is an image, which no back end can show.
 void InstallMenuImageDecoder(IMenuImageDecoder* decoder);
 
 /// The image files of one description. Each is loaded once, however many buttons name it.
@@ -37,7 +37,7 @@ class MenuImages {
     static constexpr std::size_t kMostTogether = std::size_t{64} << 20;
 
     std::size_t bytesLeft = kMostTogether;
-    MenuNameMap<VMenuBitmap> images;
+    std::map<VUnicodeString, VMenuBitmap> images;
 };
 
 }  // namespace connectdialog

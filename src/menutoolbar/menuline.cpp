@@ -1,5 +1,8 @@
 #include "menutoolbar/menuline.h"
 
+#include <bit>
+#include <cstring>
+
 #include "foundation/casefold.h"
 
 namespace connectdialog {
@@ -12,8 +15,9 @@ struct Keyword {
     bool hasOperands;
 };
 
-/// In the order in which they are tried.
+/// None is the beginning of another; the most frequent ones come first.
 constexpr Keyword kKeywords[] = {
+    {u"MENUITEM", MenuLineKind::kMenuItem, true},
     {u"END", MenuLineKind::kEnd, false},
     {u"ACCELERATOR", MenuLineKind::kAccelerator, false},
     {u"STRINGTABLE", MenuLineKind::kStringTable, false},
@@ -22,7 +26,6 @@ constexpr Keyword kKeywords[] = {
     {u"TOOLBAR ", MenuLineKind::kToolbar, true},
     {u"POPUPMENU", MenuLineKind::kPopupMenu, true},
     {u"FONT", MenuLineKind::kFont, true},
-    {u"MENUITEM", MenuLineKind::kMenuItem, true},
     {u"TOOLBARITEM", MenuLineKind::kToolbarItem, true},
 };
 
@@ -48,18 +51,36 @@ inline void AddToken(MenuLine& line, std::u16string_view token) {
     ++line.tokenCount;
 }
 
+/// The first comma or double quote, or the end. Most characters are neither: four of them are looked at at once.
+inline const char16_t* FindMark(const char16_t* at, const char16_t* end) {
+    constexpr std::uint64_t kOnes = 0x0001000100010001;
+    constexpr std::uint64_t kHighBits = kOnes << 15;
+    // A character that is zero has its high bit set; so may those above one, but none below.
+    const auto zeros = [](std::uint64_t characters) { return (characters - kOnes) & ~characters & kHighBits; };
+    for (std::uint64_t four = 0; end - at >= 4; at += 4) {
+        std::memcpy(&four, at, sizeof(four));
+        const std::uint64_t marks = zeros(four ^ kOnes * u',') | zeros(four ^ kOnes * u'"');
+        if (marks == 0) continue;
+        if (std::endian::native != std::endian::little) break;
+        return at + std::countr_zero(marks) / 16;
+    }
+    while (at != end && *at != u',' && *at != u'"') ++at;
+    return at;
+}
+
 /// The same places as VSplitCommaList finds, without a string for each token.
 void SplitOperands(std::u16string_view text, MenuLine& line) {
     if (text.empty()) return;
     bool isQuoted = false;
     const char16_t* start = text.data();
     const char16_t* const end = start + text.size();
-    for (const char16_t* at = start; at != end; ++at) {
-        const bool isQuote = *at == u'"';
-        isQuoted ^= isQuote;
-        if (!((*at == u',') & !isQuoted)) continue;
-        AddToken(line, {start, at});
-        start = at + 1;
+    for (const char16_t* at = FindMark(start, end); at != end; at = FindMark(at + 1, end)) {
+        if (*at == u'"') {
+            isQuoted = !isQuoted;
+        } else if (!isQuoted) {
+            AddToken(line, {start, at});
+            start = at + 1;
+        }
     }
     AddToken(line, {start, end});
 }
@@ -79,7 +100,10 @@ void ReadMenuLine(std::u16string_view text, MenuLine& line) {
     line.kind = MenuLineKind::kData;
     line.isValid = true;
     line.tokenCount = 0;
+    // Lines of tables begin with any character.
+    const bool mayBeKeyword = text.front() >= u'A' && text.front() <= u'T';
     for (const Keyword& keyword : kKeywords) {
+        if (!mayBeKeyword) break;
         if (text.front() != keyword.word.front() || !text.starts_with(keyword.word)) continue;
         line.kind = keyword.kind;
         if (keyword.hasOperands) SplitOperands(text.substr(keyword.word.size()), line);

@@ -4,6 +4,15 @@ namespace connectdialog {
 
 void ProfileUserButtonMap::LoadButtons(VProfileKey* key, const VUnicodeString& valueName) {
     LoadNamed(key, valueName);
+    DecodeLines();
+}
+
+void ProfileUserButtonMap::SetLines(const VStringArray& lines) {
+    Set(lines);
+    DecodeLines();
+}
+
+void ProfileUserButtonMap::DecodeLines() {
     buttons.Clear();
     VStringArray kept;
     for (const VUnicodeString& line : Get()) {

@@ -24,9 +24,13 @@ class ProfileUserButtonMap : public VUnknown<IUnknownBase>, private VProfileMult
     /// In the order of the lines.
     const VArray<UserButton>& GetButtons() const { return buttons; }
     const VStringArray& GetLines() const { return Get(); }
+    /// Requires: each line is one of EncodeButtonLine, or was here.
+    void SetLines(const VStringArray& lines);
 
   private:
     ~ProfileUserButtonMap() override = default;
+
+    void DecodeLines();
 
     static constexpr std::uint64_t kFirstSize = 3;
     VArray<UserButton> buttons{kFirstSize};

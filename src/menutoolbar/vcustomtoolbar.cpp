@@ -1,7 +1,7 @@
 #include "menutoolbar/vcustomtoolbar.h"
 
 #include "imports/dialogkit/idialogwindow.h"
-#include "imports/hostcallbacks.h"
+#include "menutoolbar/vcustommenutoolbar.h"
 
 namespace connectdialog {
 
@@ -24,12 +24,18 @@ void VCustomToolbar::EnableButton(int command, bool isEnabled) {
     Show();
 }
 
+void VCustomToolbar::ShowPane(bool isShown, std::int32_t newWidth, std::int32_t newHeight) {
+    width = newWidth;
+    height = newHeight;
+    if (IToolbarEditSink* sink = GetEditSink()) sink->OnShowPane(isShown, width, height);
+}
+
+bool VCustomToolbar::OnUserToolTip(int command, VUnicodeString& text) const {
+    return VCustomMenuToolbar::Get().FindToolTip(static_cast<std::uint32_t>(command), text);
+}
+
 void VCustomToolbar::Show() {
-    if (window == nullptr) return;
-    const VRef<ISynchObject> lock = GetHostCallbacks().toolbarLock;
-    if (!lock) return window->ShowToolbar(id, state);
-    const VSynchGuard guard(*lock);
-    window->ShowToolbar(id, state);
+    if (window != nullptr) RunGuarded([this] { window->ShowToolbar(id, state); });
 }
 
 }  // namespace connectdialog

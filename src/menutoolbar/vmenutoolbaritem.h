@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "foundation/vunicodestring.h"
+#include "imports/dialogkit/vicon.h"
 
 namespace connectdialog {
 
@@ -19,9 +21,8 @@ struct VMenuAccelerator {
 };
 static_assert(sizeof(VMenuAccelerator) == 6);
 
-/// An image that was loaded from a file; what it points to is known to the decoder that made it (menuimage.h). Copies
-/// share it, and the last one frees it.
-using VMenuBitmap = std::shared_ptr<const void>;
+/// An image that was loaded from a file, by the decoder of menuimage.h. Copies share it, and the last one frees it.
+using VMenuBitmap = std::shared_ptr<const VIcon>;
 
 /// The function numbers that the library itself relies on.
 enum MenuItemType : std::uint32_t {
@@ -38,9 +39,9 @@ class VMenuToolbarItem {
   public:
     VMenuToolbarItem() = default;
     /// With these texts from the start, which costs half as much as setting them.
-    VMenuToolbarItem(const VUnicodeString& text, const VUnicodeString& functionName, const VUnicodeString& argument,
+    VMenuToolbarItem(VUnicodeString&& text, const VUnicodeString& functionName, std::u16string_view argument,
                      const VUnicodeString& toolTip, const VUnicodeString& prompt)
-        : text(text), functionName(functionName), argument(argument), toolTip(toolTip), prompt(prompt) {}
+        : text(std::move(text)), functionName(functionName), argument(argument), toolTip(toolTip), prompt(prompt) {}
     VMenuToolbarItem(const VMenuToolbarItem&) = default;
     VMenuToolbarItem& operator=(const VMenuToolbarItem&) = default;
     virtual ~VMenuToolbarItem() = default;

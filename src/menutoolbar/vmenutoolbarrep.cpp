@@ -34,17 +34,18 @@ void VMenuToolbarRep::Reset() {
 }
 
 void VMenuToolbarRep::DropContents() {
-    menusByName.clear();
     menus.clear();
-    accelerators.clear();
-    strings.clear();
+    menusByName = MenuNameMap<VMenuToolbar*>(&memory);
+    accelerators = MenuNameMap<AcceleratorRep>(&memory);
+    strings = MenuNameMap<MenuString>(&memory);
+    memory.release();
     error.Clear();
     warnings.Clear();
     font.Empty();
 }
 
 void VMenuToolbarRep::AddMenu(const VUnicodeString& name, std::unique_ptr<VMenuToolbar> menu) {
-    menusByName.emplace(name, menu.get());
+    menusByName.emplace(KeepMenuName(memory, name), menu.get());
     menus.push_back(std::move(menu));
 }
 

@@ -84,9 +84,10 @@ class VMenuToolbarRep {
     VUnicodeString folder;
     bool isEnabled = true;
     Menus menus;
-    MenuNameMap<VMenuToolbar*> menusByName;
-    MenuNameMap<AcceleratorRep> accelerators;
-    MenuNameMap<MenuString> strings;
+    std::pmr::monotonic_buffer_resource memory;  ///< of the maps
+    MenuNameMap<VMenuToolbar*> menusByName{&memory};
+    MenuNameMap<AcceleratorRep> accelerators{&memory};
+    MenuNameMap<MenuString> strings{&memory};
     VReportMessageParams error;
     VArray<VReportMessageParams> warnings;
     VUnicodeString font;

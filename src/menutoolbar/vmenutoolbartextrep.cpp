@@ -1,5 +1,6 @@
 #include "menutoolbar/vmenutoolbartextrep.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "menutoolbar/menuitemreader.h"
@@ -24,24 +25,37 @@ void VMenuToolbarTextRep::Reset() {
     strayLine = 0;
 }
 
-MenuParseResult VMenuToolbarTextRep::Parse() {
+void VMenuToolbarTextRep::StartOver() {
     DropContents();
     lineCount = 0;
     strayLine = 0;
     characterCount = 0;
     images = MenuImages();
+}
+
+MenuParseResult VMenuToolbarTextRep::Parse() {
+    StartOver();
     file.SetShareMode(platform::kShareRead);
     if (!file.Open(fileName, platform::kGenericRead, platform::kOpenExisting)) {
         FailToRead();
         return MenuParseResult::kFailed;
     }
-    const MenuParseResult result = ReadFile();
+    const MenuParseResult result = ReadAll();
     file.Close();
     images = MenuImages();
     return result;
 }
 
-MenuParseResult VMenuToolbarTextRep::ReadFile() {
+MenuParseResult VMenuToolbarTextRep::ParseText(std::u16string_view newText) {
+    StartOver();
+    unread = &newText;
+    const MenuParseResult result = ReadAll();
+    unread = nullptr;
+    images = MenuImages();
+    return result;
+}
+
+MenuParseResult VMenuToolbarTextRep::ReadAll() {
     MenuParseResult result = MenuParseResult::kClean;
     while (ReadLine()) {
         const Outcome outcome = ReadTopLevelLine();
@@ -167,16 +181,17 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadDefinition(MenuNameMap<T>&
                                                                  const Operands&... operands) {
     if (line.kind != MenuLineKind::kData) return Fail(kMenuKeywordOutOfPlace);
     if (line.tokenCount < 2) return Warn(kMenuLineOutOfPlace);
-    const bool isNew = definitions.try_emplace(VUnicodeString(line.Token(0)), operands...).second;
+    const bool isNew = definitions.try_emplace(KeepMenuName(memory, line.Token(0)), operands...).second;
     return isNew ? Outcome::kGood : Fail(twice);
 }
 
 /// Goes on to the next line that is neither blank nor a comment. False at the end of the file, and with the error set
 /// when it cannot be read to its end.
 bool VMenuToolbarTextRep::ReadLine() {
-    while (file.ReadLine(text)) {
+    std::u16string_view text;
+    while (ReadNextLine(text)) {
         ++lineCount;
-        characterCount += text.GetLength();
+        characterCount += text.size();
         if (lineCount > kMostLines || characterCount > kMostCharacters) {
             platform::SetLastErrorCode(platform::kFileTooLarge);
             FailToRead();
@@ -189,6 +204,14 @@ bool VMenuToolbarTextRep::ReadLine() {
     }
     if (platform::GetLastErrorCode() != platform::kHandleEof) FailToRead();
     return false;
+}
+
+bool VMenuToolbarTextRep::ReadNextLine(std::u16string_view& next) {
+    if (unread == nullptr) return file.ReadLineView(next);
+    if (unread->empty()) return platform::FailWith(platform::kHandleEof);
+    next = unread->substr(0, unread->find(u'\n'));
+    unread->remove_prefix(std::min(next.size() + 1, unread->size()));
+    return true;
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReportUnbalancedQuote() {

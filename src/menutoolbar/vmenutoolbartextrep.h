@@ -41,6 +41,8 @@ class VMenuToolbarTextRep : public VMenuToolbarRep {
     /// cannot be opened (2, 5…) or read to its end (1113: malformed UTF-8, 223: too long); or none, and then
     /// GetStrayLine tells why.
     MenuParseResult Parse() override;
+    /// The same with a text instead of the file, whose name and folder stand in reports and for images all the same.
+    MenuParseResult ParseText(std::u16string_view newText);
 
     /// The line that was read last, from 1 on; blank lines and comments count.
     std::uint32_t GetLineCount() const { return lineCount; }
@@ -51,7 +53,8 @@ class VMenuToolbarTextRep : public VMenuToolbarRep {
     /// What came of a line, or of a block.
     enum class Outcome { kGood, kWarned, kStray, kFatal };
 
-    MenuParseResult ReadFile();
+    void StartOver();
+    MenuParseResult ReadAll();
     Outcome ReadTopLevelLine();
     Outcome ReadFont();
     Outcome ReadTopLevelBlock();
@@ -67,17 +70,18 @@ class VMenuToolbarTextRep : public VMenuToolbarRep {
     Outcome ReadDefinition(MenuNameMap<T>& definitions, std::uint32_t twice, const Operands&... operands);
 
     bool ReadLine();
+    bool ReadNextLine(std::u16string_view& next);
     Outcome ReportUnbalancedQuote();
     Outcome Warn(std::uint32_t code, std::initializer_list<std::u16string_view> inserts = {});
     Outcome Fail(std::uint32_t code, std::initializer_list<std::u16string_view> inserts = {});
     void FailToRead();
 
-    VUnicodeString text;  ///< of the current line
     VTextFile file;
+    std::u16string_view* unread = nullptr;  ///< what ParseText has still to read; null: the file is read
     std::uint32_t lineCount = 0;
     std::uint32_t strayLine = 0;
     std::size_t characterCount = 0;
-    MenuLine line;  ///< views of `text`
+    MenuLine line;  ///< views, which last until the next line is read
     MenuImages images;
 };
 

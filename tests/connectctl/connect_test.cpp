@@ -67,6 +67,21 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "ls"}, "Default\n"},
         {{"buttons", "show"}, ""},
         {{"buttons", "check", "other"}, "", 1},
+        {{"buttons", "edit", "other", "add", "1", "MENU_FIND", "Find, now"}, ""},
+        {{"buttons", "edit", "other", "add", "1", "SEND", "List\\nfiles", "ls\\r", "", "x"}, ""},
+        {{"buttons", "edit", "other", "move", "1", "2"}, ""},
+        {{"buttons", "show", "other"}, "MENU_FIND\tFind, now\t\t\t\nSEND\tListfiles\tls\\r\t\tx\n"},
+        {{"buttons", "edit", "other", "set", "1", "RUN", "Log", "logger"}, ""},
+        {{"buttons", "edit", "other", "remove", "2"}, ""},
+        {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
+        {{"buttons", "edit", "other", "add", "3", "MENU_FIND", "x"}, "from 1 to 2", 1},
+        {{"buttons", "edit", "other", "set", "1", "RUN", "x"}, "need an argument", 1},
+        {{"buttons", "edit", "other", "set", "1", "menu_find", "x"}, "not known", 1},
+        {{"buttons", "edit", "other", "remove", "0"}, "no place", 1},
+        {{"buttons", "edit", "other", "remove"}, "wanted: buttons edit BAR remove PLACE", 1},
+        {{"buttons", "edit", "other", "swap", "1"}, "\"swap\"", 1},
+        {{"buttons", "edit", "third", "remove", "1"}, "no button bar", 1},
+        {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
     });
 }
 

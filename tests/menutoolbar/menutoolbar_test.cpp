@@ -4,11 +4,15 @@
 #include <sys/stat.h>
 
 #include "keymap/keynames.h"
+#include "menutoolbar/buttonline.h"
+#include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
 #include "menutoolbar/vcustommenutoolbar.h"
+#include "menutoolbar/vcustomtoolbar.h"
 #include "menutoolbar/vmenutoolbartextrep.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
+#include "resources/connectcommands.h"
 #include "support/temporaryfolder.h"
 
 namespace connectdialog {
@@ -306,6 +310,112 @@ TEST_F(CustomMenuToolbarTest, ItemsWithAnArgumentHaveCommandsOfTheirOwn) {
     ASSERT_EQ(menus.GetAccelerators().GetCount(), 2U) << "a key fires one command";
     EXPECT_EQ(menus.GetAccelerators()[0], (VMenuAccelerator{10, u'A', static_cast<std::uint16_t>(kFirst)}));
     EXPECT_EQ(menus.GetAccelerators()[1].command, kFirst + 1);
+}
+
+TEST_F(CustomMenuToolbarTest, MenusBarsAndKeysAreBuiltWithTextsOfTheCommands) {
+    folder.Write(
+        "m",
+        "ACCELERATOR\na,c,CTRL|shift\nb,*,ALT\nv,9,VIRTKEY\nEND\nSTRINGTABLE\ns,\"Prompt\\nTip\"\nEND\nMENU m\n"
+        "POPUPMENU p\nMENUITEM Copy,MENU_COPY,,s,a\nSEPARATOR\nPOPUPMENU q\nMENUITEM x,SEND,one,,b\nEND\nEND\n"
+        "MENUITEM y,SEND,two,,v\nEND\nTOOLBAR t\nTOOLBARITEM MENU_FIND,MENU_COPY,\nSEPARATOR\n"
+        "TOOLBARITEM MENU_PASTE,MENU_EXIT\nTOOLBARITEM MENU_RESET,MENU_EXIT\nEND\n");
+    VMenuToolbarTextRep& rep = menus.GetRep();
+    rep.SetCommandTable(&GetStandardMenuCommands());
+    rep.SetFileName(folder.Name("m"));
+    ASSERT_EQ(rep.Parse(), kClean);
+    for (const auto& block : rep.GetMenus()) menus.RegisterCommands(*block);
+
+    const VPopupMenu menu = MakePopupMenu(*rep.FindMenu(u"m"), menus);
+    ASSERT_EQ(menu.GetEntries().size(), 2U);
+    const VPopupMenu::Entry& popup = menu.GetEntries()[0];
+    ASSERT_EQ(popup.children.size(), 3U);
+    EXPECT_EQ(popup.text, u"p");
+    EXPECT_EQ(popup.children[0].text, u"Copy\tCtrl+Shift+c");
+    EXPECT_EQ(popup.children[0].prompt, u"Prompt");
+    EXPECT_EQ(popup.children[1].command, 0);
+    EXPECT_EQ(popup.children[2].children[0].command, int{VCustomMenuToolbar::kFirstArgumentCommand});
+    EXPECT_EQ(menu.GetEntries()[1].command, int{VCustomMenuToolbar::kFirstArgumentCommand} + 1);
+
+    const VToolbarState bar = MakeToolbar(*rep.FindMenu(u"t"), menus);
+    ASSERT_EQ(bar.GetButtons().size(), 4U);
+    EXPECT_EQ(bar.GetButtons()[0].tip, u"Tip") << "of the command, wherever it has one";
+    EXPECT_EQ(bar.GetButtons()[0].picture, ConnectCommands::kFind) << "another function's";
+    EXPECT_EQ(bar.GetButtons()[1].command, 0);
+    EXPECT_EQ(bar.GetButtons()[2].text, u"");
+    EXPECT_EQ(bar.GetButtons()[3].text, u"MENU_EXIT") << "instead of a picture";
+
+    const std::vector<Accelerator> keys = MakeAccelerators(menus);
+    ASSERT_EQ(keys.size(), 2U) << "there is no key for the asterisk";
+    EXPECT_EQ(keys[0].key, u'C');
+    EXPECT_EQ(keys[0].modifiers, Accelerator::kControl | Accelerator::kShift);
+    EXPECT_EQ(keys[0].command, popup.children[0].command);
+    EXPECT_EQ(keys[1].key, u'9');
+    EXPECT_EQ(keys[1].modifiers, Accelerator::kNone);
+}
+
+/// Notes who gets which key.
+class KeyBar : public VCustomToolbar, public IToolbarEditSink {
+  public:
+    void OnShowPane(bool isShown, std::int32_t width, std::int32_t height) override {
+        log += (isShown ? "show " : "hide ") + std::to_string(width) + "x" + std::to_string(height);
+    }
+    void OnEnterKey(bool isControlDown, const ToolbarKeyMessage&) override {
+        log += isControlDown ? "ctrl+sink" : "sink";
+    }
+    using VCustomToolbar::OnUserToolTip;
+    std::string TakeLog() { return std::exchange(log, {}); }
+
+  protected:
+    void DispatchToEdit(const ToolbarKeyMessage&) override { log += "edit"; }
+
+  private:
+    std::string log;
+};
+
+TEST(CustomToolbarTest, KeysOfAnEditControlReachItPastTheAccelerators) {
+    constexpr std::tuple<ToolbarKeyMessage, bool, const char*> kRows[] = {
+        {{256, 8, false}, true, "edit"},  {{257, 46, true}, true, "edit"},      {{258, 13, false}, true, "edit"},
+        {{256, 13, false}, true, "sink"}, {{256, 13, true}, true, "ctrl+sink"}, {{256, 'C', true}, true, "edit"},
+        {{265, 'V', true}, true, "edit"}, {{256, 'C', false}, false, ""},       {{256, 'X', true}, false, ""},
+        {{256, 9, false}, false, ""},     {{255, 13, false}, false, ""},        {{266, 8, false}, false, ""},
+    };
+    KeyBar bar;
+    for (const auto& [message, isTaken, log] : kRows) {
+        EXPECT_FALSE(bar.PreTranslateMessage(message)) << "without a control";
+        bar.SetEditSink(&bar);
+        EXPECT_EQ(bar.PreTranslateMessage(message), isTaken) << message.message << ' ' << message.key;
+        EXPECT_EQ(bar.TakeLog(), log) << message.message << ' ' << message.key;
+        bar.SetEditSink(nullptr);
+    }
+    bar.ShowPane(true, 30, 20);
+    EXPECT_EQ(bar.TakeLog(), "");
+    bar.SetEditSink(&bar);
+    bar.ShowPane(false, 31, 21);
+    EXPECT_EQ(bar.TakeLog(), "hide 31x21");
+    EXPECT_EQ(bar.GetEditColours().text, 0x808080U);
+    bar.ShowHint(false);
+    EXPECT_FALSE(bar.GetEditColours().text);
+    VUnicodeString tip;
+    EXPECT_FALSE(bar.OnUserToolTip(1, tip)) << "no such command";
+}
+
+TEST(ButtonLineTest, ALineGivesBackWhatItWasMadeOf) {
+    constexpr std::u16string_view kTexts[] = {u"plain", u"a,b\\,", u"\\r\\n", u"x\\\r\n\\", u" \r\n\r\n ,", u"\\"};
+    UserButton button;
+    button.function = GetKeyFunctionID(u"SEND");
+    for (const std::u16string_view text : kTexts) {
+        button.text = text;
+        button.label = button.text;
+        button.label.Replace(u"\r\n", u"");
+        for (const std::u16string_view argument : kTexts) {
+            if (argument.find(u'\n') != argument.npos) continue;  // only the text has lines
+            button.argument1 = argument;
+            button.argument2 = argument;
+            button.argument3 = argument.size() > 4 ? argument : u"";
+            const VUnicodeString line = EncodeButtonLine(button);
+            EXPECT_EQ(DecodeButtonLine(line), button) << platform::ToNarrow(line);
+        }
+    }
 }
 
 TEST(StandardMenuCommandsTest, NumbersAreUniqueAndFitAnAccelerator) {

@@ -14,13 +14,16 @@
 #include "hosts/common/mainwindow.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "keymap/keynames.h"
 #include "platform/codepage.h"
 #include "qtuser.h"
 #include "quickconnect/hostnameprompt.h"
 #include "quickconnect/quickconnect.h"
 #include "resources/accelerators.h"
 #include "resources/dialogids.h"
+#include "resources/storenames.h"
 #include "sessiondb/sessiontree.h"
+#include "suite/buttonbar/buttonbardialog.h"
 #include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
@@ -60,6 +63,7 @@ class Photographer : public SuiteTest {
     }
 
     bool TakeAll() {
+        StoreButtons();
         for (const Picture& picture : ListDialogs()) Take(picture);
         for (const OptionPage& page : GetOptionPages()) {
             std::string name = "options-" + platform::ToNarrow(page.path);
@@ -121,6 +125,7 @@ class Photographer : public SuiteTest {
             {"quick-ssh2", QuickConnectIds::kDialog, quick, pick(u"SSH2")},
             {"quick-serial", QuickConnectIds::kDialog, quick, pick(u"Serial")},
             {"quick-local-shell", QuickConnectIds::kDialog, quick, pick(u"Local Shell")},
+            {"buttons", ButtonBarIds::kDialog, EditButtons, [](QtUserDialog& shown) { shown.PressKey(kKeyDown); }},
             {"options-all-secret", OptionIds::kDialog, [this] { ShowOptions(u"All Settings"); },
              [](QtUserDialog& shown) { shown.Type(OptionIds::kFilter, u"Monitor Password"_v); }},
         };
@@ -151,6 +156,25 @@ class Photographer : public SuiteTest {
         std::int64_t result = 0;
         bool usesWizard = false;
         LaunchNewSessionWizard(*made, nullptr, result, usesWizard);
+    }
+
+    static void StoreButtons() {
+        UserButtonBar bar;
+        bar.Load(VUnicodeString(kDefaultButtonBar));
+        for (const auto& [function, text] : {std::pair{u"MENU_CONNECT", u"连接"},
+                                             {u"MENU_RECONNECT", u"再次\r\n打开"},
+                                             {u"MENU_FIND", u"查找 & 打开"}}) {
+            UserButton button;
+            button.function = GetKeyFunctionID(function);
+            button.text = text;
+            bar.Insert(bar.GetCount(), button);
+        }
+        bar.Save();
+    }
+    static void EditButtons() {
+        UserButtonBar bar;
+        bar.Load(VUnicodeString(kDefaultButtonBar));
+        ButtonBarDialog(bar, nullptr).DoModal();
     }
 
     void TakeMainWindow() {

@@ -1,9 +1,15 @@
 // buttons: the user's button bars.
+#include <algorithm>
+#include <charconv>
+#include <span>
+#include <vector>
+
 #include "foundation/vstringarray.h"
 #include "keymap/keynames.h"
-#include "menutoolbar/profileuserbuttonmap.h"
+#include "platform/codepage.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/buttonbarupgrade.h"
+#include "sessiondb/userbuttonbar.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -15,6 +21,8 @@ namespace {
 
 struct ButtonsArguments {
     std::string bar = "Default";
+    std::string action;
+    std::vector<std::string> words;
 };
 
 Failure List(const ButtonsArguments&) {
@@ -67,6 +75,120 @@ Failure Check(const ButtonsArguments& arguments) {
     return std::to_string(faults) + " of " + std::to_string(lines.GetCount()) + " lines are no working buttons";
 }
 
+/// What is wrong with a button that cannot be saved.
+struct FaultRow {
+    ButtonFault fault;
+    const char* text;
+};
+constexpr FaultRow kFaults[] = {
+    {ButtonFault::kNoFunction, "its function is not known"},
+    {ButtonFault::kNoText, "it has no text"},
+    {ButtonFault::kNoArgument, "SEND, RUN and LAUNCH need an argument"},
+    {ButtonFault::kControl, "a text holds a control character"},
+    {ButtonFault::kTooLong, "a text is too long"},
+};
+
+/// A place, from 1 on. `count` places are there.
+Failure ReadPlace(const std::string& word, std::size_t count, std::size_t& place) {
+    const char* const end = word.data() + word.size();
+    const auto [rest, error] = std::from_chars(word.data(), end, place);
+    if (error == std::errc() && rest == end && place >= 1 && place <= count) {
+        --place;
+        return kDone;
+    }
+    if (count == 0) return "the button bar is empty";
+    return Quoted(platform::ToWide(word)) + " is no place: a number from 1 to " + std::to_string(count) + " is needed";
+}
+
+/// FUNCTION TEXT [ARGUMENT1 [ARGUMENT2 [ARGUMENT3]]]
+Failure ReadButton(std::span<const std::string> words, UserButton& button) {
+    VUnicodeString texts[5];
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if (Failure failure = DecodeArgument(words[i], texts[i])) return failure;
+    button.function = GetKeyFunctionID(texts[0]);
+    button.text = texts[1];
+    button.text.Replace(u"\\n", u"\r\n");
+    button.argument1 = texts[2];
+    button.argument2 = texts[3];
+    button.argument3 = texts[4];
+    const ButtonFault fault = FindButtonFault(button);
+    for (const FaultRow& row : kFaults)
+        if (row.fault == fault) return std::string("the button cannot be saved: ") + row.text;
+    return kDone;
+}
+
+Failure InsertButton(UserButtonBar& bar, std::span<const std::string> words) {
+    std::size_t place = 0;
+    UserButton button;
+    if (Failure failure = ReadPlace(words[0], bar.GetCount() + 1, place)) return failure;
+    if (Failure failure = ReadButton(words.subspan(1), button)) return failure;
+    bar.Insert(place, button);
+    return kDone;
+}
+
+Failure SetButton(UserButtonBar& bar, std::span<const std::string> words) {
+    std::size_t place = 0;
+    UserButton button;
+    if (Failure failure = ReadPlace(words[0], bar.GetCount(), place)) return failure;
+    if (Failure failure = ReadButton(words.subspan(1), button)) return failure;
+    bar.Set(place, button);
+    return kDone;
+}
+
+Failure RemoveButton(UserButtonBar& bar, std::span<const std::string> words) {
+    std::size_t place = 0;
+    if (Failure failure = ReadPlace(words[0], bar.GetCount(), place)) return failure;
+    bar.Remove(place);
+    return kDone;
+}
+
+Failure MoveButton(UserButtonBar& bar, std::span<const std::string> words) {
+    std::size_t from = 0;
+    std::size_t to = 0;
+    if (Failure failure = ReadPlace(words[0], bar.GetCount(), from)) return failure;
+    if (Failure failure = ReadPlace(words[1], bar.GetCount(), to)) return failure;
+    bar.Move(from, to);
+    return kDone;
+}
+
+struct EditRow {
+    const char* action;
+    const char* usage;
+    std::size_t fewestWords;
+    std::size_t mostWords;
+    Failure (*edit)(UserButtonBar& bar, std::span<const std::string> words);
+};
+constexpr EditRow kEdits[] = {
+    {"add", "add PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, InsertButton},
+    {"set", "set PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, SetButton},
+    {"remove", "remove PLACE", 1, 1, RemoveButton},
+    {"move", "move PLACE PLACE", 2, 2, MoveButton},
+};
+
+Failure Edit(const ButtonsArguments& arguments) {
+    const auto* row =
+        std::ranges::find(kEdits, arguments.action, [](const EditRow& edit) { return std::string(edit.action); });
+    if (row == std::end(kEdits)) return "there is no action " + Quoted(platform::ToWide(arguments.action));
+    if (arguments.words.size() < row->fewestWords || arguments.words.size() > row->mostWords)
+        return std::string("wanted: buttons edit BAR ") + row->usage;
+    VUnicodeString name;
+    if (Failure failure = DecodeArgument(arguments.bar, name)) return failure;
+    UserButtonBar bar;
+    if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
+    if (!bar.IsThere() && row->edit != InsertButton) return "there is no button bar " + Quoted(name);
+    if (Failure failure = row->edit(bar, arguments.words)) return failure;
+    return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
+}
+
+void DeclareEdit(CLI::App& parser, ButtonsArguments& arguments) {
+    parser.add_option("BAR", arguments.bar, "The button bar")->required();
+    parser.add_option("ACTION", arguments.action, "add, set, remove or move")->required();
+    parser.add_option(
+        "WORDS", arguments.words,
+        "PLACE, from 1 on; for add and set then FUNCTION TEXT [ARGUMENT ...], where \\n in TEXT begins a second "
+        "line; for move the new PLACE");
+}
+
 void DeclareNothing(CLI::App&, ButtonsArguments&) {}
 void DeclareBar(CLI::App& parser, ButtonsArguments& arguments) {
     parser.add_option("BAR", arguments.bar, "The button bar; \"Default\" when left out");
@@ -75,6 +197,7 @@ void DeclareBar(CLI::App& parser, ButtonsArguments& arguments) {
 constexpr Subcommand<ButtonsArguments> kButtonsCommands[] = {
     {"ls", "List the button bars", DeclareNothing, List},
     {"show", "Print the buttons of a bar: function, label and arguments", DeclareBar, Show},
+    {"edit", "Change a bar: add, set, remove or move a button", DeclareEdit, Edit},
     {"check", "Tell which lines of a bar are no working buttons", DeclareBar, Check},
 };
 

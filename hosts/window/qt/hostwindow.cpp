@@ -1,12 +1,15 @@
 #include "hosts/common/hostwindow.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QFontDatabase>
 #include <QIcon>
+#include <QImageReader>
 #include <array>
 #include <string>
 
 #include "hosts/common/tell.h"
+#include "menutoolbar/menuimage.h"
 #include "suite/dialogkit/qt/qtdialogkit.h"
 
 // Stands outside of every namespace, as the toolkit wants it: the resources of a static library are not found of
@@ -41,6 +44,31 @@ void DropPlatformMessages(QtMsgType type, const QMessageLogContext& context, con
     std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
 }
 
+/// Images of toolbar buttons in the user's description of menus.
+class QtMenuImageDecoder : public IMenuImageDecoder {
+  public:
+    QtMenuImageDecoder() { InstallMenuImageDecoder(this); }
+    ~QtMenuImageDecoder() override { InstallMenuImageDecoder(nullptr); }
+    QtMenuImageDecoder(const QtMenuImageDecoder&) = delete;
+    QtMenuImageDecoder& operator=(const QtMenuImageDecoder&) = delete;
+
+    VMenuBitmap Decode(std::string_view bytes) override {
+        QByteArray data = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        QBuffer buffer(&data);
+        QImageReader reader(&buffer);
+        if (!kImageFormats.contains(reader.format())) return nullptr;
+        const QSize size = reader.size();
+        if (size.isEmpty() || size.width() > kLargestSide || size.height() > kLargestSide) return nullptr;
+        const QImage image = reader.read();
+        if (image.isNull()) return nullptr;
+        return std::make_shared<const QtIcon>(QIcon(QPixmap::fromImage(image)));
+    }
+
+  private:
+    static constexpr int kLargestSide = 1024;  // pixels
+    inline static const QList<QByteArray> kImageFormats = {"bmp", "png", "gif", "jpeg", "jpg", "ico"};
+};
+
 class QtHostWindow : public HostWindow {
   public:
     explicit QtHostWindow(const HostKind& kind)
@@ -70,6 +98,7 @@ class QtHostWindow : public HostWindow {
     QApplication application;
     QtIcon icon;
     QtDialogKit kit;
+    QtMenuImageDecoder images;
 };
 
 }  // namespace

@@ -21,6 +21,13 @@ void RemoveFrom(std::vector<VPopupMenu::Entry>& entries, int command) {
     for (VPopupMenu::Entry& entry : entries) RemoveFrom(entry.children, command);
 }
 
+void EnableIn(std::vector<VPopupMenu::Entry>& entries, const std::function<bool(int)>& isEnabled) {
+    for (VPopupMenu::Entry& entry : entries) {
+        if (entry.command != 0) entry.isEnabled = isEnabled(entry.command);
+        EnableIn(entry.children, isEnabled);
+    }
+}
+
 }  // namespace
 
 const VPopupMenu::Entry* VPopupMenu::Find(int command) const {
@@ -34,6 +41,9 @@ void VPopupMenu::Enable(int command, bool isEnabled) {
 }
 void VPopupMenu::Check(int command, bool isChecked) {
     if (Entry* entry = FindEntry(command)) entry->isChecked = isChecked;
+}
+void VPopupMenu::EnableEach(const std::function<bool(int command)>& isEnabled) {
+    EnableIn(entries, isEnabled);
 }
 void VPopupMenu::SetText(int command, const VUnicodeString& text) {
     if (Entry* entry = FindEntry(command)) entry->text = text;

@@ -1,6 +1,8 @@
 // A popup menu as it is about to be shown.
 #pragma once
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "foundation/vunicodestring.h"
@@ -16,18 +18,28 @@ class VPopupMenu {
         bool isEnabled = true;
         bool isChecked = false;
         std::vector<Entry> children;
+        VUnicodeString prompt;  ///< for the status line, while it is the one to be chosen
     };
 
-    void Add(int command, const VUnicodeString& text) { entries.push_back({command, text, true, false, {}}); }
-    void AddSeparator() { entries.push_back({0, VUnicodeString(), true, false, {}}); }
-    void AddSubMenu(const VUnicodeString& text, const VPopupMenu& menu) {
-        entries.push_back({0, text, true, false, menu.entries});
+    void Add(const Entry& entry) { entries.push_back(entry); }
+    void Add(int command, const VUnicodeString& text) {
+        Entry& entry = entries.emplace_back();
+        entry.command = command;
+        entry.text = text;
+    }
+    void AddSeparator() { entries.emplace_back(); }
+    void AddSubMenu(const VUnicodeString& text, VPopupMenu menu) {
+        Entry& entry = entries.emplace_back();
+        entry.text = text;
+        entry.children = std::move(menu.entries);
     }
     const std::vector<Entry>& GetEntries() const { return entries; }
 
     // By command, also in sub-menus; a command that is not there changes nothing.
     void Enable(int command, bool isEnabled);
     void Check(int command, bool isChecked);
+    /// Asks for the command of each entry whether it can be chosen.
+    void EnableEach(const std::function<bool(int command)>& isEnabled);
     void SetText(int command, const VUnicodeString& text);
     void Remove(int command);
     /// By place in the menu itself; a place that is not there changes nothing.

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "foundation/vunicodestring.h"
+#include "imports/dialogkit/vicon.h"
 
 namespace connectdialog {
 
@@ -15,14 +17,20 @@ class VToolbarState {
         int command = 0;  ///< 0: a separator
         VUnicodeString tip;
         bool isEnabled = true;
-        VUnicodeString text;  ///< beside or instead of a picture; a line feed in it begins a second line
+        VUnicodeString text;                 ///< beside or instead of a picture; a line feed in it begins a second line
+        VUnicodeString prompt;               ///< for the status line, while the pointer rests on it
+        int picture = 0;                     ///< the command whose picture it has; 0: its own
+        std::shared_ptr<const VIcon> image;  ///< instead of a command's; null: none
     };
 
-    void Add(int command, const VUnicodeString& tip) { buttons.push_back({command, tip, true, {}}); }
-    void Add(int command, const VUnicodeString& tip, const VUnicodeString& text) {
-        buttons.push_back({command, tip, true, text});
+    void Add(const Button& button) { buttons.push_back(button); }
+    void Add(int command, const VUnicodeString& tip, const VUnicodeString& text = VUnicodeString()) {
+        Button& button = buttons.emplace_back();
+        button.command = command;
+        button.tip = tip;
+        button.text = text;
     }
-    void AddSeparator() { buttons.push_back({}); }
+    void AddSeparator() { buttons.emplace_back(); }
     /// A place that is not there changes nothing.
     void RemoveAt(std::size_t place) {
         if (place < buttons.size()) buttons.erase(buttons.begin() + static_cast<std::ptrdiff_t>(place));
@@ -31,6 +39,12 @@ class VToolbarState {
     void Enable(int command, bool isEnabled) {
         for (Button& button : buttons)
             if (button.command == command) button.isEnabled = isEnabled;
+    }
+    /// Asks for the command of each button whether it can be pressed.
+    template <class IsEnabled>
+    void EnableEach(IsEnabled isEnabled) {
+        for (Button& button : buttons)
+            if (button.command != 0) button.isEnabled = isEnabled(button.command);
     }
     std::span<const Button> GetButtons() const { return buttons; }
 

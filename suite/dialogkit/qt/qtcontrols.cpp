@@ -19,6 +19,7 @@
 
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/dialogkit/qt/qtdialogkit.h"
 #include "suite/dialogkit/qt/qticons.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "suite/dialogkit/qt/qttree.h"
@@ -114,9 +115,15 @@ bool HasSameButtons(const QToolBar& bar, const VToolbarState& state) {
 void ShowButtonText(QToolBar& bar, QAction& action, const QString& label) {
     action.setProperty(kLabel, label);
     if (label.isEmpty() && !action.icon().isNull()) return;
-    if (!label.isEmpty()) action.setIconText(label);
+    if (!label.isEmpty()) action.setIconText(QString(label).replace(u'&', QLatin1String("&&")));
     if (auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(&action)))
         button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
+}
+
+QIcon PictureOf(const VToolbarState::Button& button) {
+    const auto* const image = dynamic_cast<const QtIcon*>(button.image.get());
+    if (image != nullptr) return image->GetIcon();
+    return CommandIcon(button.picture != 0 ? button.picture : button.command);
 }
 
 void MakeButtons(QToolBar& bar, const VToolbarState& state, const QObject& listener,
@@ -131,8 +138,9 @@ void MakeButtons(QToolBar& bar, const VToolbarState& state, const QObject& liste
             bar.addSeparator()->setData(0);
             continue;
         }
-        QAction* action = bar.addAction(CommandIcon(button.command), ToQt(button.tip));
+        QAction* action = bar.addAction(PictureOf(button), ToQt(button.tip));
         action->setData(button.command);
+        action->setStatusTip(ToQt(button.prompt));
         const int command = button.command;
         QObject::connect(action, &QAction::triggered, &listener, [tell, command] { tell(command); });
         ShowButtonText(bar, *action, ToQt(button.text));

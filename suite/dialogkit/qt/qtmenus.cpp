@@ -14,7 +14,8 @@ using Entries = std::vector<VPopupMenu::Entry>;
 
 bool HaveSameTexts(const Entries& left, const Entries& right) {
     return std::ranges::equal(left, right, [](const VPopupMenu::Entry& one, const VPopupMenu::Entry& other) {
-        return one.command == other.command && one.text == other.text && HaveSameTexts(one.children, other.children);
+        return one.command == other.command && one.text == other.text && one.prompt == other.prompt &&
+               HaveSameTexts(one.children, other.children);
     });
 }
 
@@ -33,6 +34,14 @@ void ShowStates(const QList<QAction*>& actions, const Entries& entries) {
     }
 }
 
+void AddEntry(QWidget& menu, const VPopupMenu::Entry& entry) {
+    auto* action = new QAction(ToQt(entry.text), &menu);
+    action->setData(entry.command);
+    action->setStatusTip(ToQt(entry.prompt));
+    ShowState(*action, entry);
+    menu.addAction(action);
+}
+
 }  // namespace
 
 void FillMenu(QMenu& menu, const Entries& entries) {
@@ -44,9 +53,7 @@ void FillMenu(QMenu& menu, const Entries& entries) {
         } else if (entry.command == 0) {
             menu.addSeparator();
         } else {
-            QAction* action = menu.addAction(ToQt(entry.text));
-            action->setData(entry.command);
-            ShowState(*action, entry);
+            AddEntry(menu, entry);
         }
     }
 }
@@ -58,9 +65,16 @@ void ShowMenuBar(QMenuBar& bar, VPopupMenu& shown, const VPopupMenu& menu) {
     // The entry whose choice led here may still be at work.
     for (QAction* action : bar.actions()) {
         bar.removeAction(action);
-        action->menu()->deleteLater();
+        if (action->menu() != nullptr)
+            action->menu()->deleteLater();
+        else
+            action->deleteLater();
     }
     for (const VPopupMenu::Entry& entry : menu.GetEntries()) {
+        if (entry.command != 0) {
+            AddEntry(bar, entry);
+            continue;
+        }
         QMenu* inner = bar.addMenu(ToQt(entry.text));
         inner->setEnabled(entry.isEnabled);
         FillMenu(*inner, entry.children);

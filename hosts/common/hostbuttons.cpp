@@ -1,0 +1,56 @@
+#include "hosts/common/hostbuttons.h"
+
+#include "config/isessionconfig.h"
+#include "config/settingwalk.h"
+#include "hosts/common/hostcommands.h"
+#include "hosts/common/hostmenus.h"
+#include "imports/dialogkit/iframewindow.h"
+#include "imports/dialogkit/vtoolbarstate.h"
+#include "keymap/keynames.h"
+#include "profile/vprofile.h"
+#include "resources/storenames.h"
+#include "sessiondb/sessiontree.h"
+
+namespace connectdialog::hosts {
+
+ButtonBarChoice ChooseButtonBar(const VUnicodeString& sessionPath) {
+    ButtonBarChoice choice;
+    choice.name = VUnicodeString(kDefaultButtonBar);
+    const VRef<ISessionConfig> session = sessionPath.IsEmpty() ? nullptr : OpenSession(sessionPath);
+    if (!session) return choice;
+    const auto* name = dynamic_cast<VProfileText*>(FindSetting(*session, u"User Button Bar Name"));
+    const auto* isShown = dynamic_cast<VProfile<VTriState>*>(FindSetting(*session, u"User Button Bar"));
+    if (name != nullptr && !name->Get().IsEmpty()) choice.name = name->Get();
+    choice.isShown = isShown == nullptr || isShown->Get() != VTriState::kOff;
+    return choice;
+}
+
+bool HostButtons::Load(const ButtonBarChoice& newChoice, bool again) {
+    if (newChoice == choice && !again) return false;
+    choice = newChoice;
+    bar.Load(choice.name);
+    return true;
+}
+
+void HostButtons::Show(IFrameWindow& window) const {
+    VToolbarState shown;
+    int command = HostCommands::kFirstButton;
+    for (const UserButton& user : bar.GetButtons()) {
+        if (!isWanted || !choice.isShown || command == HostCommands::kFirstButton + HostCommands::kMostButtons) break;
+        VToolbarState::Button button;
+        button.command = command++;
+        button.text = user.text;
+        button.text.Replace(u"\r\n", u"\n");
+        button.tip = user.function > 0 ? GetKeyFunctionName(static_cast<std::uint32_t>(user.function)) : user.label;
+        if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;
+        shown.Add(button);
+    }
+    window.SetToolbar(HostMenus::kMostBars, shown);
+}
+
+const UserButton* HostButtons::Find(int command) const {
+    const std::size_t place = static_cast<std::size_t>(command) - std::size_t{HostCommands::kFirstButton};
+    return place < bar.GetCount() ? &bar.GetButtons()[place] : nullptr;
+}
+
+}  // namespace connectdialog::hosts

@@ -1,0 +1,157 @@
+#include "hosts/common/hostmenus.h"
+
+#include <algorithm>
+
+#include "foundation/messagetable.h"
+#include "foundation/vpath.h"
+#include "hosts/common/builtinmenus.h"
+#include "hosts/common/hostcommands.h"
+#include "imports/dialogkit/iframewindow.h"
+#include "menutoolbar/menubuild.h"
+#include "menutoolbar/standardcommands.h"
+#include "platform/knownfolders.h"
+#include "platform/lasterror.h"
+#include "suite/hostsetup/hostsetup.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+constexpr std::u16string_view kMenuBarName = u"main";
+constexpr std::u16string_view kListMenuName = u"list";
+
+/// Keys that a description has no name for.
+constexpr Accelerator kHostKeys[] = {
+    {Accelerator::kNone, kKeyDelete, HostCommands::kRemove},
+    {Accelerator::kAlt, kKeyReturn, HostCommands::kProperties},
+    {Accelerator::kNone, kKeyF1, HostCommands::kHelp},
+};
+
+bool IsToolbar(const VMenuToolbar& block) {
+    return block.GetKind() == MenuBlockKind::kToolbar;
+}
+
+VUnicodeString DescribeStrayLine(std::uint32_t line) {
+    VUnicodeString text;
+    text.Format(u"第 %1!u! 行：此行不属于任何菜单或工具栏。", line);
+    return text;
+}
+
+/// The lines of the reports, as many as are told.
+VUnicodeString DescribeWarnings(VArray<VReportMessageParams>& warnings) {
+    VUnicodeString text;
+    const std::size_t told = std::min<std::size_t>(warnings.GetCount(), HostMenus::kMostTold);
+    for (std::size_t i = 0; i < told; ++i) text += u"\n"_v + VUnicodeString(warnings[i].GetTextOneLine());
+    if (told == warnings.GetCount()) return text;
+    VUnicodeString more;
+    more.Format(u"\n…… 共 %1!u! 处", static_cast<std::uint32_t>(warnings.GetCount()));
+    return text + more;
+}
+
+VUnicodeString DescribeFailure(VMenuToolbarTextRep& rep) {
+    if (rep.GetError().GetCode() == 0) return DescribeStrayLine(rep.GetStrayLine());
+    return DescribeReport(rep.GetError());
+}
+
+/// Empty when all is well.
+VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
+    VUnicodeString text;
+    if (result == MenuParseResult::kWarnings)
+        text.Format(u"菜单描述文件“%1”有错误，这些行没有生效：\n%2", rep.GetFileName(),
+                    DescribeWarnings(rep.GetWarnings()));
+    if (result == MenuParseResult::kFailed)
+        text.Format(u"菜单描述文件“%1”无法使用，因此显示内置的菜单。\n\n%2", rep.GetFileName(), DescribeFailure(rep));
+    return text;
+}
+
+}  // namespace
+
+VUnicodeString GetUserMenusFile() {
+    const VUnicodeString folder(platform::GetKnownFolder(platform::KnownFolder::kConfiguration));
+    return folder.IsEmpty() ? VUnicodeString() : VJoinPath(folder.GetData(), u"menus.txt");
+}
+
+VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
+    VCustomMenuToolbar& commands = VCustomMenuToolbar::Get();
+    commands.RemoveCommands();
+    *this = HostMenus();
+    VMenuToolbarTextRep& users = commands.GetRep();
+    users.SetCommandTable(&GetStandardMenuCommands());
+    users.SetFileName(userFile);
+    MenuParseResult result = userFile.IsEmpty() ? MenuParseResult::kClean : users.Parse();
+    const std::uint32_t error = users.GetError().GetCode();
+    const bool isAbsent = error == platform::kFileNotFound || error == platform::kPathNotFound;
+    if (isAbsent) result = MenuParseResult::kClean;
+    const VUnicodeString notice = Describe(users, result);
+    const bool isUsed = result != MenuParseResult::kFailed && !isAbsent && !userFile.IsEmpty();
+
+    VMenuToolbarTextRep builtIn;
+    builtIn.SetCommandTable(&GetStandardMenuCommands());
+    builtIn.ParseText(GetBuiltInMenus());
+    if (isUsed) AddBlocks(users, nullptr);
+    AddBlocks(builtIn, isUsed ? &users : nullptr);
+    keys = MakeAccelerators(commands);
+    AddHostKeys();
+    users.Reset();
+    return notice;
+}
+
+/// Those whose names `over` does not have. All are registered before any is built: a text of a later one may serve an
+/// earlier one.
+void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* over) {
+    VCustomMenuToolbar& commands = VCustomMenuToolbar::Get();
+    std::vector<VMenuToolbar*> blocks;
+    VUnicodeString name;
+    for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus()) {
+        block->GetText(name);
+        const VMenuToolbar* const users = over != nullptr ? over->FindMenu(name) : nullptr;
+        if (users == nullptr || IsToolbar(*users) != IsToolbar(*block)) blocks.push_back(block.get());
+    }
+    for (VMenuToolbar* block : blocks) commands.RegisterCommands(*block);
+    for (const VMenuToolbar* block : blocks) {
+        block->GetText(name);
+        if (IsToolbar(*block)) {
+            if (bars.size() < std::size_t{kMostBars}) bars.push_back(MakeToolbar(*block, commands));
+        } else if (name == kMenuBarName) {
+            menuBar = MakePopupMenu(*block, commands);
+        } else if (name == kListMenuName) {
+            listMenu = MakePopupMenu(*block, commands);
+        }
+    }
+}
+
+/// A description may have given the key to another command.
+void HostMenus::AddHostKeys() {
+    for (const Accelerator& key : kHostKeys) {
+        const auto isSame = [&](const Accelerator& other) {
+            return other.key == key.key && other.modifiers == key.modifiers;
+        };
+        if (std::ranges::none_of(keys, isSame)) keys.push_back(key);
+    }
+}
+
+void HostMenus::Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) const {
+    VPopupMenu menu = menuBar;
+    menu.EnableEach(isEnabled);
+    window.SetMenuBar(menu);
+    for (int bar = 0; bar < kMostBars; ++bar) {
+        const auto place = static_cast<std::size_t>(bar);
+        VToolbarState shown;
+        if (hasBars && place < bars.size()) shown = bars[place];
+        shown.EnableEach(isEnabled);
+        window.SetToolbar(bar, shown);
+    }
+    window.SetAccelerators(keys);
+}
+
+VPopupMenu HostMenus::MakeListMenu(const IsCommandEnabled& isEnabled) const {
+    VPopupMenu menu = listMenu;
+    menu.EnableEach(isEnabled);
+    return menu;
+}
+
+bool HostMenus::FindFunction(int command, VMenuToolbarItem& item) {
+    return VCustomMenuToolbar::Get().FindCommand(static_cast<std::uint32_t>(command), item);
+}
+
+}  // namespace connectdialog::hosts

@@ -1,0 +1,115 @@
+// What the menus and the button bar of the main window do beyond its own commands.
+#include "foundation/vreportmessageparams.h"
+#include "hosts/common/hostcommands.h"
+#include "hosts/common/mainwindow.h"
+#include "hosts/common/userprogram.h"
+#include "keymap/keynames.h"
+#include "suite/buttonbar/buttonbardialog.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+/// What is shown of a text that may be long.
+constexpr std::size_t kShownText = 60;
+
+VUnicodeString DescribeUnsent(const VUnicodeString& text) {
+    VUnicodeString fault;
+    const VUnicodeString shown = text.GetLength() > kShownText ? text.Left(kShownText) + u"…" : text;
+    fault.Format(u"无法发送“%1”：会话在各自的终端窗口中运行，本程序不能向其中输入文字。", shown);
+    return fault;
+}
+
+}  // namespace
+
+bool MainWindow::DoesFunction(int command) const {
+    VMenuToolbarItem item;
+    return buttons.Find(command) != nullptr || (HostMenus::FindFunction(command, item) && item.GetTakesArgument());
+}
+
+void MainWindow::DoFunction(int command) {
+    if (const UserButton* button = buttons.Find(command)) return PressButton(UserButton(*button));
+    VMenuToolbarItem item;
+    if (!HostMenus::FindFunction(command, item)) return;
+    VUnicodeString argument;
+    VUnicodeString fault;
+    item.GetArgument(argument);
+    switch (item.GetType()) {
+        case kMenuTypeOpenSession:
+        case kMenuTypeOpenSessionTab:
+            return OpenAt(argument, item.GetType() == kMenuTypeOpenSessionTab);
+        case kMenuTypeSend:
+            return ShowFault(DescribeUnsent(argument));
+        case kMenuTypeRun:
+            if (!StartScript(argument, fault)) ShowFault(fault);
+            return;
+        default:
+            return;
+    }
+}
+
+void MainWindow::PressButton(const UserButton& button) {
+    VUnicodeString fault;
+    switch (button.function) {
+        case UserButton::kUnknownFunction:
+            fault = u"无法识别此按钮的功能："_v + button.label;
+            break;
+        case kKeyFunctionSend:
+            fault = DescribeUnsent(button.argument1);
+            break;
+        case kKeyFunctionRun:
+        case kKeyFunctionLaunch:
+            // The bar is in the store, which may be somebody else's.
+            if (!run.isOwnStore)
+                fault = u"此会话存储不是您自己的，因此不运行其中的程序："_v + button.argument1;
+            else
+                StartUserProgram(button.argument1, button.argument2, fault);
+            break;
+        default:
+            return PressFunction(static_cast<std::uint32_t>(button.function));
+    }
+    if (!fault.IsEmpty()) ShowFault(fault);
+}
+
+void MainWindow::PressFunction(std::uint32_t function) {
+    const int command = static_cast<int>(CommandOfKeyFunction(function));
+    if (IsOwnCommand(command)) return OnFrameCommand(command);
+    VUnicodeString fault;
+    fault.Format(u"功能 %1 只能在会话自己的终端窗口中使用。", GetKeyFunctionName(function));
+    ShowFault(fault);
+}
+
+void MainWindow::ShowButtons(bool again) {
+    const std::vector<std::size_t> selected = window->GetSelectedRows();
+    const VUnicodeString path = selected.size() == 1 ? opened->GetRows()[selected.front()].path : VUnicodeString();
+    if (!again && path == buttonsPath) return;
+    buttonsPath = path;
+    if (buttons.Load(ChooseButtonBar(path), again)) buttons.Show(*window);
+}
+
+void MainWindow::EditButtons() {
+    UserButtonBar bar;
+    if (!bar.Load(buttons.GetName())) return ShowFault(u"无法读取按钮栏。"_v);
+    if (ButtonBarDialog(bar, window.get()).DoModal() != kDialogAccepted || !bar.IsChanged()) return;
+    if (!bar.Save()) ShowFault(u"无法保存按钮栏。"_v);
+    ShowButtons(true);
+}
+
+void MainWindow::ToggleToolbar() {
+    menus.ShowBars(!menus.HasBars());
+    ShowMenus();
+}
+
+void MainWindow::ToggleButtonBar() {
+    buttons.ShowBar(!buttons.HasBar());
+    buttons.Show(*window);
+    ShowMenus();
+}
+
+void MainWindow::ShowMenus() {
+    menus.Check(HostCommands::kToggleToolbar, menus.HasBars());
+    menus.Check(HostCommands::kToggleButtonBar, buttons.HasBar());
+    menus.Show(*window, [this](int command) { return IsEnabled(command); });
+}
+
+}  // namespace connectdialog::hosts
