@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,6 +13,8 @@
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hostwindow.h"
+#include "hosts/common/quickstart.h"
+#include "hosts/common/startup.h"
 #include "hosts/common/tell.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
@@ -20,6 +23,7 @@
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
 #include "stores/openstore.h"
+#include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -33,23 +37,29 @@ constexpr int kWrongUsage = 2;
 
 constexpr char kUsage[] =
     "usage: HOST [--store URL]\n"
+    "       HOST [--store URL] --quick ADDRESS | --link ADDRESS\n"
     "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
     "       HOST --terminal COMMAND\n"
     "       HOST --help | --version\n"
     "\n"
     "PURPOSE\n"
-    "Without a session it shows the connect dialog and opens what is chosen there.\n"
+    "Without a session it shows the connect dialog, or quick connect where the user wants that at the start, and\n"
+    "opens what is chosen there.\n"
     "\n"
     "  /S PATH               open the session, in this terminal; several one after the other. The names of\n"
     "                        a path are separated by \"\\\"\n"
     "  /SESSION_FOLDER PATH  open all sessions in the folder; \"\\\" is the root\n"
+    "  --quick ADDRESS       show quick connect with the address: [USER@]HOST[:PORT], an IPv6 address with a port in\n"
+    "                        brackets, or ssh://, telnet:// or sftp:// before it\n"
+    "  --link ADDRESS        the same for a link of another program; a window tells what is wrong with it\n"
     "  --window              open each session in a window of a terminal emulator instead\n"
     "  --wait                when a client failed, wait for the Return key before ending\n"
     "  --encoded             what follows options from here on is percent-encoded\n"
     "  --terminal COMMAND    remember the command for such windows, as \"gnome-terminal --tab --\"; the empty\n"
     "                        one stands for the system's: x-terminal-emulator, or another that is installed\n"
     "  --store URL           the store of the sessions, as sqlite:FILE; without it the one that\n"
-    "                        BRENNMARK_STORE names, or else the user's own\n";
+    "                        BRENNMARK_STORE names, or else the user's own, whose folder is asked for at the\n"
+    "                        first run\n";
 
 std::string UsageOf(const HostKind& kind) {
     std::string usage = kUsage;
@@ -88,32 +98,32 @@ void ShowHelp(VWindow* window, unsigned, unsigned long) {
 /// One run with what the command line asks for.
 class Host {
   public:
-    Host(const HostKind& kind, const HostOptions& options)
-        : kind(kind),
-          options(options),
-          ownUrl(AbsoluteUrl(stores::GetDefaultStoreUrl())),
-          storeUrl(options.store.empty() ? ownUrl : AbsoluteUrl(VUnicodeString(options.store.c_str()))) {
+    Host(const HostKind& kind, const HostOptions& options) : kind(kind), options(options) {
         SetAppName(kind.appName);
-        parts.commandLine = u"--window --store \""_v + VUnicodeString(storeUrl.c_str()) + u"\"";
         parts.help = ShowHelp;
         parts.needsTerminal = true;  // to open one session, as a shortcut does
-        parts.shortcutOptions = GetStoreOptions(VUnicodeString(storeUrl.c_str()));
+        FindStore();
     }
 
     int ShowDialog();
+    int QuickConnect();
     int OpenSessions();
     int SetTerminal();
 
   private:
+    void FindStore();
     /// False when `notice` says why; it may also say something when it was opened.
     bool OpenStore(VUnicodeString& notice);
+    bool FindStoreInWindow();
     bool OpenStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
     bool FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const;
     void LetUserChoose();
+    bool ShowChoice(bool hasTabs, bool& isInTab);
     bool TakeChosen(VUnicodeString& fault);
+    bool TakeResults(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
-    int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window);
+    int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode = kFailed);
     bool ConfirmMany();
 
     const HostKind& kind;
@@ -123,7 +133,18 @@ class Host {
     HostParts parts;
     std::unique_ptr<VProfileStoreFactory> store;
     std::vector<HostSession> sessions;
+    std::optional<QuickAddress> address;
+    bool isQuick = false;             ///< quick connect is shown, and not the connect dialog
+    VRef<ISessionConfig> connection;  ///< what was accepted there
 };
+
+void Host::FindStore() {
+    ownUrl = AbsoluteUrl(stores::GetDefaultStoreUrl());
+    storeUrl = options.store.empty() ? ownUrl : AbsoluteUrl(VUnicodeString(options.store.c_str()));
+    const VUnicodeString url(storeUrl.c_str());
+    parts.commandLine = u"--window --store \""_v + url + u"\"";
+    parts.shortcutOptions = GetStoreOptions(url);
+}
 
 bool Host::OpenStore(VUnicodeString& notice) {
     store = OpenReferenceStore(kind.appName, VUnicodeString(storeUrl.c_str()), notice, parts);
@@ -137,6 +158,7 @@ bool Host::FindSessions(VUnicodeString& fault) {
         const bool isRoot = folder.find_first_not_of('\\') == std::string::npos;
         if (!AddSessionsIn(isRoot ? VUnicodeString() : VUnicodeString(folder.c_str()), sessions, fault)) return false;
     }
+    if (!options.client.empty()) sessions.push_back({{}, {options.client, {}, {}}, false});
     return true;
 }
 
@@ -189,11 +211,11 @@ int Host::OpenInWindowsOfTheirOwn() {
 }
 
 /// Whoever wants windows may see no terminal.
-int Host::ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window) {
+int Host::ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode) {
     VUnicodeString ignored;
     if (!window) window = OpenHostWindow(kind, ignored);
     if (window) VMessageBox(nullptr, fault, kBoxWarning);
-    return Fail(kind, fault);
+    return Fail(kind, fault, exitCode);
 }
 
 bool Host::ConfirmMany() {
@@ -214,11 +236,30 @@ int Host::ShowDialog() {
             return Fail(kind, fault + u"; \"connectctl\" lists the sessions without one, and \"" +
                                   VUnicodeString(kind.program) + u" /S PATH\" opens one in this terminal");
         parts.icon = window->GetIcon();
-        if (!OpenStoreInWindow()) return kFailed;
+        if (!FindStoreInWindow() || !OpenStoreInWindow()) return kFailed;
+        RemindOfUpdates(nullptr);
         LetUserChoose();
         store.reset();
     }
     return sessions.empty() ? 0 : RunHere(kind, sessions);
+}
+
+int Host::QuickConnect() {
+    VUnicodeString fault;
+    QuickAddress found;
+    if (ReadQuickAddress(*options.address, options.isLink, found, fault)) {
+        address = found;
+        return ShowDialog();
+    }
+    return options.isLink ? ShowFault(fault, nullptr, kWrongUsage) : Fail(kind, fault, kWrongUsage);
+}
+
+bool Host::FindStoreInWindow() {
+    if (!options.store.empty()) return true;
+    const bool isFound = AskForStoreFolder(parts.icon);
+    if (!isFound) Tell(kind, u"there is no folder for the sessions");
+    FindStore();
+    return isFound;
 }
 
 bool Host::OpenStoreInWindow() {
@@ -235,15 +276,15 @@ bool Host::OpenStoreInWindow() {
     }
 }
 
-/// Shows the dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
+/// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
 void Host::LetUserChoose() {
+    isQuick = address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
         const bool hasTabs = FindTerminal(terminal, ignored) && terminal.HasTabs();
         bool isInTab = false;
-        // A check box that would do nothing is hidden.
-        if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return;
+        if (!ShowChoice(hasTabs, isInTab)) return;
         VUnicodeString fault;
         bool isDone = TakeChosen(fault);
         if (isDone && sessions.size() == 1 && platform::HasTerminal()) return;
@@ -255,7 +296,21 @@ void Host::LetUserChoose() {
     }
 }
 
+bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
+    // A check box that would do nothing is hidden.
+    if (!isQuick) return ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) == kDialogAccepted;
+    connection = AskQuickConnect(nullptr, isInTab);
+    return connection.Get() != nullptr;
+}
+
 bool Host::TakeChosen(VUnicodeString& fault) {
+    if (!isQuick) return TakeResults(fault) && HaveClients(sessions, fault);
+    // One that is saved already is found in the connect dialog, should this fail: once more here would save it twice.
+    isQuick = !connection->IsStored();
+    return AddSession(*connection, sessions, fault) && HaveClients(sessions, fault);
+}
+
+bool Host::TakeResults(VUnicodeString& fault) {
     bool isUsable = GetConnectDialogSessionConfigCount() > 0;
     if (!isUsable) fault = u"no chosen session is one that this program opens"_v;
     for (unsigned i = 0; isUsable && i < GetConnectDialogSessionConfigCount(); ++i) {
@@ -263,7 +318,7 @@ bool Host::TakeChosen(VUnicodeString& fault) {
         isUsable = AddSession(*session, sessions, fault);
     }
     CleanupConnectDialogSessionConfigs();
-    return isUsable && HaveClients(sessions, fault);
+    return isUsable;
 }
 
 int Run(const HostKind& kind, const HostOptions& options) {
@@ -271,6 +326,8 @@ int Run(const HostKind& kind, const HostOptions& options) {
     switch (options.action) {
         case HostAction::kShowDialog:
             return host.ShowDialog();
+        case HostAction::kQuickConnect:
+            return host.QuickConnect();
         case HostAction::kSetTerminal:
             return host.SetTerminal();
         case HostAction::kOpenSessions:

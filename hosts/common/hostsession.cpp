@@ -1,6 +1,5 @@
 #include "hosts/common/hostsession.h"
 
-#include <algorithm>
 #include <chrono>
 
 #include "config/appkind.h"
@@ -108,7 +107,8 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
     for (std::size_t i = 0; i < sessions.size(); ++i) {
         const LaunchCommand& command = sessions[i].command;
         VStringArray open;
-        for (std::size_t rest = i; rest < sessions.size(); ++rest) open.Add(sessions[rest].path);
+        for (std::size_t rest = i; rest < sessions.size(); ++rest)
+            if (sessions[rest].isStored) open.Add(sessions[rest].path);
         host.SetPaths(open);
         if (!command.note.empty()) Tell(kind, command.note);
         if (!platform::RunAndWait(command.arguments, exitCode)) {
@@ -125,14 +125,12 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
 
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    if (!std::ranges::all_of(sessions, &HostSession::isStored)) {
-        fault = u"a connection that is not saved opens only in the terminal that this program was started from"_v;
-        return false;
-    }
     const std::string program = platform::ToNativePath(platform::GetExecutablePath());
     std::chrono::milliseconds patience = kWindowPatience;
     for (const HostSession& session : sessions) {
-        std::vector<std::string> words = MakeWindowArguments(storeUrl, platform::ToNarrow(session.path));
+        std::vector<std::string> words = session.isStored
+                                             ? MakeWindowArguments(storeUrl, platform::ToNarrow(session.path))
+                                             : MakeClientArguments(storeUrl, session.command.arguments);
         words.insert(words.begin(), program);
         const std::vector<std::string> command = terminal.MakeCommand(words, isInTab);
         if (!platform::StartProgram(command, patience)) {

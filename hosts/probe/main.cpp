@@ -11,10 +11,10 @@
 // folders of so many whole sessions, and one called "wide".
 //
 // STARTED, in the environment, is when the process was started: nanoseconds since 1970. With --folder that folder of
-// the root is opened, walked and scrolled too. Then the dialog is closed. The line has, in milliseconds, `start` (to
-// the end of the first paint), `expand` (from the click on the folder's expander to the end of the paint), and for
-// `keys`, `type`, `scroll` and `range` (Shift and End) the longest time for which one of them kept the window busy,
-// paint included; and `memory`, the most that the process took, in MiB.
+// the root is opened, walked and scrolled too. Then the dialog is closed; so is a reminder that comes before it. The
+// line has, in milliseconds, `start` (to the end of the first paint), `expand` (from the click on the folder's expander
+// to the end of the paint), and for `keys`, `type`, `scroll` and `range` (Shift and End) the longest time for which one
+// of them kept the window busy, paint included; and `memory`, the most that the process took, in MiB.
 #include <QApplication>
 #include <cstring>
 #include <string>

@@ -1,6 +1,7 @@
 #include "hosts/probe/stopwatch.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -25,6 +26,12 @@ double MillisecondsSinceStart() {
     return (std::chrono::duration<double, std::nano>(now).count() - qgetenv("STARTED").toDouble()) / 1e6;
 }
 
+bool HasTree(const QDialog& dialog) {
+    const QList<QAbstractScrollArea*> areas = dialog.findChildren<QAbstractScrollArea*>();
+    return std::any_of(areas.begin(), areas.end(),
+                       [](QAbstractScrollArea* area) { return dynamic_cast<QtTree*>(area) != nullptr; });
+}
+
 double PeakMemory() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
@@ -40,6 +47,8 @@ Stopwatch::Stopwatch(QObject* parent, std::string folder, std::string pictureFil
 }
 
 bool Stopwatch::eventFilter(QObject* watched, QEvent* event) {
+    auto* const shown = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+    if (shown != nullptr && !HasTree(*shown)) QMetaObject::invokeMethod(shown, &QDialog::close, Qt::QueuedConnection);
     const bool isPaint = event->type() == QEvent::Paint;
     tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
     if (tree == nullptr || watched != tree->viewport()) return false;

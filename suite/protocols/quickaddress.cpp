@@ -1,5 +1,7 @@
 #include "suite/protocols/quickaddress.h"
 
+#include <algorithm>
+
 #include "config/appkind.h"
 #include "config/protocolchoice.h"
 #include "config/sessionconfig.h"
@@ -17,7 +19,7 @@ namespace {
 
 constexpr int kLastPort = 65535;
 constexpr std::u16string_view kAfterScheme = u"://";
-/// What is shown of an address that is refused as a whole.
+/// The most that is shown of a scheme that is refused.
 constexpr std::size_t kShownCharacters = 60;
 
 struct Scheme {
@@ -100,7 +102,9 @@ bool ParseQuickAddress(std::u16string_view text, QuickAddress& address, VReportM
     if (fault != kLaunchFine) return FailAs(fault, u"Address", report);
     QuickAddress found;
     std::u16string_view rest = text;
-    if (!CutScheme(rest, found)) return FailAs(kLaunchNoAddress, text.substr(0, kShownCharacters), report);
+    // Behind the scheme there may be a password.
+    if (!CutScheme(rest, found))
+        return FailAs(kLaunchNoAddress, text.substr(0, std::min(text.find(kAfterScheme), kShownCharacters)), report);
     if (!TakeUser(rest, found, report) || !TakeHost(rest, found, report)) return false;
     address = found;
     return true;

@@ -1,0 +1,24 @@
+// What a host with a screen asks between its start and its first dialog.
+#pragma once
+
+#include "foundation/vunicodestring.h"
+
+namespace connectdialog {
+class VIcon;
+class VWindow;
+}  // namespace connectdialog
+
+namespace connectdialog::hosts {
+
+/// On the first run of any program of the suite: asks where the user's own store shall live, and keeps the answer for
+/// all of them. Asks nothing when that is known. `icon` may be null.
+/// Requires: the application's name is set, and no store is open.
+/// On failure: false when the user gave up: the host ends, and nothing was made. A choice that cannot be kept is told,
+/// and false too.
+bool AskForStoreFolder(const VIcon* icon);
+
+/// Reminds the user to look for a new version, when it is time, and tells who wants to how one gets it. `parent` may be
+/// null. Requires: a store is open.
+void RemindOfUpdates(VWindow* parent);
+
+}  // namespace connectdialog::hosts
