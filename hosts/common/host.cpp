@@ -19,11 +19,8 @@
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "platform/codepage.h"
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
-#include "stores/openstore.h"
-#include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -83,9 +80,7 @@ int Fail(const HostKind& kind, const VUnicodeString& text, int exitCode = kFaile
     return exitCode;
 }
 
-std::string AbsoluteUrl(const VUnicodeString& url) {
-    return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
-}
+}  // namespace
 
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VUnicodeString text;
@@ -95,13 +90,13 @@ void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VMessageBox(window, text, kBoxInformation);
 }
 
+namespace {
+
 /// One run with what the command line asks for.
 class Host {
   public:
     Host(const HostKind& kind, const HostOptions& options) : kind(kind), options(options) {
         SetAppName(kind.appName);
-        parts.help = ShowHelp;
-        parts.needsTerminal = true;  // to open one session, as a shortcut does
         FindStore();
     }
 
@@ -115,7 +110,6 @@ class Host {
     /// False when `notice` says why; it may also say something when it was opened.
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
-    bool OpenStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
     bool FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const;
     void LetUserChoose();
@@ -139,11 +133,12 @@ class Host {
 };
 
 void Host::FindStore() {
-    ownUrl = AbsoluteUrl(stores::GetDefaultStoreUrl());
-    storeUrl = options.store.empty() ? ownUrl : AbsoluteUrl(VUnicodeString(options.store.c_str()));
-    const VUnicodeString url(storeUrl.c_str());
-    parts.commandLine = u"--window --store \""_v + url + u"\"";
-    parts.shortcutOptions = GetStoreOptions(url);
+    ownUrl = FindStoreUrl({});
+    storeUrl = options.store.empty() ? ownUrl : FindStoreUrl(options.store);
+    VIcon* const icon = parts.icon;
+    parts = MakeHostParts(storeUrl);
+    parts.help = ShowHelp;
+    parts.icon = icon;
 }
 
 bool Host::OpenStore(VUnicodeString& notice) {
@@ -236,7 +231,9 @@ int Host::ShowDialog() {
             return Fail(kind, fault + u"; \"connectctl\" lists the sessions without one, and \"" +
                                   VUnicodeString(kind.program) + u" /S PATH\" opens one in this terminal");
         parts.icon = window->GetIcon();
-        if (!FindStoreInWindow() || !OpenStoreInWindow()) return kFailed;
+        if (!FindStoreInWindow()) return kFailed;
+        store = OpenStoreInWindow(kind, storeUrl, parts);
+        if (!store) return kFailed;
         RemindOfUpdates(nullptr);
         LetUserChoose();
         store.reset();
@@ -260,20 +257,6 @@ bool Host::FindStoreInWindow() {
     if (!isFound) Tell(kind, u"there is no folder for the sessions");
     FindStore();
     return isFound;
-}
-
-bool Host::OpenStoreInWindow() {
-    while (true) {
-        VUnicodeString notice;
-        if (OpenStore(notice)) {
-            if (!notice.IsEmpty()) VMessageBox(nullptr, notice, kBoxWarning);
-            return true;
-        }
-        Tell(kind, notice);
-        const VUnicodeString question =
-            u"无法打开会话存储。\n\n" + notice + u"\n\n是否重试？（--store 可指定另一个存储）";
-        if (VMessageBox(nullptr, question, kBoxYesNo | kBoxError) != kAnswerYes) return false;
-    }
 }
 
 /// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.

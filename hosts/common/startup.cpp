@@ -3,13 +3,15 @@
 #include "foundation/messagetable.h"
 #include "frame/configfolderdialog.h"
 #include "frame/startupservices.h"
+#include "hosts/common/tell.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "platform/codepage.h"
 #include "platform/lasterror.h"
+#include "stores/openstore.h"
 #include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
-#include "suite/hostsetup/hostsetup.h"
 
 namespace connectdialog::hosts {
 
@@ -35,6 +37,36 @@ bool AskForStoreFolder(const VIcon* icon) {
     text.Format(u"无法记住这个文件夹：%1", FindSystemMessage(platform::GetLastErrorCode()));
     VMessageBox(nullptr, text, kBoxError);
     return false;
+}
+
+std::string FindStoreUrl(const std::string& told) {
+    const VUnicodeString url = told.empty() ? stores::GetDefaultStoreUrl() : VUnicodeString(told.c_str());
+    return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
+}
+
+HostParts MakeHostParts(const std::string& storeUrl) {
+    HostParts parts;
+    const VUnicodeString url(storeUrl.c_str());
+    parts.commandLine = u"--window --store \""_v + url + u"\"";
+    parts.needsTerminal = true;  // to open one session, as a shortcut does
+    parts.shortcutOptions = GetStoreOptions(url);
+    return parts;
+}
+
+std::unique_ptr<VProfileStoreFactory> OpenStoreInWindow(const HostKind& kind, const std::string& storeUrl,
+                                                        const HostParts& parts) {
+    while (true) {
+        VUnicodeString notice;
+        auto store = OpenReferenceStore(kind.appName, VUnicodeString(storeUrl.c_str()), notice, parts);
+        if (store) {
+            if (!notice.IsEmpty()) VMessageBox(nullptr, notice, kBoxWarning);
+            return store;
+        }
+        Tell(kind, notice);
+        const VUnicodeString question =
+            u"无法打开会话存储。\n\n" + notice + u"\n\n是否重试？（--store 可指定另一个存储）";
+        if (VMessageBox(nullptr, question, kBoxYesNo | kBoxError) != kAnswerYes) return nullptr;
+    }
 }
 
 void RemindOfUpdates(VWindow* parent) {

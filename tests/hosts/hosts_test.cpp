@@ -295,6 +295,36 @@ TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
     EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
 }
 
+TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
+    EXPECT_NE(Run({}, WAKESTONE_PROGRAM, {"QT_QPA_PLATFORM=offscreen"}).errors.find("no tray"), std::string::npos);
+    EXPECT_EQ(Run({"--window", "/S", "absent"}, WAKESTONE_PROGRAM).exitCode, 1) << "norhalden's";
+    if (!std::filesystem::exists("/usr/bin/dbus-run-session") || !std::filesystem::exists("/usr/bin/xvfb-run") ||
+        RunProcess({"/usr/bin/python3", "-c", "import dbus, gi"}).exitCode != 0)
+        GTEST_SKIP() << "the Debian package xvfb, dbus or python3-dbus is not there";
+    WriteTerminal();
+    {
+        VReportMessageParams report;
+        const auto store = stores::OpenProfileStoreFactory(VUnicodeString(StoreUrl().c_str()), report);
+        InstallReferenceSuite(u"NorHalden"_v, *store);
+        for (int i = 100; i < 150; ++i)
+            AddFolderEntry(u"Nothing", VUnicodeString(std::to_string(i).c_str()), u"", false);
+        InstallReferenceSuite(u"NorHalden"_v, *factory);
+    }
+    // The last path tells the menus on its way.
+    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u9000\u51FA(_X)";
+    const ProcessResult result = Run(
+        {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", HOSTS_DATA "/../../tests/hosts/faketray.py", paths,
+         WAKESTONE_PROGRAM, "--store", StoreUrl()},
+        "/usr/bin/dbus-run-session", {"QT_QPA_PLATFORM=xcb", "PATH=" + scratch.GetPath().string() + ":/usr/bin:/bin"});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    for (const char* menu :
+         {"Nothing | Servers | files", "Inner | -x", "100 \u2014 139 | 140 \u2014 149", "\uFF08\u7A7A\uFF09\n"})
+        EXPECT_NE(result.output.find(menu), std::string::npos) << menu << result.output;
+    const std::string opened = WaitForOpened(8);
+    for (const char* host : {"<deep.example>", "<files.example>"})
+        EXPECT_NE(opened.find(host), std::string::npos) << opened;
+}
+
 TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
     const ProcessResult result =
         Run({"--keys", "Return Return Escape", "--store", "sqlite:/"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
@@ -309,7 +339,7 @@ TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
 TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
     const std::string checker = platform::FindProgram("desktop-file-validate");
     if (checker.empty()) GTEST_SKIP() << "the Debian package desktop-file-utils is not there";
-    for (const char* name : {"norhalden", "tessaly"}) {
+    for (const char* name : {"norhalden", "tessaly", "wakestone"}) {
         const ProcessResult result = RunProcess({checker, std::string(HOSTS_DATA "/") + name + ".desktop"});
         EXPECT_EQ(result.exitCode, 0) << result.output;
         EXPECT_EQ(result.output, "");
