@@ -11,9 +11,12 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
+#include "hosts/common/hostrun.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hostwindow.h"
+#include "hosts/common/mainwindow.h"
 #include "hosts/common/quickstart.h"
+#include "hosts/common/sessionreport.h"
 #include "hosts/common/startup.h"
 #include "hosts/common/tell.h"
 #include "hosts/common/terminalemulator.h"
@@ -33,7 +36,7 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 constexpr char kUsage[] =
-    "usage: HOST [--store URL]\n"
+    "usage: HOST [--store URL] [--main]\n"
     "       HOST [--store URL] --quick ADDRESS | --link ADDRESS\n"
     "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
     "       HOST --terminal COMMAND\n"
@@ -41,7 +44,7 @@ constexpr char kUsage[] =
     "\n"
     "PURPOSE\n"
     "Without a session it shows the connect dialog, or quick connect where the user wants that at the start, and\n"
-    "opens what is chosen there.\n"
+    "opens what is chosen there; without a terminal, its main window with that dialog over it, if any.\n"
     "\n"
     "  /S PATH               open the session, in this terminal; several one after the other. The names of\n"
     "                        a path are separated by \"\\\"\n"
@@ -50,6 +53,7 @@ constexpr char kUsage[] =
     "                        brackets, or ssh://, telnet:// or sftp:// before it\n"
     "  --link ADDRESS        the same for a link of another program; a window tells what is wrong with it\n"
     "  --window              open each session in a window of a terminal emulator instead\n"
+    "  --main                show the main window, also from a terminal\n"
     "  --wait                when a client failed, wait for the Return key before ending\n"
     "  --encoded             what follows options from here on is percent-encoded\n"
     "  --terminal COMMAND    remember the command for such windows, as \"gnome-terminal --tab --\"; the empty\n"
@@ -95,7 +99,7 @@ namespace {
 /// One run with what the command line asks for.
 class Host {
   public:
-    Host(const HostKind& kind, const HostOptions& options) : kind(kind), options(options) {
+    Host(const HostKind& kind, const HostOptions& options) : kind(kind), options(options), run{kind, {}} {
         SetAppName(kind.appName);
         FindStore();
     }
@@ -111,19 +115,18 @@ class Host {
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
-    bool FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const;
     void LetUserChoose();
+    bool ShowMainWindow(const VIcon* icon);
+    void ShowFirstDialog(MainWindow& window);
     bool ShowChoice(bool hasTabs, bool& isInTab);
     bool TakeChosen(VUnicodeString& fault);
-    bool TakeResults(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
     int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode = kFailed);
     bool ConfirmMany();
 
     const HostKind& kind;
     const HostOptions& options;
-    std::string ownUrl;
-    std::string storeUrl;
+    HostRun run;
     HostParts parts;
     std::unique_ptr<VProfileStoreFactory> store;
     std::vector<HostSession> sessions;
@@ -133,16 +136,16 @@ class Host {
 };
 
 void Host::FindStore() {
-    ownUrl = FindStoreUrl({});
-    storeUrl = options.store.empty() ? ownUrl : FindStoreUrl(options.store);
+    run.storeUrl = FindStoreUrl(options.store);
+    run.isOwnStore = run.storeUrl == FindStoreUrl({});
     VIcon* const icon = parts.icon;
-    parts = MakeHostParts(storeUrl);
+    parts = MakeHostParts(run.storeUrl);
     parts.help = ShowHelp;
     parts.icon = icon;
 }
 
 bool Host::OpenStore(VUnicodeString& notice) {
-    store = OpenReferenceStore(kind.appName, VUnicodeString(storeUrl.c_str()), notice, parts);
+    store = OpenReferenceStore(kind.appName, VUnicodeString(run.storeUrl.c_str()), notice, parts);
     return store != nullptr;
 }
 
@@ -153,21 +156,13 @@ bool Host::FindSessions(VUnicodeString& fault) {
         const bool isRoot = folder.find_first_not_of('\\') == std::string::npos;
         if (!AddSessionsIn(isRoot ? VUnicodeString() : VUnicodeString(folder.c_str()), sessions, fault)) return false;
     }
-    if (!options.client.empty()) sessions.push_back({{}, {options.client, {}, {}}, false});
+    if (!options.client.empty()) sessions.push_back({{}, {}, {}, {options.client, {}, {}}, false});
     return true;
-}
-
-bool Host::FindTerminal(TerminalEmulator& terminal, VUnicodeString& fault) const {
-    const VRef<GlobalConfig> settings = FetchGlobalConfig();
-    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
-    // Another store may be somebody else's, who has no say in which programs run here.
-    const bool isOwn = storeUrl == ownUrl && global != nullptr;
-    return TerminalEmulator::Find(isOwn ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
 }
 
 int Host::SetTerminal() {
     VUnicodeString notice;
-    if (storeUrl != ownUrl) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
+    if (!run.isOwnStore) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
     if (!OpenStore(notice)) return Fail(kind, notice);
     if (!notice.IsEmpty()) Tell(kind, notice);
     const VRef<GlobalConfig> settings = FetchGlobalConfig();
@@ -180,6 +175,7 @@ int Host::SetTerminal() {
 }
 
 int Host::OpenSessions() {
+    SessionReport report(options.report);
     VUnicodeString notice;
     const bool isFound = OpenStore(notice) && FindSessions(notice);
     if (isFound && !notice.IsEmpty()) Tell(kind, notice);
@@ -187,9 +183,12 @@ int Host::OpenSessions() {
         const bool canOpen = isFound && HaveClients(sessions, notice);
         return canOpen ? OpenInWindowsOfTheirOwn() : ShowFault(notice, nullptr);
     }
-    if (!isFound) return Fail(kind, notice);
+    if (!isFound) {
+        report.Fail();
+        return Fail(kind, notice);
+    }
     store.reset();
-    return RunHere(kind, sessions);
+    return RunHere(kind, sessions, report);
 }
 
 int Host::OpenInWindowsOfTheirOwn() {
@@ -201,7 +200,8 @@ int Host::OpenInWindowsOfTheirOwn() {
         if (window && !ConfirmMany()) return 0;
     }
     const bool inTab = FetchGlobalConfig()->openInTab.Get();
-    if (FindTerminal(terminal, fault) && OpenInWindows(terminal, inTab, storeUrl, sessions, fault)) return 0;
+    if (FindHostTerminal(run, terminal, fault) && OpenInWindows(terminal, inTab, run.storeUrl, sessions, fault))
+        return 0;
     return ShowFault(fault, std::move(window));
 }
 
@@ -232,13 +232,23 @@ int Host::ShowDialog() {
                                   VUnicodeString(kind.program) + u" /S PATH\" opens one in this terminal");
         parts.icon = window->GetIcon();
         if (!FindStoreInWindow()) return kFailed;
-        store = OpenStoreInWindow(kind, storeUrl, parts);
+        store = OpenStoreInWindow(kind, run.storeUrl, parts);
         if (!store) return kFailed;
-        RemindOfUpdates(nullptr);
-        LetUserChoose();
+        // Who brings an address wants quick connect and no more.
+        const bool wantsMain = options.isMain || (!address && !platform::HasTerminal());
+        if (!wantsMain || !ShowMainWindow(window->GetIcon())) LetUserChoose();
         store.reset();
     }
-    return sessions.empty() ? 0 : RunHere(kind, sessions);
+    SessionReport nobody{{}};
+    return sessions.empty() ? 0 : RunHere(kind, sessions, nobody);
+}
+
+/// False where there is none.
+bool Host::ShowMainWindow(const VIcon* icon) {
+    MainWindow window(run);
+    if (!window.Create(icon)) return false;
+    window.Run([&] { ShowFirstDialog(window); });
+    return true;
 }
 
 int Host::QuickConnect() {
@@ -261,22 +271,32 @@ bool Host::FindStoreInWindow() {
 
 /// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
 void Host::LetUserChoose() {
+    RemindOfUpdates(nullptr);
     isQuick = address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
-        const bool hasTabs = FindTerminal(terminal, ignored) && terminal.HasTabs();
+        const bool hasTabs = FindHostTerminal(run, terminal, ignored) && terminal.HasTabs();
         bool isInTab = false;
         if (!ShowChoice(hasTabs, isInTab)) return;
         VUnicodeString fault;
         bool isDone = TakeChosen(fault);
         if (isDone && sessions.size() == 1 && platform::HasTerminal()) return;
-        isDone = isDone && FindTerminal(terminal, fault) &&
-                 OpenInWindows(terminal, isInTab && hasTabs, storeUrl, sessions, fault);
+        isDone = isDone && FindHostTerminal(run, terminal, fault) &&
+                 OpenInWindows(terminal, isInTab && hasTabs, run.storeUrl, sessions, fault);
         sessions.clear();
         if (isDone) return;
         VMessageBox(nullptr, fault, kBoxWarning);
     }
+}
+
+/// Over the main window, once it shows.
+void Host::ShowFirstDialog(MainWindow& window) {
+    RemindOfUpdates(&window.GetWindow());
+    if (address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect)
+        window.AskQuickConnect();
+    else if (GetStartupDialog() == StartupDialog::kConnect)
+        window.ShowConnect();
 }
 
 bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
@@ -287,21 +307,10 @@ bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
 }
 
 bool Host::TakeChosen(VUnicodeString& fault) {
-    if (!isQuick) return TakeResults(fault) && HaveClients(sessions, fault);
+    if (!isQuick) return TakeChosenSessions(sessions, fault);
     // One that is saved already is found in the connect dialog, should this fail: once more here would save it twice.
     isQuick = !connection->IsStored();
     return AddSession(*connection, sessions, fault) && HaveClients(sessions, fault);
-}
-
-bool Host::TakeResults(VUnicodeString& fault) {
-    bool isUsable = GetConnectDialogSessionConfigCount() > 0;
-    if (!isUsable) fault = u"no chosen session is one that this program opens"_v;
-    for (unsigned i = 0; isUsable && i < GetConnectDialogSessionConfigCount(); ++i) {
-        const VRef<ISessionConfig> session = VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(i));
-        isUsable = AddSession(*session, sessions, fault);
-    }
-    CleanupConnectDialogSessionConfigs();
-    return isUsable;
 }
 
 int Run(const HostKind& kind, const HostOptions& options) {

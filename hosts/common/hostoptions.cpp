@@ -79,6 +79,8 @@ bool Reader::ReadOne(std::string_view argument) {
     if (argument == "--version") return Set(HostAction::kVersion);
     if (argument == "--encoded") return isEncoded = true;
     if (argument == "--window") return options.isInWindow = true;
+    if (argument == "--main") return options.isMain = true;
+    if (argument == "--report") return Value(options.report);
     if (argument == "--wait") return options.waitsAtEnd = true;
     if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal.emplace());
     if (argument == "--quick") return ReadAddress(false);
@@ -101,8 +103,9 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
     options = HostOptions();
     if (!Reader(arguments, options, fault).ReadAll()) return false;
     const bool opensSome = !options.paths.empty() || !options.folders.empty() || !options.client.empty();
-    if (int{opensSome} + int{options.terminal.has_value()} + int{options.address.has_value()} <= 1) return true;
-    fault = "--terminal, --quick, --link and sessions exclude each other";
+    const int tasks = int{opensSome} + int{options.terminal.has_value()} + int{options.address.has_value()};
+    if (tasks == 0 || (tasks == 1 && (options.address || !options.isMain))) return true;
+    fault = "--terminal, --quick, --link and sessions exclude each other, and --main goes with an address alone";
     return false;
 }
 
@@ -135,12 +138,11 @@ bool PercentDecode(std::string_view text, std::string& decoded) {
     return true;
 }
 
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path) {
-    return {"--wait", "--encoded", "--store", PercentEncode(storeUrl), "/S", PercentEncode(path)};
-}
-
-std::vector<std::string> MakeClientArguments(const std::string& storeUrl, const std::vector<std::string>& client) {
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
+                                             const std::vector<std::string>& client, const std::string& reportWord) {
     std::vector<std::string> words = {"--wait", "--encoded", "--store", PercentEncode(storeUrl)};
+    if (!reportWord.empty()) words.insert(words.end(), {"--report", PercentEncode(reportWord)});
+    if (client.empty()) words.insert(words.end(), {"/S", PercentEncode(path)});
     for (const std::string& word : client) words.insert(words.end(), {"--client", PercentEncode(word)});
     return words;
 }

@@ -29,16 +29,20 @@ struct HostOptions {
     std::optional<std::string> terminal;
     /// Sessions open in windows of a terminal emulator, also where there is a terminal.
     bool isInWindow = false;
+    /// The main window is wanted, also where there is a terminal.
+    bool isMain = false;
+    /// Who is told how the session fares; see sessionreport.h. Empty: nobody.
+    std::string report;
     /// A failure is left on the screen until the user has read it.
     bool waitsAtEnd = false;
 };
 
-/// Reads the arguments behind the program's name: `[--store URL] [--window] [--wait]`, then `/S PATH` and
+/// Reads the arguments behind the program's name: `[--store URL] [--main] [--window] [--wait]`, then `/S PATH` and
 /// `/SESSION_FOLDER PATH`, each any number of times and in any case; or `--quick ADDRESS`, `--link ADDRESS`,
 /// `--terminal COMMAND`, `--help`, `--version`. Without any of them the dialog is wanted, and so it is by a last
 /// `--link` without an address, as a desktop starts a program that it has no link for. What follows an option is its
 /// value, whatever it looks like. The values behind `--encoded` are percent-encoded; `--client WORD`, once a word, is
-/// what MakeClientArguments makes.
+/// for MakeWindowArguments.
 /// On failure: false, and `fault` says in one line what is wrong.
 bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault);
 
@@ -50,9 +54,10 @@ std::string PercentEncode(std::string_view text);
 /// On failure: false, and `decoded` means nothing.
 bool PercentDecode(std::string_view text, std::string& decoded);
 
-/// The arguments, without the program's name, that open the session like this in a window of its own.
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path);
-/// The same for a client's words, where no session in the store has them. `storeUrl` is that of the running program.
-std::vector<std::string> MakeClientArguments(const std::string& storeUrl, const std::vector<std::string>& client);
+/// The arguments, without the program's name, that open the session like this in a window of its own and tell that the
+/// main window which `reportWord` names; empty: nobody. `client` is what runs for a connection that no store has, and
+/// is empty for a session, which `path` names.
+std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
+                                             const std::vector<std::string>& client, const std::string& reportWord);
 
 }  // namespace connectdialog::hosts

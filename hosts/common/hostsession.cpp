@@ -7,9 +7,12 @@
 #include "foundation/messagetable.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
+#include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
+#include "hosts/common/sessionreport.h"
 #include "hosts/common/tell.h"
 #include "hosts/common/terminalemulator.h"
+#include "imports/connectconfig.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "platform/modules.h"
@@ -19,6 +22,7 @@
 #include "sessiondb/runningsessions.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
+#include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
 
 namespace connectdialog::hosts {
@@ -27,8 +31,6 @@ namespace {
 
 /// Exit codes of clients that did not end by themselves: the user wants no more of this.
 constexpr int kEndedBySignal = 128;
-/// So long the first window is watched: what opened it may end at once.
-constexpr std::chrono::milliseconds kWindowPatience{700};
 
 /// Names the session, of perhaps a hundred, where the report does not.
 VUnicodeString DescribeFault(const VUnicodeString& path, VReportMessageParams& report) {
@@ -48,6 +50,14 @@ bool AddSession(const ISessionConfig& session, std::vector<HostSession>& session
         fault = DescribeFault(added.path, report);
         return false;
     }
+    const bool isTransfer = GetAppKind() == AppKind::kTessaly;
+    if (isTransfer)
+        session.GetTransferProtocolName(added.protocol);
+    else
+        session.GetProtocolName(added.protocol);
+    const ConnectConfig* config = isTransfer ? session.GetTransferConnectConfig() : session.GetConnectConfig();
+    if (config != nullptr) config->GetHostName(added.host);
+    if (!added.isStored) added.path = added.host;
     sessions.push_back(std::move(added));
     return true;
 }
@@ -97,7 +107,20 @@ bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault
     return true;
 }
 
-int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
+bool TakeChosenSessions(std::vector<HostSession>& sessions, VUnicodeString& fault) {
+    bool isUsable = GetConnectDialogSessionConfigCount() > 0;
+    if (!isUsable) fault = u"no chosen session is one that this program opens"_v;
+    for (unsigned i = 0; isUsable && i < GetConnectDialogSessionConfigCount(); ++i) {
+        const VRef<ISessionConfig> session = VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(i));
+        isUsable = AddSession(*session, sessions, fault);
+    }
+    CleanupConnectDialogSessionConfigs();
+    isUsable = isUsable && HaveClients(sessions, fault);
+    if (!isUsable) sessions.clear();
+    return isUsable;
+}
+
+int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, SessionReport& told) {
     RunningSessionsHost host(kind.frameClass);
     if (host.GetError() != 0) {
         VReportMessageParams report(host.GetError());
@@ -111,7 +134,9 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
             if (sessions[rest].isStored) open.Add(sessions[rest].path);
         host.SetPaths(open);
         if (!command.note.empty()) Tell(kind, command.note);
+        told.Open();
         if (!platform::RunAndWait(command.arguments, exitCode)) {
+            told.Fail();
             // What could not be started cannot be become either, and is told in full then.
             VReportMessageParams report;
             BecomeClient(command, report);
@@ -120,24 +145,38 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions) {
         }
         if (exitCode >= kEndedBySignal) break;
     }
+    told.End(exitCode);
     return exitCode;
+}
+
+bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeString& fault) {
+    const VRef<GlobalConfig> settings = FetchGlobalConfig();
+    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
+    const bool mayName = run.isOwnStore && global != nullptr;
+    return TerminalEmulator::Find(mayName ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
+}
+
+std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
+                                           const HostSession& session, const std::string& reportWord) {
+    const std::vector<std::string> client = session.isStored ? std::vector<std::string>() : session.command.arguments;
+    std::vector<std::string> words =
+        MakeWindowArguments(storeUrl, platform::ToNarrow(session.path), client, reportWord);
+    words.insert(words.begin(), platform::ToNativePath(platform::GetExecutablePath()));
+    return terminal.MakeCommand(words, isInTab);
+}
+
+bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseconds patience, VUnicodeString& fault) {
+    if (platform::StartProgram(command, patience)) return true;
+    fault.Format(u"the terminal emulator %1 cannot open a window: %2", VUnicodeString(command.front().c_str()),
+                 FindSystemMessage(platform::GetLastErrorCode()));
+    return false;
 }
 
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    const std::string program = platform::ToNativePath(platform::GetExecutablePath());
     std::chrono::milliseconds patience = kWindowPatience;
     for (const HostSession& session : sessions) {
-        std::vector<std::string> words = session.isStored
-                                             ? MakeWindowArguments(storeUrl, platform::ToNarrow(session.path))
-                                             : MakeClientArguments(storeUrl, session.command.arguments);
-        words.insert(words.begin(), program);
-        const std::vector<std::string> command = terminal.MakeCommand(words, isInTab);
-        if (!platform::StartProgram(command, patience)) {
-            fault.Format(u"the terminal emulator %1 cannot open a window: %2", VUnicodeString(command.front().c_str()),
-                         FindSystemMessage(platform::GetLastErrorCode()));
-            return false;
-        }
+        if (!StartWindow(MakeWindowCommand(terminal, isInTab, storeUrl, session, {}), patience, fault)) return false;
         patience = {};
     }
     return true;

@@ -1,10 +1,13 @@
 // The sessions that a host was told to open, and the ways in which it does.
 #pragma once
 
+#include <chrono>
+#include <string>
 #include <vector>
 
 #include "foundation/vunicodestring.h"
 #include "hosts/common/hostkind.h"
+#include "hosts/common/hostrun.h"
 #include "suite/protocols/launchcommand.h"
 
 namespace connectdialog {
@@ -13,12 +16,16 @@ class ISessionConfig;
 
 namespace connectdialog::hosts {
 
+class SessionReport;
 class TerminalEmulator;
 
 struct HostSession {
     VUnicodeString path;
+    VUnicodeString protocol;
+    VUnicodeString host;
     LaunchCommand command;
-    bool isStored = true;  ///< else no other process finds it at its path
+    /// Else no process finds it in the store, and the path is only what it is called by.
+    bool isStored = true;
 };
 
 /// Adds what opens the session. On failure: false, `fault` tells why, and nothing is added.
@@ -31,12 +38,27 @@ bool AddSessionsIn(const VUnicodeString& folder, std::vector<HostSession>& sessi
 /// Whether all their clients are installed. On failure: false, and `fault` tells which one is not.
 bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault);
 
+/// The same for what was chosen in the connect dialog, all or none; their clients must be installed. The dialog's
+/// results are released.
+bool TakeChosenSessions(std::vector<HostSession>& sessions, VUnicodeString& fault);
+
 /// Runs one client after the other in this terminal, until one is ended by a signal, and tells others meanwhile which
 /// sessions are still to end. Gives the exit code of the last client.
-int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions);
+int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, SessionReport& report);
 
-/// Lets the terminal emulator open each in a window, or in a tab, where this program runs again for it.
-/// On failure: false, and `fault` tells why; those before it are open.
+/// The terminal emulator in whose windows sessions open: the one that the user's own store names, or the system's.
+/// On failure: false, and `fault` tells in words what is missing.
+bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeString& fault);
+
+/// So long the first of several windows is watched: what opened it may end at once.
+inline constexpr std::chrono::milliseconds kWindowPatience{700};
+/// The command that opens the session in a window, or in a tab, where this program runs again for it. `reportWord`: see
+/// sessionreport.h; empty: nobody is told.
+std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
+                                           const HostSession& session, const std::string& reportWord);
+/// Runs it. On failure: false, and `fault` tells why. From any thread.
+bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseconds patience, VUnicodeString& fault);
+/// Opens each like this. On failure: false, and `fault` tells why; those before it are open.
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault);
 

@@ -255,7 +255,6 @@ class ConnectDialogBase : public VDialog {
 
     // Editing.
     TreeItem GetTargetFolder();
-    bool EditNewSession(ISessionConfig& config);
     void StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName);
     void FinishFreshFolder(TreeItem item, const VUnicodeString& wanted);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "connectdialog/connectdialogbase.h"
+#include "connectdialog/newsession.h"
 #include "connectdialog/quietselection.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
@@ -44,7 +45,10 @@ void ConnectDialogBase::NewSession() {
     const VUnicodeString name = MakeUniqueName(path, u"New"_v);
     config->SetPath(path);
     config->SetName(name);
-    if (EditNewSession(*config)) StoreNewSession(target, *config, name);
+    const auto wizard = [this](ISessionConfig& session, std::int64_t& result, bool& useWizard) {
+        return RunNewSessionWizard(session, result, useWizard);
+    };
+    if (EditNewSession(*config, wizard, this)) StoreNewSession(target, *config, name);
 }
 
 void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName) {

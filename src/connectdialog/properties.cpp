@@ -4,11 +4,11 @@
 
 #include "config/protocolchoice.h"
 #include "connectdialog/connectdialogbase.h"
+#include "connectdialog/newsession.h"
 #include "connectdialog/quietselection.h"
 #include "foundation/vreportmessageparams.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
-#include "imports/hostcallbacks.h"
 #include "profile/unitofwork.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
@@ -19,34 +19,8 @@ namespace connectdialog {
 namespace {
 
 constexpr std::uint32_t kManySessionsMessage = 0x61090002;
-constexpr int kPageModeOne = 0;
-constexpr int kPageModeSeveral = 4;
 constexpr int kNoticePicture = 1;
 constexpr unsigned kNoHelp = 0xFFFFFFFF;
-
-/// The page of the options dialog that is shown first, for as long as it lives.
-class FirstOptionsPage {
-  public:
-    FirstOptionsPage() : global(FetchGlobalConfig()), former(global->optionsPagePath.Get()) {
-        global->optionsPagePath.Set(u"Connection+"_v);
-    }
-    ~FirstOptionsPage() {
-        if (isRestored) global->optionsPagePath.Set(former);
-    }
-    FirstOptionsPage(const FirstOptionsPage&) = delete;
-    FirstOptionsPage& operator=(const FirstOptionsPage&) = delete;
-    void Keep() { isRestored = false; }
-
-  private:
-    VRef<GlobalConfig> global;
-    VUnicodeString former;
-    bool isRestored = true;
-};
-
-bool RunOptions(ISessionConfig& config, int pageMode, bool multiEdit, bool isNew, VWindow* parent) {
-    const SessionOptionsFunction options = GetHostCallbacks().sessionOptions;
-    return options != nullptr && options(&config, pageMode, multiEdit, isNew, parent) == kDialogAccepted;
-}
 
 /// That a side is to have no protocol any more is no change that a session tells, and none that is copied.
 class RemovedProtocols {
@@ -88,21 +62,6 @@ bool ConnectDialogBase::RunNewSessionWizard(ISessionConfig& config, std::int64_t
     return LaunchNewSessionWizard(config, this, result, useWizard);
 }
 
-/// False when the user gave up.
-bool ConnectDialogBase::EditNewSession(ISessionConfig& config) {
-    const FirstOptionsPage page;
-    const VRef<GlobalConfig> global = FetchGlobalConfig();
-    VProfile<bool>& useWizard = global->useNewSessionWizard;
-    std::int64_t result = kDialogCancelled;
-    bool wantsWizard = true;
-    if (useWizard.Get() && RunNewSessionWizard(config, result, wantsWizard)) {
-        if (result != VWizardSheet::kFinished) return false;
-        useWizard.Set(wantsWizard);
-        if (wantsWizard) return true;
-    }
-    return RunOptions(config, kPageModeOne, false, true, this);
-}
-
 void ConnectDialogBase::EditProperties() {
     const VArray<TreeItem> list = CollectSelection(Collect::kSessionsInSelection);
     if (list.IsEmpty()) return;
@@ -123,7 +82,7 @@ void ConnectDialogBase::EditProperties() {
                                        kNoticePicture, kNoHelp) != 1)
                 return page.Keep();
         }
-        if (!RunOptions(*config, isMulti ? kPageModeSeveral : kPageModeOne, isMulti, false, this)) return;
+        if (!RunSessionOptions(*config, isMulti ? kPageModeSeveral : kPageModeOne, isMulti, false, this)) return;
     }
     const bool isChanged = removed.Find(*config) || config->IsChanged();
     const auto edit = [&](ISessionConfig& other) {

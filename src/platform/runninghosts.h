@@ -30,11 +30,20 @@ struct HostMessage {
 /// Answers a message with a number. Runs on the announcement's own thread; what it uses with others it guards.
 using HostMessageHandler = std::function<std::uint64_t(const HostMessage& message)>;
 
+/// Told the last message of a connection that ended, on the announcement's own thread; not those that the announcement
+/// ends itself.
+using HostGoneHandler = std::function<void(const HostMessage& last)>;
+
+/// Means nothing to others.
+using HostName = std::string;
+
 /// This application, announced as long as the object lives.
 class HostAnnouncement {
   public:
     /// `className` is any text that is not empty. One process may announce itself more than once.
     HostAnnouncement(std::u16string_view className, HostMessageHandler handler);
+    /// The same for one that is sent messages through a HostConnection, and learns when such a connection ends.
+    HostAnnouncement(std::u16string_view className, HostMessageHandler handler, HostGoneHandler gone);
     /// Waits for an answer that is being given.
     ~HostAnnouncement();
     HostAnnouncement(const HostAnnouncement&) = delete;
@@ -42,15 +51,14 @@ class HostAnnouncement {
 
     /// 0, or the error for which the application could not be announced: others do not find it then.
     std::uint32_t GetError() const { return error; }
+    /// Under which this announcement alone is reached.
+    const HostName& GetName() const;
 
   private:
     class Listener;
     std::unique_ptr<Listener> listener;
     std::uint32_t error = 0;
 };
-
-/// A host's name, for SendToHosts. Means nothing to others.
-using HostName = std::string;
 
 struct FoundHosts {
     std::vector<HostName> names;  ///< some may have died without a word
@@ -75,5 +83,23 @@ struct HostAnswer {
 /// The answers are in the order of the hosts.
 std::vector<HostAnswer> SendToHosts(const std::vector<HostName>& hosts, std::uint32_t message, std::uint64_t first,
                                     std::uint64_t second, std::chrono::steady_clock::time_point deadline);
+
+/// A connection that lasts, over which a host learns when this process ends, also when it is killed.
+class HostConnection {
+  public:
+    /// `host` may come from anywhere. What is no host's name, or that of one that is gone, makes no connection.
+    explicit HostConnection(const HostName& host);
+    ~HostConnection();
+    HostConnection(const HostConnection&) = delete;
+    HostConnection& operator=(const HostConnection&) = delete;
+
+    /// Sends one message and waits for its answer, up to two seconds. On failure: false, and so is every later call.
+    bool Send(std::uint32_t message, std::uint64_t first, std::uint64_t second);
+
+  private:
+    void Close();
+
+    int socket = -1;
+};
 
 }  // namespace connectdialog::platform

@@ -59,6 +59,7 @@ std::span<const MemberAccess<ReferenceGlobalConfig>> ReferenceGlobalConfig::Memb
         kMember<&Self::updateReminderSuppressed>,
         kMember<&Self::lastUpdateReminder>,
         kMember<&Self::terminalCommand>,
+        kMember<&Self::mainWindowPlacement>,
     };
     return kMembers;
 }
@@ -103,6 +104,7 @@ void ReferenceGlobalConfig::LoadMembers(VProfileKey& key) {
     updateReminderSuppressed.Load(&key, u"Update Reminder Suppressed"_v, 0);
     lastUpdateReminder.Load(&key, u"Last Update Reminder"_v, 0);
     terminalCommand.Load(&key, u"Terminal Command"_v, VUnicodeString());
+    mainWindowPlacement.Load(&key, u"Main Window Placement"_v, VWindowPlacement::Unplaced());
 }
 
 bool ReferenceGlobalConfig::Write(VProfileData& settings, bool force) {

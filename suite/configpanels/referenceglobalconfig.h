@@ -26,6 +26,8 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
 
     /// The command that opens a window with a terminal for a session, as words of a command line; empty: the system's.
     VProfileText terminalCommand;
+    /// Of the hosts' main windows; an empty normal rectangle: none was placed.
+    VProfileWindowPlacement mainWindowPlacement;
 
   private:
     ~ReferenceGlobalConfig() override = default;

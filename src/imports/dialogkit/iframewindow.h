@@ -39,6 +39,8 @@ class IFrameEvents {
     virtual void OnSelectionChanged() = 0;
     /// The user wants to close the window. False: it stays.
     virtual bool OnFrameClose() = 0;
+    /// Wake was called.
+    virtual void OnFrameWoken() = 0;
 };
 
 /// Dialogs can stand over it. A menu or a bar that is set anew takes the place of the one before.
@@ -48,6 +50,9 @@ class IFrameWindow : public VWindow {
     virtual void Run() = 0;
     /// Ends Run as soon as the event at hand is over.
     virtual void Close() = 0;
+    /// Lets Run call OnFrameWoken soon; several calls before that may count as one. From any thread, as long as the
+    /// window lives.
+    virtual void Wake() = 0;
 
     virtual void SetTitle(const VUnicodeString& title) = 0;
     virtual void SetIcon(const VIcon& icon) = 0;

@@ -1,4 +1,5 @@
 // The side of platform/runninghosts.h that answers.
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -6,6 +7,7 @@
 #include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
@@ -28,6 +30,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kMostPeers = 16;
+/// With connections that last.
+constexpr std::size_t kMostLastingPeers = 512;
 constexpr int kBacklog = 16;
 /// What a peer has for sending its message once it is connected.
 constexpr std::chrono::seconds kPeerPatience{2};
@@ -39,6 +43,7 @@ constexpr std::time_t kLongestMaking = 60;
 struct Peer {
     int socket;
     Clock::time_point until;
+    std::optional<HostPacket> last;  ///< of a connection that lasts
 };
 
 std::string RandomDigits() {
@@ -70,8 +75,9 @@ void RemoveUnfinishedSockets(int folder) {
 /// The socket and the thread that serves it.
 class HostAnnouncement::Listener {
   public:
-    explicit Listener(HostMessageHandler handler)
+    Listener(HostMessageHandler handler, HostGoneHandler gone)
         : handler(std::move(handler)),
+          gone(std::move(gone)),
           folder(OpenRuntimeFolder()),
           socket(MakeHostSocket()),
           wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
@@ -108,6 +114,8 @@ class HostAnnouncement::Listener {
         return true;
     }
 
+    const std::string& GetName() const { return name; }
+
   private:
     /// Signals are for the threads that the application knows of.
     void StartThread() {
@@ -123,8 +131,11 @@ class HostAnnouncement::Listener {
         while (true) {
             std::vector<pollfd> events = {{wake.number, POLLIN, 0}};
             for (const Peer& peer : peers) events.push_back({peer.socket, POLLIN, 0});
-            if (peers.size() < kMostPeers) events.push_back({socket.number, POLLIN, 0});
-            poll(events.data(), static_cast<nfds_t>(events.size()), peers.empty() ? -1 : 100);
+            const std::size_t most = gone ? kMostLastingPeers : kMostPeers;
+            if (peers.size() < most) events.push_back({socket.number, POLLIN, 0});
+            const bool hasDeadline =
+                !std::ranges::all_of(peers, [](const Peer& peer) { return peer.last.has_value(); });
+            poll(events.data(), static_cast<nfds_t>(events.size()), hasDeadline ? 100 : -1);
             if (events[0].revents != 0) break;
             ServePeers(events);
             if (events.back().fd == socket.number && events.back().revents != 0) Accept();
@@ -137,7 +148,7 @@ class HostAnnouncement::Listener {
         const Clock::time_point now = Clock::now();
         std::vector<Peer> waiting;
         for (std::size_t i = 0; i < peers.size(); ++i) {
-            const bool isServed = events[i + 1].revents != 0 && Answer(peers[i].socket);
+            const bool isServed = events[i + 1].revents != 0 && Answer(peers[i]);
             if (isServed || peers[i].until < now)
                 close(peers[i].socket);
             else
@@ -147,20 +158,28 @@ class HostAnnouncement::Listener {
     }
 
     /// True when nothing more is to be expected of the peer.
-    bool Answer(int peer) {
+    bool Answer(Peer& peer) {
         HostPacket packet;
-        const Received received = ReceivePacket(peer, packet);
-        if (received == Received::kPacket) {
-            const auto isAwaited = [peer] { return IsPeerThere(peer); };
-            SendPacket(peer, {packet.message, handler({packet.message, packet.first, packet.second, isAwaited}), 0});
+        const Received received = ReceivePacket(peer.socket, packet);
+        if (received == Received::kNothingYet) return false;
+        if (received != Received::kPacket) {
+            if (peer.last) gone(ToMessage(peer.socket, *peer.last));
+            return true;
         }
-        return received != Received::kNothingYet;
+        SendPacket(peer.socket, {packet.message, handler(ToMessage(peer.socket, packet)), 0});
+        if (!gone) return true;
+        peer.last = packet;
+        peer.until = Clock::time_point::max();
+        return false;
+    }
+    static HostMessage ToMessage(int peer, const HostPacket& packet) {
+        return {packet.message, packet.first, packet.second, [peer] { return IsPeerThere(peer); }};
     }
 
     void Accept() {
         const int peer = accept4(socket.number, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
         if (peer >= 0 && IsOwnPeer(peer))
-            peers.push_back({peer, Clock::now() + kPeerPatience});
+            peers.push_back({peer, Clock::now() + kPeerPatience, std::nullopt});
         else if (peer >= 0)
             close(peer);
         else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED)
@@ -168,6 +187,7 @@ class HostAnnouncement::Listener {
     }
 
     const HostMessageHandler handler;
+    const HostGoneHandler gone;
     const OwnedDescriptor folder;
     const OwnedDescriptor socket;
     const OwnedDescriptor wake;
@@ -177,7 +197,10 @@ class HostAnnouncement::Listener {
 };
 
 HostAnnouncement::HostAnnouncement(std::u16string_view className, HostMessageHandler handler)
-    : listener(std::make_unique<Listener>(std::move(handler))) {
+    : HostAnnouncement(className, std::move(handler), nullptr) {}
+
+HostAnnouncement::HostAnnouncement(std::u16string_view className, HostMessageHandler handler, HostGoneHandler gone)
+    : listener(std::make_unique<Listener>(std::move(handler), std::move(gone))) {
     if (className.empty())
         error = kInvalidParameter;
     else if (!listener->Start(className))
@@ -185,5 +208,9 @@ HostAnnouncement::HostAnnouncement(std::u16string_view className, HostMessageHan
 }
 
 HostAnnouncement::~HostAnnouncement() = default;
+
+const HostName& HostAnnouncement::GetName() const {
+    return listener->GetName();
+}
 
 }  // namespace connectdialog::platform

@@ -28,6 +28,8 @@ bool IsElsewhere() {
 
 /// How long a host whose queue is full is left alone.
 constexpr milliseconds kConnectPause{10};
+/// How long a connection that lasts waits for an answer.
+constexpr milliseconds kAnswerPatience{2000};
 
 milliseconds TimeUntil(Clock::time_point deadline) {
     return std::max(milliseconds(0), std::chrono::ceil<milliseconds>(deadline - Clock::now()));
@@ -151,6 +153,38 @@ std::vector<HostAnswer> SendToHosts(const std::vector<HostName>& hosts, std::uin
     } while (!std::ranges::all_of(dispatches, isSettled) && Clock::now() < deadline);
     for (const auto& dispatch : dispatches) answers.push_back(dispatch->GetAnswer());
     return answers;
+}
+
+HostConnection::HostConnection(const HostName& host) {
+    const bool isName = host.starts_with(kHostPrefix) && host.find('/') == std::string::npos;
+    const OwnedDescriptor folder(isName ? OpenRuntimeFolder() : -1);
+    if (folder.number < 0) return;
+    socket = MakeHostSocket();
+    const sockaddr_un address = HostAddress(folder.number, host);
+    const bool isConnected =
+        socket >= 0 && connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    if (!isConnected || !IsOwnPeer(socket)) Close();
+}
+
+HostConnection::~HostConnection() {
+    Close();
+}
+
+void HostConnection::Close() {
+    if (socket >= 0) close(socket);
+    socket = -1;
+}
+
+bool HostConnection::Send(std::uint32_t message, std::uint64_t first, std::uint64_t second) {
+    if (socket < 0) return false;
+    // An answer that nobody reads would undo what was sent when this end closes.
+    HostPacket answer;
+    pollfd event{socket, POLLIN, 0};
+    const bool isAnswered = SendPacket(socket, {message, first, second}) &&
+                            poll(&event, 1, static_cast<int>(kAnswerPatience.count())) == 1 &&
+                            ReceivePacket(socket, answer) == Received::kPacket && answer.message == message;
+    if (!isAnswered) Close();
+    return isAnswered;
 }
 
 }  // namespace connectdialog::platform

@@ -16,6 +16,8 @@ namespace connectdialog::platform {
 
 /// How the names of sockets begin that do not listen yet.
 inline constexpr char kUnfinishedPrefix[] = "new.";
+/// And of those that do.
+inline constexpr char kHostPrefix[] = "host.";
 
 /// `host.` with the hash and the dot behind it: how the names of all hosts of the class begin.
 std::string HostNamePrefix(std::u16string_view className);

@@ -1,0 +1,201 @@
+#include "hosts/common/mainwindow.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "config/appkind.h"
+#include "config/isessionconfig.h"
+#include "foundation/vreportmessageparams.h"
+#include "frame/connectdialogapi.h"
+#include "hosts/common/hostcommands.h"
+#include "hosts/common/mainmenus.h"
+#include "hosts/common/terminalemulator.h"
+#include "imports/dialogkit/appname.h"
+#include "imports/dialogkit/idialogkit.h"
+#include "imports/dialogkit/vmessagebox.h"
+#include "sessiondb/sessionpaths.h"
+#include "sessiondb/sessiontree.h"
+#include "suite/configpanels/referenceglobalconfig.h"
+#include "suite/hostsetup/hostsetup.h"
+#include "suite/protocols/quickaddress.h"
+
+namespace connectdialog::hosts {
+
+namespace {
+
+const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状态"_v};
+
+constexpr char16_t kHelpText[] =
+    u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n"
+    u"Ctrl+O 连接    Ctrl+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
+    u"Enter 重新打开已结束的会话    Del 从列表中移除    Alt+Enter 属性\n\n"
+    u"详细说明：man %1";
+
+struct CommandRow {
+    int command;
+    void (MainWindow::*act)();
+};
+
+constexpr CommandRow kCommands[] = {
+    {HostCommands::kConnect, &MainWindow::ShowConnect},
+    {HostCommands::kQuickConnect, &MainWindow::AskQuickConnect},
+    {HostCommands::kNewSession, &MainWindow::CreateSession},
+    {HostCommands::kFind, &MainWindow::Find},
+    {HostCommands::kHelp, &MainWindow::ShowHelp},
+    {HostCommands::kProperties, &MainWindow::ShowProperties},
+    {HostCommands::kRemove, &MainWindow::RemoveSelected},
+    {HostCommands::kOpenAgain, &MainWindow::OpenAgain},
+    {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
+    {HostCommands::kOptions, &MainWindow::ShowOptions},
+    {HostCommands::kExit, &MainWindow::Exit},
+};
+
+VUnicodeString DescribeState(const OpenedSession& row) {
+    VUnicodeString text;
+    switch (row.state) {
+        case OpenedState::kStarting:
+            return u"正在启动"_v;
+        case OpenedState::kOpen:
+            return u"已打开"_v;
+        case OpenedState::kEnded:
+            if (row.exitCode == 0) return u"已结束"_v;
+            text.Format(u"已结束（退出代码 %1!d!）", row.exitCode);
+            return text;
+        case OpenedState::kFailed:
+            return u"无法启动"_v;
+    }
+    return text;
+}
+
+/// The suite's, which hold what the library does not know of.
+ReferenceGlobalConfig* GetSettings(const VRef<GlobalConfig>& global) {
+    return dynamic_cast<ReferenceGlobalConfig*>(global.Get());
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const HostRun& run) : run(run), opened(run, [this] { window->Wake(); }) {}
+MainWindow::~MainWindow() = default;
+
+bool MainWindow::Create(const VIcon* icon) {
+    window = GetDialogKit() != nullptr ? GetDialogKit()->CreateFrameWindow(*this) : nullptr;
+    if (!window) return false;
+    window->SetTitle(VGetAppName());
+    if (icon != nullptr) window->SetIcon(*icon);
+    window->SetColumns(kHeadings);
+    ShowEnabled();
+    ShowRows();
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    if (const ReferenceGlobalConfig* settings = GetSettings(global))
+        window->SetPlacement(settings->mainWindowPlacement.Get());
+    return true;
+}
+
+void MainWindow::Run(std::function<void()> first) {
+    begin = std::move(first);
+    window->Wake();
+    window->Run();
+}
+
+void MainWindow::OnFrameWoken() {
+    if (begin) std::exchange(begin, nullptr)();
+    const std::vector<VUnicodeString> faults = opened.TakeNews();
+    ShowRows();
+    for (const VUnicodeString& fault : faults) ShowFault(fault);
+}
+
+void MainWindow::OnFrameCommand(int command) {
+    const auto* const row = std::ranges::find(kCommands, command, &CommandRow::command);
+    if (row != std::end(kCommands) && IsEnabled(command)) (this->*row->act)();
+}
+
+bool MainWindow::OnFrameClose() {
+    SavePlacement();
+    return true;
+}
+
+void MainWindow::Exit() {
+    if (OnFrameClose()) window->Close();
+}
+
+void MainWindow::SavePlacement() {
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    ReferenceGlobalConfig* const settings = GetSettings(global);
+    if (settings == nullptr) return;
+    settings->mainWindowPlacement.Set(window->GetPlacement());
+    settings->SaveOne(settings->mainWindowPlacement);
+}
+
+bool MainWindow::IsEnabled(int command) const {
+    const std::vector<std::size_t> selected = window->GetSelectedRows();
+    const auto isAny = [&](auto fits) {
+        return std::ranges::any_of(selected, [&](std::size_t row) { return fits(opened.GetRows()[row]); });
+    };
+    switch (command) {
+        case HostCommands::kOpenAgain:
+            return isAny([](const OpenedSession& row) { return row.IsOver(); });
+        case HostCommands::kRemove:
+            return isAny([](const OpenedSession& row) { return row.state != OpenedState::kOpen; });
+        case HostCommands::kRemoveEnded:
+            return std::ranges::any_of(opened.GetRows(), &OpenedSession::IsOver);
+        case HostCommands::kProperties:
+            return selected.size() == 1 && isAny([](const OpenedSession& row) { return row.client.empty(); });
+        default:
+            return true;
+    }
+}
+
+void MainWindow::ShowEnabled() {
+    std::vector<bool> now;
+    for (const CommandRow& row : kCommands) now.push_back(IsEnabled(row.command));
+    if (std::exchange(enabled, now) == now) return;
+    ShowMainMenus(*window, [this](int command) { return IsEnabled(command); });
+}
+
+void MainWindow::ShowRows() {
+    std::vector<FrameRow> shown;
+    for (const OpenedSession& row : opened.GetRows())
+        shown.push_back({{GetEntryLeaf(row.path), row.protocol, row.host, DescribeState(row)}});
+    window->SetRows(shown);
+    VUnicodeString status = u"就绪"_v;
+    const auto open = std::ranges::count(opened.GetRows(), OpenedState::kOpen, &OpenedSession::state);
+    if (!shown.empty())
+        status.Format(u"%1!d! 个会话已打开，列表中共 %2!d! 个", static_cast<int>(open), static_cast<int>(shown.size()));
+    window->SetStatus(status);
+    ShowEnabled();
+}
+
+void MainWindow::OnRowActivated(std::size_t row) {
+    if (opened.GetRows()[row].IsOver()) OpenRowAgain(row);
+}
+
+void MainWindow::OnListMenu(VPoint point) {
+    const VPopupMenu menu = MakeListMenu([this](int command) { return IsEnabled(command); });
+    OnFrameCommand(GetDialogKit()->TrackPopupMenu(window.get(), menu, point));
+}
+
+void MainWindow::RemoveSelected() {
+    std::vector<std::size_t> selected = window->GetSelectedRows();
+    for (auto row = selected.rbegin(); row != selected.rend(); ++row)
+        if (opened.GetRows()[*row].state != OpenedState::kOpen) opened.Remove(*row);
+    ShowRows();
+}
+
+void MainWindow::RemoveEnded() {
+    opened.RemoveEnded();
+    ShowRows();
+}
+
+void MainWindow::ShowHelp() {
+    VUnicodeString text;
+    VUnicodeString program = VGetAppName();
+    program.MakeLower();
+    text.Format(kHelpText, program);
+    VMessageBox(window.get(), text, kBoxInformation);
+}
+
+void MainWindow::ShowFault(const VUnicodeString& fault) {
+    VMessageBox(window.get(), fault, kBoxWarning);
+}
+
+}  // namespace connectdialog::hosts

@@ -1,0 +1,92 @@
+// What was opened from the main window in this run, and how it fares.
+//
+// A session opens in a window of a terminal emulator, in which this program runs again and tells this process through
+// hosts/common/sessionreport.h. Terminal emulators are started on threads of their own: they may take their time.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <future>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "foundation/vunicodestring.h"
+#include "hosts/common/hostrun.h"
+#include "hosts/common/hostsession.h"
+#include "platform/runninghosts.h"
+
+namespace connectdialog::hosts {
+
+class TerminalEmulator;
+
+enum class OpenedState : std::uint8_t { kStarting, kOpen, kEnded, kFailed };
+
+struct OpenedSession {
+    std::uint64_t id = 0;  ///< another one each time it is opened
+    VUnicodeString path;
+    VUnicodeString protocol;
+    VUnicodeString host;
+    std::vector<std::string> client;  ///< of a connection that no store has; empty for a session
+    OpenedState state = OpenedState::kStarting;
+    int exitCode = 0;  ///< of kEnded
+
+    bool IsOver() const { return state == OpenedState::kEnded || state == OpenedState::kFailed; }
+};
+
+/// For one thread, but for `wake`.
+class OpenedSessions {
+  public:
+    /// `wake` is called on any thread when there is news to take. Requires: it outlives this.
+    OpenedSessions(const HostRun& run, std::function<void()> wake);
+    /// Waits for terminal emulators that are being started. What is open stays open.
+    ~OpenedSessions();
+    OpenedSessions(const OpenedSessions&) = delete;
+    OpenedSessions& operator=(const OpenedSessions&) = delete;
+
+    const std::vector<OpenedSession>& GetRows() const { return rows; }
+    /// 0, or the error for which nothing will be told of sessions: they count as open once their window was started.
+    std::uint32_t GetError() const { return announcement.GetError(); }
+
+    /// Opens each in a window, with a row at the end.
+    void Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions);
+    /// Opens the session of a row that is over once more, in the same row.
+    void OpenAgain(const TerminalEmulator& terminal, bool isInTab, std::size_t row, const HostSession& session);
+    /// What is open in it stays open.
+    void Remove(std::size_t row) { rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row)); }
+    void RemoveEnded();
+    /// The session at a path stands at another now.
+    void SetPath(const VUnicodeString& former, const VUnicodeString& path);
+
+    /// Brings the rows up to date. Gives what the user should know: why windows could not be opened.
+    std::vector<VUnicodeString> TakeNews();
+
+  private:
+    struct News {
+        std::uint64_t id;
+        OpenedState state;
+        int exitCode;
+        VUnicodeString fault;
+    };
+    struct Window {
+        std::uint64_t id;
+        std::vector<std::string> command;
+    };
+
+    Window Describe(OpenedSession& row, const TerminalEmulator& terminal, bool isInTab, const HostSession& session);
+    void Start(std::vector<Window> windows);
+    void Tell(News told);
+    std::uint64_t OnReport(const platform::HostMessage& message);
+    void OnReporterGone(const platform::HostMessage& last);
+
+    const HostRun& run;
+    const std::function<void()> wake;
+    std::vector<OpenedSession> rows;
+    std::uint64_t lastId = 0;
+    std::mutex guard;
+    std::vector<News> news;
+    platform::HostAnnouncement announcement;  // these threads use the others
+    std::vector<std::future<void>> openers;
+};
+
+}  // namespace connectdialog::hosts
