@@ -41,7 +41,7 @@ class MainWindow : private IFrameEvents {
     void AskQuickConnect();
     /// The wizard; the new session is selected in the connect dialog then.
     void CreateSession();
-    /// The connect dialog too, which finds by Ctrl+F.
+    /// The same, and what to find there is asked first.
     void Find();
     /// Those of the Default session, with which new ones begin.
     void ShowOptions();
@@ -70,6 +70,7 @@ class MainWindow : private IFrameEvents {
 
     /// On failure: false, and `fault` tells why; else the windows are being opened.
     bool Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault);
+    void LetUserChoose(bool isToFind);
     bool OpenConfig(const ISessionConfig& config, VUnicodeString& fault);
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);

@@ -23,21 +23,29 @@ const VUnicodeString kDefaultSession = u"Default"_v;
 }  // namespace
 
 void MainWindow::ShowConnect() {
+    LetUserChoose(false);
+}
+
+void MainWindow::Find() {
+    LetUserChoose(true);
+}
+
+void MainWindow::LetUserChoose(bool isToFind) {
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString fault;
         const bool hasTabs = FindHostTerminal(run, terminal, fault) && terminal.HasTabs();
         bool isInTab = false;
         // A check box that would do nothing is hidden.
-        if (ShowConnectDialog(run.kind.title, false, !hasTabs, true, window.get(), isInTab) != kDialogAccepted) return;
+        const std::int64_t result =
+            isToFind ? ShowConnectDialogFind(run.kind.title, !hasTabs, window.get(), isInTab)
+                     : ShowConnectDialog(run.kind.title, false, !hasTabs, true, window.get(), isInTab);
+        if (result != kDialogAccepted) return;
         std::vector<HostSession> chosen;
         if (TakeChosenSessions(chosen, fault) && Open(chosen, isInTab && hasTabs, fault)) return;
         ShowFault(fault);
+        isToFind = false;
     }
-}
-
-void MainWindow::Find() {
-    ShowConnect();
 }
 
 void MainWindow::AskQuickConnect() {

@@ -110,13 +110,14 @@ std::vector<VUnicodeString> OpenedSessions::TakeNews() {
     }
     std::vector<VUnicodeString> faults;
     for (const News& one : taken) {
-        // Of windows that one fault kept from opening it is told once.
-        const bool isKnown = one.fault.IsEmpty() || (!faults.empty() && faults.back() == one.fault);
-        if (!isKnown) faults.push_back(one.fault);
         const auto row = std::ranges::find(rows, one.id, &OpenedSession::id);
-        if (row == rows.end() || row->IsOver()) continue;
+        // A terminal emulator may end with its session's exit code; that opened its window.
+        if (row == rows.end() || row->IsOver() || (!one.fault.IsEmpty() && row->state != OpenedState::kStarting))
+            continue;
         row->state = one.state;
         row->exitCode = one.exitCode;
+        // What kept several windows from opening is told once.
+        if (!one.fault.IsEmpty() && (faults.empty() || faults.back() != one.fault)) faults.push_back(one.fault);
     }
     return faults;
 }

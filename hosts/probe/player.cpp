@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMainWindow>
 #include <QPointer>
 #include <QTimerEvent>
 #include <QWidget>
@@ -11,6 +12,12 @@ namespace connectdialog::hosts {
 
 namespace {
 constexpr int kPause = 20;  // milliseconds
+}
+
+QWidget* FindMainWindow() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window) != nullptr) return window;
+    return nullptr;
 }
 
 Player::Player(QObject* parent, const QString& keys) : QObject(parent), keys(keys.split(u' ')) {
@@ -22,6 +29,7 @@ void Player::timerEvent(QTimerEvent* event) {
     killTimer(event->timerId());
     startTimer(kPause);
     QWidget* window = QApplication::activeModalWidget();
+    if (window == nullptr) window = FindMainWindow();
     if (window == nullptr) return;
     window->activateWindow();
     if (keys.isEmpty()) return (void)window->close();

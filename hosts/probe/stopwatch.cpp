@@ -12,6 +12,7 @@
 #include <fstream>
 #include <utility>
 
+#include "hosts/probe/player.h"
 #include "suite/dialogkit/qt/qttree.h"
 
 namespace connectdialog::hosts {
@@ -72,6 +73,7 @@ void Stopwatch::Measure() {
         std::fflush(stdout);
     }
     tree->window()->close();
+    if (QWidget* window = FindMainWindow()) window->close();
 }
 
 void Stopwatch::TakePicture() {

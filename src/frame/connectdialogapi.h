@@ -70,6 +70,8 @@ unsigned GetWakestoneCanExitApplicationMessage();
 /// `openInTab` tells where they go; on any other result it stays.
 std::int64_t ShowConnectDialog(const char16_t* title, bool addSystemMenu, bool tabAlways, bool tabsAvailable,
                                VWindow* parent, bool& openInTab);
+/// The same dialog, in which the user is asked first what to find.
+std::int64_t ShowConnectDialogFind(const char16_t* title, bool tabAlways, VWindow* parent, bool& openInTab);
 /// Lets the user pick one session, `path` at first; on 1 it is the path of the choice, else it stays.
 std::int64_t ShowConnectDialogBrowseMode(const char16_t* title, VUnicodeString& path, VWindow* parent);
 /// Lets the user pick sessions and folders; on 1 their paths are appended.

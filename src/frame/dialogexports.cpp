@@ -12,17 +12,28 @@ void KeepResults(const ConnectDialog& dialog) {
         GetModuleState().connectResultConfigs.Add(config);
 }
 
+std::int64_t Choose(ConnectDialog& dialog, bool& openInTab) {
+    const std::int64_t result = dialog.DoModal();
+    if (result != kDialogAccepted) return result;
+    KeepResults(dialog);
+    openInTab = dialog.IsOpenInTab();
+    return result;
+}
+
 }  // namespace
 
 std::int64_t ShowConnectDialog(const char16_t* title, bool addSystemMenu, bool tabAlways, bool tabsAvailable,
                                VWindow* parent, bool& openInTab) {
     CleanupConnectDialogSessionConfigs();
     ConnectDialog dialog(title, {addSystemMenu, tabAlways, false, tabsAvailable, nullptr}, parent);
-    const std::int64_t result = dialog.DoModal();
-    if (result != kDialogAccepted) return result;
-    KeepResults(dialog);
-    openInTab = dialog.IsOpenInTab();
-    return result;
+    return Choose(dialog, openInTab);
+}
+
+std::int64_t ShowConnectDialogFind(const char16_t* title, bool tabAlways, VWindow* parent, bool& openInTab) {
+    CleanupConnectDialogSessionConfigs();
+    ConnectDialog dialog(title, {false, tabAlways, false, true, nullptr}, parent);
+    dialog.BeginWithFind();
+    return Choose(dialog, openInTab);
 }
 
 std::int64_t ShowConnectDialogBrowseMode(const char16_t* title, VUnicodeString& path, VWindow* parent) {

@@ -13,6 +13,7 @@
 #include "connectdialog/ui/connectdialog.h"
 #include "foundation/vunicodestringi.h"
 #include "frame/configfolderdialog.h"
+#include "hosts/common/mainwindow.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/codepage.h"
@@ -25,6 +26,7 @@
 #include "suite/configpanels/firewallprompt.h"
 #include "suite/configpanels/optionalbox.h"
 #include "suite/dialogkit/qt/qtdialogframe.h"
+#include "suite/dialogkit/qt/qtframewindow.h"
 #include "suite/protocols/pages.h"
 #include "suite/sessionoptions/optiontemplate.h"
 #include "suite/sessionoptions/sessionoptionsdialog.h"
@@ -63,6 +65,7 @@ class Photographer : public SuiteTest {
         for (const Picture& picture : ListDialogs()) Take(picture);
         for (const OptionPage& page : GetOptionPages())
             Take({FileName("options-", page.path), OptionIds::kDialog, [&] { ShowOptions(page.path); }});
+        TakeMainWindow();
         kit.ExpectBox(u"确定删除选中项？"_v, 0);
         kit.BeforeBox([&](QWidget& box) { Save(box, "box"); });
         VMessageBox(nullptr, u"确定删除选中项？"_v, kBoxYesNo | kBoxWarning);
@@ -153,6 +156,23 @@ class Photographer : public SuiteTest {
                             ? static_cast<char>(std::tolower(character))
                             : '-';
         return name;
+    }
+
+    void TakeMainWindow() {
+        const hosts::HostRun run{hosts::kNorHalden, "memory:", true};
+        hosts::MainWindow window(run);
+        window.Create(nullptr);
+        window.Run([&] {
+            auto& shown = dynamic_cast<QtFrameWindow&>(window.GetWindow());
+            const FrameRow rows[] = {{{u"web-01"_v, u"SSH2"_v, u"web-01.example.org"_v, u"已打开"_v}},
+                                     {{u"数据库 (主)"_v, u"SSH2"_v, u"db-01.example.org"_v, u"已结束（退出代码 7）"_v}},
+                                     {{u"家用路由器"_v, u"Telnet"_v, u"192.168.1.1"_v, u"正在启动"_v}}};
+            shown.SetRows(rows);
+            QTest::qWait(50);
+            Save(shown.GetWidget(), "main");
+            shown.SetRows({});
+            window.Exit();
+        });
     }
 
     void Take(const Picture& picture) {

@@ -1,5 +1,7 @@
 #include "connectdialog/ui/connectdialog.h"
 
+#include <utility>
+
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vpopupmenu.h"
@@ -38,6 +40,7 @@ void ConnectDialog::OnInitDialog() {
     if (tabAlways) ShowControl(ConnectDialogIds::kOpenInTab, false);
     ApplyTreeFont();
     ReloadTree();
+    if (beginsWithFind) findTimer = GetWindow()->StartTimer(1);
 }
 
 void ConnectDialog::InitControls() {
@@ -101,6 +104,10 @@ bool ConnectDialog::ToggleFolderByReturn() {
 }
 
 void ConnectDialog::OnTimer(int timer) {
+    if (findTimer != 0 && timer == findTimer) {
+        GetWindow()->StopTimer(std::exchange(findTimer, 0));
+        return FindFirst();
+    }
     if (!tree.OnTimer(timer)) OnHoverTimer();
 }
 

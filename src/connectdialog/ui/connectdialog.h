@@ -15,6 +15,9 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     ConnectDialog(const VUnicodeString& title, const ConnectDialogOptions& options, VWindow* parent);
     ~ConnectDialog() override;
 
+    /// Find is asked for as soon as the dialog shows. Before that.
+    void BeginWithFind() { beginsWithFind = true; }
+
   protected:
     void OnInitDialog() override;
     bool OnCommand(int command) override;
@@ -120,6 +123,8 @@ class ConnectDialog : public ConnectDialogBase, private ITreeOwner {
     ConnectToolbar toolbar;
     VMultiSelTreeCtrl tree{*this};
     TreeOleDropTarget dropTarget{*this};
+    bool beginsWithFind = false;
+    int findTimer = 0;
     // The size of the window's inside at the last change; a width of 0: none yet.
     std::int32_t lastWidth = 0;
     std::int32_t lastHeight = 0;

@@ -60,7 +60,8 @@ class IFrameWindow : public VWindow {
     virtual void SetMenuBar(const VPopupMenu& menu) = 0;
     /// Shows a bar under the menu: those with lower numbers first. One without buttons is not shown.
     virtual void SetToolbar(int bar, const VToolbarState& toolbar) = 0;
-    /// Keys that give a command wherever the focus is in the window, whether or not a menu tells them.
+    /// Keys that give a command wherever the focus is in the window, whether or not a menu tells them; also one that a
+    /// menu has disabled.
     virtual void SetAccelerators(std::span<const Accelerator> accelerators) = 0;
     /// The headings of the list.
     virtual void SetColumns(std::span<const VUnicodeString> headings) = 0;

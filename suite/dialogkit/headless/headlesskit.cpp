@@ -3,6 +3,7 @@
 #include "platform/codepage.h"
 #include "resources/dialogtemplate.h"
 #include "suite/dialogkit/headless/headlessdialog.h"
+#include "suite/dialogkit/headless/headlessframe.h"
 
 namespace connectdialog {
 
@@ -32,21 +33,24 @@ HeadlessDialogKit::~HeadlessDialogKit() {
 }
 
 void HeadlessDialogKit::ExpectDialog(int templateId, DialogScript script) {
-    expected.push_back({Kind::kDialog, templateId, {}, false, std::move(script), {}});
+    expected.push_back({Kind::kDialog, templateId, {}, false, std::move(script), {}, {}});
 }
 void HeadlessDialogKit::ExpectBox(const VUnicodeString& text, int answer) {
-    expected.push_back({Kind::kBox, answer, text, false, {}, {}});
+    expected.push_back({Kind::kBox, answer, text, false, {}, {}, {}});
 }
 void HeadlessDialogKit::ExpectFolder(const char16_t* path) {
-    expected.push_back({Kind::kFolder, 0, path, path == nullptr, {}, {}});
+    expected.push_back({Kind::kFolder, 0, path, path == nullptr, {}, {}, {}});
 }
 void HeadlessDialogKit::ExpectMenu(MenuChoice choice) {
-    expected.push_back({Kind::kMenu, 0, {}, false, {}, std::move(choice)});
+    expected.push_back({Kind::kMenu, 0, {}, false, {}, std::move(choice), {}});
+}
+void HeadlessDialogKit::ExpectFrame(FrameScript script) {
+    expected.push_back({Kind::kFrame, 0, {}, false, {}, {}, std::move(script)});
 }
 
 std::string HeadlessDialogKit::TakeFaults() {
     for (const Expectation& left : expected) {
-        const char* const kKinds[] = {"dialog", "box", "folder question", "menu"};
+        const char* const kKinds[] = {"dialog", "box", "folder question", "menu", "main window"};
         faults.append("did not come: ").append(kKinds[static_cast<int>(left.kind)]);
         if (left.kind == Kind::kDialog) faults.append(" ").append(std::to_string(left.number));
         faults.append(" ").append(platform::ToNarrow(left.text)).append("\n");
@@ -76,6 +80,17 @@ void HeadlessDialogKit::Play(HeadlessDialog& dialog) {
     const auto fits = [&](const Expectation& next) { return next.number == dialog.GetTemplateId(); };
     if (Take(Kind::kDialog, "dialog " + std::to_string(dialog.GetTemplateId()), taken, fits)) taken.script(dialog);
     if (!dialog.IsClosed()) dialog.CloseByFrame();
+}
+
+std::unique_ptr<IFrameWindow> HeadlessDialogKit::CreateFrameWindow(IFrameEvents& events) {
+    return std::make_unique<HeadlessFrame>(*this, events);
+}
+
+void HeadlessDialogKit::Play(HeadlessFrame& frame) {
+    Expectation taken;
+    const auto any = [](const Expectation&) { return true; };
+    if (Take(Kind::kFrame, "main window", taken, any)) taken.frame(frame);
+    if (!frame.IsClosed()) frame.CloseByFrame();
 }
 
 int HeadlessDialogKit::ShowMessageBox(VWindow*, const VUnicodeString& title, const VUnicodeString& text,

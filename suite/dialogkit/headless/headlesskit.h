@@ -15,6 +15,7 @@
 namespace connectdialog {
 
 class HeadlessDialog;
+class HeadlessFrame;
 
 /// Whatever stops the application and waits for the user is expected beforehand, in order, with what the user does
 /// then. What comes unexpected is answered in the most harmless way (Cancel, No, nothing chosen) and counts as a fault,
@@ -22,6 +23,7 @@ class HeadlessDialog;
 class HeadlessDialogKit : public IDialogKit {
   public:
     using DialogScript = std::function<void(HeadlessDialog& dialog)>;
+    using FrameScript = std::function<void(HeadlessFrame& frame)>;
     using BoxAnswer = std::function<int(const VUnicodeString& text, unsigned flags)>;
     using MenuChoice = std::function<int(const VPopupMenu& menu)>;
 
@@ -38,6 +40,8 @@ class HeadlessDialogKit : public IDialogKit {
     /// The script plays the user in the dialog that comes next, which must be of this template; a dialog that it leaves
     /// open is closed by its frame.
     void ExpectDialog(int templateId, DialogScript script);
+    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame.
+    void ExpectFrame(FrameScript script);
     /// The next box must have this text.
     void ExpectBox(const VUnicodeString& text, int answer);
     /// The next question for a folder gets this answer; null: given up.
@@ -62,6 +66,7 @@ class HeadlessDialogKit : public IDialogKit {
     // IDialogKit.
     std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                       VWindow* parent) override;
+    std::unique_ptr<IFrameWindow> CreateFrameWindow(IFrameEvents& events) override;
     int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                        unsigned flags) override;
     bool BrowseForFolder(VWindow* owner, const VUnicodeString& title, VUnicodeString& path) override;
@@ -72,9 +77,11 @@ class HeadlessDialogKit : public IDialogKit {
 
     /// Plays the user in a modal dialog.
     void Play(HeadlessDialog& dialog);
+    /// Plays the user in a main window.
+    void Play(HeadlessFrame& frame);
 
   private:
-    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu };
+    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu, kFrame };
     struct Expectation {
         Kind kind;
         int number = 0;  ///< the template, or the answer
@@ -82,6 +89,7 @@ class HeadlessDialogKit : public IDialogKit {
         bool isGivenUp = false;
         DialogScript script;
         MenuChoice choice;
+        FrameScript frame;
     };
 
     /// Takes the next expectation when it is of that kind and `fits`; else notes the fault and gives false.

@@ -13,6 +13,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 #include <algorithm>
 #include <limits>
 
@@ -97,16 +98,29 @@ void ShowPicture(QLabel& label, const QString& name) {
     }
 }
 
+constexpr char kLabel[] = "label";
+
 bool HasSameButtons(const QToolBar& bar, const VToolbarState& state) {
     const auto same = [](const QAction* action, const VToolbarState::Button& button) {
-        return action->data().toInt() == button.command && action->text() == ToQt(button.tip);
+        return action->data().toInt() == button.command && action->text() == ToQt(button.tip) &&
+               action->property(kLabel).toString() == ToQt(button.text);
     };
     const QList<QAction*> actions = bar.actions();
     const auto buttons = state.GetButtons();
     return std::equal(actions.begin(), actions.end(), buttons.begin(), buttons.end(), same);
 }
 
-void MakeButtons(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame) {
+/// A button without a picture has words in its place.
+void ShowButtonText(QToolBar& bar, QAction& action, const QString& label) {
+    action.setProperty(kLabel, label);
+    if (label.isEmpty() && !action.icon().isNull()) return;
+    if (!label.isEmpty()) action.setIconText(label);
+    if (auto* button = qobject_cast<QToolButton*>(bar.widgetForAction(&action)))
+        button->setToolButtonStyle(action.icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextBesideIcon);
+}
+
+void MakeButtons(QToolBar& bar, const VToolbarState& state, const QObject& listener,
+                 const std::function<void(int command)>& tell) {
     // The button whose click led here may still be at work.
     for (QAction* action : bar.actions()) {
         bar.removeAction(action);
@@ -120,7 +134,8 @@ void MakeButtons(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame
         QAction* action = bar.addAction(CommandIcon(button.command), ToQt(button.tip));
         action->setData(button.command);
         const int command = button.command;
-        QObject::connect(action, &QAction::triggered, &frame, [&frame, command] { frame.TellCommand(command); });
+        QObject::connect(action, &QAction::triggered, &listener, [tell, command] { tell(command); });
+        ShowButtonText(bar, *action, ToQt(button.text));
     }
 }
 
@@ -235,16 +250,17 @@ QSizeF AverageCharacter(const QWidget& widget) {
             std::max(metrics.height(), (line + kRounding) * 8 / 9)};
 }
 
-QToolBar* MakeToolBar(QtDialogFrame& frame) {
-    auto* bar = new QToolBar(&frame);
+QToolBar* MakeToolBar(QWidget& window) {
+    auto* bar = new QToolBar(&window);
     const int size = bar->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, bar);
     bar->setIconSize({size, size});
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     return bar;
 }
 
-void FillToolBar(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame) {
-    if (!HasSameButtons(bar, state)) MakeButtons(bar, state, frame);
+void FillToolBar(QToolBar& bar, const VToolbarState& state, const QObject& listener,
+                 const std::function<void(int command)>& tell) {
+    if (!HasSameButtons(bar, state)) MakeButtons(bar, state, listener, tell);
     const QList<QAction*> actions = bar.actions();
     for (qsizetype i = 0; i < actions.size(); ++i)
         actions[i]->setEnabled(state.GetButtons()[static_cast<std::size_t>(i)].isEnabled);

@@ -43,9 +43,10 @@ QSize NeededSize(ControlKind kind, const QWidget& widget);
 /// The size of an average character of the widget's font, pixels: four dialog units across and eight down.
 QSizeF AverageCharacter(const QWidget& widget);
 
-/// A bar along the upper edge of the frame, which owns it.
-QToolBar* MakeToolBar(QtDialogFrame& frame);
-/// Its buttons tell the frame their commands. Buttons that are there already are kept.
-void FillToolBar(QToolBar& bar, const VToolbarState& state, QtDialogFrame& frame);
+/// A bar with small pictures, owned by the window.
+QToolBar* MakeToolBar(QWidget& window);
+/// Its buttons tell their commands as long as `listener` lives. Buttons that are there already are kept.
+void FillToolBar(QToolBar& bar, const VToolbarState& state, const QObject& listener,
+                 const std::function<void(int command)>& tell);
 
 }  // namespace connectdialog

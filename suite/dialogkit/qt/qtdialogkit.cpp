@@ -16,6 +16,8 @@
 #include "imports/dialogkit/windowclass.h"
 #include "platform/paths.h"
 #include "suite/dialogkit/qt/qtdialogwindow.h"
+#include "suite/dialogkit/qt/qtframewindow.h"
+#include "suite/dialogkit/qt/qtmenus.h"
 #include "suite/dialogkit/qt/qtmimedata.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "suite/dialogkit/qt/qttreeaccessible.h"
@@ -61,27 +63,10 @@ QMessageBox::Icon PictureOf(unsigned flags) {
 /// The widget of a window that is ours or that the host lent us, or null.
 QWidget* WidgetOf(VWindow* window) {
     if (const auto* host = dynamic_cast<QtWindow*>(window)) return &host->GetWidget();
+    if (const auto* frame = dynamic_cast<QtFrameWindow*>(window)) return &frame->GetWidget();
     const auto* dialog = dynamic_cast<VDialog*>(window);
     const auto* shown = dialog != nullptr ? dynamic_cast<QtDialogWindow*>(dialog->GetWindow()) : nullptr;
     return shown != nullptr ? shown->GetWidget() : nullptr;
-}
-
-void AddEntries(QMenu& menu, const std::vector<VPopupMenu::Entry>& entries) {
-    for (const VPopupMenu::Entry& entry : entries) {
-        if (!entry.children.empty()) {
-            QMenu* inner = menu.addMenu(ToQt(entry.text));
-            inner->setEnabled(entry.isEnabled);
-            AddEntries(*inner, entry.children);
-        } else if (entry.command == 0) {
-            menu.addSeparator();
-        } else {
-            QAction* action = menu.addAction(ToQt(entry.text));
-            action->setData(entry.command);
-            action->setEnabled(entry.isEnabled);
-            action->setCheckable(entry.isChecked);
-            action->setChecked(entry.isChecked);
-        }
-    }
 }
 
 }  // namespace
@@ -102,6 +87,10 @@ std::unique_ptr<IDialogWindow> QtDialogKit::CreateDialogWindow(const DialogTempl
     const auto* icon = known != nullptr ? dynamic_cast<const QtIcon*>(known->icon) : nullptr;
     if (icon != nullptr) window->GetWidget()->setWindowIcon(icon->GetIcon());
     return window;
+}
+
+std::unique_ptr<IFrameWindow> QtDialogKit::CreateFrameWindow(IFrameEvents& events) {
+    return std::make_unique<QtFrameWindow>(events);
 }
 
 int QtDialogKit::ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
@@ -137,7 +126,7 @@ bool QtDialogKit::BrowseForFolder(VWindow* owner, const VUnicodeString& title, V
 
 int QtDialogKit::TrackPopupMenu(VWindow* owner, const VPopupMenu& menu, VPoint point) {
     QMenu shown(WidgetOf(owner));
-    AddEntries(shown, menu.GetEntries());
+    FillMenu(shown, menu.GetEntries());
     const QAction* chosen = shown.exec(ToQt(point));
     return chosen != nullptr ? chosen->data().toInt() : 0;
 }

@@ -42,6 +42,7 @@ class QtDialogKit : public IDialogKit {
 
     std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                       VWindow* parent) override;
+    std::unique_ptr<IFrameWindow> CreateFrameWindow(IFrameEvents& events) override;
     int ShowMessageBox(VWindow* parent, const VUnicodeString& title, const VUnicodeString& text,
                        unsigned flags) override;
     bool BrowseForFolder(VWindow* owner, const VUnicodeString& title, VUnicodeString& path) override;

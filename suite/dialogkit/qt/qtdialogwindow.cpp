@@ -390,7 +390,8 @@ void QtDialogWindow::ShowToolbar(int id, const VToolbarState& toolbar) {
     if (isNew) toolBar = MakeToolBar(*frame);
     toolBar->setObjectName(QString::number(id));
     toolBar->setAccessibleName(frame->windowTitle());
-    FillToolBar(*toolBar, toolbar, *frame);
+    QtDialogFrame* const told = frame;
+    FillToolBar(*toolBar, toolbar, *told, [told](int command) { told->TellCommand(command); });
     if (isNew) toolBar->setGeometry(QRect(QPoint(), toolBar->sizeHint()));
     toolBar->setVisible(true);
 }

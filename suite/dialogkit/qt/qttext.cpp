@@ -8,6 +8,8 @@ namespace connectdialog {
 
 namespace {
 
+constexpr int kFunctionKeys = 24;
+
 struct VirtualKeyRow {
     int key;
     std::uint16_t virtualKey;
@@ -49,6 +51,21 @@ std::uint16_t VirtualKeyOf(const QKeyEvent& event) {
     for (const VirtualKeyRow& row : kVirtualKeys)
         if (row.key == key) return row.virtualKey;
     return 0;
+}
+
+QList<QKeySequence> KeysOf(std::uint16_t virtualKey, KeyModifiers modifiers) {
+    Qt::KeyboardModifiers held = Qt::NoModifier;
+    held.setFlag(Qt::ControlModifier, (modifiers & Accelerator::kControl) != 0);
+    held.setFlag(Qt::AltModifier, (modifiers & Accelerator::kAlt) != 0);
+    held.setFlag(Qt::ShiftModifier, (modifiers & Accelerator::kShift) != 0);
+    QList<QKeySequence> keys;
+    const auto add = [&](int key) { keys += QKeyCombination(held, static_cast<Qt::Key>(key)); };
+    for (const VirtualKeyRow& row : kVirtualKeys)
+        if (row.virtualKey == virtualKey) add(row.key);
+    const bool isLetterOrDigit = (virtualKey >= 'A' && virtualKey <= 'Z') || (virtualKey >= '0' && virtualKey <= '9');
+    if (isLetterOrDigit) add(virtualKey);
+    if (virtualKey >= kKeyF1 && virtualKey < kKeyF1 + kFunctionKeys) add(Qt::Key_F1 + (virtualKey - kKeyF1));
+    return keys;
 }
 
 QChar MnemonicOf(const QString& label) {

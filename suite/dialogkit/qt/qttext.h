@@ -1,6 +1,8 @@
 // Texts, points and keys of the library in the types of the toolkit, and back.
 #pragma once
 
+#include <QKeySequence>
+#include <QList>
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -38,6 +40,8 @@ KeyModifiers FromQt(Qt::KeyboardModifiers modifiers);
 
 /// The virtual key (a capital letter, a digit or one of kKey…), 0 for a key that is none of these.
 std::uint16_t VirtualKeyOf(const QKeyEvent& event);
+/// The keys of the toolkit that give the virtual key with these modifiers; there are two Return keys.
+QList<QKeySequence> KeysOf(std::uint16_t virtualKey, KeyModifiers modifiers);
 
 // Labels. One "&" marks the letter behind it, two stand for one that is shown.
 

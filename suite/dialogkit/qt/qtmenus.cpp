@@ -1,0 +1,70 @@
+#include "suite/dialogkit/qt/qtmenus.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <algorithm>
+
+#include "suite/dialogkit/qt/qttext.h"
+
+namespace connectdialog {
+
+namespace {
+
+using Entries = std::vector<VPopupMenu::Entry>;
+
+bool HaveSameTexts(const Entries& left, const Entries& right) {
+    return std::ranges::equal(left, right, [](const VPopupMenu::Entry& one, const VPopupMenu::Entry& other) {
+        return one.command == other.command && one.text == other.text && HaveSameTexts(one.children, other.children);
+    });
+}
+
+void ShowState(QAction& action, const VPopupMenu::Entry& entry) {
+    action.setEnabled(entry.isEnabled);
+    action.setCheckable(entry.isChecked);
+    action.setChecked(entry.isChecked);
+}
+
+/// Requires: the actions were made of entries with the same texts.
+void ShowStates(const QList<QAction*>& actions, const Entries& entries) {
+    for (qsizetype i = 0; i < actions.size(); ++i) {
+        const VPopupMenu::Entry& entry = entries[static_cast<std::size_t>(i)];
+        ShowState(*actions[i], entry);
+        if (actions[i]->menu() != nullptr) ShowStates(actions[i]->menu()->actions(), entry.children);
+    }
+}
+
+}  // namespace
+
+void FillMenu(QMenu& menu, const Entries& entries) {
+    for (const VPopupMenu::Entry& entry : entries) {
+        if (!entry.children.empty()) {
+            QMenu* inner = menu.addMenu(ToQt(entry.text));
+            inner->setEnabled(entry.isEnabled);
+            FillMenu(*inner, entry.children);
+        } else if (entry.command == 0) {
+            menu.addSeparator();
+        } else {
+            QAction* action = menu.addAction(ToQt(entry.text));
+            action->setData(entry.command);
+            ShowState(*action, entry);
+        }
+    }
+}
+
+void ShowMenuBar(QMenuBar& bar, VPopupMenu& shown, const VPopupMenu& menu) {
+    const bool isSame = HaveSameTexts(shown.GetEntries(), menu.GetEntries());
+    shown = menu;
+    if (isSame) return ShowStates(bar.actions(), menu.GetEntries());
+    // The entry whose choice led here may still be at work.
+    for (QAction* action : bar.actions()) {
+        bar.removeAction(action);
+        action->menu()->deleteLater();
+    }
+    for (const VPopupMenu::Entry& entry : menu.GetEntries()) {
+        QMenu* inner = bar.addMenu(ToQt(entry.text));
+        inner->setEnabled(entry.isEnabled);
+        FillMenu(*inner, entry.children);
+    }
+}
+
+}  // namespace connectdialog
