@@ -59,7 +59,7 @@ VUnicodeString GetUsualStoreFolder() {
 }
 
 VUnicodeString GetDefaultStoreUrl() {
-    const VUnicodeString told = GetUrlFromEnvironment();
+    VUnicodeString told = GetUrlFromEnvironment();
     if (!told.IsEmpty()) return told;
     VUnicodeString folder = GetChosenFolder();
     if (folder.IsEmpty()) folder = GetUsualStoreFolder();

@@ -1,6 +1,7 @@
 #include "hosts/probe/stopwatch.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -49,7 +50,7 @@ Stopwatch::Stopwatch(QObject* parent, std::string folder, std::string pictureFil
 
 bool Stopwatch::eventFilter(QObject* watched, QEvent* event) {
     auto* const shown = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
-    if (shown != nullptr && !HasTree(*shown)) QMetaObject::invokeMethod(shown, &QDialog::close, Qt::QueuedConnection);
+    if (shown != nullptr && !HasTree(*shown)) QApplication::postEvent(shown, new QCloseEvent);
     const bool isPaint = event->type() == QEvent::Paint;
     tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
     if (tree == nullptr || watched != tree->viewport()) return false;
