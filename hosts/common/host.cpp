@@ -258,7 +258,8 @@ int Host::QuickConnect() {
         address = found;
         return ShowDialog();
     }
-    return options.isLink ? ShowFault(fault, nullptr, kWrongUsage) : Fail(kind, fault, kWrongUsage);
+    if (!options.isLink) return Fail(kind, fault, kWrongUsage);
+    return ShowFault(u"the link cannot be opened: "_v + fault, nullptr, kWrongUsage);
 }
 
 bool Host::FindStoreInWindow() {
