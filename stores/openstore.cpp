@@ -6,10 +6,7 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
-#include "platform/environment.h"
-#include "platform/knownfolders.h"
 #include "platform/lasterror.h"
-#include "platform/paths.h"
 #include "stores/memory/memorystore.h"
 #include "stores/sqlite/sqlitestore.h"
 
@@ -53,14 +50,6 @@ std::unique_ptr<VProfileStoreFactory> OpenProfileStoreFactory(const VUnicodeStri
         if (text.starts_with(scheme.name)) return scheme.open(text.substr(scheme.name.size()), report);
     }
     return Refuse(text, "a store is named as sqlite:PATH or memory:", report);
-}
-
-VUnicodeString GetDefaultStoreUrl() {
-    std::u16string url;
-    if (platform::GetEnvironmentText(u"BRENNMARK_STORE", url) && !url.empty()) return VUnicodeString(url);
-    const std::u16string folder = platform::GetKnownFolder(platform::KnownFolder::kData);
-    if (folder.empty()) return u"sqlite:"_v;  // a user without a home: refused when it is opened, for want of a path
-    return VUnicodeString(u"sqlite:" + platform::ToWide(platform::ToNativePath(folder + u"\\sessions.db")));
 }
 
 VUnicodeString GetAbsoluteStoreUrl(const VUnicodeString& url) {

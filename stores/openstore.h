@@ -27,9 +27,6 @@ namespace stores {
 /// in words for the user.
 std::unique_ptr<VProfileStoreFactory> OpenProfileStoreFactory(const VUnicodeString& url, VReportMessageParams& report);
 
-/// The URL of the user's own store: BRENNMARK_STORE when set, else `sqlite:` in the user's data folder.
-VUnicodeString GetDefaultStoreUrl();
-
 /// The URL by which other processes find the same store, whichever folder they run in.
 VUnicodeString GetAbsoluteStoreUrl(const VUnicodeString& url);
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,15 +15,15 @@
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hostwindow.h"
 #include "hosts/common/mainwindow.h"
+#include "hosts/common/quickstart.h"
 #include "hosts/common/sessionreport.h"
+#include "hosts/common/startup.h"
 #include "hosts/common/tell.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "platform/codepage.h"
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
-#include "stores/openstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -36,17 +37,21 @@ constexpr int kWrongUsage = 2;
 
 constexpr char kUsage[] =
     "usage: HOST [--store URL] [--main]\n"
+    "       HOST [--store URL] --quick ADDRESS | --link ADDRESS\n"
     "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
     "       HOST --terminal COMMAND\n"
     "       HOST --help | --version\n"
     "\n"
     "PURPOSE\n"
-    "Without a session it shows the connect dialog and opens what is chosen there; without a terminal,\n"
-    "its main window with that dialog over it.\n"
+    "Without a session it shows the connect dialog, or quick connect where the user wants that at the start, and\n"
+    "opens what is chosen there; without a terminal, its main window with that dialog over it, if any.\n"
     "\n"
     "  /S PATH               open the session, in this terminal; several one after the other. The names of\n"
     "                        a path are separated by \"\\\"\n"
     "  /SESSION_FOLDER PATH  open all sessions in the folder; \"\\\" is the root\n"
+    "  --quick ADDRESS       show quick connect with the address: [USER@]HOST[:PORT], an IPv6 address with a port in\n"
+    "                        brackets, or ssh://, telnet:// or sftp:// before it\n"
+    "  --link ADDRESS        the same for a link of another program; a window tells what is wrong with it\n"
     "  --window              open each session in a window of a terminal emulator instead\n"
     "  --main                show the main window, also from a terminal\n"
     "  --wait                when a client failed, wait for the Return key before ending\n"
@@ -54,7 +59,8 @@ constexpr char kUsage[] =
     "  --terminal COMMAND    remember the command for such windows, as \"gnome-terminal --tab --\"; the empty\n"
     "                        one stands for the system's: x-terminal-emulator, or another that is installed\n"
     "  --store URL           the store of the sessions, as sqlite:FILE; without it the one that\n"
-    "                        BRENNMARK_STORE names, or else the user's own\n";
+    "                        BRENNMARK_STORE names, or else the user's own, whose folder is asked for at the\n"
+    "                        first run\n";
 
 std::string UsageOf(const HostKind& kind) {
     std::string usage = kUsage;
@@ -78,15 +84,7 @@ int Fail(const HostKind& kind, const VUnicodeString& text, int exitCode = kFaile
     return exitCode;
 }
 
-std::string AbsoluteUrl(const VUnicodeString& url) {
-    return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
-}
-
-HostRun MakeRun(const HostKind& kind, const std::string& store) {
-    const std::string own = AbsoluteUrl(stores::GetDefaultStoreUrl());
-    const std::string url = store.empty() ? own : AbsoluteUrl(VUnicodeString(store.c_str()));
-    return {kind, url, url == own};
-}
+}  // namespace
 
 void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VUnicodeString text;
@@ -96,41 +94,55 @@ void ShowHelp(VWindow* window, unsigned, unsigned long) {
     VMessageBox(window, text, kBoxInformation);
 }
 
+namespace {
+
 /// One run with what the command line asks for.
 class Host {
   public:
-    Host(const HostKind& kind, const HostOptions& options)
-        : kind(kind), options(options), run(MakeRun(kind, options.store)) {
+    Host(const HostKind& kind, const HostOptions& options) : kind(kind), options(options), run{kind, {}} {
         SetAppName(kind.appName);
-        const VUnicodeString storeUrl(run.storeUrl.c_str());
-        parts.commandLine = u"--window --store \""_v + storeUrl + u"\"";
-        parts.help = ShowHelp;
-        parts.needsTerminal = true;  // to open one session, as a shortcut does
-        parts.shortcutOptions = GetStoreOptions(storeUrl);
+        FindStore();
     }
 
     int ShowDialog();
+    int QuickConnect();
     int OpenSessions();
     int SetTerminal();
 
   private:
+    void FindStore();
     /// False when `notice` says why; it may also say something when it was opened.
     bool OpenStore(VUnicodeString& notice);
-    bool OpenStoreInWindow();
+    bool FindStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
     void LetUserChoose();
     bool ShowMainWindow(const VIcon* icon);
+    void ShowFirstDialog(MainWindow& window);
+    bool ShowChoice(bool hasTabs, bool& isInTab);
+    bool TakeChosen(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
-    int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window);
+    int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode = kFailed);
     bool ConfirmMany();
 
     const HostKind& kind;
     const HostOptions& options;
-    const HostRun run;
+    HostRun run;
     HostParts parts;
     std::unique_ptr<VProfileStoreFactory> store;
     std::vector<HostSession> sessions;
+    std::optional<QuickAddress> address;
+    bool isQuick = false;             ///< quick connect is shown, and not the connect dialog
+    VRef<ISessionConfig> connection;  ///< what was accepted there
 };
+
+void Host::FindStore() {
+    run.storeUrl = FindStoreUrl(options.store);
+    run.isOwnStore = run.storeUrl == FindStoreUrl({});
+    VIcon* const icon = parts.icon;
+    parts = MakeHostParts(run.storeUrl);
+    parts.help = ShowHelp;
+    parts.icon = icon;
+}
 
 bool Host::OpenStore(VUnicodeString& notice) {
     store = OpenReferenceStore(kind.appName, VUnicodeString(run.storeUrl.c_str()), notice, parts);
@@ -144,6 +156,7 @@ bool Host::FindSessions(VUnicodeString& fault) {
         const bool isRoot = folder.find_first_not_of('\\') == std::string::npos;
         if (!AddSessionsIn(isRoot ? VUnicodeString() : VUnicodeString(folder.c_str()), sessions, fault)) return false;
     }
+    if (!options.client.empty()) sessions.push_back({{}, {}, {}, {options.client, {}, {}}, false});
     return true;
 }
 
@@ -193,11 +206,11 @@ int Host::OpenInWindowsOfTheirOwn() {
 }
 
 /// Whoever wants windows may see no terminal.
-int Host::ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window) {
+int Host::ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode) {
     VUnicodeString ignored;
     if (!window) window = OpenHostWindow(kind, ignored);
     if (window) VMessageBox(nullptr, fault, kBoxWarning);
-    return Fail(kind, fault);
+    return Fail(kind, fault, exitCode);
 }
 
 bool Host::ConfirmMany() {
@@ -218,8 +231,11 @@ int Host::ShowDialog() {
             return Fail(kind, fault + u"; \"connectctl\" lists the sessions without one, and \"" +
                                   VUnicodeString(kind.program) + u" /S PATH\" opens one in this terminal");
         parts.icon = window->GetIcon();
-        if (!OpenStoreInWindow()) return kFailed;
-        const bool wantsMain = options.isMain || !platform::HasTerminal();
+        if (!FindStoreInWindow()) return kFailed;
+        store = OpenStoreInWindow(kind, run.storeUrl, parts);
+        if (!store) return kFailed;
+        // Who brings an address wants quick connect and no more.
+        const bool wantsMain = options.isMain || (!address && !platform::HasTerminal());
         if (!wantsMain || !ShowMainWindow(window->GetIcon())) LetUserChoose();
         store.reset();
     }
@@ -231,35 +247,41 @@ int Host::ShowDialog() {
 bool Host::ShowMainWindow(const VIcon* icon) {
     MainWindow window(run);
     if (!window.Create(icon)) return false;
-    window.Run([&] { window.ShowConnect(); });
+    window.Run([&] { ShowFirstDialog(window); });
     return true;
 }
 
-bool Host::OpenStoreInWindow() {
-    while (true) {
-        VUnicodeString notice;
-        if (OpenStore(notice)) {
-            if (!notice.IsEmpty()) VMessageBox(nullptr, notice, kBoxWarning);
-            return true;
-        }
-        Tell(kind, notice);
-        const VUnicodeString question =
-            u"无法打开会话存储。\n\n" + notice + u"\n\n是否重试？（--store 可指定另一个存储）";
-        if (VMessageBox(nullptr, question, kBoxYesNo | kBoxError) != kAnswerYes) return false;
+int Host::QuickConnect() {
+    VUnicodeString fault;
+    QuickAddress found;
+    if (ReadQuickAddress(*options.address, options.isLink, found, fault)) {
+        address = found;
+        return ShowDialog();
     }
+    if (!options.isLink) return Fail(kind, fault, kWrongUsage);
+    return ShowFault(u"the link cannot be opened: "_v + fault, nullptr, kWrongUsage);
 }
 
-/// Shows the dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
+bool Host::FindStoreInWindow() {
+    if (!options.store.empty()) return true;
+    const bool isFound = AskForStoreFolder(parts.icon);
+    if (!isFound) Tell(kind, u"there is no folder for the sessions");
+    FindStore();
+    return isFound;
+}
+
+/// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
 void Host::LetUserChoose() {
+    RemindOfUpdates(nullptr);
+    isQuick = address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
         const bool hasTabs = FindHostTerminal(run, terminal, ignored) && terminal.HasTabs();
         bool isInTab = false;
-        // A check box that would do nothing is hidden.
-        if (ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) != kDialogAccepted) return;
+        if (!ShowChoice(hasTabs, isInTab)) return;
         VUnicodeString fault;
-        bool isDone = TakeChosenSessions(sessions, fault);
+        bool isDone = TakeChosen(fault);
         if (isDone && sessions.size() == 1 && platform::HasTerminal()) return;
         isDone = isDone && FindHostTerminal(run, terminal, fault) &&
                  OpenInWindows(terminal, isInTab && hasTabs, run.storeUrl, sessions, fault);
@@ -269,11 +291,36 @@ void Host::LetUserChoose() {
     }
 }
 
+/// Over the main window, once it shows.
+void Host::ShowFirstDialog(MainWindow& window) {
+    RemindOfUpdates(&window.GetWindow());
+    if (address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect)
+        window.AskQuickConnect();
+    else if (GetStartupDialog() == StartupDialog::kConnect)
+        window.ShowConnect();
+}
+
+bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
+    // A check box that would do nothing is hidden.
+    if (!isQuick) return ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) == kDialogAccepted;
+    connection = AskQuickConnect(nullptr, isInTab);
+    return connection.Get() != nullptr;
+}
+
+bool Host::TakeChosen(VUnicodeString& fault) {
+    if (!isQuick) return TakeChosenSessions(sessions, fault);
+    // One that is saved already is found in the connect dialog, should this fail: once more here would save it twice.
+    isQuick = !connection->IsStored();
+    return AddSession(*connection, sessions, fault) && HaveClients(sessions, fault);
+}
+
 int Run(const HostKind& kind, const HostOptions& options) {
     Host host(kind, options);
     switch (options.action) {
         case HostAction::kShowDialog:
             return host.ShowDialog();
+        case HostAction::kQuickConnect:
+            return host.QuickConnect();
         case HostAction::kSetTerminal:
             return host.SetTerminal();
         case HostAction::kOpenSessions:

@@ -23,5 +23,8 @@ inline constexpr HostKind kNorHalden{"norhalden", u"NorHalden", kNorHaldenFrameC
                                      "Opens saved sessions in a terminal, each with its protocol's client."};
 inline constexpr HostKind kTessaly{"tessaly", u"Tessaly", kTessalyFrameClass, u"Tessaly - 连接",
                                    "Opens saved sessions for the transfer of files, each with its protocol's client."};
+/// Has no sessions of its own: NorHalden opens them.
+inline constexpr HostKind kWakestone{"wakestone", u"Wakestone", kNorHaldenFrameClass, u"Wakestone - 连接",
+                                     "Shows an icon in the desktop's tray, with the saved sessions in its menu."};
 
 }  // namespace connectdialog::hosts

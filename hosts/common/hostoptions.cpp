@@ -18,23 +18,6 @@ bool IsOption(std::string_view argument, std::string_view option) {
     return std::ranges::equal(argument, option, {}, toUpper);
 }
 
-bool PercentDecode(std::string_view text, std::string& decoded) {
-    decoded.clear();
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            decoded += text[i];
-            continue;
-        }
-        if (i + 2 >= text.size()) return false;
-        const unsigned high = HexDigitValue(static_cast<unsigned char>(text[i + 1]));
-        const unsigned low = HexDigitValue(static_cast<unsigned char>(text[i + 2]));
-        if (high == kNoHexDigit || low == kNoHexDigit) return false;
-        decoded += static_cast<char>(high * 16 + low);
-        i += 2;
-    }
-    return true;
-}
-
 class Reader {
   public:
     Reader(std::span<const char* const> arguments, HostOptions& options, std::string& fault)
@@ -49,6 +32,7 @@ class Reader {
   private:
     bool ReadOne(std::string_view argument);
     bool ReadPath(std::vector<std::string>& paths, bool isSession);
+    bool ReadAddress(bool isLink);
     bool Value(std::string& value);
     bool Set(HostAction action) {
         options.action = action;
@@ -83,6 +67,12 @@ bool Reader::ReadPath(std::vector<std::string>& paths, bool isSession) {
     return Set(HostAction::kOpenSessions);
 }
 
+bool Reader::ReadAddress(bool isLink) {
+    if (isLink && next == arguments.size()) return true;
+    options.isLink = isLink;
+    return Set(HostAction::kQuickConnect) && Value(options.address.emplace());
+}
+
 bool Reader::ReadOne(std::string_view argument) {
     constexpr std::string_view kStoreWithEquals = "--store=";
     if (argument == "--help") return Set(HostAction::kHelp);
@@ -93,6 +83,9 @@ bool Reader::ReadOne(std::string_view argument) {
     if (argument == "--report") return Value(options.report);
     if (argument == "--wait") return options.waitsAtEnd = true;
     if (argument == "--terminal") return Set(HostAction::kSetTerminal) && Value(options.terminal.emplace());
+    if (argument == "--quick") return ReadAddress(false);
+    if (argument == "--link") return ReadAddress(true);
+    if (argument == "--client") return Set(HostAction::kOpenSessions) && Value(options.client.emplace_back());
     if (argument == "--store") return Value(options.store);
     if (IsOption(argument, "/S")) return ReadPath(options.paths, true);
     if (IsOption(argument, "/SESSION_FOLDER")) return ReadPath(options.folders, false);
@@ -109,9 +102,10 @@ bool Reader::ReadOne(std::string_view argument) {
 bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault) {
     options = HostOptions();
     if (!Reader(arguments, options, fault).ReadAll()) return false;
-    const bool opensSome = !options.paths.empty() || !options.folders.empty();
-    if (!opensSome || (!options.terminal && !options.isMain)) return true;
-    fault = options.terminal ? "--terminal opens no session" : "--main opens no session";
+    const bool opensSome = !options.paths.empty() || !options.folders.empty() || !options.client.empty();
+    const int tasks = int{opensSome} + int{options.terminal.has_value()} + int{options.address.has_value()};
+    if (tasks == 0 || (tasks == 1 && (options.address || !options.isMain))) return true;
+    fault = "--terminal, --quick, --link and sessions exclude each other, and --main goes with an address alone";
     return false;
 }
 
@@ -127,11 +121,29 @@ std::string PercentEncode(std::string_view text) {
     return encoded;
 }
 
+bool PercentDecode(std::string_view text, std::string& decoded) {
+    decoded.clear();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            decoded += text[i];
+            continue;
+        }
+        if (i + 2 >= text.size()) return false;
+        const unsigned high = HexDigitValue(static_cast<unsigned char>(text[i + 1]));
+        const unsigned low = HexDigitValue(static_cast<unsigned char>(text[i + 2]));
+        if (high == kNoHexDigit || low == kNoHexDigit) return false;
+        decoded += static_cast<char>(high * 16 + low);
+        i += 2;
+    }
+    return true;
+}
+
 std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
-                                             const std::string& reportWord) {
+                                             const std::vector<std::string>& client, const std::string& reportWord) {
     std::vector<std::string> words = {"--wait", "--encoded", "--store", PercentEncode(storeUrl)};
     if (!reportWord.empty()) words.insert(words.end(), {"--report", PercentEncode(reportWord)});
-    words.insert(words.end(), {"/S", PercentEncode(path)});
+    if (client.empty()) words.insert(words.end(), {"/S", PercentEncode(path)});
+    for (const std::string& word : client) words.insert(words.end(), {"--client", PercentEncode(word)});
     return words;
 }
 

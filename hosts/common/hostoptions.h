@@ -9,7 +9,7 @@
 
 namespace connectdialog::hosts {
 
-enum class HostAction { kShowDialog, kOpenSessions, kSetTerminal, kHelp, kVersion };
+enum class HostAction { kShowDialog, kQuickConnect, kOpenSessions, kSetTerminal, kHelp, kVersion };
 
 struct HostOptions {
     HostAction action = HostAction::kShowDialog;
@@ -17,6 +17,12 @@ struct HostOptions {
     std::vector<std::string> paths;
     /// The folders' paths likewise; the root is `\`.
     std::vector<std::string> folders;
+    /// The words of a client that runs for a connection that no store has; none in most cases.
+    std::vector<std::string> client;
+    /// What quick connect begins with, UTF-8.
+    std::optional<std::string> address;
+    /// It is a link's: somebody else's, and nobody may be looking at a terminal.
+    bool isLink = false;
     /// A store's URL; empty: the user's own store.
     std::string store;
     /// What kSetTerminal sets; empty: the system's.
@@ -32,9 +38,11 @@ struct HostOptions {
 };
 
 /// Reads the arguments behind the program's name: `[--store URL] [--main] [--window] [--wait]`, then `/S PATH` and
-/// `/SESSION_FOLDER PATH`, each any number of times and in any case; or `--terminal COMMAND`, `--help`, `--version`.
-/// Without a session or a folder the dialog is wanted. What follows an option is its value, whatever it looks like. The
-/// values behind `--encoded` are percent-encoded.
+/// `/SESSION_FOLDER PATH`, each any number of times and in any case; or `--quick ADDRESS`, `--link ADDRESS`,
+/// `--terminal COMMAND`, `--help`, `--version`. Without any of them the dialog is wanted, and so it is by a last
+/// `--link` without an address, as a desktop starts a program that it has no link for. What follows an option is its
+/// value, whatever it looks like. The values behind `--encoded` are percent-encoded; `--client WORD`, once a word, is
+/// for MakeWindowArguments.
 /// On failure: false, and `fault` says in one line what is wrong.
 bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault);
 
@@ -42,9 +50,14 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
 /// no shell takes for anything else, whatever the text is. Source: RFC 3986, section 2.1.
 std::string PercentEncode(std::string_view text);
 
+/// What PercentEncode made, also with more or fewer characters encoded.
+/// On failure: false, and `decoded` means nothing.
+bool PercentDecode(std::string_view text, std::string& decoded);
+
 /// The arguments, without the program's name, that open the session like this in a window of its own and tell that the
-/// main window which `reportWord` names; empty: nobody.
+/// main window which `reportWord` names; empty: nobody. `client` is what runs for a connection that no store has, and
+/// is empty for a session, which `path` names.
 std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
-                                             const std::string& reportWord);
+                                             const std::vector<std::string>& client, const std::string& reportWord);
 
 }  // namespace connectdialog::hosts

@@ -1,6 +1,5 @@
 #include "hosts/common/hostsession.h"
 
-#include <algorithm>
 #include <chrono>
 
 #include "config/appkind.h"
@@ -58,6 +57,7 @@ bool AddSession(const ISessionConfig& session, std::vector<HostSession>& session
         session.GetProtocolName(added.protocol);
     const ConnectConfig* config = isTransfer ? session.GetTransferConnectConfig() : session.GetConnectConfig();
     if (config != nullptr) config->GetHostName(added.host);
+    if (!added.isStored) added.path = added.host;
     sessions.push_back(std::move(added));
     return true;
 }
@@ -130,7 +130,8 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
     for (std::size_t i = 0; i < sessions.size(); ++i) {
         const LaunchCommand& command = sessions[i].command;
         VStringArray open;
-        for (std::size_t rest = i; rest < sessions.size(); ++rest) open.Add(sessions[rest].path);
+        for (std::size_t rest = i; rest < sessions.size(); ++rest)
+            if (sessions[rest].isStored) open.Add(sessions[rest].path);
         host.SetPaths(open);
         if (!command.note.empty()) Tell(kind, command.note);
         told.Open();
@@ -155,15 +156,11 @@ bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeSt
     return TerminalEmulator::Find(mayName ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
 }
 
-bool AreStored(const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    if (std::ranges::all_of(sessions, &HostSession::isStored)) return true;
-    fault = u"a connection that is not saved opens only in the terminal that this program was started from"_v;
-    return false;
-}
-
 std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                                            const HostSession& session, const std::string& reportWord) {
-    std::vector<std::string> words = MakeWindowArguments(storeUrl, platform::ToNarrow(session.path), reportWord);
+    const std::vector<std::string> client = session.isStored ? std::vector<std::string>() : session.command.arguments;
+    std::vector<std::string> words =
+        MakeWindowArguments(storeUrl, platform::ToNarrow(session.path), client, reportWord);
     words.insert(words.begin(), platform::ToNativePath(platform::GetExecutablePath()));
     return terminal.MakeCommand(words, isInTab);
 }
@@ -177,7 +174,6 @@ bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseco
 
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
-    if (!AreStored(sessions, fault)) return false;
     std::chrono::milliseconds patience = kWindowPatience;
     for (const HostSession& session : sessions) {
         if (!StartWindow(MakeWindowCommand(terminal, isInTab, storeUrl, session, {}), patience, fault)) return false;

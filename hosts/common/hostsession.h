@@ -24,7 +24,8 @@ struct HostSession {
     VUnicodeString protocol;
     VUnicodeString host;
     LaunchCommand command;
-    bool isStored = true;  ///< else no other process finds it at its path
+    /// Else no process finds it in the store, and the path is only what it is called by.
+    bool isStored = true;
 };
 
 /// Adds what opens the session. On failure: false, `fault` tells why, and nothing is added.
@@ -48,9 +49,6 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
 /// The terminal emulator in whose windows sessions open: the one that the user's own store names, or the system's.
 /// On failure: false, and `fault` tells in words what is missing.
 bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeString& fault);
-
-/// Whether other processes find them all. On failure: false, and `fault` tells where the others open.
-bool AreStored(const std::vector<HostSession>& sessions, VUnicodeString& fault);
 
 /// So long the first of several windows is watched: what opened it may end at once.
 inline constexpr std::chrono::milliseconds kWindowPatience{700};

@@ -149,7 +149,7 @@ bool MainWindow::IsEnabled(int command) const {
         case HostCommands::kRemoveEnded:
             return std::ranges::any_of(opened.GetRows(), &OpenedSession::IsOver);
         case HostCommands::kProperties:
-            return selected.size() == 1;
+            return selected.size() == 1 && isAny([](const OpenedSession& row) { return row.client.empty(); });
         default:
             return IsOwnCommand(command) || DoesFunction(command);
     }

@@ -40,9 +40,7 @@ class MainWindow : private IFrameEvents {
 
     /// Lets the user choose sessions, and opens them.
     void ShowConnect();
-    /// Lets the user fill in a connection and opens it. An address that is not empty is what it begins with; one that
-    /// is refused is told.
-    void ShowQuickConnect(const VUnicodeString& address);
+    /// Lets the user fill in a connection, and opens it.
     void AskQuickConnect();
     /// The wizard; the new session is selected in the connect dialog then.
     void CreateSession();

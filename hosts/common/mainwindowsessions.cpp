@@ -1,12 +1,11 @@
 // What the main window does with sessions: choosing, making, opening and changing them.
 #include <utility>
 
-#include "config/appkind.h"
 #include "config/isessionconfig.h"
 #include "connectdialog/newsession.h"
-#include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/mainwindow.h"
+#include "hosts/common/quickstart.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/configpanels.h"
 #include "imports/globalconfig.h"
@@ -14,37 +13,12 @@
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
-#include "suite/hostsetup/hostsetup.h"
-#include "suite/protocols/quickaddress.h"
 
 namespace connectdialog::hosts {
 
 namespace {
 
 const VUnicodeString kDefaultSession = u"Default"_v;
-
-VRef<ISessionConfig> GetQuickConfig() {
-    ISessionConfig* config = nullptr;
-    GetQuickConnectConfig(&config, static_cast<unsigned>(GetAppKind()));
-    return VRef<ISessionConfig>::Adopt(config);
-}
-
-/// On failure: false, and `fault` tells why; quick connect begins as it would then.
-bool BeginQuickConnectWith(const VUnicodeString& text, VUnicodeString& fault) {
-    QuickAddress address;
-    VReportMessageParams report;
-    if (!ParseQuickAddress(text, address, report)) {
-        fault = DescribeReport(report);
-        return false;
-    }
-    const VRef<ISessionConfig> config = GetQuickConfig();
-    if (config && ApplyQuickAddress(*config, address)) {
-        SetQuickConnectConfig(*config);
-        return true;
-    }
-    fault = u"本程序没有此地址的协议："_v + text;
-    return false;
-}
 
 }  // namespace
 
@@ -75,19 +49,11 @@ void MainWindow::LetUserChoose(bool isToFind) {
 }
 
 void MainWindow::AskQuickConnect() {
-    ShowQuickConnect(VUnicodeString());
-}
-
-void MainWindow::ShowQuickConnect(const VUnicodeString& address) {
-    VUnicodeString fault;
-    if (!address.IsEmpty() && !BeginQuickConnectWith(address, fault)) ShowFault(fault);
     while (true) {
-        ISessionConfig* made = nullptr;
-        if (ShowQuickConnectDialog(&made, VUnicodeString(), static_cast<unsigned>(GetAppKind()), window.get()) !=
-            kDialogAccepted)
-            return;
-        const VRef<ISessionConfig> config = VRef<ISessionConfig>::Adopt(made);
-        if (OpenConfig(*config, fault)) return;
+        bool isInTab = false;
+        const VRef<ISessionConfig> config = hosts::AskQuickConnect(window.get(), isInTab);
+        VUnicodeString fault;
+        if (!config || OpenConfig(*config, fault)) return;
         ShowFault(fault);
     }
 }
@@ -100,7 +66,7 @@ bool MainWindow::OpenConfig(const ISessionConfig& config, VUnicodeString& fault)
 
 bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault) {
     TerminalEmulator terminal;
-    if (!AreStored(sessions, fault) || !FindHostTerminal(run, terminal, fault)) return false;
+    if (!FindHostTerminal(run, terminal, fault)) return false;
     opened.Open(terminal, isInTab, sessions);
     ShowRows();
     return true;
@@ -118,7 +84,10 @@ void MainWindow::OpenRowAgain(std::size_t row) {
     std::vector<HostSession> sessions;
     TerminalEmulator terminal;
     VUnicodeString fault;
-    if (!AddSessionAt(opened.GetRows()[row].path, sessions, fault) || !HaveClients(sessions, fault) ||
+    const OpenedSession& former = opened.GetRows()[row];
+    if (!former.client.empty())
+        sessions.push_back({former.path, former.protocol, former.host, {former.client, {}, {}}, false});
+    if ((sessions.empty() && !AddSessionAt(former.path, sessions, fault)) || !HaveClients(sessions, fault) ||
         !FindHostTerminal(run, terminal, fault))
         return ShowFault(fault);
     opened.OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());

@@ -51,6 +51,7 @@ OpenedSessions::Window OpenedSessions::Describe(OpenedSession& row, const Termin
     row.path = session.path;
     row.protocol = session.protocol;
     row.host = session.host;
+    if (!session.isStored) row.client = session.command.arguments;
     const std::string word = GetError() == 0 ? MakeReportWord(announcement->GetName(), row.id) : std::string();
     return {row.id, MakeWindowCommand(terminal, isInTab, run.storeUrl, session, word)};
 }
@@ -61,7 +62,7 @@ void OpenedSessions::RemoveEnded() {
 
 void OpenedSessions::SetPath(const VUnicodeString& former, const VUnicodeString& path) {
     for (OpenedSession& row : rows)
-        if (row.path == former) row.path = path;
+        if (row.client.empty() && row.path == former) row.path = path;
 }
 
 /// One after the other: what opened the first window may end at once, and then the others wait for nothing.

@@ -28,6 +28,7 @@ struct OpenedSession {
     VUnicodeString path;
     VUnicodeString protocol;
     VUnicodeString host;
+    std::vector<std::string> client;  ///< of a connection that no store has; empty for a session
     OpenedState state = OpenedState::kStarting;
     int exitCode = 0;  ///< of kEnded
 

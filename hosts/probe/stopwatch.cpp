@@ -1,6 +1,8 @@
 #include "hosts/probe/stopwatch.h"
 
 #include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -26,6 +28,12 @@ double MillisecondsSinceStart() {
     return (std::chrono::duration<double, std::nano>(now).count() - qgetenv("STARTED").toDouble()) / 1e6;
 }
 
+bool HasTree(const QDialog& dialog) {
+    const QList<QAbstractScrollArea*> areas = dialog.findChildren<QAbstractScrollArea*>();
+    return std::any_of(areas.begin(), areas.end(),
+                       [](QAbstractScrollArea* area) { return dynamic_cast<QtTree*>(area) != nullptr; });
+}
+
 double PeakMemory() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
@@ -41,6 +49,8 @@ Stopwatch::Stopwatch(QObject* parent, std::string folder, std::string pictureFil
 }
 
 bool Stopwatch::eventFilter(QObject* watched, QEvent* event) {
+    auto* const shown = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+    if (shown != nullptr && !HasTree(*shown)) QApplication::postEvent(shown, new QCloseEvent);
     const bool isPaint = event->type() == QEvent::Paint;
     tree = isPaint ? dynamic_cast<QtTree*>(watched->parent()) : nullptr;
     if (tree == nullptr || watched != tree->viewport()) return false;

@@ -87,8 +87,8 @@ inline constexpr ControlTemplate kConfigFolderControls[] = {
      {36, 7, 207, 27}},
     {ControlKind::kStatic, kNoId, u"请在下面文件夹中指定一个。", {36, 38, 207, 9}},
     {ControlKind::kStatic, kNoId, u"按“取消”将退出应用程序且不设置配置文件夹。", {36, 50, 207, 18}},
-    {ControlKind::kEdit, ConfigFolderIds::kPath, u"", {36, 72, 187, 14}},
-    {ControlKind::kButton, ConfigFolderIds::kBrowse, u"...", {227, 72, 16, 14}},
+    {ControlKind::kEdit, ConfigFolderIds::kPath, u"", {36, 72, 161, 14}},
+    {ControlKind::kButton, ConfigFolderIds::kBrowse, u"...", {201, 72, 42, 14}},
     {ControlKind::kDefaultButton, kIdOk, u"确定", {139, 94, 50, 14}},
     {ControlKind::kButton, kIdCancel, u"取消", {193, 94, 50, 14}},
 };

@@ -6,6 +6,7 @@
 #include "frame/connectdialogapi.h"
 #include "imports/dialogkit/appname.h"
 #include "stores/openstore.h"
+#include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/sessionoptions/sessionoptions.h"
 

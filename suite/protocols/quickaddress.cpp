@@ -1,5 +1,7 @@
 #include "suite/protocols/quickaddress.h"
 
+#include <algorithm>
+
 #include "config/appkind.h"
 #include "config/protocolchoice.h"
 #include "config/sessionconfig.h"

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "imports/globalconfig.h"
 #include "platform/processlaunch.h"
 #include "sessiondb/runningsessions.h"
 #include "sessiondb/sessiontree.h"
@@ -25,6 +26,8 @@ class HostsTest : public SuiteTest {
         const VUnicodeString url((StoreUrl()).c_str());
         const auto store = stores::OpenProfileStoreFactory(url, report);
         InstallReferenceSuite(u"NorHalden"_v, *store);
+        FetchGlobalConfig()->updateReminderSuppressed.Set(1);
+        FetchGlobalConfig()->Save();
         AddSession(u"web \u540D", u"SSH2", u"host.example");
         AddSession(u"second", u"SSH2", u"second.example");
         AddSession(u"third", u"SSH2", u"third.example");
@@ -196,7 +199,74 @@ TEST_F(HostsTest, WhatCannotBeOpenedIsToldInOneLine) {
     EXPECT_EQ(ReadFile(scratch / "sessions.db"), before) << "opening a session changed the store";
 }
 
+TEST_F(HostsTest, AnAddressThatIsNoneEndsBeforeAnyWindow) {
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"--quick", ""}, "Address"},
+        {{"--quick", "-oProxyCommand=touch bad"}, "Address"},
+        {{"--quick", "sftp://h"}, "no protocol SFTP"},
+        {{"--link", "--terminal=x"}, "a link begins with"},
+        {{"--link", "host.example"}, "a link begins with"},
+        {{"--link", "ssh://-oProxyCommand=touch%20bad"}, "Hostname"},
+        {{"--link", "ssh://-l%40h"}, "Username"},
+        {{"--link", "ssh://$(touch bad)@h"}, "Username"},
+        {{"--link", "ssh://u%3Bfp=1@h"}, "Username"},
+        {{"--link", "ssh://h%0A-x"}, "Address"},
+        {{"--link", "ssh://h%00"}, "Address"},
+        {{"--link", "ssh://h%4"}, "percent-encoded"},
+        {{"--link", "ssh://h/;touch bad"}, "Hostname"},
+        {{"--link", "file:///etc/passwd"}, "\"file\""},
+    };
+    for (const auto& [arguments, part] : rows) {
+        const ProcessResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << arguments[1];
+        EXPECT_NE(result.errors.find(part), std::string::npos) << result.errors;
+        EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+    }
+}
+
 #ifdef HOST_PROBE
+
+TEST_F(HostsTest, AnAddressOpensOnceItIsAcceptedInQuickConnect) {
+    WriteTerminal();
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{"--quick", "u@h.example:2222"}, "<-p>\n<2222>\n<-l>\n<u>\n<-->\n<h.example>\n"},
+        {{"--link", "ssh://a%40b@[2001:db8::1]:22/"}, "<-p>\n<22>\n<-l>\n<a@b>\n<-->\n<2001:db8::1>\n"},
+    };
+    for (const auto& [arguments, expected] : rows)
+        for (const bool isAccepted : {false, true}) {
+            std::filesystem::remove(scratch / "opened");
+            std::vector<std::string> words = {"--keys", isAccepted ? "Return" : "Escape"};
+            words.insert(words.end(), arguments.begin(), arguments.end());
+            const ProcessResult result = Run(words, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+            EXPECT_EQ(result.exitCode, 0) << result.errors;
+            EXPECT_EQ(WaitForOpened(isAccepted ? 6 : 0), isAccepted ? expected : "");
+        }
+    EXPECT_EQ(Run({"--keys", "Escape", "--link"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"}).exitCode, 0);
+}
+
+TEST_F(HostsTest, TheFirstRunAsksForTheFolderOfTheStore) {
+    const std::string home = scratch / "home";
+    const std::string data = home + "/data/brennmark";
+    const auto run = [&](const char* keys) {
+        return Run({"--keys", keys}, HOST_PROBE,
+                   {"QT_QPA_PLATFORM=offscreen", "BRENNMARK_STORE=", "HOME=" + home,
+                    "XDG_CONFIG_HOME=" + home + "/conf", "XDG_DATA_HOME=" + home + "/data"});
+    };
+    EXPECT_EQ(run("Escape").exitCode, 1);
+    EXPECT_FALSE(std::filesystem::exists(home)) << "giving up makes nothing";
+    // The reminder is answered with No; a folder in the connect dialog makes the store.
+    EXPECT_EQ(run("Return Escape Home Alt+F Return").exitCode, 0);
+    EXPECT_EQ(ReadFile(home + "/conf/brennmark/store-folder"), data + '\n');
+    EXPECT_TRUE(std::filesystem::exists(data + "/sessions.db"));
+    const std::string other = scratch / "elsewhere";
+    std::filesystem::create_directory(other);
+    std::filesystem::rename(data + "/sessions.db", other + "/sessions.db");
+    scratch.Write("home/conf/brennmark/store-folder", other + '\n');
+    EXPECT_EQ(run("Escape").exitCode, 0) << "nothing is asked";
+    EXPECT_FALSE(std::filesystem::exists(data + "/sessions.db"));
+    scratch.Write("home/conf/brennmark/store-folder", "no path\n");
+    EXPECT_EQ(run("Escape").exitCode, 1) << "asked again";
+}
 
 TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
     WriteTerminal();
@@ -225,6 +295,36 @@ TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
     EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
 }
 
+TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
+    EXPECT_NE(Run({}, WAKESTONE_PROGRAM, {"QT_QPA_PLATFORM=offscreen"}).errors.find("no tray"), std::string::npos);
+    EXPECT_EQ(Run({"--window", "/S", "absent"}, WAKESTONE_PROGRAM).exitCode, 1) << "norhalden's";
+    if (!std::filesystem::exists("/usr/bin/dbus-run-session") || !std::filesystem::exists("/usr/bin/xvfb-run") ||
+        RunProcess({"/usr/bin/python3", "-c", "import dbus, gi"}).exitCode != 0)
+        GTEST_SKIP() << "the Debian package xvfb, dbus or python3-dbus is not there";
+    WriteTerminal();
+    {
+        VReportMessageParams report;
+        const auto store = stores::OpenProfileStoreFactory(VUnicodeString(StoreUrl().c_str()), report);
+        InstallReferenceSuite(u"NorHalden"_v, *store);
+        for (int i = 100; i < 150; ++i)
+            AddFolderEntry(u"Nothing", VUnicodeString(std::to_string(i).c_str()), u"", false);
+        InstallReferenceSuite(u"NorHalden"_v, *factory);
+    }
+    // The last path tells the menus on its way.
+    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u9000\u51FA(_X)";
+    const ProcessResult result = Run(
+        {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", HOSTS_DATA "/../../tests/hosts/faketray.py", paths,
+         WAKESTONE_PROGRAM, "--store", StoreUrl()},
+        "/usr/bin/dbus-run-session", {"QT_QPA_PLATFORM=xcb", "PATH=" + scratch.GetPath().string() + ":/usr/bin:/bin"});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    for (const char* menu :
+         {"Nothing | Servers | files", "Inner | -x", "100 \u2014 139 | 140 \u2014 149", "\uFF08\u7A7A\uFF09\n"})
+        EXPECT_NE(result.output.find(menu), std::string::npos) << menu << result.output;
+    const std::string opened = WaitForOpened(8);
+    for (const char* host : {"<deep.example>", "<files.example>"})
+        EXPECT_NE(opened.find(host), std::string::npos) << opened;
+}
+
 TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
     const ProcessResult result =
         Run({"--keys", "Return Return Escape", "--store", "sqlite:/"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
@@ -239,7 +339,7 @@ TEST_F(HostsTest, AStoreThatCannotBeOpenedIsToldInAWindow) {
 TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
     const std::string checker = platform::FindProgram("desktop-file-validate");
     if (checker.empty()) GTEST_SKIP() << "the Debian package desktop-file-utils is not there";
-    for (const char* name : {"norhalden", "tessaly"}) {
+    for (const char* name : {"norhalden", "tessaly", "wakestone"}) {
         const ProcessResult result = RunProcess({checker, std::string(HOSTS_DATA "/") + name + ".desktop"});
         EXPECT_EQ(result.exitCode, 0) << result.output;
         EXPECT_EQ(result.output, "");
@@ -247,8 +347,14 @@ TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
 }
 
 TEST_F(HostsTest, WrongUsageIsExplained) {
-    const std::vector<std::vector<std::string>> lines = {
-        {"/S"}, {"web"}, {"--store"}, {"--wrong"}, {"--encoded", "/S", "%4"}, {"--terminal", "x", "/S", "y"}};
+    const std::vector<std::vector<std::string>> lines = {{"/S"},
+                                                         {"web"},
+                                                         {"--store"},
+                                                         {"--wrong"},
+                                                         {"--encoded", "/S", "%4"},
+                                                         {"--terminal", "x", "/S", "y"},
+                                                         {"--quick"},
+                                                         {"--quick", "h", "/S", "y"}};
     for (const std::vector<std::string>& arguments : lines) {
         const ProcessResult result = Run(arguments);
         EXPECT_EQ(result.exitCode, 2);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "hosts/common/hostcommands.h"
+#include "hosts/common/quickstart.h"
 #include "hosts/common/sessionreport.h"
 #include "resources/dialogids.h"
 #include "sessiondb/sessiontree.h"
@@ -125,17 +126,23 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
         kit.ExpectDialog(FindSessionIds::kDialog, giveUp);
         EXPECT_TRUE(frame.PressKey('F', Accelerator::kControl));
         WriteProgram("telnet", "");
-        // A connection that is not saved opens in no window: that is told, and the dialog comes back.
+        QuickAddress address;
+        VUnicodeString fault;
+        ASSERT_TRUE(ReadQuickAddress("telnet://quick.example:2323", true, address, fault) && FillQuickConnect(address));
         kit.ExpectDialog(QuickConnectIds::kDialog, [](HeadlessDialog& dialog) { EXPECT_TRUE(dialog.Press(kIdOk)); });
-        kit.ExpectBox(u"a connection that is not saved opens only in the terminal that this program was started from",
-                      kAnswerOk);
-        kit.ExpectDialog(QuickConnectIds::kDialog, giveUp);
-        window.ShowQuickConnect(u"telnet://quick.example:2323"_v);
+        window.AskQuickConnect();
+        for (const bool isAgain : {false, true}) {
+            if (isAgain) window.OpenAgain();
+            Await(frame, 0, u"已结束");
+            EXPECT_EQ(frame.GetRows()[0].texts[0], u"quick.example") << "by its host, as it has no name";
+            EXPECT_TRUE(frame.Select({0}));
+            EXPECT_FALSE(window.IsEnabled(HostCommands::kProperties));
+        }
         kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
         window.OpenAt(u"odd"_v, false);
         EXPECT_NE(kit.GetBoxes().back().text.View().find(u"Hostname"), std::u16string_view::npos)
             << "a host name is never an option";
-        EXPECT_TRUE(frame.GetRows().empty());
+        EXPECT_EQ(frame.GetRows().size(), 1U);
     });
 }
 

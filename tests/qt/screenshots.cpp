@@ -6,11 +6,13 @@
 #include <cctype>
 #include <iostream>
 
+#include "config/protocolchoice.h"
 #include "connectdialog/findsessiondialog.h"
 #include "connectdialog/multiconnectwarningdialog.h"
 #include "connectdialog/shortcutnamedialog.h"
 #include "connectdialog/ui/connectdialog.h"
 #include "foundation/vunicodestringi.h"
+#include "frame/configfolderdialog.h"
 #include "hosts/common/mainwindow.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
@@ -65,17 +67,14 @@ class Photographer : public SuiteTest {
     bool TakeAll() {
         StoreButtons();
         for (const Picture& picture : ListDialogs()) Take(picture);
-        for (const OptionPage& page : GetOptionPages()) {
-            std::string name = "options-" + platform::ToNarrow(page.path);
-            for (char& character : name)
-                character = character == '\\' || character == ' ' ? '-' : static_cast<char>(std::tolower(character));
-            Take({name, OptionIds::kDialog, [&] { ShowOptions(page.path); }});
-        }
-        TakeWizard();
+        for (const OptionPage& page : GetOptionPages())
+            Take({FileName("options-", page.path), OptionIds::kDialog, [&] { ShowOptions(page.path); }});
         TakeMainWindow();
         kit.ExpectBox(u"确定删除选中项？"_v, 0);
         kit.BeforeBox([&](QWidget& box) { Save(box, "box"); });
         VMessageBox(nullptr, u"确定删除选中项？"_v, kBoxYesNo | kBoxWarning);
+        TakeWizardOfBoth();
+        for (const ProtocolSide side : kProtocolSides) TakeProtocols(side);
         faults += kit.TakeFaults();
         std::cerr << faults;
         return faults.empty();
@@ -84,18 +83,6 @@ class Photographer : public SuiteTest {
   private:
     std::vector<Picture> ListDialogs() {
         const auto connect = [] { ConnectDialog(u"连接"_v, {}, nullptr).DoModal(); };
-        const auto quick = [] {
-            ISessionConfig* none = nullptr;
-            ShowQuickConnectDialog(&none, VUnicodeString(), 3, nullptr);
-            CleanupQuickConnectDialog();
-        };
-        const auto pick = [](const char16_t* protocol) {
-            return [protocol](QtUserDialog& shown) {
-                if (shown.GetText(QuickConnectIds::kProtocol) == protocol) return;
-                shown.Pick(QuickConnectIds::kProtocol, protocol);
-                shown.PressKey(kKeyTab);
-            };
-        };
         const auto openMenu = [this](QtUserDialog& shown) {
             kit.ExpectMenu([this](const VPopupMenu&) {
                 Save(*QApplication::activePopupWidget(), "menu");
@@ -122,10 +109,9 @@ class Photographer : public SuiteTest {
             {"connect", ConnectDialogIds::kDialog, connect},
             {"connect-again", ConnectDialogIds::kDialog, connect, openMenu},
             {"rename", ConnectDialogIds::kDialog, connect, [](QtUserDialog& shown) { shown.PressKey(kKeyF2); }},
-            {"quick-ssh2", QuickConnectIds::kDialog, quick, pick(u"SSH2")},
-            {"quick-serial", QuickConnectIds::kDialog, quick, pick(u"Serial")},
-            {"quick-local-shell", QuickConnectIds::kDialog, quick, pick(u"Local Shell")},
             {"buttons", ButtonBarIds::kDialog, EditButtons, [](QtUserDialog& shown) { shown.PressKey(kKeyDown); }},
+            {"folder", ConfigFolderIds::kDialog,
+             [] { ConfigFolderDialog(u"\\home\\wang\\.local\\share"_v, nullptr, nullptr).DoModal(); }},
             {"options-all-secret", OptionIds::kDialog, [this] { ShowOptions(u"All Settings"); },
              [](QtUserDialog& shown) { shown.Type(OptionIds::kFilter, u"Monitor Password"_v); }},
         };
@@ -133,15 +119,40 @@ class Photographer : public SuiteTest {
     void ShowOptions(std::u16string_view page) {
         SessionOptionsDialog(*session, VUnicodeString(page), false, false, nullptr).DoModal();
     }
-    void TakeWizard() {
+    /// Quick connect and the wizard with the page of each protocol of the side.
+    void TakeProtocols(ProtocolSide side) {
+        const bool isTransfer = side == ProtocolSide::kTransfer;
+        InstallReferenceSuite(isTransfer ? u"Tessaly" : u"NorHalden", *factory);
+        for (const ProtocolPage& page : GetProtocolPages()) {
+            if (page.side != side) continue;
+            kit.ExpectDialog(QuickConnectIds::kDialog, [&](QtUserDialog& shown) {
+                if (shown.GetText(QuickConnectIds::kProtocol) != page.protocol) {
+                    shown.Pick(QuickConnectIds::kProtocol, VUnicodeString(page.protocol));
+                    shown.PressKey(kKeyTab);
+                }
+                Photograph(shown, FileName("quick-", page.protocol));
+            });
+            ISessionConfig* none = nullptr;
+            ShowQuickConnectDialog(&none, VUnicodeString(), isTransfer ? 6 : 3, nullptr);
+            CleanupQuickConnectDialog();
+            WalkWizard(page);
+        }
+    }
+    /// Each page on the way of the protocol.
+    void WalkWizard(const ProtocolPage& protocol) {
         RunWizard([&](QtUserDialog& sheet) {
-            Photograph(sheet, "wizard-protocol");
-            sheet.Press(WizardIds::kNext);
-            sheet.GetPage()->Type(kFirstPageField, u"db-01.example.org"_v);
-            Photograph(sheet, "wizard-ssh2");
-            sheet.Press(WizardIds::kNext);
-            Photograph(sheet, "wizard-finish");
+            while (true) {
+                QtUserDialog& page = *sheet.GetPage();
+                const int id = page.GetTemplateId();
+                page.Pick(WizardIds::kProtocol, VUnicodeString(protocol.protocol));
+                if (id == protocol.dialog.id) page.Type(kFirstPageField, u"db-01.example.org"_v);
+                Photograph(sheet, FileName("wizard-", protocol.protocol) + '-' + std::to_string(id));
+                if (id == WizardIds::kFinishPage || !sheet.Press(WizardIds::kNext)) break;
+            }
         });
+    }
+    /// What an installation with both applications shows.
+    void TakeWizardOfBoth() {
         const BothInstalled both;
         RunWizard([&](QtUserDialog& sheet) {
             Photograph(sheet, "wizard-terminal");
@@ -156,6 +167,14 @@ class Photographer : public SuiteTest {
         std::int64_t result = 0;
         bool usesWizard = false;
         LaunchNewSessionWizard(*made, nullptr, result, usesWizard);
+    }
+    static std::string FileName(const char* kind, std::u16string_view text) {
+        std::string name = kind + platform::ToNarrow(text);
+        for (char& character : name)
+            character = std::isalnum(static_cast<unsigned char>(character)) != 0
+                            ? static_cast<char>(std::tolower(character))
+                            : '-';
+        return name;
     }
 
     static void StoreButtons() {

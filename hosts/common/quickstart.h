@@ -1,0 +1,32 @@
+// Quick connect as a host shows it: empty, or filled in from an address of the command line or of a link.
+#pragma once
+
+#include <string_view>
+
+#include "foundation/vunicodestring.h"
+#include "foundation/vunknown.h"
+#include "suite/protocols/quickaddress.h"
+
+namespace connectdialog {
+class ISessionConfig;
+class VWindow;
+}  // namespace connectdialog
+
+namespace connectdialog::hosts {
+
+/// Reads `text`, UTF-8: ParseQuickAddress decides what an address may be. A link must have a scheme, and what is
+/// percent-encoded in it is decoded first, so that the checks see what a client would get.
+/// Requires: the application's name is set, since it decides which protocols there are.
+/// On failure: false, `fault` tells why on one line, and `address` stays.
+bool ReadQuickAddress(std::string_view text, bool isLink, QuickAddress& address, VUnicodeString& fault);
+
+/// The next quick connect begins with the address: what else a connection needs comes from the Default session, as if
+/// the user had typed the address there. False when the application has no protocol for it.
+bool FillQuickConnect(const QuickAddress& address);
+
+/// Shows quick connect; nothing is opened that the user has not seen in it and accepted. What is saved goes into the
+/// root folder. `parent` may be null.
+/// Null when the user gave up; else the connection, and `isInTab` tells where it goes.
+VRef<ISessionConfig> AskQuickConnect(VWindow* parent, bool& isInTab);
+
+}  // namespace connectdialog::hosts
