@@ -81,7 +81,7 @@ void MainWindow::PressFunction(std::uint32_t function) {
 
 void MainWindow::ShowButtons(bool again) {
     const std::vector<std::size_t> selected = window->GetSelectedRows();
-    const VUnicodeString path = selected.size() == 1 ? opened->GetRows()[selected.front()].path : VUnicodeString();
+    const VUnicodeString path = selected.size() == 1 ? opened.GetRows()[selected.front()].path : VUnicodeString();
     if (!again && path == buttonsPath) return;
     buttonsPath = path;
     if (buttons.Load(ChooseButtonBar(path), again)) buttons.Show(*window);

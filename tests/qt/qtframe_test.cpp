@@ -9,7 +9,6 @@
 
 #include "imports/dialogkit/vmessagebox.h"
 #include "imports/dialogkit/vtoolbarstate.h"
-#include "qtinput.h"
 #include "qtuser.h"
 #include "resources/accelerators.h"
 #include "resources/connectcommands.h"

@@ -213,8 +213,6 @@ TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
         page->error.Fail(0x61090001, u"modem");
         return static_cast<NewSessionWizardPage*>(page);
     };
-    panels.table.Add(MakePagedRow<kFakeTelnetPage>(AppKind::kNorHalden, u"Throws"));
-    panels.table[2].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
     Run([this](HeadlessDialog& sheet) {
         kit.ExpectBox(u"\"modem\" 未找到。"_v, kAnswerOk);
         EXPECT_TRUE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"TAPI"_v));
