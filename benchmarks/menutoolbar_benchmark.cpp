@@ -1,13 +1,14 @@
-// Parsing descriptions of menus and toolbars of a growing number of lines, beside reading the same lines. `speed` is
-// our speed over that speed.
+// Parsing descriptions of menus and toolbars of a growing number of lines, beside reading the same lines: `speed` is
+// our speed over that speed. And what a host does at its start: all that leads from a file to menus, bars and keys.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <limits>
 #include <span>
 
 #include "foundation/vtextfile.h"
+#include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
-#include "menutoolbar/vmenutoolbartextrep.h"
+#include "menutoolbar/vcustommenutoolbar.h"
 #include "scratchfile.h"
 #include "textlines.h"
 
@@ -91,5 +92,23 @@ void BenchmarkParseItems(benchmark::State& state) {
     Measure(state, kItems);
 }
 BENCHMARK(BenchmarkParseItems)->ArgName("lines")->Arg(10'000);
+
+/// From the file to what windows show.
+void BenchmarkBuildMenus(benchmark::State& state) {
+    const SampleFile sample(kLines, static_cast<std::size_t>(state.range(0)));
+    for (auto _ : state) {
+        VCustomMenuToolbar menus;
+        VMenuToolbarTextRep& rep = menus.GetRep();
+        rep.SetCommandTable(&GetStandardMenuCommands());
+        rep.SetFileName(sample.Name());
+        if (rep.Parse() != MenuParseResult::kClean) std::abort();
+        for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus()) menus.RegisterCommands(*block);
+        for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus())
+            benchmark::DoNotOptimize(MakePopupMenu(*block, menus));
+        benchmark::DoNotOptimize(MakeAccelerators(menus));
+        rep.Reset();
+    }
+}
+BENCHMARK(BenchmarkBuildMenus)->ArgName("lines")->Arg(200)->Arg(2'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -1,28 +1,12 @@
 // Any text as the line of a button: outer blanks do not count, and the parts of a button written again read the same.
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 
 #include "fuzz/require.h"
-#include "keymap/keynames.h"
 #include "menutoolbar/buttonline.h"
 
 using namespace connectdialog;
 using fuzz::Require;
-
-namespace {
-
-/// The field with what has a meaning made ordinary.
-std::u16string Field(const VUnicodeString& text) {
-    std::u16string field;
-    for (const char16_t character : text.View()) {
-        if (character == u'\\' || character == u',') field += u'\\';
-        field += character;
-    }
-    return field + u',';
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::u16string line;
@@ -42,10 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(button.label == label, "the label is the text without its line breaks");
     if (button.function == UserButton::kNoFunction) return 0;
 
-    std::u16string again = u"x,";
-    for (const VUnicodeString* part : {&button.text, &button.argument1, &button.argument2, &button.argument3})
-        again += Field(*part);
-    const UserButton copy = DecodeButtonLine(VUnicodeString(again));
+    const UserButton copy = DecodeButtonLine(EncodeButtonLine(button));
+    Require(copy.function == button.function || button.function == UserButton::kUnknownFunction,
+            "the function is written by its name");
     Require(copy.text == button.text && copy.argument1 == button.argument1 && copy.argument2 == button.argument2 &&
                 copy.argument3 == button.argument3,
             "what was read reads the same again");

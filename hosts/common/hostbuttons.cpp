@@ -13,6 +13,11 @@
 
 namespace connectdialog::hosts {
 
+namespace {
+/// Characters of a button's text: the store may hold any.
+constexpr std::size_t kLongestShown = 100;
+}  // namespace
+
 ButtonBarChoice ChooseButtonBar(const VUnicodeString& sessionPath) {
     ButtonBarChoice choice;
     choice.name = VUnicodeString(kDefaultButtonBar);
@@ -32,14 +37,15 @@ bool HostButtons::Load(const ButtonBarChoice& newChoice, bool again) {
     return true;
 }
 
-void HostButtons::Show(IFrameWindow& window) const {
+void HostButtons::Show(IFrameWindow& window, const std::function<bool(std::int32_t function)>& isEnabled) const {
     VToolbarState shown;
     int command = HostCommands::kFirstButton;
     for (const UserButton& user : bar.GetButtons()) {
         if (!isWanted || !choice.isShown || command == HostCommands::kFirstButton + HostCommands::kMostButtons) break;
         VToolbarState::Button button;
         button.command = command++;
-        button.text = user.text;
+        button.isEnabled = isEnabled(user.function);
+        button.text = user.text.Left(kLongestShown);
         button.text.Replace(u"\r\n", u"\n");
         button.tip = user.function > 0 ? GetKeyFunctionName(static_cast<std::uint32_t>(user.function)) : user.label;
         if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;

@@ -1,6 +1,8 @@
 // The user's button bar under the toolbars of the main window.
 #pragma once
 
+#include <functional>
+
 #include "foundation/vunicodestring.h"
 #include "menutoolbar/buttonline.h"
 #include "sessiondb/userbuttonbar.h"
@@ -27,8 +29,9 @@ class HostButtons {
     bool Load(const ButtonBarChoice& choice, bool again);
     const VUnicodeString& GetName() const { return choice.name; }
 
-    /// Shows the bar, without buttons where the session or the user wants none.
-    void Show(IFrameWindow& window) const;
+    /// Shows the bar, without buttons where the session or the user wants none. Asks for the function of each button
+    /// whether it can be pressed now.
+    void Show(IFrameWindow& window, const std::function<bool(std::int32_t function)>& isEnabled) const;
     void ShowBar(bool isShown) { isWanted = isShown; }
     bool HasBar() const { return isWanted; }
 

@@ -134,12 +134,11 @@ void HostMenus::Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) co
     VPopupMenu menu = menuBar;
     menu.EnableEach(isEnabled);
     window.SetMenuBar(menu);
-    for (int bar = 0; bar < kMostBars; ++bar) {
-        const auto place = static_cast<std::size_t>(bar);
+    for (std::size_t bar = 0; bar < bars.size(); ++bar) {
         VToolbarState shown;
-        if (hasBars && place < bars.size()) shown = bars[place];
+        if (hasBars) shown = bars[bar];
         shown.EnableEach(isEnabled);
-        window.SetToolbar(bar, shown);
+        window.SetToolbar(static_cast<int>(bar), shown);
     }
     window.SetAccelerators(keys);
 }

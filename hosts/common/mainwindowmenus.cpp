@@ -84,7 +84,7 @@ void MainWindow::ShowButtons(bool again) {
     const VUnicodeString path = selected.size() == 1 ? opened.GetRows()[selected.front()].path : VUnicodeString();
     if (!again && path == buttonsPath) return;
     buttonsPath = path;
-    if (buttons.Load(ChooseButtonBar(path), again)) buttons.Show(*window);
+    if (buttons.Load(ChooseButtonBar(path), again)) ShowMenus();
 }
 
 void MainWindow::EditButtons() {
@@ -102,7 +102,6 @@ void MainWindow::ToggleToolbar() {
 
 void MainWindow::ToggleButtonBar() {
     buttons.ShowBar(!buttons.HasBar());
-    buttons.Show(*window);
     ShowMenus();
 }
 
@@ -110,6 +109,10 @@ void MainWindow::ShowMenus() {
     menus.Check(HostCommands::kToggleToolbar, menus.HasBars());
     menus.Check(HostCommands::kToggleButtonBar, buttons.HasBar());
     menus.Show(*window, [this](int command) { return IsEnabled(command); });
+    buttons.Show(*window, [this](std::int32_t function) {
+        const int command = static_cast<int>(CommandOfKeyFunction(static_cast<std::uint32_t>(function)));
+        return !IsOwnCommand(command) || IsEnabled(command);  // what cannot be done at all is told when it is pressed
+    });
 }
 
 }  // namespace connectdialog::hosts

@@ -36,9 +36,9 @@ VUnicodeString Unescaped(const VUnicodeString& field) {
 }
 
 /// With the escapes that DecodeButtonLine removes.
-void AppendField(std::u16string& line, std::u16string_view text) {
+void AppendField(std::u16string& line, std::u16string_view text, bool hasLines = false) {
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text.substr(i, 2) == u"\r\n") {
+        if (hasLines && text.substr(i, 2) == u"\r\n") {
             line += kStoredLineBreak;
             ++i;
             continue;
@@ -73,7 +73,7 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
 VUnicodeString EncodeButtonLine(const UserButton& button) {
     std::u16string line(GetKeyFunctionName(static_cast<std::uint32_t>(button.function)).View());
     line += u',';
-    AppendField(line, button.text);
+    AppendField(line, button.text, true);
     AppendField(line, button.argument1);
     AppendField(line, button.argument2);
     if (!button.argument3.IsEmpty()) AppendField(line, button.argument3);

@@ -169,6 +169,7 @@ TEST_F(HostMenusTest, TheBarOfTheSelectedSessionIsShownAndItsButtonsRun) {
     ASSERT_TRUE(bar.Insert(0, MakeButton(u"RUN", u"Mark\r\nit", touch, u"\"a b\" ; x"_v)));
     ASSERT_TRUE(bar.Insert(1, MakeButton(u"MENU_EXIT", u"Quit")));
     ASSERT_TRUE(bar.Insert(2, MakeButton(u"VT_F6", u"F6")));
+    ASSERT_TRUE(bar.Insert(3, MakeButton(u"MENU_RECONNECT", u"Again")));
     ASSERT_TRUE(bar.Save());
     constexpr int kFirst = HostCommands::kFirstButton;
     Play([&](MainWindow&, HeadlessFrame& frame) {
@@ -177,6 +178,7 @@ TEST_F(HostMenusTest, TheBarOfTheSelectedSessionIsShownAndItsButtonsRun) {
         EXPECT_TRUE(Appears("a b")) << "words, and no shell";
         EXPECT_TRUE(frame.Press(kFirst + 2));
         EXPECT_TRUE(Has(TakeBox(), u"VT_F6"));
+        EXPECT_FALSE(frame.Press(kFirst + 3)) << "no session has ended";
         EXPECT_TRUE(frame.Choose(HostCommands::kToggleButtonBar));
         EXPECT_TRUE(frame.GetToolbar(HostMenus::kMostBars).GetButtons().empty());
         EXPECT_TRUE(frame.Choose(HostCommands::kToggleButtonBar));

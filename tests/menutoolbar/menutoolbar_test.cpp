@@ -190,6 +190,20 @@ TEST_F(MenuReaderTest, LinesBecomeATree) {
     EXPECT_EQ(rep.FindMenu(u"M"), nullptr);
 }
 
+TEST_F(MenuReaderTest, AFileMayBeInEachEncodingThatHasAMark) {
+    for (const TextEncoding encoding : {TextEncoding::kUtf8, TextEncoding::kUtf16Le, TextEncoding::kUtf16Be}) {
+        VTextFile file;
+        file.SetEncoding(encoding);
+        ASSERT_TRUE(file.Open(folder.Name("m"), platform::kGenericWrite, platform::kCreateAlways));
+        for (const char16_t* line : {u"MENU 菜单", u"MENUITEM 复制,COPY", u"END"}) ASSERT_TRUE(file.WriteLine(line));
+        file.Close();
+        rep.SetCommandTable(&table);
+        rep.SetFileName(folder.Name("m"));
+        EXPECT_EQ(rep.Parse(), kClean) << Reports();
+        EXPECT_EQ(Tree(), "菜单{COPY(复制)}");
+    }
+}
+
 TEST_F(MenuReaderTest, ImagesAreFilesOfBoundedSize) {
     constexpr std::string_view kPng = "\x89PNG\r\n\x1A\nrest";
     folder.Write("a.png", kPng);
