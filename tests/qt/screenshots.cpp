@@ -248,6 +248,8 @@ void GoDark() {
     QPalette palette(QColor(0x31, 0x36, 0x3b));
     palette.setColor(QPalette::Base, QColor(0x1e, 0x21, 0x25));
     palette.setColor(QPalette::Highlight, QColor(0x3d, 0x7e, 0xb8));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8f, 0x94));  // as dark desktops have it
     QApplication::setPalette(palette);
 }
 
