@@ -164,8 +164,6 @@ TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
         page->error.Fail(0x61090001, u"modem");
         return static_cast<NewSessionWizardPage*>(page);
     };
-    panels.table.Add(MakePagedRow<kFakeTelnetPage>(AppKind::kNorHalden, u"Throws"));
-    panels.table[2].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
     Run([this](HeadlessDialog& sheet) {
         kit.ExpectBox(u"\"modem\" 未找到。"_v, kAnswerOk);
         EXPECT_TRUE(sheet.GetPage()->Pick(WizardIds::kProtocol, u"TAPI"_v));
@@ -174,6 +172,9 @@ TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
     panels.table.Clear();
     EXPECT_EQ(Run([](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, {u">"}), kLast); }), kDialogCancelled)
         << "a table without rows";
+    panels.table.Add(MakePagedRow<kFakeTelnetPage>(AppKind::kNorHalden, u"Throws"));
+    panels.table[0].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
+    Run([](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, {u">"}), kLast); });
 }
 
 }  // namespace
