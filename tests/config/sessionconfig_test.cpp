@@ -115,6 +115,8 @@ TEST_F(SessionConfigTest, AnEmptyProtocolNameIsNoProtocolAndAnAbsentOneIsTheFirs
     EXPECT_EQ(name, u"SFTP");
     EXPECT_TRUE(session->HasTransferProtocol());
     EXPECT_TRUE(session->IsTransferConnectable()) << "only the host name is missing";
+    Load([](VProfileKey& key) { key.WriteString(u"Protocol Name", u"telnet"); })->GetProtocolName(name);
+    EXPECT_EQ(name, u"telnet") << "in whatever case";
 }
 
 TEST_F(SessionConfigTest, TheTipShowsHostAndDescription) {

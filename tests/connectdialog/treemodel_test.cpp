@@ -188,9 +188,11 @@ TEST_F(TreeModel, TheEntryPointsHandOutWhatWasChosen) {
     EXPECT_EQ(ShowConnectDialog(u"Connect", true, false, true, nullptr, openInTab), kDialogCancelled);
     EXPECT_FALSE(openInTab);
     VUnicodeString path = u"f\\b"_v;
+    panels.global->lastSessionPath.Set(u"kept"_v);
     choose(u"f\\a", 0);
     EXPECT_EQ(ShowConnectDialogBrowseMode(u"Pick", path, nullptr), kDialogAccepted);
     EXPECT_EQ(path, u"f\\a");
+    EXPECT_EQ(panels.global->lastSessionPath.Get(), u"kept");
     EXPECT_EQ(GetConnectDialogSessionConfigCount(), 0U);
     VArray<VUnicodeString> paths;
     choose(u"f", 0);

@@ -133,12 +133,6 @@ TEST(MessageFormat, RefusesWhatDoesNotFit) {
     EXPECT_EQ(Expand(u"%1!4096d!", Of(1)).size(), kMaxMessageField);
 }
 
-TEST(MessageFormat, FlagsDropLineBreaksAndLeaveInserts) {
-    EXPECT_EQ(Expand(u"a\r\nb%nc%1", Of(u"\r\nx"), kMessageOneLine), u"ab\r\nc\r\nx");
-    EXPECT_EQ(Expand(u"%1!08x! %2 %% %.%nx%0y", {}, kMessageIgnoreInserts), u"%1!08x! %2 %% %.\r\nx");
-    EXPECT_THROW(Expand(u"%", {}, kMessageIgnoreInserts), InvalidParameter);
-}
-
 constexpr VFileTime kSecond = platform::kFileTimePerSecond;
 /// 2024-02-29 03:04:05.006, a Thursday.
 constexpr VFileTime kLeapDay = platform::kUnixEpoch + 1'709'175'845 * kSecond + 60'000;

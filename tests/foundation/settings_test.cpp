@@ -204,6 +204,8 @@ TEST_F(Policies, WhatMayBeSavedFollowsThePoliciesAndIsFixedOnceAsked) {
         {std::string(kTessaly) + "\"Disable Passwords\"=dword:1\n" + kGlobal + "\"Save Passwords\"=dword:1\n",
          u"Tessaly", true, true},
         {std::string(kMachinePolicy) + "\"Save Passwords\"=dword:0\n", u"Tessaly", true, false},
+        {"[HKEY_LOCAL_MACHINE\\SOFTWARE\\Brennmark Works\\Second 3.0]\n\"Save Passwords\"=dword:0\n", u"HALDEN", true,
+         false},
     };
     for (const auto& [lines, product, canSaveUsernames, canSavePasswords] : kRows) {
         VForgetPolicies();

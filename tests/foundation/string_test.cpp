@@ -171,6 +171,17 @@ TEST(Utf8, EncodesAllButALoneHighSurrogate) {
 
 using test::Strings;
 
+TEST(StringArray, ADamagedBinaryFormIsRefusedAsAWhole) {
+    // Longer than the bytes, an element longer than what is left, and no room for an element's length.
+    const std::uint8_t forms[][8] = {{0, 0, 0, 5}, {0, 0, 0, 4, 0x7F, 0xFF, 0xFF, 0xF0}, {0, 0, 0, 3}};
+    for (const auto& form : forms) {
+        VBasicBuffer buffer(0);
+        buffer.Append(form, sizeof form, 0);
+        VStringArray read = Strings({u"old"});
+        EXPECT_FALSE(read.ReadFrom(&buffer) || !read.IsEmpty());
+    }
+}
+
 TEST(BasicBuffer, ASensitiveOneLeavesNothingBehind) {
     constexpr char16_t kSecret[] = u"correct horse battery staple";
     test::FreeWatch watch(kSecret);

@@ -136,25 +136,5 @@ TEST(HiveWriter, WritesInOrderWithCommentsAndKeepsWhatItDoesNotKnow) {
                   "; here\r\n\"n\"=hex(8):00,01\r\n\r\n; the end\r\n; end\r\n");
 }
 
-TEST(HiveTree, WhatAHostileFileCanClaimIsBounded) {
-    VHiveTree tree;
-    std::u16string deep = u"HKEY_USERS";
-    while (tree.Create(deep) != nullptr) deep += u"\\k";
-    EXPECT_EQ(deep.size(), 10 + 2 * VHiveTree::kMaxDepth);
-    EXPECT_EQ(tree.Create(u"HKEY_USERS\\" + std::u16string(256, u'n')), nullptr);
-    std::string bytes = kFirst;
-    for (int i = 0; i < 200; ++i) {
-        bytes += "[HKEY_USERS\\" + std::to_string(i);
-        for (int level = 0; level < 500; ++level) bytes += "\\k";
-        bytes += "]\n";
-    }
-    const std::vector<VHiveFault> faults = ReadHive(bytes, tree);
-    ASSERT_FALSE(faults.empty());
-    EXPECT_EQ(ReadHive(std::string(kFirst) + std::string(1000, '\n') + std::string(200, '['), tree).size(), 1U);
-    std::string broken = kFirst;
-    for (int i = 0; i < 1000; ++i) broken += "[\n";
-    EXPECT_EQ(ReadHive(broken, tree).size(), 101U);
-}
-
 }  // namespace
 }  // namespace connectdialog

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "foundation/vreportmessageparams.h"
-#include "keymap/extendedkeytable.h"
 #include "keymap/keyfunctiontable.h"
 #include "keymap/keymapreader.h"
 #include "keymap/keynames.h"
@@ -197,22 +196,6 @@ TEST(KeyNamesTest, KeysAreKnownByNameAndByNumber) {
          {u"", u"vk_f1", u"VK_", u"VK_F100", u" 112", u"+1", u"-1", u"12a", u"0x", u"0xg", u"08", u"4294967296",
           u"99999999999999999999999", u"1-", u"VK_MULTIPLEC_ANDIDATE", u"VK_NOTSIGN", u"\u4f1a"})
         EXPECT_EQ(GetKeyCode(name), kUnknownKeyName) << platform::ToNarrow(name);
-}
-
-TEST(KeyNamesTest, EveryKeyNameLeadsToItsCodeAndBack) {
-    for (const KeyRow& row : kStandardKeys) {
-        EXPECT_EQ(static_cast<std::uint32_t>(GetKeyCode(row.name)), row.code);
-        EXPECT_EQ(GetKeyName(row.code), row.name);
-    }
-    int notFound = 0;
-    for (const KeyRow& row : kExtendedKeys) {
-        EXPECT_EQ(GetKeyName(row.code), row.name);
-        if (static_cast<std::uint32_t>(GetKeyCode(row.name)) != row.code) ++notFound;
-    }
-    EXPECT_EQ(notFound, 2) << "the pairs in the wrong order";
-    for (std::uint32_t number = 0; number < std::size(kKeyFunctionNames); ++number)
-        EXPECT_EQ(GetKeyFunctionID(GetKeyFunctionName(number)), static_cast<std::int32_t>(number));
-    EXPECT_EQ(GetKeyFunctionID(u"VT_HELP"), 173);
 }
 
 using namespace std::string_literals;

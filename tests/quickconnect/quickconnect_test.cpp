@@ -251,6 +251,9 @@ TEST_F(ProtocolPagesTest, WhatAClientWouldNotTakeIsRefusedByTheFieldsName) {
             EXPECT_TRUE(dialog.Press(kIdOk));
             EXPECT_FALSE(dialog.IsClosed());
             EXPECT_EQ(dialog.GetPage()->GetFocus(), id);
+            kit.ExpectBox(row.refusal, kAnswerOk);
+            dialog.Pick(QuickConnectIds::kProtocol, u"Raw");
+            EXPECT_EQ(dialog.GetText(QuickConnectIds::kProtocol), row.protocol) << "the page stays";
         });
     }
 }

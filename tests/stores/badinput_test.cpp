@@ -196,6 +196,17 @@ TEST_F(SqliteFile, APageOfNoiseMakesNoCrash) {
     }
 }
 
+TEST_F(SqliteFile, NamesOfAnAbandonedUnitAreNotTakenForStored) {
+    {
+        const Factory factory = Open();
+        VProfileStore store(factory.get());
+        EXPECT_TRUE(store.GetRootKey()->WriteDword(u"undone", 1));
+        store.Abandon();
+        EXPECT_TRUE(store.Close() && WriteDwords(*factory, u"k", {u"undone"}, 2));
+    }
+    EXPECT_EQ(DumpStore(*Open(), {u"undone"}), "k 5\n  .undone=2\n");
+}
+
 TEST_F(SqliteFile, KeepsTheNewestFiveBackupsOneADay) {
     for (std::uint64_t day = 20000; day < 20008; ++day) {
         SetDay(day);

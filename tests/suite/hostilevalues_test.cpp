@@ -1,4 +1,4 @@
-// Every value that a session or a firewall keeps, stored with every type and with hostile contents.
+// Every value that a session keeps, stored with every type and with hostile contents.
 #include <algorithm>
 #include <cmath>
 #include <random>
@@ -115,7 +115,6 @@ constexpr Bounds kBounds[] = {
     {u"Idle Timeout", 10, 9999999, 10, 9999999},
     {u"Idle NO-OP Timeout", 10, 9999999, 10, 9999999},
     {u"Max Transfer Buffers", 1, 8, 4, 4},
-    {u"Firewall Port", 0, 65535, 0, 0},
     {u"Raw Port", 0, 65535, 0, 0},
     {u"SSH Port", 1, 65535, 22, 22},
     {u"Telnet Port", 1, 65535, 23, 23},
@@ -294,23 +293,6 @@ TEST_F(HostileValuesTest, ASessionTakesWhatItCanAndRepairsTheRest) {
         WalkValues(PassOverSession);
     }
     EXPECT_GT(walked.size(), 200U);
-}
-
-TEST_F(HostileValuesTest, AFirewallTakesWhatItCanAndRepairsTheRest) {
-    WithKey(u"base", [](VProfileKey& key) {
-        VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, nullptr))->Save(key, true);
-    });
-    WalkValues([](bool isSaved) {
-        Settings settings;
-        WithKey(u"k", [&](VProfileKey& key) {
-            const auto firewall = VRef<FirewallConfig>::Adopt(new FirewallConfig(u"f"_v, &key));
-            for (std::size_t i = 0; VProfileData* setting = firewall->GetMember(i); ++i)
-                settings.push_back(Look(*setting));
-            if (isSaved) firewall->Save(key, false);
-        });
-        return settings;
-    });
-    EXPECT_EQ(walked.size(), 7U);
 }
 
 }  // namespace

@@ -291,5 +291,22 @@ TEST_F(SessionOptionsTest, TheConnectDialogStoresWhatTheyChanged) {
     EXPECT_EQ(Text(*session, u"Hostname"), u"db2.example");
 }
 
+TEST_F(SessionOptionsTest, AFirewallComesWithItsName) {
+    WithKey(u"Firewalls\\hop", [](VProfileKey& key) {
+        key.WriteString(u"Firewall Type", u"SOCKSv5_USERPASS");
+        key.WriteString(u"Firewall Address", u"10.0.0.1");
+    });
+    const VRef<SessionConfig> session = Stored(u"SSH2");
+    Run(*session, [](HeadlessDialog& dialog) {
+        EXPECT_TRUE(dialog.Pick(At(u"Firewall Name"), u"hop"_v));
+        dialog.Press(kIdOk);
+    });
+    const auto firewall = VRef<IFirewallUI>::Adopt(Protocol(*session).GetRemoteHost().GetFirewall());
+    ASSERT_TRUE(firewall);
+    VUnicodeString address;
+    firewall->GetAddress(address);
+    EXPECT_EQ(address, u"10.0.0.1");
+}
+
 }  // namespace
 }  // namespace connectdialog::test

@@ -395,6 +395,17 @@ TYPED_TEST_P(DialogKitConformance, APageLiesInADialogWhoseReturnAndEscapeItShare
     });
 }
 
+TYPED_TEST_P(DialogKitConformance, TimersGoOnUntilTheyAreStopped) {
+    this->Run([&](auto& dialog) {
+        const int stopped = this->window->StartTimer(30);
+        EXPECT_NE(this->window->StartTimer(30), stopped);
+        this->window->StopTimer(stopped);
+        this->window->StopTimer(4711);
+        dialog.Elapse(200);
+        EXPECT_EQ(this->notes.Take(), "timer") << "it stops itself";
+    });
+}
+
 TYPED_TEST_P(DialogKitConformance, BoxesMenusAndDialogsStandOverADialog) {
     using namespace conformance;
     const std::pair<unsigned, int> rows[] = {{kBoxOk | kBoxError, kAnswerOk},
@@ -429,6 +440,6 @@ REGISTER_TYPED_TEST_SUITE_P(DialogKitConformance, WhatTheUserDoesWithControlsIsT
                             PasswordsLinesAndChoicesAreTheUsers,
                             WhatIsDisabledOrHiddenCannotBeUsedAndUnknownIdsAreHarmless,
                             KeysComeToTheDialogBeforeAControlSeesThem, APageLiesInADialogWhoseReturnAndEscapeItShares,
-                            BoxesMenusAndDialogsStandOverADialog);
+                            BoxesMenusAndDialogsStandOverADialog, TimersGoOnUntilTheyAreStopped);
 
 }  // namespace connectdialog::test
