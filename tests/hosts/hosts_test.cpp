@@ -354,7 +354,8 @@ TEST_F(HostsTest, WrongUsageIsExplained) {
                                                          {"--encoded", "/S", "%4"},
                                                          {"--terminal", "x", "/S", "y"},
                                                          {"--quick"},
-                                                         {"--quick", "h", "/S", "y"}};
+                                                         {"--quick", "h", "/S", "y"},
+                                                         {"--main", "/S", "y"}};
     for (const std::vector<std::string>& arguments : lines) {
         const ProcessResult result = Run(arguments);
         EXPECT_EQ(result.exitCode, 2);
