@@ -19,10 +19,10 @@ struct EntryRow {
 
 constexpr EntryRow kFileMenu[] = {
     {HostCommands::kConnect, u"连接(&C)...\tCtrl+O"},
-    {HostCommands::kQuickConnect, u"快速连接(&Q)...\tCtrl+Q"},
+    {HostCommands::kQuickConnect, u"快速连接(&Q)...\tAlt+Q"},
     {HostCommands::kNewSession, u"新建会话(&N)...\tCtrl+N"},
     {0, u""},
-    {HostCommands::kExit, u"退出(&X)\tAlt+F4"},
+    {HostCommands::kExit, u"退出(&X)\tCtrl+Q"},
 };
 constexpr EntryRow kEditMenu[] = {
     {HostCommands::kFind, u"查找会话(&F)...\tCtrl+F"},     {0, u""},
@@ -52,10 +52,10 @@ constexpr EntryRow kToolbar[] = {
 };
 
 constexpr Accelerator kAccelerators[] = {
-    {Accelerator::kControl, 'O', HostCommands::kConnect},    {Accelerator::kControl, 'Q', HostCommands::kQuickConnect},
+    {Accelerator::kControl, 'O', HostCommands::kConnect},    {Accelerator::kAlt, 'Q', HostCommands::kQuickConnect},
     {Accelerator::kControl, 'N', HostCommands::kNewSession}, {Accelerator::kControl, 'F', HostCommands::kFind},
     {Accelerator::kNone, kKeyDelete, HostCommands::kRemove}, {Accelerator::kAlt, kKeyReturn, HostCommands::kProperties},
-    {Accelerator::kNone, kKeyF1, HostCommands::kHelp},
+    {Accelerator::kNone, kKeyF1, HostCommands::kHelp},       {Accelerator::kControl, 'Q', HostCommands::kExit},
 };
 
 VPopupMenu MakeMenu(std::span<const EntryRow> rows, const IsCommandEnabled& isEnabled) {

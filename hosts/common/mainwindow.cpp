@@ -27,7 +27,7 @@ const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状
 
 constexpr char16_t kHelpText[] =
     u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n"
-    u"Ctrl+O 连接    Ctrl+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
+    u"Ctrl+O 连接    Alt+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
     u"Enter 重新打开已结束的会话    Del 从列表中移除    Alt+Enter 属性\n\n"
     u"详细说明：man %1";
 
@@ -74,12 +74,12 @@ ReferenceGlobalConfig* GetSettings(const VRef<GlobalConfig>& global) {
 
 }  // namespace
 
-MainWindow::MainWindow(const HostRun& run) : run(run), opened(run, [this] { window->Wake(); }) {}
 MainWindow::~MainWindow() = default;
 
 bool MainWindow::Create(const VIcon* icon) {
     window = GetDialogKit() != nullptr ? GetDialogKit()->CreateFrameWindow(*this) : nullptr;
     if (!window) return false;
+    opened.Listen([this] { window->Wake(); });
     window->SetTitle(VGetAppName());
     if (icon != nullptr) window->SetIcon(*icon);
     window->SetColumns(kHeadings);

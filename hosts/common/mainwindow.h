@@ -25,7 +25,7 @@ class TerminalEmulator;
 /// Requires: the store is open, and the dialogs' back end is installed, as long as it lives.
 class MainWindow : private IFrameEvents {
   public:
-    explicit MainWindow(const HostRun& run);
+    explicit MainWindow(const HostRun& run) : run(run), opened(run) {}
     ~MainWindow() override;
 
     /// Makes the window, where it stood last. On failure: false, and nothing else may be called.
@@ -81,7 +81,7 @@ class MainWindow : private IFrameEvents {
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;
-    OpenedSessions opened;
+    OpenedSessions opened;  // wakes the window, so it goes earlier
     std::function<void()> begin;
     std::vector<bool> enabled;
 };

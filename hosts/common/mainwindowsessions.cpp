@@ -111,10 +111,14 @@ void MainWindow::CreateSession() {
     if (!EditNewSession(*config, wizard, window.get())) return;
     // A name that cannot stand costs the name and not the session.
     if (!ValidateSessionName(VUnicodeString(), offered, config->GetName(), true, window.get()))
-        config->SetName(MakeUniqueName(VUnicodeString(), offered));
-    const VUnicodeString name = config->GetName();
-    if (!StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true))
-        return ShowFault(u"无法保存会话。"_v);
+        config->SetName(offered);
+    VUnicodeString name;
+    const bool isStored = AsOneUnit([&] {
+        name = MakeUniqueName(VUnicodeString(), config->GetName());
+        config->SetName(name);
+        return StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true);
+    });
+    if (!isStored) return ShowFault(u"无法保存会话。"_v);
     // There it can be connected, or put where it belongs.
     FetchGlobalConfig()->lastSessionPath.Set(name);
     ShowConnect();

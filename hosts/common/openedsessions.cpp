@@ -18,17 +18,20 @@ constexpr std::uint64_t kGreatestExitCode = 255;
 
 }  // namespace
 
-OpenedSessions::OpenedSessions(const HostRun& run, std::function<void()> wake)
-    : run(run),
-      wake(std::move(wake)),
-      announcement(
-          kClassName, [this](const platform::HostMessage& message) { return OnReport(message); },
-          [this](const platform::HostMessage& last) { OnReporterGone(last); }) {}
+OpenedSessions::OpenedSessions(const HostRun& run) : run(run) {}
 
 OpenedSessions::~OpenedSessions() = default;
 
+void OpenedSessions::Listen(std::function<void()> tell) {
+    wake = std::move(tell);
+    announcement = std::make_unique<platform::HostAnnouncement>(
+        kClassName, [this](const platform::HostMessage& message) { return OnReport(message); },
+        [this](const platform::HostMessage& last) { OnReporterGone(last); });
+}
+
 void OpenedSessions::Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions) {
     std::vector<Window> windows;
+    windows.reserve(sessions.size());
     for (const HostSession& session : sessions)
         windows.push_back(Describe(rows.emplace_back(), terminal, isInTab, session));
     Start(std::move(windows));
@@ -49,7 +52,7 @@ OpenedSessions::Window OpenedSessions::Describe(OpenedSession& row, const Termin
     row.protocol = session.protocol;
     row.host = session.host;
     if (!session.isStored) row.client = session.command.arguments;
-    const std::string word = GetError() == 0 ? MakeReportWord(announcement.GetName(), row.id) : std::string();
+    const std::string word = GetError() == 0 ? MakeReportWord(announcement->GetName(), row.id) : std::string();
     return {row.id, MakeWindowCommand(terminal, isInTab, run.storeUrl, session, word)};
 }
 

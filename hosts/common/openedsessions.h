@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -37,16 +38,18 @@ struct OpenedSession {
 /// For one thread, but for `wake`.
 class OpenedSessions {
   public:
-    /// `wake` is called on any thread when there is news to take. Requires: it outlives this.
-    OpenedSessions(const HostRun& run, std::function<void()> wake);
+    explicit OpenedSessions(const HostRun& run);
     /// Waits for terminal emulators that are being started. What is open stays open.
     ~OpenedSessions();
     OpenedSessions(const OpenedSessions&) = delete;
     OpenedSessions& operator=(const OpenedSessions&) = delete;
 
+    /// From now on `tell` is called on any thread when there is news to take. Once, before anything is opened.
+    void Listen(std::function<void()> tell);
+
     const std::vector<OpenedSession>& GetRows() const { return rows; }
     /// 0, or the error for which nothing will be told of sessions: they count as open once their window was started.
-    std::uint32_t GetError() const { return announcement.GetError(); }
+    std::uint32_t GetError() const { return announcement->GetError(); }
 
     /// Opens each in a window, with a row at the end.
     void Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions);
@@ -80,12 +83,12 @@ class OpenedSessions {
     void OnReporterGone(const platform::HostMessage& last);
 
     const HostRun& run;
-    const std::function<void()> wake;
+    std::function<void()> wake;
     std::vector<OpenedSession> rows;
     std::uint64_t lastId = 0;
     std::mutex guard;
     std::vector<News> news;
-    platform::HostAnnouncement announcement;  // these threads use the others
+    std::unique_ptr<platform::HostAnnouncement> announcement;  // these threads use the others
     std::vector<std::future<void>> openers;
 };
 

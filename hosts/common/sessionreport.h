@@ -25,6 +25,9 @@ class SessionReport {
     /// nothing.
     explicit SessionReport(const std::string& word);
 
+    /// Whether the main window answered so far.
+    bool IsHeard() const { return connection != nullptr; }
+
     void Open() { Tell(kReportOpen, 0); }
     void End(int exitCode) { Tell(kReportEnded, static_cast<std::uint64_t>(exitCode)); }
     void Fail() { Tell(kReportFailed, 0); }

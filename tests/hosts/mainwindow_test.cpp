@@ -7,6 +7,7 @@
 
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/quickstart.h"
+#include "hosts/common/sessionreport.h"
 #include "resources/dialogids.h"
 #include "sessiondb/sessiontree.h"
 #include "stores/openstore.h"
@@ -54,12 +55,13 @@ class MainWindowTest : public test::SuiteTest {
     void Play(const std::function<void(MainWindow& window, HeadlessFrame& frame)>& script) {
         MainWindow window(run);
         ASSERT_TRUE(window.Create(nullptr));
-        bool hasBegun = false;
+        std::string order;
         kit.ExpectFrame([&](HeadlessFrame& frame) {
-            EXPECT_TRUE(hasBegun);
+            order += "played";
             script(window, frame);
         });
-        window.Run([&] { hasBegun = true; });
+        window.Run([&] { order += "begun "; });
+        EXPECT_EQ(order, "begun played");
     }
     static void Await(HeadlessFrame& frame, std::size_t row, std::u16string_view state) {
         for (int i = 0; i < 20 && frame.GetRows()[row].texts[3].View() != state; ++i)
@@ -153,6 +155,17 @@ TEST_F(MainWindowTest, ItComesBackWhereItWasClosed) {
     });
     InstallReferenceSuite(u"NorHalden"_v, *sessions);
     Play([&](MainWindow&, HeadlessFrame& frame) { EXPECT_EQ(frame.GetPlacement().normal, place); });
+}
+
+TEST_F(MainWindowTest, WordsThatNameNoMainWindowAreToldNothing) {
+    const platform::HostAnnouncement window(u"c", [](const platform::HostMessage&) { return 0; });
+    for (const std::string& word : {std::string(), std::string("-"), "x/../" + window.GetName() + "-1",
+                                    window.GetName() + "-", window.GetName() + "-1x", window.GetName() + "0-1"}) {
+        SessionReport report(word);
+        EXPECT_FALSE(report.IsHeard()) << word;
+        report.Open();
+    }
+    EXPECT_TRUE(SessionReport(MakeReportWord(window.GetName(), 1)).IsHeard());
 }
 
 }  // namespace

@@ -33,24 +33,21 @@ HeadlessDialogKit::~HeadlessDialogKit() {
 }
 
 void HeadlessDialogKit::ExpectDialog(int templateId, DialogScript script) {
-    expected.push_back({Kind::kDialog, templateId, {}, false, std::move(script), {}, {}});
+    expected.push_back({Kind::kDialog, templateId, {}, false, std::move(script), {}});
 }
 void HeadlessDialogKit::ExpectBox(const VUnicodeString& text, int answer) {
-    expected.push_back({Kind::kBox, answer, text, false, {}, {}, {}});
+    expected.push_back({Kind::kBox, answer, text, false, {}, {}});
 }
 void HeadlessDialogKit::ExpectFolder(const char16_t* path) {
-    expected.push_back({Kind::kFolder, 0, path, path == nullptr, {}, {}, {}});
+    expected.push_back({Kind::kFolder, 0, path, path == nullptr, {}, {}});
 }
 void HeadlessDialogKit::ExpectMenu(MenuChoice choice) {
-    expected.push_back({Kind::kMenu, 0, {}, false, {}, std::move(choice), {}});
-}
-void HeadlessDialogKit::ExpectFrame(FrameScript script) {
-    expected.push_back({Kind::kFrame, 0, {}, false, {}, {}, std::move(script)});
+    expected.push_back({Kind::kMenu, 0, {}, false, {}, std::move(choice)});
 }
 
 std::string HeadlessDialogKit::TakeFaults() {
     for (const Expectation& left : expected) {
-        const char* const kKinds[] = {"dialog", "box", "folder question", "menu", "main window"};
+        const char* const kKinds[] = {"dialog", "box", "folder question", "menu"};
         faults.append("did not come: ").append(kKinds[static_cast<int>(left.kind)]);
         if (left.kind == Kind::kDialog) faults.append(" ").append(std::to_string(left.number));
         faults.append(" ").append(platform::ToNarrow(left.text)).append("\n");
@@ -82,17 +79,6 @@ void HeadlessDialogKit::Play(HeadlessDialog& dialog) {
     if (!dialog.IsClosed()) dialog.CloseByFrame();
 }
 
-std::unique_ptr<IFrameWindow> HeadlessDialogKit::CreateFrameWindow(IFrameEvents& events) {
-    return std::make_unique<HeadlessFrame>(*this, events);
-}
-
-void HeadlessDialogKit::Play(HeadlessFrame& frame) {
-    Expectation taken;
-    const auto any = [](const Expectation&) { return true; };
-    if (Take(Kind::kFrame, "main window", taken, any)) taken.frame(frame);
-    if (!frame.IsClosed()) frame.CloseByFrame();
-}
-
 int HeadlessDialogKit::ShowMessageBox(VWindow*, const VUnicodeString& title, const VUnicodeString& text,
                                       unsigned flags) {
     boxes.push_back({title, text, flags});
@@ -120,6 +106,15 @@ int HeadlessDialogKit::TrackPopupMenu(VWindow*, const VPopupMenu& menu, VPoint) 
     if (entry != nullptr && entry->isEnabled) return command;
     if (command != 0) faults.append("not to be chosen: command ").append(std::to_string(command)).append("\n");
     return 0;
+}
+
+std::unique_ptr<IFrameWindow> HeadlessDialogKit::CreateFrameWindow(IFrameEvents& events) {
+    return std::make_unique<HeadlessFrame>(*this, events);
+}
+
+void HeadlessDialogKit::Play(HeadlessFrame& frame) {
+    if (const FrameScript script = std::exchange(frameScript, nullptr)) script(frame);
+    if (!frame.IsClosed()) frame.CloseByFrame();
 }
 
 bool HeadlessDialogKit::SetClipboardData(const VUnicodeString& format, std::span<const std::byte> data) {

@@ -14,8 +14,8 @@
 
 namespace connectdialog {
 
-class HeadlessDialog;
 class HeadlessFrame;
+class HeadlessDialog;
 
 /// Whatever stops the application and waits for the user is expected beforehand, in order, with what the user does
 /// then. What comes unexpected is answered in the most harmless way (Cancel, No, nothing chosen) and counts as a fault,
@@ -23,7 +23,6 @@ class HeadlessFrame;
 class HeadlessDialogKit : public IDialogKit {
   public:
     using DialogScript = std::function<void(HeadlessDialog& dialog)>;
-    using FrameScript = std::function<void(HeadlessFrame& frame)>;
     using BoxAnswer = std::function<int(const VUnicodeString& text, unsigned flags)>;
     using MenuChoice = std::function<int(const VPopupMenu& menu)>;
 
@@ -40,8 +39,6 @@ class HeadlessDialogKit : public IDialogKit {
     /// The script plays the user in the dialog that comes next, which must be of this template; a dialog that it leaves
     /// open is closed by its frame.
     void ExpectDialog(int templateId, DialogScript script);
-    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame.
-    void ExpectFrame(FrameScript script);
     /// The next box must have this text.
     void ExpectBox(const VUnicodeString& text, int answer);
     /// The next question for a folder gets this answer; null: given up.
@@ -63,6 +60,11 @@ class HeadlessDialogKit : public IDialogKit {
     /// How often the wait cursor came up.
     int GetWaitCount() const { return waits; }
 
+    using FrameScript = std::function<void(HeadlessFrame& frame)>;
+    /// The script plays the user in the main window that runs next; one that it leaves open is closed by its frame, and
+    /// so is one that nobody plays in.
+    void ExpectFrame(FrameScript script) { frameScript = std::move(script); }
+
     // IDialogKit.
     std::unique_ptr<IDialogWindow> CreateDialogWindow(const DialogTemplate& dialog, IDialogEvents& events,
                                                       VWindow* parent) override;
@@ -81,7 +83,7 @@ class HeadlessDialogKit : public IDialogKit {
     void Play(HeadlessFrame& frame);
 
   private:
-    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu, kFrame };
+    enum class Kind : std::uint8_t { kDialog, kBox, kFolder, kMenu };
     struct Expectation {
         Kind kind;
         int number = 0;  ///< the template, or the answer
@@ -89,7 +91,6 @@ class HeadlessDialogKit : public IDialogKit {
         bool isGivenUp = false;
         DialogScript script;
         MenuChoice choice;
-        FrameScript frame;
     };
 
     /// Takes the next expectation when it is of that kind and `fits`; else notes the fault and gives false.
@@ -104,6 +105,7 @@ class HeadlessDialogKit : public IDialogKit {
     bool isClipboardBroken = false;
     int waitCursors = 0;
     int waits = 0;
+    FrameScript frameScript;
 };
 
 }  // namespace connectdialog
