@@ -205,7 +205,8 @@ TEST_F(ConfigPanelsTest, GlobalSettingsKeepTheirNames) {
               u"Show Transfer Sessions, Show Terminal Sessions, Save Config On Close, Last Session Path, "
               u"Last Session Expanded, Remember Folder Expansion, Options Page Path, Open In Tab, Tab Mode, "
               u"Tabs Forced, Session Tree Font, Suppress Multi Connect Warning, Suppress Multi Edit Warning, "
-              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, Terminal Command, Main Window Placement, ");
+              u"Use New Session Wizard, Update Reminder Suppressed, Last Update Reminder, Terminal Command, Main "
+              u"Window Placement, ");
 }
 
 TEST_F(ConfigPanelsTest, ALaunchCommandNamesItsOneSessionWhateverTheName) {
