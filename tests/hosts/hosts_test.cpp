@@ -247,8 +247,13 @@ TEST_F(HostsTest, TheDesktopEntriesAreWhatTheirStandardWants) {
 }
 
 TEST_F(HostsTest, WrongUsageIsExplained) {
-    const std::vector<std::vector<std::string>> lines = {
-        {"/S"}, {"web"}, {"--store"}, {"--wrong"}, {"--encoded", "/S", "%4"}, {"--terminal", "x", "/S", "y"}};
+    const std::vector<std::vector<std::string>> lines = {{"/S"},
+                                                         {"web"},
+                                                         {"--store"},
+                                                         {"--wrong"},
+                                                         {"--encoded", "/S", "%4"},
+                                                         {"--terminal", "x", "/S", "y"},
+                                                         {"--main", "/S", "y"}};
     for (const std::vector<std::string>& arguments : lines) {
         const ProcessResult result = Run(arguments);
         EXPECT_EQ(result.exitCode, 2);
