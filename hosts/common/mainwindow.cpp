@@ -145,7 +145,7 @@ bool MainWindow::IsEnabled(int command) const {
         case HostCommands::kOpenAgain:
             return isAny([](const OpenedSession& row) { return row.IsOver(); });
         case HostCommands::kRemove:
-            return isAny([](const OpenedSession& row) { return row.state != OpenedState::kOpen; });
+            return isAny([this](const OpenedSession& row) { return opened.CanRemove(row); });
         case HostCommands::kRemoveEnded:
             return std::ranges::any_of(opened.GetRows(), &OpenedSession::IsOver);
         case HostCommands::kProperties:
@@ -168,7 +168,7 @@ void MainWindow::ShowRows() {
     for (const OpenedSession& row : opened.GetRows())
         shown.push_back({{GetEntryLeaf(row.path), row.protocol, row.host, DescribeState(row)}});
     window->SetRows(shown);
-    VUnicodeString status = u"就绪"_v;
+    VUnicodeString status = opened.GetError() == 0 ? u"就绪"_v : u"无法得知会话何时结束"_v;
     const auto open = std::ranges::count(opened.GetRows(), OpenedState::kOpen, &OpenedSession::state);
     if (!shown.empty())
         status.Format(u"%1!d! 个会话已打开，列表中共 %2!d! 个", static_cast<int>(open), static_cast<int>(shown.size()));
@@ -188,7 +188,7 @@ void MainWindow::OnListMenu(VPoint point) {
 void MainWindow::RemoveSelected() {
     std::vector<std::size_t> selected = window->GetSelectedRows();
     for (auto row = selected.rbegin(); row != selected.rend(); ++row)
-        if (opened.GetRows()[*row].state != OpenedState::kOpen) opened.Remove(*row);
+        if (opened.CanRemove(opened.GetRows()[*row])) opened.Remove(*row);
     ShowRows();
 }
 

@@ -55,6 +55,8 @@ class OpenedSessions {
     void Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions);
     /// Opens the session of a row that is over once more, in the same row.
     void OpenAgain(const TerminalEmulator& terminal, bool isInTab, std::size_t row, const HostSession& session);
+    /// A session that is open keeps its row until its end, where that will be told.
+    bool CanRemove(const OpenedSession& row) const { return row.state != OpenedState::kOpen || GetError() != 0; }
     /// What is open in it stays open.
     void Remove(std::size_t row) { rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row)); }
     void RemoveEnded();
