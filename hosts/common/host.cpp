@@ -303,7 +303,8 @@ void Host::ShowFirstDialog(MainWindow& window) {
 bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
     // A check box that would do nothing is hidden.
     if (!isQuick) return ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) == kDialogAccepted;
-    connection = AskQuickConnect(nullptr, isInTab);
+    connection = AskQuickConnect(nullptr);
+    isInTab = FetchGlobalConfig()->openInTab.Get();
     return connection.Get() != nullptr;
 }
 

@@ -50,8 +50,7 @@ void MainWindow::LetUserChoose(bool isToFind) {
 
 void MainWindow::AskQuickConnect() {
     while (true) {
-        bool isInTab = false;
-        const VRef<ISessionConfig> config = hosts::AskQuickConnect(window.get(), isInTab);
+        const VRef<ISessionConfig> config = hosts::AskQuickConnect(window.get());
         VUnicodeString fault;
         if (!config || OpenConfig(*config, fault)) return;
         ShowFault(fault);

@@ -9,7 +9,6 @@
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
 #include "imports/dialogkit/appname.h"
-#include "imports/globalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocoltraits.h"
 
@@ -63,11 +62,10 @@ bool FillQuickConnect(const QuickAddress& address) {
     return true;
 }
 
-VRef<ISessionConfig> AskQuickConnect(VWindow* parent, bool& isInTab) {
+VRef<ISessionConfig> AskQuickConnect(VWindow* parent) {
     ISessionConfig* chosen = nullptr;
     const auto appKind = static_cast<unsigned>(GetAppKind());
     if (ShowQuickConnectDialog(&chosen, VUnicodeString(), appKind, parent) != kDialogAccepted) return nullptr;
-    isInTab = FetchGlobalConfig()->openInTab.Get();
     return VRef<ISessionConfig>::Adopt(chosen);
 }
 

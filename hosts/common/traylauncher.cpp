@@ -139,8 +139,7 @@ void TrayLauncher::Connect() {
 }
 
 void TrayLauncher::QuickConnect() {
-    bool isInTab = false;
-    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr, isInTab);
+    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr);
     if (connection) OpenChosen(*connection);
 }
 

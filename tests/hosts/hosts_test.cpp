@@ -313,8 +313,8 @@ TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
     // The last path tells the menus on its way.
     const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u9000\u51FA(_X)";
     const ProcessResult result = Run(
-        {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", HOSTS_DATA "/../../tests/hosts/faketray.py", paths,
-         WAKESTONE_PROGRAM, "--store", StoreUrl()},
+        {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", std::string(HOSTS_DATA) + "/../../tests/hosts/faketray.py",
+         paths, WAKESTONE_PROGRAM, "--store", StoreUrl()},
         "/usr/bin/dbus-run-session", {"QT_QPA_PLATFORM=xcb", "PATH=" + scratch.GetPath().string() + ":/usr/bin:/bin"});
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     for (const char* menu :
