@@ -82,7 +82,7 @@ VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
     const std::uint32_t error = users.GetError().GetCode();
     const bool isAbsent = error == platform::kFileNotFound || error == platform::kPathNotFound;
     if (isAbsent) result = MenuParseResult::kClean;
-    const VUnicodeString notice = Describe(users, result);
+    VUnicodeString notice = Describe(users, result);
     const bool isUsed = result != MenuParseResult::kFailed && !isAbsent && !userFile.IsEmpty();
 
     VMenuToolbarTextRep builtIn;

@@ -168,5 +168,33 @@ TEST_F(QtFrames, APlaceThatIsGoneComesBackIntoView) {
     EXPECT_EQ(window->GetPlacement(), placement);
 }
 
+TEST_F(QtFrames, AnEntryMayStandInTheBarItselfAndPromptsAreTold) {
+    for (const char16_t* text : {u"Quit", u"&Close"}) {
+        VPopupMenu::Entry entry;
+        entry.command = kFirst;
+        entry.text = text;
+        entry.prompt = u"Ends it";
+        VPopupMenu menu;
+        menu.Add(entry);
+        window->SetMenuBar(menu);
+    }
+    const QList<QAction*> entries = frame.GetWidget().findChild<QMenuBar*>()->actions();
+    ASSERT_EQ(entries.size(), 1);
+    EXPECT_EQ(entries[0]->statusTip(), "Ends it");
+    entries[0]->trigger();
+    EXPECT_EQ(TakeNotes(), std::to_string(kFirst) + " ");
+
+    VToolbarState bar;
+    VToolbarState::Button button;
+    button.command = kSecond;
+    button.picture = kFirst;
+    button.prompt = u"Does it";
+    bar.Add(button);
+    window->SetToolbar(0, bar);
+    const QAction* shown = frame.GetWidget().findChild<QToolBar*>()->actions()[0];
+    EXPECT_FALSE(shown->icon().isNull()) << "another command's";
+    EXPECT_EQ(shown->statusTip(), "Does it");
+}
+
 }  // namespace
 }  // namespace connectdialog::test
