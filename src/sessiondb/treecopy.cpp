@@ -17,12 +17,14 @@ bool IsFreeFor(const VUnicodeString& path, bool isSession) {
 }  // namespace
 
 bool TreeCopy::CopySession(const VUnicodeString& source, const VUnicodeString& destination) {
-    return IsFreeFor(destination, true) && CopyKey(source, destination);
-}
-
-bool TreeCopy::CopyKey(const VUnicodeString& source, const VUnicodeString& destination) {
+    if (!IsFreeFor(destination, true)) return false;
     VProfileKey from(store.GetRootKey(), BuildSessionKeyPath(source).GetData(), 0);
     VProfileKey to(store.GetRootKey(), BuildSessionKeyPath(destination).GetData(), 0);
+    return CopyKey(from, source, to, destination);
+}
+
+bool TreeCopy::CopyKey(VProfileKey& from, const VUnicodeString& source, VProfileKey& to,
+                       const VUnicodeString& destination) {
     const VRef<ISessionConfig> session = LoadSessionFrom(from, source, GetEntryLeaf(source));
     session->SetPath(destination);
     if (!source.EqualsNoCase(destination) && !to.CopyValues(from)) return false;
@@ -44,13 +46,17 @@ bool TreeCopy::CopyBelow(const VUnicodeString& source, const VUnicodeString& des
     if (!WriteIsExpanded(destination, from.GetIsExpanded())) return false;
 
     FolderAdditions additions(destination);
+    VProfileKey fromFolder(store.GetRootKey(), BuildSessionKeyPath(source).GetData(), 0);
+    VProfileKey toFolder(store.GetRootKey(), BuildSessionKeyPath(destination).GetData(), 0);
     const auto copyFolder = [&](const VUnicodeString& name) {
         return CopyBelow(JoinEntryPath(source, name), JoinEntryPath(destination, name), VUnicodeString());
     };
     const auto copySession = [&](const VUnicodeString& name) {
-        const VUnicodeString from = JoinEntryPath(source, name);
-        const VUnicodeString to = JoinEntryPath(destination, name);
-        return additions.WasEmpty() ? CopyKey(from, to) : CopySession(from, to);
+        const VUnicodeString path = JoinEntryPath(destination, name);
+        if (!additions.WasEmpty() && !IsFreeFor(path, true)) return false;
+        VProfileKey from(&fromFolder, name.GetData(), 0);
+        VProfileKey to(&toFolder, name.GetData(), 0);
+        return CopyKey(from, JoinEntryPath(source, name), to, path);
     };
     for (const VUnicodeString& name : from.GetShownFolders()) {
         if ((!skippedName.IsEmpty() && name == skippedName) || JoinEntryPath(source, name).EqualsNoCase(top)) continue;

@@ -30,7 +30,7 @@ class TreeCopy {
     [[nodiscard]] bool Close() { return store.Close(); }
 
   private:
-    bool CopyKey(const VUnicodeString& source, const VUnicodeString& destination);
+    bool CopyKey(VProfileKey& from, const VUnicodeString& source, VProfileKey& to, const VUnicodeString& destination);
     bool CopyBelow(const VUnicodeString& source, const VUnicodeString& destination, const VUnicodeString& skippedName);
 
     VProfileStore store{false};
