@@ -126,6 +126,9 @@ TEST(File, WritesAtItsPositionAndMapsAView) {
     auto* view = static_cast<char*>(file.MapView(true));
     ASSERT_NE(view, nullptr);
     *view = 'x';
+    VFile other;
+    EXPECT_FALSE(other.Open(folder.Name("data"), kReadWrite, platform::kCreateAlways)) << "it is not shared";
+    EXPECT_EQ(platform::GetLastErrorCode(), platform::kSharingViolation);
     EXPECT_EQ(folder.Read("data"), "x1ab45");
 }
 
