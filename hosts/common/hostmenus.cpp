@@ -19,6 +19,8 @@ namespace {
 
 constexpr std::u16string_view kMenuBarName = u"main";
 constexpr std::u16string_view kListMenuName = u"list";
+/// Of a warning: a box grows with its longest line.
+constexpr std::size_t kLongestTold = 120;
 
 /// Keys that a description has no name for.
 constexpr Accelerator kHostKeys[] = {
@@ -31,6 +33,11 @@ bool IsToolbar(const VMenuToolbar& block) {
     return block.GetKind() == MenuBlockKind::kToolbar;
 }
 
+/// The keys of a block that nobody sees would act from nowhere.
+bool IsShown(const VMenuToolbar& block, const VUnicodeString& name) {
+    return IsToolbar(block) || name == kMenuBarName || name == kListMenuName;
+}
+
 VUnicodeString DescribeStrayLine(std::uint32_t line) {
     VUnicodeString text;
     text.Format(u"第 %1!u! 行：此行不属于任何菜单或工具栏。", line);
@@ -41,7 +48,10 @@ VUnicodeString DescribeStrayLine(std::uint32_t line) {
 VUnicodeString DescribeWarnings(VArray<VReportMessageParams>& warnings) {
     VUnicodeString text;
     const std::size_t told = std::min<std::size_t>(warnings.GetCount(), HostMenus::kMostTold);
-    for (std::size_t i = 0; i < told; ++i) text += u"\n"_v + VUnicodeString(warnings[i].GetTextOneLine());
+    for (std::size_t i = 0; i < told; ++i) {
+        const VUnicodeString line(warnings[i].GetTextOneLine());
+        text += u"\n" + (line.GetLength() > kLongestTold ? line.Left(kLongestTold) + u"…" : line);
+    }
     if (told == warnings.GetCount()) return text;
     VUnicodeString more;
     more.Format(u"\n…… 共 %1!u! 处", static_cast<std::uint32_t>(warnings.GetCount()));
@@ -105,7 +115,8 @@ void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* ove
     for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus()) {
         block->GetText(name);
         const VMenuToolbar* const users = over != nullptr ? over->FindMenu(name) : nullptr;
-        if (users == nullptr || IsToolbar(*users) != IsToolbar(*block)) blocks.push_back(block.get());
+        const bool isOver = users != nullptr && IsToolbar(*users) == IsToolbar(*block);
+        if (!isOver && IsShown(*block, name)) blocks.push_back(block.get());
     }
     for (VMenuToolbar* block : blocks) commands.RegisterCommands(*block);
     for (const VMenuToolbar* block : blocks) {
@@ -123,9 +134,7 @@ void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* ove
 /// A description may have given the key to another command.
 void HostMenus::AddHostKeys() {
     for (const Accelerator& key : kHostKeys) {
-        const auto isSame = [&](const Accelerator& other) {
-            return other.key == key.key && other.modifiers == key.modifiers;
-        };
+        const auto isSame = [&](const Accelerator& other) { return IsSameKey(other, key); };
         if (std::ranges::none_of(keys, isSame)) keys.push_back(key);
     }
 }

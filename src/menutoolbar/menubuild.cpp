@@ -1,5 +1,6 @@
 #include "menutoolbar/menubuild.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "menutoolbar/standardcommands.h"
@@ -101,7 +102,9 @@ std::vector<Accelerator> MakeAccelerators(const VCustomMenuToolbar& commands) {
         Accelerator key{Accelerator::kNone, KeyOfCharacter(accelerator.key), accelerator.command};
         for (const auto& [flag, modifier] : kModifiers)
             if ((accelerator.flags & flag) != 0) key.modifiers |= modifier;
-        if (key.key != 0) keys.push_back(key);
+        // Letters are the same in either case, so two keys of a description may be one here: the first has it.
+        const auto isSame = [&](const Accelerator& other) { return IsSameKey(other, key); };
+        if (key.key != 0 && std::ranges::none_of(keys, isSame)) keys.push_back(key);
     }
     return keys;
 }

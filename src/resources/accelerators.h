@@ -15,6 +15,10 @@ struct Accelerator {
     std::uint16_t command;
 };
 
+constexpr bool IsSameKey(const Accelerator& a, const Accelerator& b) {
+    return a.key == b.key && a.modifiers == b.modifiers;
+}
+
 inline constexpr std::uint16_t kKeyBack = 0x08;
 inline constexpr std::uint16_t kKeyTab = 0x09;
 inline constexpr std::uint16_t kKeyReturn = 0x0D;

@@ -140,6 +140,7 @@ void MakeButtons(QToolBar& bar, const VToolbarState& state, const QObject& liste
         }
         QAction* action = bar.addAction(PictureOf(button), ToQt(button.tip));
         action->setData(button.command);
+        action->setToolTip(MakeTip(ToQt(button.tip)));
         action->setStatusTip(ToQt(button.prompt));
         const int command = button.command;
         QObject::connect(action, &QAction::triggered, &listener, [tell, command] { tell(command); });

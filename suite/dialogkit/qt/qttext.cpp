@@ -36,6 +36,12 @@ QString ToQt(std::u16string_view text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString MakeTip(const QString& text) {
+    constexpr qsizetype kMost = 2000;
+    const QString shown = text.size() <= kMost ? text : text.left(kMost) + u'…';
+    return QStringLiteral("<div style='white-space:pre'>%1</div>").arg(shown.toHtmlEscaped());
+}
+
 VUnicodeString FromQt(const QString& text) {
     return ViewOf(text);
 }

@@ -16,6 +16,9 @@ class QKeyEvent;
 namespace connectdialog {
 
 QString ToQt(std::u16string_view text);
+/// What the toolkit shows as this text, cut where it is very long: it takes a tip for markup when it looks like it, and
+/// opens the files that markup names.
+QString MakeTip(const QString& text);
 VUnicodeString FromQt(const QString& text);
 /// The text as long as `text` stands unchanged.
 inline std::u16string_view ViewOf(const QString& text) {

@@ -260,9 +260,7 @@ void QtTree::ShowTip(QPoint point, QPoint onScreen) {
     VUnicodeString text;
     const bool isOnText = hit.part == TreePart::kIcon || hit.part == TreePart::kLabel;
     if (!isOnText || !events->OnInfoTip(hit.item, text) || text.IsEmpty()) return QToolTip::hideText();
-    // A tip is taken for markup when it looks like it; ours is what the user wrote.
-    const QString shown = QStringLiteral("<div style='white-space:pre'>%1</div>").arg(ToQt(text).toHtmlEscaped());
-    QToolTip::showText(onScreen, shown, viewport(), PlacesOf(rows.Find(hit.item)).label);
+    QToolTip::showText(onScreen, MakeTip(ToQt(text)), viewport(), PlacesOf(rows.Find(hit.item)).label);
 }
 
 void QtTree::keyPressEvent(QKeyEvent* event) {
