@@ -11,6 +11,9 @@ namespace connectdialog {
 
 namespace {
 
+/// Tables of names that grow move all that they hold; these are large enough for any file that a person writes.
+constexpr std::size_t kNamesToBeginWith = 1000;
+
 MenuBlockKind BlockKindOf(MenuLineKind kind) {
     if (kind == MenuLineKind::kToolbar) return MenuBlockKind::kToolbar;
     return kind == MenuLineKind::kMenu ? MenuBlockKind::kMenu : MenuBlockKind::kPopup;
@@ -27,6 +30,9 @@ void VMenuToolbarTextRep::Reset() {
 
 void VMenuToolbarTextRep::StartOver() {
     DropContents();
+    accelerators.reserve(kNamesToBeginWith);
+    strings.reserve(kNamesToBeginWith);
+    menusByName.reserve(kNamesToBeginWith);
     lineCount = 0;
     strayLine = 0;
     characterCount = 0;

@@ -29,6 +29,7 @@ class MainWindowTest : public test::SuiteTest {
     MainWindowTest() {
         setenv("PATH", (scratch.GetPath().string() + ":/usr/bin:/bin").c_str(), 1);
         setenv("XDG_RUNTIME_DIR", scratch.GetPath().c_str(), 1);
+        setenv("XDG_CONFIG_HOME", scratch.GetPath().c_str(), 1);  // no menus of whoever runs this
         VReportMessageParams report;
         sessions = stores::OpenProfileStoreFactory(VUnicodeString(run.storeUrl.c_str()), report);
         InstallReferenceSuite(u"NorHalden"_v, *sessions);
@@ -43,6 +44,7 @@ class MainWindowTest : public test::SuiteTest {
     ~MainWindowTest() override {
         setenv("PATH", path.c_str(), 1);
         unsetenv("XDG_RUNTIME_DIR");
+        unsetenv("XDG_CONFIG_HOME");
         InstallReferenceSuite(u"NorHalden"_v, *factory);
         EXPECT_EQ(kit.TakeFaults(), "");
     }
