@@ -16,12 +16,6 @@
 
 namespace connectdialog::hosts {
 
-namespace {
-
-const VUnicodeString kDefaultSession = u"Default"_v;
-
-}  // namespace
-
 void MainWindow::ShowConnect() {
     LetUserChoose(false);
 }
@@ -99,27 +93,13 @@ void MainWindow::OpenAgain() {
 }
 
 void MainWindow::CreateSession() {
-    const VRef<ISessionConfig> config = OpenSession(kDefaultSession);
+    const VUnicodeString root;
+    const VRef<ISessionConfig> config = PrepareNewSession(root);
     if (!config) return ShowFault(u"无法读取默认会话。"_v);
-    config->SetPath(VUnicodeString());
-    const VUnicodeString offered = MakeUniqueName(VUnicodeString(), u"New"_v);
-    config->SetName(offered);
-    const auto wizard = [this](ISessionConfig& session, std::int64_t& result, bool& useWizard) {
-        return LaunchNewSessionWizard(session, window.get(), result, useWizard);
-    };
-    if (!EditNewSession(*config, wizard, window.get())) return;
-    // A name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(VUnicodeString(), offered, config->GetName(), true, window.get()))
-        config->SetName(offered);
-    VUnicodeString name;
-    const bool isStored = AsOneUnit([&] {
-        name = MakeUniqueName(VUnicodeString(), config->GetName());
-        config->SetName(name);
-        return StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true);
-    });
-    if (!isStored) return ShowFault(u"无法保存会话。"_v);
+    if (!EditNewSession(*config, window.get())) return;
+    if (!StoreUnderFreeName(root, *config)) return ShowFault(u"无法保存会话。"_v);
     // There it can be connected, or put where it belongs.
-    FetchGlobalConfig()->lastSessionPath.Set(name);
+    FetchGlobalConfig()->lastSessionPath.Set(config->GetName());
     ShowConnect();
 }
 

@@ -255,7 +255,7 @@ class ConnectDialogBase : public VDialog {
 
     // Editing.
     TreeItem GetTargetFolder();
-    void StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName);
+    void StoreNewSession(TreeItem target, ISessionConfig& config);
     void FinishFreshFolder(TreeItem item, const VUnicodeString& wanted);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
     /// `edit` does with the further sessions of the list what the user did with the first.

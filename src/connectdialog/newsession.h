@@ -5,11 +5,9 @@
 #include <functional>
 
 #include "imports/globalconfig.h"
+#include "wizard/newsessionwizard.h"
 
 namespace connectdialog {
-
-class ISessionConfig;
-class VWindow;
 
 inline constexpr int kPageModeOne = 0;
 inline constexpr int kPageModeSeveral = 4;
@@ -32,11 +30,16 @@ class FirstOptionsPage {
 /// The host's session options; see SessionOptionsFunction. False when the user gave up, and without a host.
 bool RunSessionOptions(ISessionConfig& config, int pageMode, bool multiEdit, bool isNew, VWindow* parent);
 
+/// A session like the Default one, with the path of the folder where it will stand and a name that is free there.
+/// On failure: null, when the Default session cannot be read.
+VRef<ISessionConfig> PrepareNewSession(const VUnicodeString& folder);
+
 /// As LaunchNewSessionWizard.
-using WizardRunner = std::function<bool(ISessionConfig& config, std::int64_t& result, bool& useWizard)>;
+using WizardRunner =
+    std::function<bool(ISessionConfig& config, VWindow* parent, std::int64_t& result, bool& useWizard)>;
 /// Lets the user set a new session up: in the wizard, or in the session options where the user or the wizard wants
-/// that. Requires: the session is a copy of the Default one, with the path of the folder where it will stand and the
-/// name that is offered. False when the user gave up. Storing it is the caller's.
-bool EditNewSession(ISessionConfig& config, const WizardRunner& wizard, VWindow* parent);
+/// that. A name that cannot stand is told, and costs the name and not the session. Requires: PrepareNewSession made it.
+/// False when the user gave up. Storing it is the caller's: StoreUnderFreeName.
+bool EditNewSession(ISessionConfig& config, VWindow* parent, const WizardRunner& wizard = LaunchNewSessionWizard);
 
 }  // namespace connectdialog
