@@ -117,10 +117,12 @@ void MainWindow::ShowProperties() {
     const VUnicodeString path = opened.GetRows()[row].path;
     const VRef<ISessionConfig> config = OpenSession(path);
     if (!config) return ShowFault(u"会话已不存在：" + path);
-    if (!RunSessionOptions(*config, kPageModeOne, false, false, window.get())) return;
+    VUnicodeString failure = u"无法保存会话。"_v;
+    const EditOutcome outcome = EditStoredSession(*config, window.get(), failure);
+    if (outcome == EditOutcome::kRefused) return ShowFault(failure);
+    if (outcome == EditOutcome::kGivenUp) return;
     const VUnicodeString name = config->GetName();
     const VUnicodeString former = GetEntryLeaf(path);
-    if (config->IsChanged() && !SaveSession(*config)) return ShowFault(u"无法保存会话。"_v);
     if (name == former || !ValidateSessionName(path, former, name, false, window.get())) return;
     if (!RenameInPlace(path, name)) return ShowFault(u"无法重命名会话。"_v);
     opened.SetPath(path, JoinEntryPath(GetEntryParent(path), name));
