@@ -74,7 +74,7 @@ class TrayLauncher : public ITrayEvents {
     void Connect();
     void QuickConnect();
     void OpenChosen(const ISessionConfig& session);
-    void Start(const HostKind& program, std::vector<std::string> words);
+    void Start(const HostKind& program, const std::string& path, const std::vector<std::string>& client);
 
     const HostOptions& options;
     std::string storeUrl;
@@ -127,7 +127,7 @@ void TrayLauncher::OnChosen(const TrayEntry& entry) {
 
 void TrayLauncher::OpenStored(const VUnicodeString& path) {
     const bool isTerminal = SessionHasProtocol(AppKind::kNorHalden, path);
-    Start(isTerminal ? kNorHalden : kTessaly, {"/S", PercentEncode(platform::ToNarrow(path))});
+    Start(isTerminal ? kNorHalden : kTessaly, platform::ToNarrow(path), {});
 }
 
 void TrayLauncher::Connect() {
@@ -149,16 +149,13 @@ void TrayLauncher::OpenChosen(const ISessionConfig& session) {
     if (!AddSession(session, sessions, fault)) return (void)VMessageBox(nullptr, fault, kBoxWarning);
     const HostSession& added = sessions.front();
     if (added.isStored) return OpenStored(added.path);
-    std::vector<std::string> words;
-    for (const std::string& word : added.command.arguments)
-        words.insert(words.end(), {"--client", PercentEncode(word)});
-    Start(kNorHalden, std::move(words));
+    Start(kNorHalden, {}, added.command.arguments);
 }
 
-/// `words` are percent-encoded where they are values.
-void TrayLauncher::Start(const HostKind& program, std::vector<std::string> words) {
-    words.insert(words.begin(),
-                 {FindSuiteProgram(program.program), "--window", "--encoded", "--store", PercentEncode(storeUrl)});
+/// As MakeHostArguments.
+void TrayLauncher::Start(const HostKind& program, const std::string& path, const std::vector<std::string>& client) {
+    std::vector<std::string> words = MakeHostArguments(storeUrl, path, client);
+    words.insert(words.begin(), {FindSuiteProgram(program.program), "--window"});
     if (platform::StartProgram(words, {})) return;
     VUnicodeString text;
     text.Format(u"无法启动 %1：%2", VUnicodeString(program.program), FindSystemMessage(platform::GetLastErrorCode()));
