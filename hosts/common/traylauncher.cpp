@@ -155,11 +155,8 @@ void TrayLauncher::OpenChosen(const ISessionConfig& session) {
 /// As MakeHostArguments.
 void TrayLauncher::Start(const HostKind& program, const std::string& path, const std::vector<std::string>& client) {
     std::vector<std::string> words = MakeHostArguments(storeUrl, path, client);
-    words.insert(words.begin(), {FindSuiteProgram(program.program), "--window"});
-    if (platform::StartProgram(words, {})) return;
-    VUnicodeString text;
-    text.Format(u"无法启动 %1：%2", VUnicodeString(program.program), FindSystemMessage(platform::GetLastErrorCode()));
-    VMessageBox(nullptr, text, kBoxWarning);
+    words.insert(words.begin(), "--window");
+    StartSuiteProgram(nullptr, program.program, std::move(words));
 }
 
 }  // namespace
