@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostrun.h"
 #include "hosts/common/hostsession.h"
+#include "hosts/common/hostusage.h"
 #include "hosts/common/hostwindow.h"
 #include "hosts/common/mainwindow.h"
 #include "hosts/common/quickstart.h"
@@ -32,45 +34,6 @@ namespace connectdialog::hosts {
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
-constexpr char kUsage[] =
-    "usage: HOST [--store URL] [--main]\n"
-    "       HOST [--store URL] --quick ADDRESS | --link ADDRESS\n"
-    "       HOST [--store URL] [--window] /S \"PATH\" ... /SESSION_FOLDER \"PATH\" ...\n"
-    "       HOST --terminal COMMAND\n"
-    "       HOST --help | --version\n"
-    "\n"
-    "PURPOSE\n"
-    "Without a session it shows the connect dialog, or quick connect where the user wants that at the start, and\n"
-    "opens what is chosen there; without a terminal, its main window with that dialog over it.\n"
-    "\n"
-    "  /S PATH               open the session, in this terminal; several one after the other. The names of\n"
-    "                        a path are separated by \"\\\"\n"
-    "  /SESSION_FOLDER PATH  open all sessions in the folder; \"\\\" is the root\n"
-    "  --quick ADDRESS       show quick connect with the address: [USER@]NAME[:PORT], an IPv6 address with a port in\n"
-    "                        brackets, or ssh://, telnet:// or sftp:// before it\n"
-    "  --link ADDRESS        the same for a link of another program; a window tells what is wrong with it\n"
-    "  --window              open each session in a window of a terminal emulator instead\n"
-    "  --main                show the main window, also from a terminal\n"
-    "  --wait                when a client failed, wait for the Return key before ending\n"
-    "  --encoded             what follows options from here on is percent-encoded\n"
-    "  --terminal COMMAND    remember the command for such windows, as \"gnome-terminal --tab --\"; the empty\n"
-    "                        one stands for the system's: x-terminal-emulator, or another that is installed\n"
-    "  --store URL           the store of the sessions, as sqlite:FILE; without it the one that\n"
-    "                        BRENNMARK_STORE names, or else the user's own, whose folder is asked for at the\n"
-    "                        first run\n";
-
-std::string UsageOf(const HostKind& kind) {
-    std::string usage = kUsage;
-    for (const auto& [word, text] :
-         {std::pair<std::string_view, const char*>{"HOST", kind.program}, {"PURPOSE", kind.purpose}})
-        for (std::size_t at = usage.find(word); at != std::string::npos; at = usage.find(word, at))
-            usage.replace(at, word.size(), text);
-    return usage;
-}
-
 constexpr char16_t kHelpText[] =
     u"选择会话后按“连接”打开。\n\n"
     u"Alt+N 新建会话    Alt+F 新建文件夹    Alt+R 属性\n"
@@ -78,11 +41,6 @@ constexpr char16_t kHelpText[] =
     u"Ctrl+F 查找    F3 查找下一个    Alt+E 桌面快捷方式\n"
     u"Shift+F10 菜单    Alt+A 切换排列方式\n\n"
     u"详细说明：man %1";
-
-int Fail(const HostKind& kind, const VUnicodeString& text, int exitCode = kFailed) {
-    Tell(kind, text);
-    return exitCode;
-}
 
 }  // namespace
 
@@ -327,26 +285,19 @@ int Run(const HostKind& kind, const HostOptions& options) {
         case HostAction::kOpenSessions:
             return host.OpenSessions();
         case HostAction::kHelp:
-            std::fputs(UsageOf(kind).c_str(), stdout);
-            return 0;
         case HostAction::kVersion:
-            std::printf("%s %s\n", kind.program, HOST_VERSION);
-            return 0;
+            break;  // answered before
     }
-    return kFailed;
+    return 0;
 }
 
 }  // namespace
 
 int RunHost(const HostKind& kind, int argc, char** argv) {
-    const std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     HostOptions options;
-    std::string fault;
-    if (!ReadHostOptions(arguments, options, fault)) {
-        std::fputs(UsageOf(kind).c_str(), stderr);
-        return Fail(kind, VUnicodeString(fault.c_str()), kWrongUsage);
-    }
-    const int exitCode = Run(kind, options);
+    int exitCode = 0;
+    if (!TakeCommandLine(kind, std::span(argv + (argc > 0 ? 1 : 0), argv + argc), options, exitCode)) return exitCode;
+    exitCode = Run(kind, options);
     if (exitCode != 0 && options.waitsAtEnd) {
         std::fputs("\nPress Return to end.\n", stderr);
         for (int character = 0; character != '\n' && character != EOF;) character = std::getchar();

@@ -138,10 +138,9 @@ bool PercentDecode(std::string_view text, std::string& decoded) {
     return true;
 }
 
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
-                                             const std::vector<std::string>& client, const std::string& reportWord) {
-    std::vector<std::string> words = {"--wait", "--encoded", "--store", PercentEncode(storeUrl)};
-    if (!reportWord.empty()) words.insert(words.end(), {"--report", PercentEncode(reportWord)});
+std::vector<std::string> MakeHostArguments(const std::string& storeUrl, const std::string& path,
+                                           const std::vector<std::string>& client) {
+    std::vector<std::string> words = {"--encoded", "--store", PercentEncode(storeUrl)};
     if (client.empty()) words.insert(words.end(), {"/S", PercentEncode(path)});
     for (const std::string& word : client) words.insert(words.end(), {"--client", PercentEncode(word)});
     return words;

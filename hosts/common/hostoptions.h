@@ -42,7 +42,7 @@ struct HostOptions {
 /// `--terminal COMMAND`, `--help`, `--version`. Without any of them the dialog is wanted, and so it is by a last
 /// `--link` without an address, as a desktop starts a program that it has no link for. What follows an option is its
 /// value, whatever it looks like. The values behind `--encoded` are percent-encoded; `--client WORD`, once a word, is
-/// for MakeWindowArguments.
+/// for MakeHostArguments.
 /// On failure: false, and `fault` says in one line what is wrong.
 bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault);
 
@@ -54,10 +54,10 @@ std::string PercentEncode(std::string_view text);
 /// On failure: false, and `decoded` means nothing.
 bool PercentDecode(std::string_view text, std::string& decoded);
 
-/// The arguments, without the program's name, that open the session like this in a window of its own and tell that the
-/// main window which `reportWord` names; empty: nobody. `client` is what runs for a connection that no store has, and
-/// is empty for a session, which `path` names.
-std::vector<std::string> MakeWindowArguments(const std::string& storeUrl, const std::string& path,
-                                             const std::vector<std::string>& client, const std::string& reportWord);
+/// The arguments with which a host opens a session, all of them words as PercentEncode makes them; those before them
+/// are not encoded, and those behind them are. `client` is what runs for a connection that no store has, and is empty
+/// for a session, which `path` names. All UTF-8.
+std::vector<std::string> MakeHostArguments(const std::string& storeUrl, const std::string& path,
+                                           const std::vector<std::string>& client);
 
 }  // namespace connectdialog::hosts

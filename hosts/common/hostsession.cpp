@@ -159,9 +159,9 @@ bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeSt
 std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                                            const HostSession& session, const std::string& reportWord) {
     const std::vector<std::string> client = session.isStored ? std::vector<std::string>() : session.command.arguments;
-    std::vector<std::string> words =
-        MakeWindowArguments(storeUrl, platform::ToNarrow(session.path), client, reportWord);
-    words.insert(words.begin(), platform::ToNativePath(platform::GetExecutablePath()));
+    std::vector<std::string> words = MakeHostArguments(storeUrl, platform::ToNarrow(session.path), client);
+    words.insert(words.begin(), {platform::ToNativePath(platform::GetExecutablePath()), "--wait"});
+    if (!reportWord.empty()) words.insert(words.end(), {"--report", PercentEncode(reportWord)});
     return terminal.MakeCommand(words, isInTab);
 }
 

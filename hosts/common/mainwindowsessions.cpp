@@ -16,12 +16,6 @@
 
 namespace connectdialog::hosts {
 
-namespace {
-
-const VUnicodeString kDefaultSession = u"Default"_v;
-
-}  // namespace
-
 void MainWindow::ShowConnect() {
     LetUserChoose(false);
 }
@@ -99,27 +93,13 @@ void MainWindow::OpenAgain() {
 }
 
 void MainWindow::CreateSession() {
-    const VRef<ISessionConfig> config = OpenSession(kDefaultSession);
+    const VUnicodeString root;
+    const VRef<ISessionConfig> config = PrepareNewSession(root);
     if (!config) return ShowFault(u"无法读取默认会话。"_v);
-    config->SetPath(VUnicodeString());
-    const VUnicodeString offered = MakeUniqueName(VUnicodeString(), u"New"_v);
-    config->SetName(offered);
-    const auto wizard = [this](ISessionConfig& session, std::int64_t& result, bool& useWizard) {
-        return LaunchNewSessionWizard(session, window.get(), result, useWizard);
-    };
-    if (!EditNewSession(*config, wizard, window.get())) return;
-    // A name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(VUnicodeString(), offered, config->GetName(), true, window.get()))
-        config->SetName(offered);
-    VUnicodeString name;
-    const bool isStored = AsOneUnit([&] {
-        name = MakeUniqueName(VUnicodeString(), config->GetName());
-        config->SetName(name);
-        return StoreSessionEntry(VUnicodeString(), name, *config, VUnicodeString(), true);
-    });
-    if (!isStored) return ShowFault(u"无法保存会话。"_v);
+    if (!EditNewSession(*config, window.get())) return;
+    if (!StoreUnderFreeName(root, *config)) return ShowFault(u"无法保存会话。"_v);
     // There it can be connected, or put where it belongs.
-    FetchGlobalConfig()->lastSessionPath.Set(name);
+    FetchGlobalConfig()->lastSessionPath.Set(config->GetName());
     ShowConnect();
 }
 
@@ -137,10 +117,12 @@ void MainWindow::ShowProperties() {
     const VUnicodeString path = opened.GetRows()[row].path;
     const VRef<ISessionConfig> config = OpenSession(path);
     if (!config) return ShowFault(u"会话已不存在：" + path);
-    if (!RunSessionOptions(*config, kPageModeOne, false, false, window.get())) return;
+    VUnicodeString failure = u"无法保存会话。"_v;
+    const EditOutcome outcome = EditStoredSession(*config, window.get(), failure);
+    if (outcome == EditOutcome::kRefused) return ShowFault(failure);
+    if (outcome == EditOutcome::kGivenUp) return;
     const VUnicodeString name = config->GetName();
     const VUnicodeString former = GetEntryLeaf(path);
-    if (config->IsChanged() && !SaveSession(*config)) return ShowFault(u"无法保存会话。"_v);
     if (name == former || !ValidateSessionName(path, former, name, false, window.get())) return;
     if (!RenameInPlace(path, name)) return ShowFault(u"无法重命名会话。"_v);
     opened.SetPath(path, JoinEntryPath(GetEntryParent(path), name));

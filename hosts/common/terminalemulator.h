@@ -2,7 +2,7 @@
 //
 // What a terminal emulator does with the words behind its option is its own affair: some hand them on as they are, some
 // join them and let a shell read them. So no name that a session could bring ever stands among them as it is: the words
-// are those of MakeWindowArguments.
+// are those of MakeHostArguments.
 #pragma once
 
 #include <string>

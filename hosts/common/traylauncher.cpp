@@ -1,7 +1,7 @@
 #include "hosts/common/traylauncher.h"
 
-#include <cstdio>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,10 +11,10 @@
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hosttray.h"
+#include "hosts/common/hostusage.h"
 #include "hosts/common/hostwindow.h"
 #include "hosts/common/quickstart.h"
 #include "hosts/common/startup.h"
-#include "hosts/common/tell.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/codepage.h"
@@ -26,20 +26,6 @@
 namespace connectdialog::hosts {
 
 namespace {
-
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
-constexpr char kUsage[] =
-    "usage: wakestone [--store URL]\n"
-    "       wakestone --help | --version\n"
-    "\n"
-    "Shows an icon in the desktop's tray. Its menu has the folders and saved sessions, which norhalden and tessaly\n"
-    "open in windows of a terminal emulator, quick connect and the connect dialog.\n"
-    "\n"
-    "  --store URL           the store of the sessions, as sqlite:FILE; without it the one that\n"
-    "                        BRENNMARK_STORE names, or else the user's own, whose folder is asked for at the\n"
-    "                        first run\n";
 
 void ShowAbout() {
     VUnicodeString text;
@@ -74,7 +60,7 @@ class TrayLauncher : public ITrayEvents {
     void Connect();
     void QuickConnect();
     void OpenChosen(const ISessionConfig& session);
-    void Start(const HostKind& program, std::vector<std::string> words);
+    void Start(const HostKind& program, const std::string& path, const std::vector<std::string>& client);
 
     const HostOptions& options;
     std::string storeUrl;
@@ -84,18 +70,12 @@ class TrayLauncher : public ITrayEvents {
 
 int TrayLauncher::Run() {
     VUnicodeString fault;
-    const auto fail = [&] {
-        Tell(kWakestone, fault);
-        return kFailed;
-    };
     const auto window = OpenHostWindow(kWakestone, fault);
-    if (!window) return fail();
+    if (!window) return Fail(kWakestone, fault);
     SetAppName(kWakestone.appName);
-    if (!HasTray(fault)) return fail();
-    if (options.store.empty() && !AskForStoreFolder(window->GetIcon())) {
-        fault = u"there is no folder for the sessions"_v;
-        return fail();
-    }
+    if (!HasTray(fault)) return Fail(kWakestone, fault);
+    if (options.store.empty() && !AskForStoreFolder(window->GetIcon()))
+        return Fail(kWakestone, u"there is no folder for the sessions");
     storeUrl = FindStoreUrl(options.store);
     HostParts parts = MakeHostParts(storeUrl);
     parts.icon = window->GetIcon();
@@ -127,7 +107,7 @@ void TrayLauncher::OnChosen(const TrayEntry& entry) {
 
 void TrayLauncher::OpenStored(const VUnicodeString& path) {
     const bool isTerminal = SessionHasProtocol(AppKind::kNorHalden, path);
-    Start(isTerminal ? kNorHalden : kTessaly, {"/S", PercentEncode(platform::ToNarrow(path))});
+    Start(isTerminal ? kNorHalden : kTessaly, platform::ToNarrow(path), {});
 }
 
 void TrayLauncher::Connect() {
@@ -149,43 +129,30 @@ void TrayLauncher::OpenChosen(const ISessionConfig& session) {
     if (!AddSession(session, sessions, fault)) return (void)VMessageBox(nullptr, fault, kBoxWarning);
     const HostSession& added = sessions.front();
     if (added.isStored) return OpenStored(added.path);
-    std::vector<std::string> words;
-    for (const std::string& word : added.command.arguments)
-        words.insert(words.end(), {"--client", PercentEncode(word)});
-    Start(kNorHalden, std::move(words));
+    Start(kNorHalden, {}, added.command.arguments);
 }
 
-/// `words` are percent-encoded where they are values.
-void TrayLauncher::Start(const HostKind& program, std::vector<std::string> words) {
-    words.insert(words.begin(),
-                 {FindSuiteProgram(program.program), "--window", "--encoded", "--store", PercentEncode(storeUrl)});
-    if (platform::StartProgram(words, {})) return;
-    VUnicodeString text;
-    text.Format(u"无法启动 %1：%2", VUnicodeString(program.program), FindSystemMessage(platform::GetLastErrorCode()));
-    VMessageBox(nullptr, text, kBoxWarning);
+/// As MakeHostArguments.
+void TrayLauncher::Start(const HostKind& program, const std::string& path, const std::vector<std::string>& client) {
+    std::vector<std::string> words = MakeHostArguments(storeUrl, path, client);
+    words.insert(words.begin(), "--window");
+    StartSuiteProgram(nullptr, program.program, std::move(words));
 }
 
 }  // namespace
 
 int RunTrayLauncher(int argc, char** argv) {
-    std::vector<const char*> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const std::span<const char* const> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     HostOptions options;
-    std::string fault;
-    const bool isRead = ReadHostOptions(arguments, options, fault);
-    if (isRead && options.action == HostAction::kOpenSessions) {
-        std::vector<std::string> words(arguments.begin(), arguments.end());
-        words.insert(words.begin(), FindSuiteProgram(kNorHalden.program));
-        platform::ReplaceProcess(words);
-        Tell(kWakestone, u"norhalden cannot be started: "_v + FindSystemMessage(platform::GetLastErrorCode()));
-        return kFailed;
-    }
-    if (isRead && options.action == HostAction::kHelp) return std::fputs(kUsage, stdout) < 0 ? kFailed : 0;
-    if (isRead && options.action == HostAction::kVersion) return std::printf("wakestone %s\n", HOST_VERSION) < 0;
-    if (isRead && options.action == HostAction::kShowDialog) return TrayLauncher(options).Run();
-    std::fputs(kUsage, stderr);
-    if (isRead) fault = "norhalden and tessaly take this command line, and wakestone does not";
-    Tell(kWakestone, VUnicodeString(fault.c_str()));
-    return kWrongUsage;
+    int exitCode = 0;
+    if (!TakeCommandLine(kWakestone, arguments, options, exitCode)) return exitCode;
+    if (options.action == HostAction::kShowDialog) return TrayLauncher(options).Run();
+    if (options.action != HostAction::kOpenSessions)
+        return RefuseUsage(kWakestone, u"norhalden and tessaly take this command line, and wakestone does not");
+    std::vector<std::string> words(arguments.begin(), arguments.end());
+    words.insert(words.begin(), FindSuiteProgram(kNorHalden.program));
+    platform::ReplaceProcess(words);
+    return Fail(kWakestone, u"norhalden cannot be started: "_v + FindSystemMessage(platform::GetLastErrorCode()));
 }
 
 }  // namespace connectdialog::hosts

@@ -255,12 +255,11 @@ class ConnectDialogBase : public VDialog {
 
     // Editing.
     TreeItem GetTargetFolder();
-    void StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName);
+    void StoreNewSession(TreeItem target, ISessionConfig& config);
     void FinishFreshFolder(TreeItem item, const VUnicodeString& wanted);
     void RenameItem(TreeItem item, const VUnicodeString& path, const VUnicodeString& newName);
-    /// `edit` does with the further sessions of the list what the user did with the first.
-    bool SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
-                    const std::function<void(ISessionConfig&)>& edit);
+    /// Whether the user wants to change the options of so many sessions at once.
+    bool ConfirmManyProperties(std::uint64_t count);
     void ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config);
     /// In the user's order it keeps its place, else it goes to the reference.
     bool RenameStored(const VUnicodeString& path, const VUnicodeString& newName);

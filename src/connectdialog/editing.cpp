@@ -7,7 +7,6 @@
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "profile/unitofwork.h"
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessionpaths.h"
@@ -38,43 +37,29 @@ void ConnectDialogBase::NewFolder() {
 void ConnectDialogBase::NewSession() {
     if (editingLabel) return;
     const TreeItem target = GetTargetFolder();
-    const VRef<ISessionConfig> config = OpenSession(u"Default"_v);
+    const VRef<ISessionConfig> config = PrepareNewSession(GetItemPath(target));
     if (!config) return ShowFailure(u"Unable to load the session configuration.");
     ClearSelection();
-    const VUnicodeString path = GetItemPath(target);
-    const VUnicodeString name = MakeUniqueName(path, u"New"_v);
-    config->SetPath(path);
-    config->SetName(name);
-    const auto wizard = [this](ISessionConfig& session, std::int64_t& result, bool& useWizard) {
+    const auto wizard = [this](ISessionConfig& session, VWindow*, std::int64_t& result, bool& useWizard) {
         return RunNewSessionWizard(session, result, useWizard);
     };
-    if (EditNewSession(*config, wizard, this)) StoreNewSession(target, *config, name);
+    if (EditNewSession(*config, this, wizard)) StoreNewSession(target, *config);
 }
 
-void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config, const VUnicodeString& offeredName) {
-    const VUnicodeString path = GetItemPath(target);
-    // Whatever dialog was used, a name that cannot stand costs the name and not the session.
-    if (!ValidateSessionName(path, offeredName, config.GetName(), true, this)) config.SetName(offeredName);
+void ConnectDialogBase::StoreNewSession(TreeItem target, ISessionConfig& config) {
     const QuietSelection quiet(*this);
     SetItemHasChildren(target);
     ExpandItem(target);
-    VUnicodeString name;
-    // One unit: nobody else takes the name once it is known to be free.
-    const bool isStored = AsOneUnit([&] {
-        name = MakeUniqueName(path, config.GetName());
-        config.SetName(name);
-        return StoreSessionEntry(path, name, config, VUnicodeString(), true);
-    });
-    if (!isStored) {
+    if (!StoreUnderFreeName(GetItemPath(target), config)) {
         ShowFailure(u"ERROR: Could not save the session in the database.");
         return SelectItem(target);
     }
     if (arrangement == SessionArrangement::kManual)
         PositionAtEnd();
     else
-        PositionSessionSorted(target, name);
+        PositionSessionSorted(target, config.GetName());
     const bool isShown = GetItemData(target)->sessionsLoaded;
-    const TreeItem item = isShown ? AddSessionItem(target, name, insertMode, insertAfter) : TreeItem::kNone;
+    const TreeItem item = isShown ? AddSessionItem(target, config.GetName(), insertMode, insertAfter) : TreeItem::kNone;
     SelectItem(item != TreeItem::kNone ? item : target);
     RedrawTree();
 }

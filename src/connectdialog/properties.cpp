@@ -1,15 +1,10 @@
-// The options of new and of stored sessions.
-#include <functional>
-#include <vector>
-
-#include "config/protocolchoice.h"
+// The options of new and of stored sessions, as the dialog asks for them.
 #include "connectdialog/connectdialogbase.h"
 #include "connectdialog/newsession.h"
 #include "connectdialog/quietselection.h"
 #include "foundation/vreportmessageparams.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
-#include "profile/unitofwork.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 #include "wizard/newsessionwizard.h"
@@ -22,44 +17,26 @@ constexpr std::uint32_t kManySessionsMessage = 0x61090002;
 constexpr int kNoticePicture = 1;
 constexpr unsigned kNoHelp = 0xFFFFFFFF;
 
-/// That a side is to have no protocol any more is no change that a session tells, and none that is copied.
-class RemovedProtocols {
-  public:
-    explicit RemovedProtocols(const ISessionConfig& config) {
-        for (const ProtocolSide side : kProtocolSides) before.push_back(GetProtocol(config, side));
-    }
-
-    /// Finds out which the user removed since then.
-    bool Find(const ISessionConfig& config) {
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            const VUnicodeString after = GetProtocol(config, kProtocolSides[i]);
-            if (after.View() == kNoProtocol && after != before[i]) removed.push_back(kProtocolSides[i]);
-        }
-        return !removed.empty();
-    }
-    void RemoveFrom(ISessionConfig& other) const {
-        for (const ProtocolSide side : removed) SelectProtocol(other, side, kNoProtocol);
-    }
-
-  private:
-    std::vector<VUnicodeString> before;
-    std::vector<ProtocolSide> removed;
-};
-
-/// Appends to `failure` why the store refused, when it tells.
-bool SaveAsOneUnit(const std::function<bool()>& save, VUnicodeString& failure) {
-    const VWaitCursor wait;
-    VProfileStore unit(false);
-    if (RunAsUnit(unit, save)) return true;
-    VReportMessageParams& cause = *unit.GetLastReport();
-    if (TellsCause(cause)) failure = failure + u"\n" + cause.GetText();
-    return false;
-}
-
 }  // namespace
 
 bool ConnectDialogBase::RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) {
     return LaunchNewSessionWizard(config, this, result, useWizard);
+}
+
+bool ConnectDialogBase::ConfirmManyProperties(std::uint64_t count) {
+    FirstOptionsPage page;
+    const VRef<GlobalConfig> global = FetchGlobalConfig();
+    VProfile<int>& suppress = global->suppressMultiEditWarning;
+    if (suppress.Get() != 0) return true;
+    VReportMessageParams report(kManySessionsMessage);
+    VUnicodeString inserted;
+    inserted.Format(u"%1!d!", count);
+    report.AddInsert(inserted.GetData());
+    if (ShowOptionalMessageBox(this, report.GetText(), VUnicodeString(), suppress, u"OK"_v, false, kNoticePicture,
+                               kNoHelp) == 1)
+        return true;
+    page.Keep();
+    return false;
 }
 
 void ConnectDialogBase::EditProperties() {
@@ -68,55 +45,32 @@ void ConnectDialogBase::EditProperties() {
     const VRef<ISessionConfig> config = GetItemConfig(list[0]);
     if (!config) return ShowFailure(u"Unable to load the session configuration.");
     const bool isMulti = list.GetCount() > 1;
-    RemovedProtocols removed(*config);
-    {
-        FirstOptionsPage page;
-        const VRef<GlobalConfig> global = FetchGlobalConfig();
-        VProfile<int>& suppress = global->suppressMultiEditWarning;
-        if (isMulti && suppress.Get() == 0) {
-            VReportMessageParams report(kManySessionsMessage);
-            VUnicodeString count;
-            count.Format(u"%1!d!", list.GetCount());
-            report.AddInsert(count.GetData());
-            if (ShowOptionalMessageBox(this, report.GetText(), VUnicodeString(), suppress, u"OK"_v, false,
-                                       kNoticePicture, kNoHelp) != 1)
-                return page.Keep();
+    if (isMulti && !ConfirmManyProperties(list.GetCount())) return;
+    const auto saveOthers = [&](const SessionChange& change) {
+        for (const TreeItem item : list) {
+            if (item == list[0]) continue;
+            const VRef<ISessionConfig> other = GetItemConfig(item);
+            if (!other) continue;
+            change(*other);
+            if (!SaveSession(*other)) return false;
         }
-        if (!RunSessionOptions(*config, isMulti ? kPageModeSeveral : kPageModeOne, isMulti, false, this)) return;
-    }
-    const bool isChanged = removed.Find(*config) || config->IsChanged();
-    const auto edit = [&](ISessionConfig& other) {
-        other.CopyChangesFrom(config.Get());
-        removed.RemoveFrom(other);
+        return true;
     };
-    if (isChanged && !SaveEdited(list, *config, edit)) return;
+    VUnicodeString failure = u"ERROR: Could not save the session in the database."_v;
+    switch (EditStoredSession(*config, this, failure, isMulti ? OthersSaver(saveOthers) : nullptr)) {
+        case EditOutcome::kGivenUp:
+            return;
+        case EditOutcome::kRefused:
+            // What they hold in memory is not what is stored: they are read again when they are needed.
+            for (const TreeItem item : list) GetItemData(item)->config = nullptr;
+            return ShowFailure(failure.GetData());
+        case EditOutcome::kSaved:
+            break;
+    }
     const QuietSelection quiet(*this);
     OnSelectionChanged();
     const VUnicodeString path = GetItemPath(list[0]);
     if (config->GetName() != GetEntryLeaf(path)) ShowRenamed(list[0], path, *config);
-}
-
-/// One unit of work: all of the sessions are changed, or none.
-bool ConnectDialogBase::SaveEdited(const VArray<TreeItem>& list, ISessionConfig& config,
-                                   const std::function<void(ISessionConfig&)>& edit) {
-    VUnicodeString text = u"ERROR: Could not save the session in the database.";
-    const bool isSaved = SaveAsOneUnit(
-        [&] {
-            for (const TreeItem item : list) {
-                if (item == list[0]) continue;
-                const VRef<ISessionConfig> other = GetItemConfig(item);
-                if (!other) continue;
-                edit(*other);
-                if (!SaveSession(*other)) return false;
-            }
-            return SaveSession(config);
-        },
-        text);
-    if (isSaved) return true;
-    // What they hold in memory is not what is stored: they are read again when they are needed.
-    for (const TreeItem item : list) GetItemData(item)->config = nullptr;
-    ShowFailure(text.GetData());
-    return false;
 }
 
 void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config) {

@@ -4,7 +4,6 @@
 #include "foundation/hostnames.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/vmessagebox.h"
-#include "profile/unitofwork.h"
 #include "quickconnect/quickconnectdialog.h"
 #include "resources/connectiontemplates.h"
 #include "sessiondb/buttonbarupgrade.h"
@@ -104,12 +103,7 @@ bool QuickConnectDialogBase::StoreSession() {
     UpgradeButtonBars();
     SetNotToBeSaved(false);
     config->Commit();
-    // One unit: nobody else takes the name once it is known to be free.
-    return AsOneUnit([&] {
-        const VUnicodeString name = MakeStorableName();
-        config->SetName(name);
-        return StoreSessionEntry(targetFolder, name, *config, VUnicodeString(), true);
-    });
+    return StoreUnderFreeName(targetFolder, *config, [&] { return MakeStorableName(); });
 }
 
 /// The suggested name in a form that can be a session's, free in the target folder. What can be no session's name at

@@ -120,6 +120,15 @@ VUnicodeString MakeUniqueName(const VUnicodeString& folder, const VUnicodeString
     return MakeUniqueEntryName(folder, base, ignored);
 }
 
+bool StoreUnderFreeName(const VUnicodeString& folder, ISessionConfig& config,
+                        const std::function<VUnicodeString()>& makeName) {
+    return AsOneUnit([&] {
+        const VUnicodeString name = makeName ? makeName() : MakeUniqueName(folder, config.GetName());
+        config.SetName(name);
+        return StoreSessionEntry(folder, name, config, VUnicodeString(), true);
+    });
+}
+
 bool DeleteEntry(const VUnicodeString& path) {
     return ChangeEntry(path, [&] { return DeleteKeyOf(path) && RefreshLists(GetEntryParent(path)); });
 }

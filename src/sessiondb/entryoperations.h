@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <span>
 
 #include "foundation/vunicodestring.h"
@@ -16,11 +17,18 @@
 
 namespace connectdialog {
 
+class ISessionConfig;
+
 /// `base`, or when an entry of that name stands in the folder the first of `base (1)`, `base (2)`... that is free, with
 /// `base` cut so that the name is one that a user could give (kMaxSessionNameLength).
 /// `fullPath` becomes the path of that name in the folder.
 VUnicodeString MakeUniqueEntryName(const VUnicodeString& folder, const VUnicodeString& base, VUnicodeString& fullPath);
 VUnicodeString MakeUniqueName(const VUnicodeString& folder, const VUnicodeString& base);
+
+/// Stores a session at the end of a folder, and gives it the name under which it stands there: `makeName` gives one
+/// that is free, or without it MakeUniqueName from the session's own. Nobody else takes the name between.
+bool StoreUnderFreeName(const VUnicodeString& folder, ISessionConfig& config,
+                        const std::function<VUnicodeString()>& makeName = {});
 
 /// Deletes a session, or a folder with everything below it. False when there is none, for the root, and when the store
 /// refused; nothing has changed then.

@@ -1,6 +1,7 @@
 #include "suite/configpanels/referenceconfigpanels.h"
 
 #include <chrono>
+#include <utility>
 
 #include "config/appkind.h"
 #include "foundation/commandline.h"
@@ -26,6 +27,14 @@ std::string FindSuiteProgram(const char* name) {
     const std::string own = platform::ToNativePath(platform::GetExecutablePath());
     const std::string beside = platform::FindProgram(own.substr(0, own.rfind('/') + 1) + name);
     return beside.empty() ? platform::FindProgram(name) : beside;
+}
+
+void StartSuiteProgram(VWindow* parent, const char* name, std::vector<std::string> words) {
+    words.insert(words.begin(), FindSuiteProgram(name));
+    if (platform::StartProgram(words, std::chrono::milliseconds(0))) return;
+    VUnicodeString text;
+    text.Format(u"无法启动 %1：%2", VUnicodeString(name), FindSystemMessage(platform::GetLastErrorCode()));
+    VMessageBox(parent, text, kBoxWarning);
 }
 
 bool ReadLaunchCommand(std::u16string_view line, std::vector<std::string>& words) {
@@ -87,11 +96,7 @@ void ReferenceConfigPanels::LaunchSister(VWindow* parent, const char* name, std:
     std::vector<std::string> words;
     if (!ReadLaunchCommand(commandLine, words))
         return (void)VMessageBox(parent, u"该会话不能交给另一个程序。"_v, kBoxWarning);
-    words.insert(words.begin(), FindSuiteProgram(name));
-    if (platform::StartProgram(words, std::chrono::milliseconds(0))) return;
-    VUnicodeString text;
-    text.Format(u"无法启动 %1：%2", VUnicodeString(name), FindSystemMessage(platform::GetLastErrorCode()));
-    VMessageBox(parent, text, kBoxWarning);
+    StartSuiteProgram(parent, name, std::move(words));
 }
 
 void ReferenceConfigPanels::LaunchTerminalApp(VWindow* parent, const char16_t* commandLine) {

@@ -55,6 +55,10 @@ class ReferenceConfigPanels : public IConfigPanels {
 /// The path of a program of the suite; the empty string when it is not installed. `name` is the file's name.
 std::string FindSuiteProgram(const char* name);
 
+/// Starts it with these arguments, which are UTF-8; it goes on by itself. What it cannot do it tells itself; that it
+/// cannot be started is told in a box over `parent`, which may be null.
+void StartSuiteProgram(VWindow* parent, const char* name, std::vector<std::string> words);
+
 /// Takes a launch command apart: `%1 /S "%2"`, where %1 is the application's command line and %2 a session's path. The
 /// words of the first are told by SplitCommandLine; the path is everything between the first quote behind them and the
 /// last, so that no name can end it early. `words` is UTF-8.

@@ -4,12 +4,11 @@
 #include <optional>
 
 #include "connectdialog/desktopshortcut.h"
-#include "foundation/vpath.h"
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "platform/paths.h"
-#include "platform/processlaunch.h"
+#include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
@@ -24,14 +23,6 @@ struct ShortcutArguments {
     std::vector<std::string> paths;
     std::optional<std::string> label;
 };
-
-/// The host's program: beside this one, or in PATH. Empty when there is none.
-VUnicodeString FindHost() {
-    const std::string beside = platform::ToNativePath(VGetModuleFolder()) + "/norhalden";
-    std::string program = platform::FindProgram(beside);
-    if (program.empty()) program = platform::FindProgram("norhalden");
-    return VUnicodeString(platform::FromNativePath(program));
-}
 
 Failure MakeShortcut(const ShortcutArguments& arguments) {
     VStringArray sessions;
@@ -52,9 +43,11 @@ Failure MakeShortcut(const ShortcutArguments& arguments) {
         label.TrimRight();
     }
     if (label.IsEmpty()) return "Shortcut name must be non-empty.";
-    const VUnicodeString host = FindHost();
-    if (host.IsEmpty()) return "norhalden is not installed";
-    if (CreateShortcutTo({host, true, GetStoreOptions(GetToolStoreUrl())}, text, label)) return kDone;
+    const std::string host = FindSuiteProgram("norhalden");
+    if (host.empty()) return "norhalden is not installed";
+    if (CreateShortcutTo({VUnicodeString(platform::FromNativePath(host)), true, GetStoreOptions(GetToolStoreUrl())},
+                         text, label))
+        return kDone;
     VReportMessageParams cause(platform::GetLastErrorCode());
     return platform::ToNarrow(kShortcutFailure) + ", " + Quoted(label) + ": " + ReportText(cause);
 }
