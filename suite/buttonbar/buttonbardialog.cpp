@@ -49,12 +49,8 @@ const std::vector<VUnicodeString>& FunctionNames() {
     return names;
 }
 
-VUnicodeString NameOf(std::int32_t function) {
-    return function > 0 ? GetKeyFunctionName(static_cast<std::uint32_t>(function)) : VUnicodeString();
-}
-
 VUnicodeString RowText(const UserButton& button) {
-    const VUnicodeString function = NameOf(button.function);
+    const VUnicodeString function = GetFunctionName(button);
     return button.label + u"  (" + (function.IsEmpty() ? u"?"_v : function) + u")";
 }
 
@@ -100,10 +96,8 @@ void ButtonBarDialog::List(std::size_t place) {
 
 void ButtonBarDialog::ShowFields() {
     shown = chosen < bar.GetCount() ? bar.GetButtons()[chosen] : UserButton();
-    VUnicodeString text = shown.text;
-    text.Replace(u"\r\n", u"\n");
-    SetControlText(kFunction, NameOf(shown.function));
-    SetControlText(kText, text);
+    SetControlText(kFunction, GetFunctionName(shown));
+    SetControlText(kText, GetShownText(shown));
     SetControlText(kFirstArgument, shown.argument1);
     SetControlText(kFirstArgument + 1, shown.argument2);
     SetControlText(kFirstArgument + 2, shown.argument3);
@@ -122,11 +116,7 @@ UserButton ButtonBarDialog::ReadFields() const {
     UserButton button;
     const VUnicodeString function = GetControlText(kFunction);
     button.function = function.IsEmpty() ? shown.function : GetKeyFunctionID(function);
-    button.text = GetControlText(kText);
-    button.text.Replace(u"\r\n", u"\n");
-    button.text.Replace(u"\n", u"\r\n");
-    button.label = button.text;
-    button.label.Replace(u"\r\n", u"");
+    SetButtonText(button, GetControlText(kText));
     button.argument1 = GetControlText(kFirstArgument);
     button.argument2 = GetControlText(kFirstArgument + 1);
     button.argument3 = GetControlText(kFirstArgument + 2);
@@ -180,7 +170,7 @@ void ButtonBarDialog::Add() {
     if (!Take()) return;
     UserButton button;
     button.function = kNewFunction;
-    button.text = u"新按钮"_v;
+    SetButtonText(button, u"新按钮"_v);
     const std::size_t place = std::min(chosen + 1, bar.GetCount());
     bar.Insert(place, button);
     List(place);

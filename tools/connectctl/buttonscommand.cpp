@@ -49,8 +49,8 @@ Failure Show(const ButtonsArguments& arguments) {
     for (const VUnicodeString& line : lines) {
         const UserButton button = DecodeButtonLine(line);
         if (button.function == UserButton::kNoFunction) continue;
-        std::string text = Printable(GetKeyFunctionName(static_cast<std::uint32_t>(button.function)));
-        if (button.function == UserButton::kUnknownFunction) text = "?";
+        const VUnicodeString function = GetFunctionName(button);
+        std::string text = function.IsEmpty() ? "?" : Printable(function);
         for (const VUnicodeString& field : {button.label, button.argument1, button.argument2, button.argument3})
             text += '\t' + Printable(field);
         PrintLine(text);
@@ -106,8 +106,8 @@ Failure ReadButton(std::span<const std::string> words, UserButton& button) {
     for (std::size_t i = 0; i < words.size(); ++i)
         if (Failure failure = DecodeArgument(words[i], texts[i])) return failure;
     button.function = GetKeyFunctionID(texts[0]);
-    button.text = texts[1];
-    button.text.Replace(u"\\n", u"\r\n");
+    texts[1].Replace(u"\\n", u"\n");
+    SetButtonText(button, texts[1]);
     button.argument1 = texts[2];
     button.argument2 = texts[3];
     button.argument3 = texts[4];
