@@ -46,8 +46,7 @@ class Children {
     explicit Children(const VUnicodeString& folder)
         : folder(folder), data(folder, true), folders(data.GetShownFolders()) {
         for (const VUnicodeString& name : data.GetShownSessions())
-            // The template of new sessions is no session of the user's.
-            if (!folder.IsEmpty() || !name.EqualsNoCase(kDefaultSession)) sessions.Add(name);
+            if (!IsTemplateEntry(folder, name)) sessions.Add(name);
     }
 
     std::size_t GetCount() const { return folders.GetCount() + sessions.GetCount(); }

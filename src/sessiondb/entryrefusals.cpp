@@ -42,7 +42,7 @@ EntryRefusal CheckCopy(const VUnicodeString& source, const VUnicodeString& targe
     const bool isElsewhere = !GetEntryParent(source).EqualsNoCase(targetFolder);
     if (isFolder && isElsewhere && EntryExistsIn(targetFolder, GetEntryLeaf(source))) return EntryRefusal::kTaken;
     if (LiesTooDeep(JoinEntryPath(targetFolder, GetEntryLeaf(source)))) return EntryRefusal::kTooDeep;
-    const bool isTemplate = targetFolder.IsEmpty() && GetEntryLeaf(source).EqualsNoCase(kDefaultSession);
+    const bool isTemplate = IsTemplateEntry(targetFolder, GetEntryLeaf(source));
     return isElsewhere && isTemplate ? EntryRefusal::kTemplate : EntryRefusal::kNone;
 }
 

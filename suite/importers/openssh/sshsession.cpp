@@ -21,7 +21,7 @@ void AppendEscaped(std::u16string& text, char16_t character) {
 
 bool IsTakenName(std::u16string_view name, bool isInRoot) {
     return name == u"." || name == u".." || EqualsNoCase(name, kFolderDataKey) ||
-           (isInRoot && EqualsNoCase(name, kDefaultSession));
+           (isInRoot && IsTemplateEntry({}, name));
 }
 
 /// Checks the values of one host, one after the other.
