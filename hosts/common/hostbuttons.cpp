@@ -2,6 +2,7 @@
 
 #include "config/isessionconfig.h"
 #include "config/settingwalk.h"
+#include "foundation/textchecks.h"
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/hostmenus.h"
 #include "imports/dialogkit/iframewindow.h"
@@ -44,7 +45,7 @@ void HostButtons::Show(IFrameWindow& window, const std::function<bool(std::int32
         VToolbarState::Button button;
         button.command = command++;
         button.isEnabled = isEnabled(user.function);
-        button.text = GetShownText(user).Left(kLongestShown);
+        button.text = VUnicodeString(Shorten(GetShownText(user), kLongestShown));
         button.tip = GetFunctionName(user);
         if (button.tip.IsEmpty()) button.tip = user.label;
         if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;

@@ -2,7 +2,6 @@
 
 #include "foundation/textchecks.h"
 #include "platform/codepage.h"
-#include "platform/utf16.h"
 
 namespace connectdialog {
 
@@ -45,8 +44,7 @@ std::string Printable(std::u16string_view text, std::u16string_view before, std:
 
 std::string PrintableStart(std::u16string_view text, std::size_t most, std::string_view more) {
     if (text.size() <= most) return Printable(text);
-    const std::size_t length = most > 0 && platform::IsHighSurrogate(text[most - 1]) ? most - 1 : most;
-    return Printable(text.substr(0, length)).append(more);
+    return Printable(StartOf(text, most)).append(more);
 }
 
 std::u16string FromPrintable(std::u16string_view text) {

@@ -4,7 +4,6 @@
 #include "foundation/vstringarray.h"
 #include "platform/lasterror.h"
 #include "profile/vprofilekey.h"
-#include "resources/storenames.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 
