@@ -4,7 +4,6 @@
 #include "config/settingwalk.h"
 #include "foundation/textchecks.h"
 #include "hosts/common/hostcommands.h"
-#include "hosts/common/hostmenus.h"
 #include "imports/dialogkit/iframewindow.h"
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "profile/vprofile.h"
@@ -51,7 +50,7 @@ void HostButtons::Show(IFrameWindow& window, const std::function<bool(std::int32
         if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;
         shown.Add(button);
     }
-    window.SetToolbar(HostMenus::kMostBars, shown);
+    window.SetToolbar(kBar, shown);
 }
 
 const UserButton* HostButtons::Find(int command) const {

@@ -136,7 +136,7 @@ void HostMenus::Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) co
     window.SetMenuBar(menu);
     for (std::size_t bar = 0; bar < bars.size(); ++bar) {
         VToolbarState shown;
-        if (hasBars) shown = bars[bar];
+        if (isWanted) shown = bars[bar];
         shown.EnableEach(isEnabled);
         window.SetToolbar(static_cast<int>(bar), shown);
     }

@@ -97,18 +97,18 @@ void MainWindow::EditButtons() {
 }
 
 void MainWindow::ToggleToolbar() {
-    menus.ShowBars(!menus.HasBars());
+    menus.SetWanted(!menus.IsWanted());
     ShowMenus();
 }
 
 void MainWindow::ToggleButtonBar() {
-    buttons.ShowBar(!buttons.HasBar());
+    buttons.SetWanted(!buttons.IsWanted());
     ShowMenus();
 }
 
 void MainWindow::ShowMenus() {
-    menus.Check(HostCommands::kToggleToolbar, menus.HasBars());
-    menus.Check(HostCommands::kToggleButtonBar, buttons.HasBar());
+    menus.Check(HostCommands::kToggleToolbar, menus.IsWanted());
+    menus.Check(HostCommands::kToggleButtonBar, buttons.IsWanted());
     menus.Show(*window, [this](int command) { return IsEnabled(command); });
     buttons.Show(*window, [this](std::int32_t function) {
         const int command = static_cast<int>(CommandOfKeyFunction(static_cast<std::uint32_t>(function)));
