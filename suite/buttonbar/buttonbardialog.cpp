@@ -70,7 +70,7 @@ constexpr FaultRow kFaults[] = {
 }  // namespace
 
 ButtonBarDialog::ButtonBarDialog(UserButtonBar& bar, VWindow* parent)
-    : VDialog(kTemplate, parent), bar(bar), list([this](void* data) { return Choose(data); }) {}
+    : VDialog(kTemplate, parent), bar(bar), list([this](const void* data) { return Choose(data); }) {}
 
 void ButtonBarDialog::OnInitDialog() {
     VDialog::OnInitDialog();
@@ -86,7 +86,7 @@ void ButtonBarDialog::List(std::size_t place) {
     std::size_t row = 0;
     for (const UserButton& button : bar.GetButtons()) {
         // The list carries the places of its rows as addresses of the buttons, which move only when it is filled anew.
-        const TreeItem item = list.Add(TreeItem::kNone, RowText(button), const_cast<UserButton*>(&button));
+        const TreeItem item = list.Add(TreeItem::kNone, RowText(button), &button);
         if (row++ == place) selected = item;
     }
     chosen = std::min(place, bar.GetCount());
@@ -138,7 +138,7 @@ bool ButtonBarDialog::Take() {
     return true;
 }
 
-bool ButtonBarDialog::Choose(void* data) {
+bool ButtonBarDialog::Choose(const void* data) {
     const auto place = static_cast<std::size_t>(static_cast<const UserButton*>(data) - bar.GetButtons().begin());
     if (Take()) List(place);
     return false;  // it was chosen by listing anew
