@@ -9,7 +9,6 @@
 #include "imports/dialogkit/iframewindow.h"
 #include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
-#include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "suite/hostsetup/hostsetup.h"
 
@@ -67,8 +66,7 @@ VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
 }  // namespace
 
 VUnicodeString GetUserMenusFile() {
-    const VUnicodeString folder(platform::GetKnownFolder(platform::KnownFolder::kConfiguration));
-    return folder.IsEmpty() ? VUnicodeString() : VJoinPath(folder.GetData(), u"menus.txt");
+    return VGetConfigurationPath(u"menus.txt");
 }
 
 VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
