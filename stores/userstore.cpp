@@ -33,12 +33,10 @@ bool CanBeStoreFolder(const VUnicodeString& folder) {
 
 /// The folder that was chosen; empty when none was. A file with anything else in it chooses nothing.
 VUnicodeString GetChosenFolder() {
-    const std::u16string configuration = platform::GetKnownFolder(platform::KnownFolder::kConfiguration);
+    const VUnicodeString choice = VGetConfigurationPath(kChoiceFile);
     VFile file;
     file.SetShareMode(platform::kShareRead | platform::kShareWrite);
-    if (configuration.empty() ||
-        !file.Open(VJoinPath(configuration.c_str(), kChoiceFile), platform::kGenericRead, platform::kOpenExisting))
-        return {};
+    if (choice.IsEmpty() || !file.Open(choice, platform::kGenericRead, platform::kOpenExisting)) return {};
     std::string text(kLongestPath + 1, '\0');
     std::size_t length = 0;
     if (!file.Read(text.data(), text.size(), length) || length > kLongestPath) return {};
@@ -83,9 +81,10 @@ bool ChooseStoreFolder(const VUnicodeString& folder) {
         platform::SetLastErrorCode(platform::kInvalidParameter);
         return false;
     }
-    const std::u16string configuration = platform::GetKnownFolder(platform::KnownFolder::kConfiguration);
-    return !configuration.empty() && platform::CreateUserFolder(configuration) &&
-           platform::ReplaceFileWith(VJoinPath(configuration.c_str(), kChoiceFile), path + '\n');
+    const VUnicodeString choice = VGetConfigurationPath(kChoiceFile);
+    return !choice.IsEmpty() &&
+           platform::CreateUserFolder(platform::GetKnownFolder(platform::KnownFolder::kConfiguration)) &&
+           platform::ReplaceFileWith(choice, path + '\n');
 }
 
 }  // namespace connectdialog::stores

@@ -123,8 +123,7 @@ int Host::SetTerminal() {
     if (!run.isOwnStore) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
     if (!OpenStore(notice)) return Fail(kind, notice);
     if (!notice.IsEmpty()) Tell(kind, notice);
-    const VRef<GlobalConfig> settings = FetchGlobalConfig();
-    auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
+    const VRef<ReferenceGlobalConfig> global = FetchReferenceGlobalConfig();
     const VUnicodeString command(options.terminal.value_or("").c_str());
     TerminalEmulator terminal;
     if (!command.IsEmpty() && !TerminalEmulator::Find(command, terminal, notice)) return Fail(kind, notice);

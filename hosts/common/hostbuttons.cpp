@@ -2,11 +2,10 @@
 
 #include "config/isessionconfig.h"
 #include "config/settingwalk.h"
+#include "foundation/textchecks.h"
 #include "hosts/common/hostcommands.h"
-#include "hosts/common/hostmenus.h"
 #include "imports/dialogkit/iframewindow.h"
 #include "imports/dialogkit/vtoolbarstate.h"
-#include "keymap/keynames.h"
 #include "profile/vprofile.h"
 #include "resources/storenames.h"
 #include "sessiondb/sessiontree.h"
@@ -45,13 +44,13 @@ void HostButtons::Show(IFrameWindow& window, const std::function<bool(std::int32
         VToolbarState::Button button;
         button.command = command++;
         button.isEnabled = isEnabled(user.function);
-        button.text = user.text.Left(kLongestShown);
-        button.text.Replace(u"\r\n", u"\n");
-        button.tip = user.function > 0 ? GetKeyFunctionName(static_cast<std::uint32_t>(user.function)) : user.label;
+        button.text = VUnicodeString(Shorten(GetShownText(user), kLongestShown));
+        button.tip = GetFunctionName(user);
+        if (button.tip.IsEmpty()) button.tip = user.label;
         if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;
         shown.Add(button);
     }
-    window.SetToolbar(HostMenus::kMostBars, shown);
+    window.SetToolbar(kBar, shown);
 }
 
 const UserButton* HostButtons::Find(int command) const {

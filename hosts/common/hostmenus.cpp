@@ -9,7 +9,6 @@
 #include "imports/dialogkit/iframewindow.h"
 #include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
-#include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "suite/hostsetup/hostsetup.h"
 
@@ -77,8 +76,7 @@ VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
 }  // namespace
 
 VUnicodeString GetUserMenusFile() {
-    const VUnicodeString folder(platform::GetKnownFolder(platform::KnownFolder::kConfiguration));
-    return folder.IsEmpty() ? VUnicodeString() : VJoinPath(folder.GetData(), u"menus.txt");
+    return VGetConfigurationPath(u"menus.txt");
 }
 
 VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
@@ -145,7 +143,7 @@ void HostMenus::Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) co
     window.SetMenuBar(menu);
     for (std::size_t bar = 0; bar < bars.size(); ++bar) {
         VToolbarState shown;
-        if (hasBars) shown = bars[bar];
+        if (isWanted) shown = bars[bar];
         shown.EnableEach(isEnabled);
         window.SetToolbar(static_cast<int>(bar), shown);
     }

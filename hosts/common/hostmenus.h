@@ -38,8 +38,9 @@ class HostMenus {
 
     /// Gives the window its menu bar, its toolbars and its accelerators; again whenever what is enabled changed.
     void Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) const;
-    void ShowBars(bool areShown) { hasBars = areShown; }
-    bool HasBars() const { return hasBars; }
+    /// Whether the user wants to see the toolbars; a next Show heeds it.
+    void SetWanted(bool areBarsWanted) { isWanted = areBarsWanted; }
+    bool IsWanted() const { return isWanted; }
     /// A mark before an entry of the menus.
     void Check(int command, bool isChecked) { menuBar.Check(command, isChecked); }
 
@@ -57,7 +58,7 @@ class HostMenus {
     VPopupMenu listMenu;
     std::vector<VToolbarState> bars;
     std::vector<Accelerator> keys;
-    bool hasBars = true;
+    bool isWanted = true;
 };
 
 }  // namespace connectdialog::hosts

@@ -2,14 +2,11 @@
 
 #include <algorithm>
 
-#include "foundation/hextext.h"
-#include "foundation/textchecks.h"
+#include "foundation/percenttext.h"
 
 namespace connectdialog::hosts {
 
 namespace {
-
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 bool IsOption(std::string_view argument, std::string_view option) {
     const auto toUpper = [](char letter) {
@@ -107,35 +104,6 @@ bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& option
     if (tasks == 0 || (tasks == 1 && (options.address || !options.isMain))) return true;
     fault = "--terminal, --quick, --link and sessions exclude each other, and --main goes with an address alone";
     return false;
-}
-
-std::string PercentEncode(std::string_view text) {
-    std::string encoded;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (IsAsciiLetterOrDigit(byte) || std::string_view("-_.").find(character) != std::string_view::npos)
-            encoded += character;
-        else
-            encoded += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
-    }
-    return encoded;
-}
-
-bool PercentDecode(std::string_view text, std::string& decoded) {
-    decoded.clear();
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            decoded += text[i];
-            continue;
-        }
-        if (i + 2 >= text.size()) return false;
-        const unsigned high = HexDigitValue(static_cast<unsigned char>(text[i + 1]));
-        const unsigned low = HexDigitValue(static_cast<unsigned char>(text[i + 2]));
-        if (high == kNoHexDigit || low == kNoHexDigit) return false;
-        decoded += static_cast<char>(high * 16 + low);
-        i += 2;
-    }
-    return true;
 }
 
 std::vector<std::string> MakeHostArguments(const std::string& storeUrl, const std::string& path,

@@ -46,14 +46,6 @@ struct HostOptions {
 /// On failure: false, and `fault` says in one line what is wrong.
 bool ReadHostOptions(std::span<const char* const> arguments, HostOptions& options, std::string& fault);
 
-/// The text with all but ASCII letters, digits and `-_.` as `%` and two hex digits a byte: a word that no program and
-/// no shell takes for anything else, whatever the text is. Source: RFC 3986, section 2.1.
-std::string PercentEncode(std::string_view text);
-
-/// What PercentEncode made, also with more or fewer characters encoded.
-/// On failure: false, and `decoded` means nothing.
-bool PercentDecode(std::string_view text, std::string& decoded);
-
 /// The arguments with which a host opens a session, all of them words as PercentEncode makes them; those before them
 /// are not encoded, and those behind them are. `client` is what runs for a connection that no store has, and is empty
 /// for a session, which `path` names. All UTF-8.

@@ -150,9 +150,8 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
 }
 
 bool FindHostTerminal(const HostRun& run, TerminalEmulator& terminal, VUnicodeString& fault) {
-    const VRef<GlobalConfig> settings = FetchGlobalConfig();
-    const auto* global = dynamic_cast<ReferenceGlobalConfig*>(settings.Get());
-    const bool mayName = run.isOwnStore && global != nullptr;
+    const VRef<ReferenceGlobalConfig> global = FetchReferenceGlobalConfig();
+    const bool mayName = run.isOwnStore && global;
     return TerminalEmulator::Find(mayName ? global->terminalCommand.Get() : VUnicodeString(), terminal, fault);
 }
 

@@ -69,11 +69,6 @@ VUnicodeString DescribeState(const OpenedSession& row) {
     return text;
 }
 
-/// The suite's, which hold what the library does not know of.
-ReferenceGlobalConfig* GetSettings(const VRef<GlobalConfig>& global) {
-    return dynamic_cast<ReferenceGlobalConfig*>(global.Get());
-}
-
 }  // namespace
 
 MainWindow::~MainWindow() = default;
@@ -89,8 +84,7 @@ bool MainWindow::Create(const VIcon* icon) {
     ShowButtons(true);
     ShowEnabled();
     ShowRows();
-    const VRef<GlobalConfig> global = FetchGlobalConfig();
-    if (const ReferenceGlobalConfig* settings = GetSettings(global))
+    if (const VRef<ReferenceGlobalConfig> settings = FetchReferenceGlobalConfig())
         window->SetPlacement(settings->mainWindowPlacement.Get());
     return true;
 }
@@ -129,9 +123,8 @@ void MainWindow::Exit() {
 }
 
 void MainWindow::SavePlacement() {
-    const VRef<GlobalConfig> global = FetchGlobalConfig();
-    ReferenceGlobalConfig* const settings = GetSettings(global);
-    if (settings == nullptr) return;
+    const VRef<ReferenceGlobalConfig> settings = FetchReferenceGlobalConfig();
+    if (!settings) return;
     settings->mainWindowPlacement.Set(window->GetPlacement());
     settings->SaveOne(settings->mainWindowPlacement);
 }

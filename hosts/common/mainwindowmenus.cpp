@@ -1,4 +1,5 @@
 // What the menus and the button bar of the main window do beyond its own commands.
+#include "foundation/textchecks.h"
 #include "foundation/vreportmessageparams.h"
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/mainwindow.h"
@@ -15,8 +16,8 @@ constexpr std::size_t kShownText = 60;
 
 VUnicodeString DescribeUnsent(const VUnicodeString& text) {
     VUnicodeString fault;
-    const VUnicodeString shown = text.GetLength() > kShownText ? text.Left(kShownText) + u"…" : text;
-    fault.Format(u"无法发送“%1”：会话在各自的终端窗口中运行，本程序不能向其中输入文字。", shown);
+    fault.Format(u"无法发送“%1”：会话在各自的终端窗口中运行，本程序不能向其中输入文字。",
+                 VUnicodeString(Shorten(text, kShownText)));
     return fault;
 }
 
@@ -96,18 +97,18 @@ void MainWindow::EditButtons() {
 }
 
 void MainWindow::ToggleToolbar() {
-    menus.ShowBars(!menus.HasBars());
+    menus.SetWanted(!menus.IsWanted());
     ShowMenus();
 }
 
 void MainWindow::ToggleButtonBar() {
-    buttons.ShowBar(!buttons.HasBar());
+    buttons.SetWanted(!buttons.IsWanted());
     ShowMenus();
 }
 
 void MainWindow::ShowMenus() {
-    menus.Check(HostCommands::kToggleToolbar, menus.HasBars());
-    menus.Check(HostCommands::kToggleButtonBar, buttons.HasBar());
+    menus.Check(HostCommands::kToggleToolbar, menus.IsWanted());
+    menus.Check(HostCommands::kToggleButtonBar, buttons.IsWanted());
     menus.Show(*window, [this](int command) { return IsEnabled(command); });
     buttons.Show(*window, [this](std::int32_t function) {
         const int command = static_cast<int>(CommandOfKeyFunction(static_cast<std::uint32_t>(function)));

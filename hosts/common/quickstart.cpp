@@ -5,9 +5,9 @@
 
 #include "config/appkind.h"
 #include "config/isessionconfig.h"
+#include "foundation/percenttext.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
-#include "hosts/common/hostoptions.h"
 #include "imports/dialogkit/appname.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocoltraits.h"

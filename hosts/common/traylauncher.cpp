@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "foundation/messagetable.h"
+#include "foundation/percenttext.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/host.h"
 #include "hosts/common/hostoptions.h"

@@ -30,13 +30,8 @@ constexpr CommandRow kCommands[] = {
 
 /// A name may hold anything; a menu shows one line of it, and takes a tab for a column.
 VUnicodeString LabelOf(const VUnicodeString& name, std::size_t most) {
-    std::u16string label(name.View());
+    std::u16string label = Shorten(name, most);
     std::replace_if(label.begin(), label.end(), IsControl, u' ');
-    if (label.size() > most) {
-        const bool cutsCharacter = platform::IsLowSurrogate(label[most - 1]);
-        label.resize(most - (cutsCharacter ? 2 : 1));
-        label += u'…';
-    }
     return EscapeAmpersand(VUnicodeString(label));
 }
 
@@ -46,8 +41,7 @@ class Children {
     explicit Children(const VUnicodeString& folder)
         : folder(folder), data(folder, true), folders(data.GetShownFolders()) {
         for (const VUnicodeString& name : data.GetShownSessions())
-            // The template of new sessions is no session of the user's.
-            if (!folder.IsEmpty() || !name.EqualsNoCase(kDefaultSession)) sessions.Add(name);
+            if (!IsTemplateEntry(folder, name)) sessions.Add(name);
     }
 
     std::size_t GetCount() const { return folders.GetCount() + sessions.GetCount(); }

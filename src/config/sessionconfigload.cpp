@@ -172,7 +172,7 @@ void SessionConfig::LoadRemoteDirectories(VProfileKey* key) {
 
 /// The template, and what has no key, begins with frames that were never placed.
 void SessionConfig::LoadRemoteFrame(VProfileKey* key, const GlobalConfig* global) {
-    const bool takesGlobal = key != nullptr && global != nullptr && !name.EqualsNoCase(u"Default");
+    const bool takesGlobal = key != nullptr && global != nullptr && !name.EqualsNoCase(kDefaultSession);
     remoteFramePlacement.Load(key, u"RemoteFrame Window Placement"_v,
                               takesGlobal ? global->remoteFramePlacement.Get() : VWindowPlacement::Unplaced());
     remoteExplorerFrameState.Load(key, u"Remote ExplorerFrame State"_v,

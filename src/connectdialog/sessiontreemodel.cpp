@@ -74,8 +74,7 @@ TreeItem ConnectDialogBase::AddFolderItemAndChildren(TreeItem parent, const VUni
 
 TreeItem ConnectDialogBase::AddSessionItem(TreeItem parent, const VUnicodeString& name, TreePlace place,
                                            TreeItem after) {
-    // The template of new sessions is no session of the user's.
-    if (parent == GetRootItem() && name.EqualsNoCase(kDefaultSession)) return TreeItem::kNone;
+    if (parent == GetRootItem() && IsTemplateEntry({}, name)) return TreeItem::kNone;
     return InsertItem(parent, place, after, name, new SessionItemData{EntryKind::kSession, false, {}, {}});
 }
 

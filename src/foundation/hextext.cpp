@@ -6,14 +6,13 @@ namespace connectdialog {
 
 VUnicodeString EncodeHex(std::u16string_view prefix, std::span<const std::uint8_t> bytes, HexCase digits,
                          Str::SensitiveState state) {
-    const char16_t* alphabet = digits == HexCase::kLower ? u"0123456789abcdef" : u"0123456789ABCDEF";
     VUnicodeString text;
     text.SetState(state);
     text.Resize(prefix.size() + 2 * bytes.size());
     char16_t* end = std::ranges::copy(prefix, &text.MutableAt(0)).out;
     for (const std::uint8_t byte : bytes) {
-        *end++ = alphabet[byte >> 4];
-        *end++ = alphabet[byte & 0xF];
+        *end++ = HexDigit(byte >> 4U, digits);
+        *end++ = HexDigit(byte, digits);
     }
     return text;
 }

@@ -20,6 +20,10 @@ constexpr unsigned HexDigitValue(char16_t character) {
 }
 
 enum class HexCase : std::uint8_t { kLower, kUpper };
+/// The digit of the lowest four bits.
+constexpr char HexDigit(unsigned value, HexCase digits) {
+    return (digits == HexCase::kLower ? "0123456789abcdef" : "0123456789ABCDEF")[value & 0xF];
+}
 
 /// `prefix` followed by the digits of `bytes`, made in one buffer of the given state.
 VUnicodeString EncodeHex(std::u16string_view prefix, std::span<const std::uint8_t> bytes, HexCase digits,

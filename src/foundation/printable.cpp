@@ -1,31 +1,28 @@
 #include "foundation/printable.h"
 
+#include <iterator>
+
+#include "foundation/hextext.h"
 #include "foundation/textchecks.h"
 #include "platform/codepage.h"
-#include "platform/utf16.h"
 
 namespace connectdialog {
 
 namespace {
 
-constexpr char16_t kHexDigits[] = u"0123456789ABCDEF";
 constexpr std::size_t kDigits = 4;
 constexpr std::size_t kEscapeLength = kPrintableStart.size() + kDigits + kPrintableEnd.size();
 
 std::u16string HexOf(char16_t character) {
     std::u16string hex;
-    for (int shift = 12; shift >= 0; shift -= 4) hex += kHexDigits[(character >> shift) & 0xF];
+    for (int shift = 12; shift >= 0; shift -= 4) hex += HexDigit(unsigned{character} >> shift, HexCase::kUpper);
     return hex;
 }
 
-bool ParseHex(std::u16string_view digits, char16_t& value) {
-    unsigned number = 0;
-    for (const char16_t digit : digits) {
-        const std::size_t place = std::u16string_view(kHexDigits).find(digit);
-        if (place == std::u16string_view::npos) return false;
-        number = number * 16 + static_cast<unsigned>(place);
-    }
-    value = static_cast<char16_t>(number);
+bool ReadHex(std::u16string_view digits, char16_t& character) {
+    std::uint8_t bytes[kDigits / 2] = {};
+    if (DecodeHex(digits, bytes) != std::size(bytes)) return false;
+    character = static_cast<char16_t>(bytes[0] << 8 | bytes[1]);
     return true;
 }
 
@@ -45,8 +42,7 @@ std::string Printable(std::u16string_view text, std::u16string_view before, std:
 
 std::string PrintableStart(std::u16string_view text, std::size_t most, std::string_view more) {
     if (text.size() <= most) return Printable(text);
-    const std::size_t length = most > 0 && platform::IsHighSurrogate(text[most - 1]) ? most - 1 : most;
-    return Printable(text.substr(0, length)).append(more);
+    return Printable(StartOf(text, most)).append(more);
 }
 
 std::u16string FromPrintable(std::u16string_view text) {
@@ -55,7 +51,7 @@ std::u16string FromPrintable(std::u16string_view text) {
         char16_t character = 0;
         const bool isEscape = text.starts_with(kPrintableStart) &&
                               text.substr(0, kEscapeLength).ends_with(kPrintableEnd) && text.size() >= kEscapeLength &&
-                              ParseHex(text.substr(kPrintableStart.size(), kDigits), character);
+                              ReadHex(text.substr(kPrintableStart.size(), kDigits), character);
         result += isEscape ? character : text.front();
         text.remove_prefix(isEscape ? kEscapeLength : 1);
     }

@@ -1,7 +1,8 @@
-// What a text from outside holds that no name should, and no terminal should see.
+// What a text from outside holds that no name should, and no terminal should see; and how much of it is shown.
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 #include "platform/utf16.h"
@@ -29,6 +30,19 @@ constexpr bool HasHalfCharacter(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i)
         if (IsHalfCharacter(text, i)) return true;
     return false;
+}
+
+/// The first `most` code units, or one fewer where that would cut a character in half.
+constexpr std::u16string_view StartOf(std::u16string_view text, std::size_t most) {
+    const bool cutsCharacter = most > 0 && most < text.size() && platform::IsHighSurrogate(text[most - 1]) &&
+                               platform::IsLowSurrogate(text[most]);
+    return text.substr(0, cutsCharacter ? most - 1 : most);
+}
+/// The text in at most so many code units for show: of a longer one the start, and the ellipsis behind it.
+/// Requires: there is room for the ellipsis.
+inline std::u16string Shorten(std::u16string_view text, std::size_t most, std::u16string_view ellipsis = u"…") {
+    if (text.size() <= most) return std::u16string(text);
+    return std::u16string(StartOf(text, most - ellipsis.size())).append(ellipsis);
 }
 
 constexpr bool IsAsciiLetterOrDigit(char16_t character) {

@@ -1,5 +1,6 @@
 #include "foundation/vhivewriter.h"
 
+#include "foundation/hextext.h"
 #include "platform/codepage.h"
 
 namespace connectdialog {
@@ -137,7 +138,7 @@ void HiveWriter::WriteBytes(const VHiveValue& value) {
 void HiveWriter::WriteHexNumber(std::uint32_t number, std::size_t digits) {
     std::size_t count = digits;
     while (count < 8 && number >> (4 * count) != 0) ++count;
-    for (; count > 0; --count) text += u"0123456789abcdef"[number >> (4 * (count - 1)) & 0xF];
+    for (; count > 0; --count) text += HexDigit(number >> (4 * (count - 1)), HexCase::kLower);
 }
 
 std::string AsWideBytes(std::u16string_view text) {

@@ -89,6 +89,11 @@ VUnicodeString VGetModuleFolder() {
     return VSplitPath(VGetModulePath(), leaf);
 }
 
+VUnicodeString VGetConfigurationPath(const char16_t* name) {
+    const std::u16string folder = platform::GetKnownFolder(platform::KnownFolder::kConfiguration);
+    return folder.empty() ? VUnicodeString() : VJoinPath(folder.c_str(), name);
+}
+
 bool VGetDocumentsFolder(VUnicodeString& path) {
     const VUnicodeString folder(platform::GetKnownFolder(platform::KnownFolder::kDocuments));
     if (folder.IsEmpty()) return false;

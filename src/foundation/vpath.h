@@ -26,6 +26,8 @@ VUnicodeString VResolveDotPath(const VUnicodeString& path);
 VUnicodeString VGetModulePath();
 /// The folder part of that.
 VUnicodeString VGetModuleFolder();
+/// The path of a name in the user's configuration folder; empty for a user without a home.
+VUnicodeString VGetConfigurationPath(const char16_t* name);
 /// The user's documents folder. On failure: false, and `path` stays.
 bool VGetDocumentsFolder(VUnicodeString& path);
 

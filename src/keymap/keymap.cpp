@@ -12,7 +12,6 @@
 #include "keymap/keymapreader.h"
 #include "keymap/keymapwriter.h"
 #include "platform/files.h"
-#include "platform/knownfolders.h"
 #include "platform/lasterror.h"
 #include "platform/userfiles.h"
 
@@ -34,10 +33,8 @@ bool LeavesFolder(std::u16string_view name) {
 /// This empties a file that stands there, so a name from outside must not lead to another folder.
 bool OpenInKeymapsFolder(VTextFile& file, const VUnicodeString& name) {
     if (LeavesFolder(name)) return false;
-    const std::u16string configuration = platform::GetKnownFolder(platform::KnownFolder::kConfiguration);
-    if (configuration.empty()) return false;
-    const VUnicodeString folder = VJoinPath(configuration.c_str(), u"keymaps");
-    if (!platform::CreateUserFolder(folder)) return false;
+    const VUnicodeString folder = VGetConfigurationPath(u"keymaps");
+    if (folder.IsEmpty() || !platform::CreateUserFolder(folder)) return false;
     file.SetEncoding(TextEncoding::kUnknown);
     return file.Open(VJoinPath(folder.GetData(), name.GetData()), platform::kGenericRead | platform::kGenericWrite,
                      platform::kCreateAlways);

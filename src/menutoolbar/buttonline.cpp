@@ -35,6 +35,11 @@ VUnicodeString Unescaped(const VUnicodeString& field) {
     return VRemoveEscapes(field, u"\\");
 }
 
+VUnicodeString Replaced(VUnicodeString text, const char16_t* from, const char16_t* to) {
+    text.Replace(from, to);
+    return text;
+}
+
 /// With the escapes that DecodeButtonLine removes.
 void AppendField(std::u16string& line, std::u16string_view text, bool hasLines = false) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -51,6 +56,20 @@ void AppendField(std::u16string& line, std::u16string_view text, bool hasLines =
 
 }  // namespace
 
+void SetButtonText(UserButton& button, const VUnicodeString& lines) {
+    button.text = Replaced(Replaced(lines, u"\r\n", u"\n"), u"\n", u"\r\n");
+    button.label = Replaced(button.text, u"\r\n", u"");
+}
+
+VUnicodeString GetShownText(const UserButton& button) {
+    return Replaced(button.text, u"\r\n", u"\n");
+}
+
+VUnicodeString GetFunctionName(const UserButton& button) {
+    if (button.function <= UserButton::kNoFunction) return {};
+    return GetKeyFunctionName(static_cast<std::uint32_t>(button.function));
+}
+
 UserButton DecodeButtonLine(const VUnicodeString& line) {
     UserButton button;
     VUnicodeString trimmed = line;
@@ -59,11 +78,8 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
     const VStringArray fields = SplitFields(trimmed);
     if (fields.GetCount() < kFewestFields || fields.GetCount() > kMostFields) return button;
     button.function = GetKeyFunctionID(Unescaped(fields[0]));
-    VUnicodeString text = fields[1];
-    text.Replace(kStoredLineBreak, u"\\\r\\\n");
-    button.text = Unescaped(text);
-    button.label = button.text;
-    button.label.Replace(u"\r\n", u"");
+    button.text = Unescaped(Replaced(fields[1], kStoredLineBreak, u"\\\r\\\n"));
+    button.label = Replaced(button.text, u"\r\n", u"");
     button.argument1 = Unescaped(fields[2]);
     button.argument2 = Unescaped(fields[3]);
     if (fields.GetCount() == kMostFields) button.argument3 = Unescaped(fields[4]);
@@ -71,7 +87,7 @@ UserButton DecodeButtonLine(const VUnicodeString& line) {
 }
 
 VUnicodeString EncodeButtonLine(const UserButton& button) {
-    std::u16string line(GetKeyFunctionName(static_cast<std::uint32_t>(button.function)).View());
+    std::u16string line(GetFunctionName(button).View());
     line += u',';
     AppendField(line, button.text, true);
     AppendField(line, button.argument1);
@@ -81,14 +97,11 @@ VUnicodeString EncodeButtonLine(const UserButton& button) {
 }
 
 ButtonFault FindButtonFault(const UserButton& button) {
-    const bool isKnown = button.function > UserButton::kNoFunction &&
-                         !GetKeyFunctionName(static_cast<std::uint32_t>(button.function)).IsEmpty();
-    if (!isKnown) return ButtonFault::kNoFunction;
+    if (GetFunctionName(button).IsEmpty()) return ButtonFault::kNoFunction;
     if (button.text.IsEmpty()) return ButtonFault::kNoText;
     const bool needsArgument = button.function <= static_cast<std::int32_t>(kKeyFunctionLaunch);
     if (needsArgument && button.argument1.IsEmpty()) return ButtonFault::kNoArgument;
-    VUnicodeString text = button.text;
-    text.Replace(u"\r\n", u"");
+    const VUnicodeString text = Replaced(button.text, u"\r\n", u"");
     for (const std::u16string_view part :
          {text.View(), button.argument1.View(), button.argument2.View(), button.argument3.View()}) {
         if (part.size() > kLongestButtonText) return ButtonFault::kTooLong;

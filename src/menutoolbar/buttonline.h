@@ -26,6 +26,13 @@ struct UserButton {
     friend bool operator==(const UserButton&, const UserButton&) = default;
 };
 
+/// Gives it the text, whose lines end with line feeds, and the label that follows from it.
+void SetButtonText(UserButton& button, const VUnicodeString& lines);
+/// The text with a line feed between its lines.
+VUnicodeString GetShownText(const UserButton& button);
+/// The name of what it does; empty for a function that is none or is not known.
+VUnicodeString GetFunctionName(const UserButton& button);
+
 /// A line with another number of fields than four or five gives a button with kNoFunction.
 UserButton DecodeButtonLine(const VUnicodeString& line);
 /// The line that gives the button, but for the label, which follows from the text. Line breaks of the text are a

@@ -1,5 +1,6 @@
 #include "menutoolbar/menuline.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -28,6 +29,12 @@ constexpr Keyword kKeywords[] = {
     {u"FONT", MenuLineKind::kFont, true},
     {u"TOOLBARITEM", MenuLineKind::kToolbarItem, true},
 };
+
+constexpr char16_t FirstLetter(const Keyword& keyword) {
+    return keyword.word.front();
+}
+/// The keywords that begin with the first and with the last letter.
+constexpr auto kKeywordRange = std::ranges::minmax(kKeywords, {}, FirstLetter);
 
 /// Most characters at the ends of lines and operands are blanks and printable ASCII: those need no look into the table.
 bool IsBlank(char16_t character) {
@@ -101,10 +108,11 @@ void ReadMenuLine(std::u16string_view text, MenuLine& line) {
     line.isValid = true;
     line.tokenCount = 0;
     // Lines of tables begin with any character.
-    const bool mayBeKeyword = text.front() >= u'A' && text.front() <= u'T';
+    const bool mayBeKeyword =
+        text.front() >= FirstLetter(kKeywordRange.min) && text.front() <= FirstLetter(kKeywordRange.max);
+    if (!mayBeKeyword) return SplitOperands(text, line);
     for (const Keyword& keyword : kKeywords) {
-        if (!mayBeKeyword) break;
-        if (text.front() != keyword.word.front() || !text.starts_with(keyword.word)) continue;
+        if (text.front() != FirstLetter(keyword) || !text.starts_with(keyword.word)) continue;
         line.kind = keyword.kind;
         if (keyword.hasOperands) SplitOperands(text.substr(keyword.word.size()), line);
         return;

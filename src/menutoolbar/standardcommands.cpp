@@ -18,9 +18,8 @@ constexpr CmdData kArgumentCommands[] = {
     {kMenuTypeOpenSessionTab, u"OPEN_SESSION_TAB", 3},
 };
 
-/// SB_LINE_UP: those before it need an argument, or do nothing.
-constexpr std::size_t kFirstFunction = 5;
-static_assert(kKeyFunctionNames[kFirstFunction] == u"SB_LINE_UP");
+/// Those before it need an argument, or do nothing.
+constexpr std::size_t kFirstFunction = KeyFunctionNumber(u"SB_LINE_UP");
 
 /// Their bitmap indices follow from their places.
 constexpr CmdData kHostCommands[] = {

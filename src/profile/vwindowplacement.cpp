@@ -7,7 +7,6 @@ namespace connectdialog {
 
 namespace {
 
-constexpr std::uint32_t kShowNormal = 1;
 constexpr VPoint kNowhere = {-4, -4};
 
 /// Calls `visit` with each field in the order of the record.

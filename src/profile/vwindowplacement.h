@@ -27,6 +27,9 @@ struct VRectangle {
 /// The published placement record of 44 bytes, in its order; pixels of the screen.
 struct VWindowPlacement {
     static constexpr std::size_t kStoredSize = 44;
+    // What showState says.
+    static constexpr std::uint32_t kShowNormal = 1;
+    static constexpr std::uint32_t kShowMaximized = 3;
 
     std::uint32_t length = 0;
     std::uint32_t flags = 0;

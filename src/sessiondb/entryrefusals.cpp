@@ -4,7 +4,6 @@
 #include "foundation/vstringarray.h"
 #include "platform/lasterror.h"
 #include "profile/vprofilekey.h"
-#include "resources/storenames.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 
@@ -42,7 +41,7 @@ EntryRefusal CheckCopy(const VUnicodeString& source, const VUnicodeString& targe
     const bool isElsewhere = !GetEntryParent(source).EqualsNoCase(targetFolder);
     if (isFolder && isElsewhere && EntryExistsIn(targetFolder, GetEntryLeaf(source))) return EntryRefusal::kTaken;
     if (LiesTooDeep(JoinEntryPath(targetFolder, GetEntryLeaf(source)))) return EntryRefusal::kTooDeep;
-    const bool isTemplate = targetFolder.IsEmpty() && GetEntryLeaf(source).EqualsNoCase(kDefaultSession);
+    const bool isTemplate = IsTemplateEntry(targetFolder, GetEntryLeaf(source));
     return isElsewhere && isTemplate ? EntryRefusal::kTemplate : EntryRefusal::kNone;
 }
 

@@ -1,5 +1,6 @@
 #include "sessiondb/sessionpaths.h"
 
+#include "foundation/casefold.h"
 #include "foundation/vpath.h"
 
 namespace connectdialog {
@@ -30,6 +31,10 @@ bool IsSameOrInside(const VUnicodeString& path, const VUnicodeString& folder) {
 
 VUnicodeString JoinEntryPath(const VUnicodeString& parent, const VUnicodeString& leaf) {
     return parent.IsEmpty() ? leaf : VJoinPath(parent.GetData(), leaf.GetData());
+}
+
+bool IsTemplateEntry(std::u16string_view folder, std::u16string_view name) {
+    return folder.empty() && EqualsNoCase(name, kDefaultSession);
 }
 
 }  // namespace connectdialog

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 #include "foundation/vunicodestring.h"
 #include "resources/storenames.h"
@@ -27,5 +28,8 @@ VUnicodeString GetEntryParent(const VUnicodeString& path);
 bool IsSameOrInside(const VUnicodeString& path, const VUnicodeString& folder);
 /// The path of `leaf` in the folder `parent`, which may be the root.
 VUnicodeString JoinEntryPath(const VUnicodeString& parent, const VUnicodeString& leaf);
+/// Whether the entry is the template of new sessions, which is no session of the user's. Case is ignored: no store
+/// holds another entry beside it.
+bool IsTemplateEntry(std::u16string_view folder, std::u16string_view name);
 
 }  // namespace connectdialog

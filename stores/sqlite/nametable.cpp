@@ -16,7 +16,6 @@ namespace {
 
 /// Multiplicative hashing (Knuth, The Art of Computer Programming, volume 3, section 6.4): literals are aligned.
 constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U;
-constexpr int kShift = 64 - 8;
 
 /// Of zero-terminated texts.
 bool IsSame(const char16_t* text, const char16_t* name) {
@@ -44,7 +43,7 @@ std::uint32_t NameTable::Find(const char16_t* name) {
 }
 
 std::uint32_t NameTable::Search(const char16_t* name) {
-    Answer& answer = answers[std::hash<const char16_t*>()(name) * kSpread >> kShift];
+    Answer& answer = answers[std::hash<const char16_t*>()(name) * kSpread >> (64 - kAnswerBits)];
     if (answer.name.empty() || !IsSame(answer.name.c_str(), name)) answer = {name, SearchFolded(name)};
     return answer.id;
 }

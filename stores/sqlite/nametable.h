@@ -54,7 +54,7 @@ class NameTable {
         std::u16string name;
         std::uint32_t id = 0;
     };
-    static constexpr std::size_t kAnswerCount = 256;  // what eight bits count
+    static constexpr int kAnswerBits = 8;
 
     std::uint32_t Search(const char16_t* name);
     std::uint32_t SearchFolded(std::u16string_view name) const;
@@ -63,9 +63,9 @@ class NameTable {
     std::u16string spelled;           ///< one after the other, each with a zero behind it
     std::vector<std::size_t> begins;  ///< by id - 1, in `spelled`
     std::unordered_map<std::u16string, std::uint32_t, Hash, std::equal_to<>> idsByFolded;
-    std::array<Answer, kAnswerCount> answers;  ///< by the place of the name in memory
-    std::uint32_t latest = 0;                  ///< found last
-    std::size_t keptCount = kAll;              ///< names that stay when the transaction is rolled back
+    std::array<Answer, std::size_t{1} << kAnswerBits> answers;  ///< by the place of the name in memory
+    std::uint32_t latest = 0;                                   ///< found last
+    std::size_t keptCount = kAll;                               ///< names that stay when the transaction is rolled back
 };
 
 }  // namespace stores

@@ -49,12 +49,8 @@ const std::vector<VUnicodeString>& FunctionNames() {
     return names;
 }
 
-VUnicodeString NameOf(std::int32_t function) {
-    return function > 0 ? GetKeyFunctionName(static_cast<std::uint32_t>(function)) : VUnicodeString();
-}
-
 VUnicodeString RowText(const UserButton& button) {
-    const VUnicodeString function = NameOf(button.function);
+    const VUnicodeString function = GetFunctionName(button);
     return button.label + u"  (" + (function.IsEmpty() ? u"?"_v : function) + u")";
 }
 
@@ -74,7 +70,7 @@ constexpr FaultRow kFaults[] = {
 }  // namespace
 
 ButtonBarDialog::ButtonBarDialog(UserButtonBar& bar, VWindow* parent)
-    : VDialog(kTemplate, parent), bar(bar), list([this](void* data) { return Choose(data); }) {}
+    : VDialog(kTemplate, parent), bar(bar), list([this](const void* data) { return Choose(data); }) {}
 
 void ButtonBarDialog::OnInitDialog() {
     VDialog::OnInitDialog();
@@ -90,7 +86,7 @@ void ButtonBarDialog::List(std::size_t place) {
     std::size_t row = 0;
     for (const UserButton& button : bar.GetButtons()) {
         // The list carries the places of its rows as addresses of the buttons, which move only when it is filled anew.
-        const TreeItem item = list.Add(TreeItem::kNone, RowText(button), const_cast<UserButton*>(&button));
+        const TreeItem item = list.Add(TreeItem::kNone, RowText(button), &button);
         if (row++ == place) selected = item;
     }
     chosen = std::min(place, bar.GetCount());
@@ -100,10 +96,8 @@ void ButtonBarDialog::List(std::size_t place) {
 
 void ButtonBarDialog::ShowFields() {
     shown = chosen < bar.GetCount() ? bar.GetButtons()[chosen] : UserButton();
-    VUnicodeString text = shown.text;
-    text.Replace(u"\r\n", u"\n");
-    SetControlText(kFunction, NameOf(shown.function));
-    SetControlText(kText, text);
+    SetControlText(kFunction, GetFunctionName(shown));
+    SetControlText(kText, GetShownText(shown));
     SetControlText(kFirstArgument, shown.argument1);
     SetControlText(kFirstArgument + 1, shown.argument2);
     SetControlText(kFirstArgument + 2, shown.argument3);
@@ -122,11 +116,7 @@ UserButton ButtonBarDialog::ReadFields() const {
     UserButton button;
     const VUnicodeString function = GetControlText(kFunction);
     button.function = function.IsEmpty() ? shown.function : GetKeyFunctionID(function);
-    button.text = GetControlText(kText);
-    button.text.Replace(u"\r\n", u"\n");
-    button.text.Replace(u"\n", u"\r\n");
-    button.label = button.text;
-    button.label.Replace(u"\r\n", u"");
+    SetButtonText(button, GetControlText(kText));
     button.argument1 = GetControlText(kFirstArgument);
     button.argument2 = GetControlText(kFirstArgument + 1);
     button.argument3 = GetControlText(kFirstArgument + 2);
@@ -148,7 +138,7 @@ bool ButtonBarDialog::Take() {
     return true;
 }
 
-bool ButtonBarDialog::Choose(void* data) {
+bool ButtonBarDialog::Choose(const void* data) {
     const auto place = static_cast<std::size_t>(static_cast<const UserButton*>(data) - bar.GetButtons().begin());
     if (Take()) List(place);
     return false;  // it was chosen by listing anew
@@ -180,7 +170,7 @@ void ButtonBarDialog::Add() {
     if (!Take()) return;
     UserButton button;
     button.function = kNewFunction;
-    button.text = u"新按钮"_v;
+    SetButtonText(button, u"新按钮"_v);
     const std::size_t place = std::min(chosen + 1, bar.GetCount());
     bar.Insert(place, button);
     List(place);

@@ -3,7 +3,7 @@
 
 #include "imports/dialogkit/vdialog.h"
 #include "sessiondb/userbuttonbar.h"
-#include "suite/sessionoptions/optionlist.h"
+#include "suite/dialogkit/lists/optionlist.h"
 
 namespace connectdialog {
 
@@ -40,7 +40,7 @@ class ButtonBarDialog : public VDialog {
     UserButton ReadFields() const;
     /// False when the fields are no button, which was told then.
     bool Take();
-    bool Choose(void* data);
+    bool Choose(const void* data);
     void Add();
     void Remove();
     void Move(bool isUp);

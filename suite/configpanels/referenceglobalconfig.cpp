@@ -124,4 +124,8 @@ bool ReferenceGlobalConfig::SaveOne(VProfileData& setting) {
     return isWritten;
 }
 
+VRef<ReferenceGlobalConfig> FetchReferenceGlobalConfig() {
+    return VRef<ReferenceGlobalConfig>::Share(dynamic_cast<ReferenceGlobalConfig*>(FetchGlobalConfig().Get()));
+}
+
 }  // namespace connectdialog

@@ -38,4 +38,7 @@ class ReferenceGlobalConfig : public GlobalConfig, public VProfileComposite<Refe
     bool mustWriteAll = false;
 };
 
+/// The settings of the running application; null where other panels than the suite's are installed.
+VRef<ReferenceGlobalConfig> FetchReferenceGlobalConfig();
+
 }  // namespace connectdialog

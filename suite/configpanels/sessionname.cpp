@@ -62,7 +62,7 @@ SessionNameFault CheckSessionName(const VUnicodeString& parent, const VUnicodeSt
     const SessionNameFault fault = CheckSessionNameText(newName);
     if (fault != SessionNameFault::kNone) return fault;
     if (newName.EqualsNoCase(oldName)) return SessionNameFault::kNone;
-    if (parent.IsEmpty() && newName.EqualsNoCase(kDefaultSession)) return SessionNameFault::kTemplate;
+    if (IsTemplateEntry(parent, newName)) return SessionNameFault::kTemplate;
     if (LiesTooDeep(JoinEntryPath(parent, newName))) return SessionNameFault::kTooDeep;
     return EntryExistsIn(parent, newName) ? SessionNameFault::kTaken : SessionNameFault::kNone;
 }

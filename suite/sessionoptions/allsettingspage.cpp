@@ -41,7 +41,9 @@ bool Contains(VUnicodeString text, VUnicodeString part) {
 }  // namespace
 
 AllSettingsPage::AllSettingsPage(VDialog& dialog, ISessionConfig& session)
-    : dialog(dialog), session(session), list([this](void* data) { return Choose(static_cast<VProfileData*>(data)); }) {}
+    : dialog(dialog),
+      session(session),
+      list([this](const void* data) { return Choose(static_cast<const VProfileData*>(data)); }) {}
 
 void AllSettingsPage::Attach() {
     list.Attach(*dialog.GetWindow(), OptionIds::kSettings);
@@ -114,13 +116,13 @@ void AllSettingsPage::ShowEditor(VProfileData* setting) {
     dialog.ShowControl(OptionIds::kForget, field.kind == FieldKind::kSecret);
 }
 
-bool AllSettingsPage::Choose(VProfileData* setting) {
+bool AllSettingsPage::Choose(const VProfileData* setting) {
     VUnicodeString refusal;
     if (!Take(refusal)) {
         VMessageBox(&dialog, refusal, kBoxWarning);
         return false;
     }
-    ShowEditor(setting);
+    ShowEditor(const_cast<VProfileData*>(setting));  // the session's, which is ours to change
     return true;
 }
 

@@ -3,7 +3,7 @@
 
 #include "foundation/vunicodestring.h"
 #include "suite/sessionoptions/optionfield.h"
-#include "suite/sessionoptions/optionlist.h"
+#include "suite/dialogkit/lists/optionlist.h"
 
 namespace connectdialog {
 
@@ -28,7 +28,7 @@ class AllSettingsPage {
     bool Take(VUnicodeString& refusal);
 
   private:
-    bool Choose(VProfileData* setting);
+    bool Choose(const VProfileData* setting);
     void Fill();
     bool Fits(VProfileData& setting) const;
     VUnicodeString RowText(VProfileData& setting) const;

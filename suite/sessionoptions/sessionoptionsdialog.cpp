@@ -35,7 +35,7 @@ SessionOptionsDialog::SessionOptionsDialog(ISessionConfig& session, const VUnico
       page(&FindPage(firstPage)),
       isMulti(isMulti),
       isNew(isNew),
-      pages([this](void* data) { return ChoosePage(*static_cast<const OptionPage*>(data)); }),
+      pages([this](const void* data) { return ChoosePage(*static_cast<const OptionPage*>(data)); }),
       allSettings(*this, session) {
     for (const OptionControl& control : GetOptionControls()) fields.push_back({control, false});
 }
@@ -65,8 +65,7 @@ void SessionOptionsDialog::ListPages() {
     std::map<std::u16string_view, TreeItem> items;
     for (const OptionPage& listed : GetOptionPages()) {
         const auto parent = items.find(ParentOf(listed.path));
-        items[listed.path] = pages.Add(parent != items.end() ? parent->second : TreeItem::kNone, listed.title,
-                                       const_cast<OptionPage*>(&listed));
+        items[listed.path] = pages.Add(parent != items.end() ? parent->second : TreeItem::kNone, listed.title, &listed);
     }
     pages.Select(items[page->path]);
 }

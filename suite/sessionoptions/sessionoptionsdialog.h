@@ -6,7 +6,7 @@
 #include "config/isessionconfig.h"
 #include "imports/dialogkit/vdialog.h"
 #include "suite/sessionoptions/allsettingspage.h"
-#include "suite/sessionoptions/optionlist.h"
+#include "suite/dialogkit/lists/optionlist.h"
 #include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {

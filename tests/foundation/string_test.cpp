@@ -6,6 +6,7 @@
 #include "foundation/byteorder.h"
 #include "foundation/casefold.h"
 #include "foundation/numericcompare.h"
+#include "foundation/textchecks.h"
 #include "foundation/texttools.h"
 #include "foundation/utf8.h"
 #include "foundation/vbasicbuffer.h"
@@ -225,6 +226,13 @@ TEST(NumericCompare, NumbersInTextsAreComparedAsNumbers) {
         const int turned = CompareNumericText(b, a);
         EXPECT_EQ((turned > 0) - (turned < 0), -expected) << testing::PrintToString(std::u16string(b));
     }
+}
+
+TEST(TextTools, AShortenedTextFitsAndHasNoHalfCharacter) {
+    const std::tuple<const char16_t*, std::size_t, const char16_t*> rows[] = {
+        {u"abcd", 4, u"abcd"}, {u"abcde", 4, u"abc…"}, {u"ab😀de", 4, u"ab…"}, {u"a😀cde", 4, u"a😀…"}, {u"😀😀", 1, u"…"}};
+    for (const auto& [text, most, shown] : rows) EXPECT_EQ(Shorten(text, most), shown);
+    EXPECT_EQ(Shorten(u"abcdef", 5, u"..."), u"ab...");
 }
 
 }  // namespace

@@ -173,14 +173,14 @@ TEST_F(HostMenusTest, TheBarOfTheSelectedSessionIsShownAndItsButtonsRun) {
     ASSERT_TRUE(bar.Save());
     constexpr int kFirst = HostCommands::kFirstButton;
     Play([&](MainWindow&, HeadlessFrame& frame) {
-        EXPECT_EQ(frame.GetToolbar(HostMenus::kMostBars).GetButtons()[0].text, u"Mark\nit");
+        EXPECT_EQ(frame.GetToolbar(HostButtons::kBar).GetButtons()[0].text, u"Mark\nit");
         EXPECT_TRUE(frame.Press(kFirst));
         EXPECT_TRUE(Appears("a b")) << "words, and no shell";
         EXPECT_TRUE(frame.Press(kFirst + 2));
         EXPECT_TRUE(Has(TakeBox(), u"VT_F6"));
         EXPECT_FALSE(frame.Press(kFirst + 3)) << "no session has ended";
         EXPECT_TRUE(frame.Choose(HostCommands::kToggleButtonBar));
-        EXPECT_TRUE(frame.GetToolbar(HostMenus::kMostBars).GetButtons().empty());
+        EXPECT_TRUE(frame.GetToolbar(HostButtons::kBar).GetButtons().empty());
         EXPECT_TRUE(frame.Choose(HostCommands::kToggleButtonBar));
         EXPECT_TRUE(frame.Press(kFirst + 1));
         EXPECT_TRUE(frame.IsClosed());
@@ -219,7 +219,7 @@ TEST_F(HostMenusTest, ButtonsAreEditedAndSaved) {
     Play([&](MainWindow&, HeadlessFrame& frame) {
         kit.ExpectDialog(kDialog, edit);
         EXPECT_TRUE(frame.Choose(HostCommands::kEditButtons));
-        const auto buttons = frame.GetToolbar(HostMenus::kMostBars).GetButtons();
+        const auto buttons = frame.GetToolbar(HostButtons::kBar).GetButtons();
         ASSERT_EQ(buttons.size(), 2U);
         EXPECT_EQ(buttons[0].text, u"three");
         EXPECT_EQ(buttons[1].text, u"two\nlines");

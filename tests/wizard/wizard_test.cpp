@@ -221,9 +221,6 @@ TEST_F(WizardTest, TheErrorOfTapisPageIsToldWhenTapiIsChosen) {
     panels.table.Clear();
     EXPECT_EQ(Run([](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, {u">"}), kLast); }), kDialogCancelled)
         << "a table without rows";
-    panels.table.Add(MakePagedRow<kFakeTelnetPage>(AppKind::kNorHalden, u"Throws"));
-    panels.table[0].createPage = [](ISessionConfig*) -> NewSessionWizardPage* { throw 1; };
-    Run([](HeadlessDialog& sheet) { EXPECT_EQ(Walk(sheet, {u">"}), kLast); });
 }
 
 }  // namespace

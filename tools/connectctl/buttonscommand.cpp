@@ -49,8 +49,8 @@ Failure Show(const ButtonsArguments& arguments) {
     for (const VUnicodeString& line : lines) {
         const UserButton button = DecodeButtonLine(line);
         if (button.function == UserButton::kNoFunction) continue;
-        std::string text = Printable(GetKeyFunctionName(static_cast<std::uint32_t>(button.function)));
-        if (button.function == UserButton::kUnknownFunction) text = "?";
+        const VUnicodeString function = GetFunctionName(button);
+        std::string text = function.IsEmpty() ? "?" : Printable(function);
         for (const VUnicodeString& field : {button.label, button.argument1, button.argument2, button.argument3})
             text += '\t' + Printable(field);
         PrintLine(text);
@@ -58,24 +58,7 @@ Failure Show(const ButtonsArguments& arguments) {
     return kDone;
 }
 
-Failure Check(const ButtonsArguments& arguments) {
-    VStringArray lines;
-    if (Failure failure = ReadLines(arguments, lines)) return failure;
-    std::size_t faults = 0;
-    for (std::uint64_t i = 0; i < lines.GetCount(); ++i) {
-        const UserButton button = DecodeButtonLine(lines[i]);
-        if (button.function > UserButton::kNoFunction) continue;
-        const char* const fault = button.function == UserButton::kUnknownFunction
-                                      ? "its function is not known"
-                                      : "it has no function, or another number of fields than 4 or 5";
-        PrintLine(std::to_string(i + 1) + ": " + fault + ": " + Quoted(lines[i]));
-        ++faults;
-    }
-    if (faults == 0) return kDone;
-    return std::to_string(faults) + " of " + std::to_string(lines.GetCount()) + " lines are no working buttons";
-}
-
-/// What is wrong with a button that cannot be saved.
+/// What is wrong with a button that does not work.
 struct FaultRow {
     ButtonFault fault;
     const char* text;
@@ -87,6 +70,28 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kControl, "a text holds a control character"},
     {ButtonFault::kTooLong, "a text is too long"},
 };
+/// Null for a button that works.
+const char* FaultOf(const UserButton& button) {
+    const auto* row = std::ranges::find(kFaults, FindButtonFault(button), &FaultRow::fault);
+    return row != std::end(kFaults) ? row->text : nullptr;
+}
+
+Failure Check(const ButtonsArguments& arguments) {
+    VStringArray lines;
+    if (Failure failure = ReadLines(arguments, lines)) return failure;
+    std::size_t faults = 0;
+    for (std::uint64_t i = 0; i < lines.GetCount(); ++i) {
+        const UserButton button = DecodeButtonLine(lines[i]);
+        const char* const fault = button.function == UserButton::kNoFunction
+                                      ? "it has no function, or another number of fields than 4 or 5"
+                                      : FaultOf(button);
+        if (fault == nullptr) continue;
+        PrintLine(std::to_string(i + 1) + ": " + fault + ": " + Quoted(lines[i]));
+        ++faults;
+    }
+    if (faults == 0) return kDone;
+    return std::to_string(faults) + " of " + std::to_string(lines.GetCount()) + " lines are no working buttons";
+}
 
 /// A place, from 1 on. `count` places are there.
 Failure ReadPlace(const std::string& word, std::size_t count, std::size_t& place) {
@@ -106,32 +111,22 @@ Failure ReadButton(std::span<const std::string> words, UserButton& button) {
     for (std::size_t i = 0; i < words.size(); ++i)
         if (Failure failure = DecodeArgument(words[i], texts[i])) return failure;
     button.function = GetKeyFunctionID(texts[0]);
-    button.text = texts[1];
-    button.text.Replace(u"\\n", u"\r\n");
+    texts[1].Replace(u"\\n", u"\n");
+    SetButtonText(button, texts[1]);
     button.argument1 = texts[2];
     button.argument2 = texts[3];
     button.argument3 = texts[4];
-    const ButtonFault fault = FindButtonFault(button);
-    for (const FaultRow& row : kFaults)
-        if (row.fault == fault) return std::string("the button cannot be saved: ") + row.text;
-    return kDone;
+    const char* const fault = FaultOf(button);
+    return fault == nullptr ? Failure(kDone) : std::string("the button cannot be saved: ") + fault;
 }
 
-Failure InsertButton(UserButtonBar& bar, std::span<const std::string> words) {
+template <bool isNew>
+Failure PutButton(UserButtonBar& bar, std::span<const std::string> words) {
     std::size_t place = 0;
     UserButton button;
-    if (Failure failure = ReadPlace(words[0], bar.GetCount() + 1, place)) return failure;
+    if (Failure failure = ReadPlace(words[0], bar.GetCount() + (isNew ? 1 : 0), place)) return failure;
     if (Failure failure = ReadButton(words.subspan(1), button)) return failure;
-    bar.Insert(place, button);
-    return kDone;
-}
-
-Failure SetButton(UserButtonBar& bar, std::span<const std::string> words) {
-    std::size_t place = 0;
-    UserButton button;
-    if (Failure failure = ReadPlace(words[0], bar.GetCount(), place)) return failure;
-    if (Failure failure = ReadButton(words.subspan(1), button)) return failure;
-    bar.Set(place, button);
+    isNew ? bar.Insert(place, button) : bar.Set(place, button);
     return kDone;
 }
 
@@ -157,12 +152,13 @@ struct EditRow {
     std::size_t fewestWords;
     std::size_t mostWords;
     Failure (*edit)(UserButtonBar& bar, std::span<const std::string> words);
+    bool makesBar;
 };
 constexpr EditRow kEdits[] = {
-    {"add", "add PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, InsertButton},
-    {"set", "set PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, SetButton},
-    {"remove", "remove PLACE", 1, 1, RemoveButton},
-    {"move", "move PLACE PLACE", 2, 2, MoveButton},
+    {"add", "add PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, PutButton<true>, true},
+    {"set", "set PLACE FUNCTION TEXT [ARGUMENT ...]", 3, 6, PutButton<false>, false},
+    {"remove", "remove PLACE", 1, 1, RemoveButton, false},
+    {"move", "move PLACE PLACE", 2, 2, MoveButton, false},
 };
 
 Failure Edit(const ButtonsArguments& arguments) {
@@ -175,7 +171,7 @@ Failure Edit(const ButtonsArguments& arguments) {
     if (Failure failure = DecodeArgument(arguments.bar, name)) return failure;
     UserButtonBar bar;
     if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
-    if (!bar.IsThere() && row->edit != InsertButton) return "there is no button bar " + Quoted(name);
+    if (!bar.IsThere() && !row->makesBar) return "there is no button bar " + Quoted(name);
     if (Failure failure = row->edit(bar, arguments.words)) return failure;
     return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
 }

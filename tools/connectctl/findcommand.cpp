@@ -4,7 +4,6 @@
 
 #include "config/isessionconfig.h"
 #include "platform/codepage.h"
-#include "resources/storenames.h"
 #include "sessiondb/entrysearch.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
@@ -37,7 +36,7 @@ class Search {
         const ProfileFolderData folder(path, true);
         for (const VUnicodeString& name : folder.GetShownFolders()) VisitFolder(JoinEntryPath(path, name));
         for (const VUnicodeString& name : folder.GetShownSessions())
-            if (!path.IsEmpty() || !name.EqualsNoCase(kDefaultSession)) VisitSession(JoinEntryPath(path, name), name);
+            if (!IsTemplateEntry(path, name)) VisitSession(JoinEntryPath(path, name), name);
     }
     bool HasFound() const { return hasFound; }
 

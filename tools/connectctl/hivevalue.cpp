@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "foundation/hextext.h"
 #include "foundation/numbertext.h"
 #include "foundation/vstringarray.h"
 #include "tools/connectctl/entrypath.h"
@@ -29,8 +30,8 @@ bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
 std::string HexText(const std::vector<std::uint8_t>& bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 0xF];
+        text += HexDigit(byte >> 4U, HexCase::kLower);
+        text += HexDigit(byte, HexCase::kLower);
     }
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "foundation/textchecks.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vpopupmenu.h"
@@ -15,7 +16,6 @@ namespace {
 enum Image : std::uint8_t { kImageOpenFolder = 0, kImageFolder = 1, kImageSession = 2 };
 
 constexpr std::size_t kLongestTip = 1023;
-constexpr std::u16string_view kEllipsis = u"...";
 
 }  // namespace
 
@@ -219,7 +219,7 @@ bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {
     const VRef<ISessionConfig> config = GetItemConfig(item);
     if (!config) return false;
     config->GetDisplayText(text);
-    if (text.GetLength() > kLongestTip) text = text.Left(kLongestTip - kEllipsis.size()) + VUnicodeString(kEllipsis);
+    text = VUnicodeString(Shorten(text, kLongestTip, u"..."));
     return !text.IsEmpty();
 }
 

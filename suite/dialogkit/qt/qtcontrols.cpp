@@ -21,6 +21,7 @@
 #include "suite/dialogkit/qt/qtdialogframe.h"
 #include "suite/dialogkit/qt/qtdialogkit.h"
 #include "suite/dialogkit/qt/qticons.h"
+#include "suite/dialogkit/qt/qtmenus.h"
 #include "suite/dialogkit/qt/qttext.h"
 #include "suite/dialogkit/qt/qttree.h"
 
@@ -128,11 +129,7 @@ QIcon PictureOf(const VToolbarState::Button& button) {
 
 void MakeButtons(QToolBar& bar, const VToolbarState& state, const QObject& listener,
                  const std::function<void(int command)>& tell) {
-    // The button whose click led here may still be at work.
-    for (QAction* action : bar.actions()) {
-        bar.removeAction(action);
-        action->deleteLater();
-    }
+    RemoveActions(bar);
     for (const VToolbarState::Button& button : state.GetButtons()) {
         if (button.command == 0) {
             bar.addSeparator()->setData(0);

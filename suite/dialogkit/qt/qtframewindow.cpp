@@ -24,8 +24,6 @@ namespace connectdialog {
 
 namespace {
 
-constexpr std::uint32_t kShowMaximized = 3;
-
 // The inside of a window that was never placed, and the widths of its columns: average characters.
 constexpr int kUsualWidth = 90;
 constexpr int kUsualHeight = 22;
@@ -220,7 +218,7 @@ VWindowPlacement QtFrameWindow::GetPlacement() const {
     // A window that was never shown has no other geometry.
     const QRect normal = frame->normalGeometry();
     placement.normal = FromQt(normal.isEmpty() ? frame->geometry() : normal);
-    if (frame->isMaximized()) placement.showState = kShowMaximized;
+    if (frame->isMaximized()) placement.showState = VWindowPlacement::kShowMaximized;
     return placement;
 }
 
@@ -228,7 +226,7 @@ void QtFrameWindow::SetPlacement(const VWindowPlacement& placement) {
     const VRectangle& place = placement.normal;
     const bool isPlaced = place.right > place.left && place.bottom > place.top;
     if (isPlaced) frame->setGeometry(OnScreen(place));
-    if (placement.showState == kShowMaximized) frame->setWindowState(Qt::WindowMaximized);
+    if (placement.showState == VWindowPlacement::kShowMaximized) frame->setWindowState(Qt::WindowMaximized);
 }
 
 }  // namespace connectdialog

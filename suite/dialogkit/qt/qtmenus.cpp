@@ -42,14 +42,29 @@ void AddEntry(QWidget& menu, const VPopupMenu::Entry& entry) {
     menu.addAction(action);
 }
 
+void AddMenu(QWidget& menu, const VPopupMenu::Entry& entry) {
+    auto* inner = new QMenu(ToQt(entry.text), &menu);
+    menu.addAction(inner->menuAction());
+    inner->setEnabled(entry.isEnabled);
+    FillMenu(*inner, entry.children);
+}
+
 }  // namespace
+
+void RemoveActions(QWidget& bar) {
+    for (QAction* action : bar.actions()) {
+        bar.removeAction(action);
+        if (action->menu() != nullptr)
+            action->menu()->deleteLater();
+        else
+            action->deleteLater();
+    }
+}
 
 void FillMenu(QMenu& menu, const Entries& entries) {
     for (const VPopupMenu::Entry& entry : entries) {
         if (!entry.children.empty()) {
-            QMenu* inner = menu.addMenu(ToQt(entry.text));
-            inner->setEnabled(entry.isEnabled);
-            FillMenu(*inner, entry.children);
+            AddMenu(menu, entry);
         } else if (entry.command == 0) {
             menu.addSeparator();
         } else {
@@ -62,22 +77,12 @@ void ShowMenuBar(QMenuBar& bar, VPopupMenu& shown, const VPopupMenu& menu) {
     const bool isSame = HaveSameTexts(shown.GetEntries(), menu.GetEntries());
     shown = menu;
     if (isSame) return ShowStates(bar.actions(), menu.GetEntries());
-    // The entry whose choice led here may still be at work.
-    for (QAction* action : bar.actions()) {
-        bar.removeAction(action);
-        if (action->menu() != nullptr)
-            action->menu()->deleteLater();
-        else
-            action->deleteLater();
-    }
+    RemoveActions(bar);
     for (const VPopupMenu::Entry& entry : menu.GetEntries()) {
-        if (entry.command != 0) {
+        if (entry.command != 0)
             AddEntry(bar, entry);
-            continue;
-        }
-        QMenu* inner = bar.addMenu(ToQt(entry.text));
-        inner->setEnabled(entry.isEnabled);
-        FillMenu(*inner, entry.children);
+        else
+            AddMenu(bar, entry);
     }
 }
 

@@ -7,8 +7,12 @@
 
 class QMenu;
 class QMenuBar;
+class QWidget;
 
 namespace connectdialog {
+
+/// Takes its actions and menus from a bar. The one whose choice led here may still be at work: they go later.
+void RemoveActions(QWidget& bar);
 
 /// Adds the entries; their actions have the command as data.
 void FillMenu(QMenu& menu, const std::vector<VPopupMenu::Entry>& entries);

@@ -1,6 +1,7 @@
 #include "suite/importers/openssh/sshsession.h"
 
 #include "foundation/casefold.h"
+#include "foundation/hextext.h"
 #include "platform/codepage.h"
 #include "platform/paths.h"
 #include "sessiondb/sessionpaths.h"
@@ -13,15 +14,15 @@ namespace connectdialog {
 namespace {
 
 void AppendEscaped(std::u16string& text, char16_t character) {
-    constexpr char16_t kDigits[] = u"0123456789ABCDEF";
     const bool isShort = character < 0x100;
     text += isShort ? u"%" : u"%u";
-    for (int shift = isShort ? 4 : 12; shift >= 0; shift -= 4) text += kDigits[(character >> shift) & 0xF];
+    for (int shift = isShort ? 4 : 12; shift >= 0; shift -= 4)
+        text += HexDigit(unsigned{character} >> shift, HexCase::kUpper);
 }
 
 bool IsTakenName(std::u16string_view name, bool isInRoot) {
     return name == u"." || name == u".." || EqualsNoCase(name, kFolderDataKey) ||
-           (isInRoot && EqualsNoCase(name, kDefaultSession));
+           (isInRoot && IsTemplateEntry({}, name));
 }
 
 /// Checks the values of one host, one after the other.

@@ -1,4 +1,4 @@
-#include "suite/sessionoptions/optionlist.h"
+#include "suite/dialogkit/lists/optionlist.h"
 
 #include "resources/accelerators.h"
 
@@ -10,8 +10,10 @@ constexpr std::uint8_t kNoImage = 0xFF;
 constexpr int kRowsOfAPage = 10;
 }  // namespace
 
-TreeItem OptionList::Add(TreeItem parent, const VUnicodeString& text, void* data) {
-    const TreeItem item = items.Insert(parent, TreePlace::kLast, TreeItem::kNone, text, kNoImage, kNoImage, data);
+TreeItem OptionList::Add(TreeItem parent, const VUnicodeString& text, const void* data) {
+    // The tree's rows carry what can be written to; nobody does through this list.
+    auto* const carried = const_cast<void*>(data);
+    const TreeItem item = items.Insert(parent, TreePlace::kLast, TreeItem::kNone, text, kNoImage, kNoImage, carried);
     if (parent != TreeItem::kNone) items.SetState(parent, kTreeExpanded, true);
     return item;
 }

@@ -12,7 +12,7 @@ namespace connectdialog {
 class OptionList : private ITreeEvents, private ITreeItemsOwner {
   public:
     /// Asked before the user's choice counts; false leaves the choice where it is.
-    using Choice = std::function<bool(void* data)>;
+    using Choice = std::function<bool(const void* data)>;
 
     explicit OptionList(Choice choose) : choose(std::move(choose)), items(*this) {}
 
@@ -20,7 +20,7 @@ class OptionList : private ITreeEvents, private ITreeItemsOwner {
     void Attach(IDialogWindow& window, int id) { view = window.AttachTree(id, items, *this); }
     void Clear() { items.Clear(); }
     /// `parent` may be kNone.
-    TreeItem Add(TreeItem parent, const VUnicodeString& text, void* data);
+    TreeItem Add(TreeItem parent, const VUnicodeString& text, const void* data);
     /// Makes it the chosen row without asking; kNone: no row is.
     void Select(TreeItem item);
     TreeItem GetSelected() const { return selected; }
