@@ -2,9 +2,12 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
 
+#include "profile/unitofwork.h"
+#include "profile/vprofilekey.h"
+#include "resources/storenames.h"
 #include "tests/connectctl/toolfixture.h"
+#include "tests/support/strings.h"
 
 namespace connectdialog::test {
 namespace {
@@ -28,8 +31,7 @@ TEST_F(ToolTest, DryRunPrintsTheArgumentVectorAndWhatIsHostileReachesNoClient) {
 
 TEST_F(ToolTest, ConnectBecomesTheClient) {
     Seed();
-    const std::string client = scratch.Write("ssh", "#!/bin/sh\nprintf '%s|' \"$0\" \"$@\"\nexit 7\n");
-    ASSERT_EQ(chmod(client.c_str(), 0700), 0);
+    const std::string client = scratch.WriteProgram("ssh", "printf '%s|' \"$0\" \"$@\"\nexit 7\n");
     environment = {"PATH=" + scratch.GetPath().string()};
     const ProcessResult result = Run({"connect", "zeta"});
     EXPECT_EQ(result.exitCode, 7);
@@ -83,6 +85,15 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "third", "remove", "1"}, "no button bar", 1},
         {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
     });
+    WithStore([] {
+        const VStringArray lines = Strings({u"MENU_FIND,f,,,", u"SEND,s,,,", u"WHAT,w,,,", u"MENU_FIND,f,"});
+        WriteToKey(kButtonBarsKey, [&](VProfileKey& key) { key.WriteMultiString(u"faulty", lines); });
+    });
+    const ProcessResult checked = Run({"buttons", "check", "faulty"});
+    EXPECT_EQ(checked.exitCode, 1);
+    EXPECT_EQ(checked.output,
+              "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known: \"WHAT,w,,,\"\n"
+              "4: it has no function, or another number of fields than 4 or 5: \"MENU_FIND,f,\"\n");
 }
 
 TEST_F(ToolTest, ImportsHostsOnceAndADryRunWritesNothing) {

@@ -195,11 +195,6 @@ class DesktopShortcutTest : public testing::Test {
     }
     ~DesktopShortcutTest() override { unsetenv("XDG_CONFIG_HOME"); }
 
-    std::string WriteProgram(const std::string& name, const std::string& script) const {
-        std::string path = scratch.Write(name, "#!/bin/sh\n" + script);
-        fs::permissions(path, fs::perms::owner_all);
-        return path;
-    }
     fs::path FileOf(const std::string& label) const { return desktop / (label + ".desktop"); }
 
     TemporaryFolder scratch;
@@ -212,8 +207,9 @@ const std::vector<std::string> kArguments = {
     "tab\there", "",       " lead",   "*?#;&|<>~()'[]=", "\xC3\xA4 \xE4\xBC\x9A", "-x"};
 
 TEST_F(DesktopShortcutTest, IsValidAndReachesTheProgramAsItIs) {
-    const std::string program = WriteProgram("a program", "printf '<%s>\\n' \"$@\" > " + (scratch / "draft") + "; mv " +
-                                                              (scratch / "draft") + ' ' + (scratch / "out") + '\n');
+    const std::string program =
+        scratch.WriteProgram("a program", "printf '<%s>\\n' \"$@\" > " + (scratch / "draft") + "; mv " +
+                                              (scratch / "draft") + ' ' + (scratch / "out") + '\n');
     platform::ShortcutCommand command{{program}, false};
     command.arguments.insert(command.arguments.end(), kArguments.begin(), kArguments.end());
     ASSERT_TRUE(platform::MakeDesktopShortcut(u" 50% \u4F1A\u8BDD; \"x\"", command));
@@ -265,7 +261,7 @@ TEST_F(DesktopShortcutTest, ReplacesOneOfTheLabelAndRefusesWhatCannotBeOne) {
 }
 
 TEST_F(DesktopShortcutTest, IsMarkedAsTheDesktopAsks) {
-    WriteProgram("gio", "echo \"$@\" >> " + (scratch / "marks") + "\nexit 1\n");
+    scratch.WriteProgram("gio", "echo \"$@\" >> " + (scratch / "marks") + "\nexit 1\n");
     const char* const searchPath = std::getenv("PATH");
     const std::string path = searchPath != nullptr ? searchPath : "/usr/bin:/bin";
     setenv("PATH", (scratch.GetPath().string() + ":" + path).c_str(), 1);

@@ -38,11 +38,6 @@ class HostMenusTest : public test::SuiteTest {
     }
 
     void WriteMenus(std::string_view text) const { scratch.Write("brennmark/menus.txt", text); }
-    std::string WriteProgram(const std::string& name, const std::string& body) const {
-        scratch.Write(name, "#!/bin/sh\n" + body);
-        std::filesystem::permissions(scratch / name, std::filesystem::perms::owner_all);
-        return scratch / name;
-    }
     void Play(const std::function<void(MainWindow& window, HeadlessFrame& frame)>& script) {
         MainWindow window(run);
         ASSERT_TRUE(window.Create(nullptr));
@@ -103,7 +98,7 @@ TEST_F(HostMenusTest, TheBuiltInDescriptionHasNoMistakesAndNothingThatTheHostCan
 }
 
 TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnce) {
-    const std::string script = WriteProgram("script", "touch " + (scratch / "ran") + "\n");
+    const std::string script = scratch.WriteProgram("script", "touch " + (scratch / "ran") + "\n");
     scratch.Write("plain", "touch x\n");
     WriteMenus(
         "ACCELERATOR\nrun, R, CTRL|SHIFT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU main\nMENUITEM Quit, "
@@ -163,7 +158,8 @@ UserButton MakeButton(const char16_t* function, const char16_t* text, const VUni
 }
 
 TEST_F(HostMenusTest, TheBarOfTheSelectedSessionIsShownAndItsButtonsRun) {
-    const VUnicodeString touch(WriteProgram("mark", "touch \"" + scratch.GetPath().string() + "/$1\"\n").c_str());
+    const VUnicodeString touch(
+        scratch.WriteProgram("mark", "touch \"" + scratch.GetPath().string() + "/$1\"\n").c_str());
     UserButtonBar bar;
     ASSERT_TRUE(bar.Load(VUnicodeString(kDefaultButtonBar)));
     ASSERT_TRUE(bar.Insert(0, MakeButton(u"RUN", u"Mark\r\nit", touch, u"\"a b\" ; x"_v)));

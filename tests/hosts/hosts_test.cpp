@@ -42,8 +42,8 @@ class HostsTest : public SuiteTest {
         AddSession(u"files too", u"None", u"files.example", u"SFTP", u"Servers");
         InstallReferenceSuite(u"NorHalden"_v, *factory);
         // Writes each argument on a line of its own, in angle brackets.
-        WriteProgram("ssh", "printf '<%s>\\n' \"$@\"\nexit 7\n");
-        WriteProgram("sftp", "printf '<%s>\\n' \"$@\"\n");
+        scratch.WriteProgram("ssh", "printf '<%s>\\n' \"$@\"\nexit 7\n");
+        scratch.WriteProgram("sftp", "printf '<%s>\\n' \"$@\"\n");
     }
 
     static void AddSession(const char16_t* name, const char16_t* protocol, const char16_t* target,
@@ -54,14 +54,11 @@ class HostsTest : public SuiteTest {
         (config != nullptr ? config : session->GetTransferConnectConfig())->SetHostName(target);
         ASSERT_TRUE(StoreSessionEntry(folder, name, *session, u"", false));
     }
-    void WriteProgram(const std::string& name, const std::string& body) const {
-        scratch.Write(name, "#!/bin/sh\n" + body);
-        std::filesystem::permissions(scratch / name, std::filesystem::perms::owner_all);
-    }
     /// A terminal emulator that reads the words behind "-e" as a shell would, as some do.
     void WriteTerminal() const {
-        WriteProgram("x-terminal-emulator", "cd " + scratch.GetPath().string() +
-                                                "\n[ \"$1\" = -e ] || exit 3\nshift\neval \"$*\" >> opened\nexit 0\n");
+        scratch.WriteProgram(
+            "x-terminal-emulator",
+            "cd " + scratch.GetPath().string() + "\n[ \"$1\" = -e ] || exit 3\nshift\neval \"$*\" >> opened\nexit 0\n");
     }
     std::string WaitForOpened(std::size_t lines) const {
         std::string text;
@@ -129,12 +126,12 @@ TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
     EXPECT_NE(opened.find("<odd.example>"), std::string::npos) << opened;
     EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
 
-    WriteProgram("x-terminal-emulator", "exit 3\n");
+    scratch.WriteProgram("x-terminal-emulator", "exit 3\n");
     EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("ended at once"), std::string::npos);
     std::filesystem::remove(scratch / "x-terminal-emulator");
     EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("Debian package xterm"), std::string::npos);
     EXPECT_EQ(Run({"--terminal", "nowhere"}).exitCode, 1);
-    WriteProgram("own term", "echo \"<$1>\" > " + (scratch / "kept") + "\n");
+    scratch.WriteProgram("own term", "echo \"<$1>\" > " + (scratch / "kept") + "\n");
     EXPECT_EQ(Run({"--terminal", "\"own term\" --tab --"}).exitCode, 0);
     EXPECT_EQ(Run({"--window", "/S", "second"}).exitCode, 0);
     EXPECT_EQ(ReadFile(scratch / "kept"), "<--tab>\n") << "the command is remembered";

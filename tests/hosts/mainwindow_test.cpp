@@ -38,8 +38,8 @@ class MainWindowTest : public test::SuiteTest {
             session->GetConnectConfig()->SetHostName(host);
             EXPECT_TRUE(StoreSessionEntry(u"", name, *session, u"", false));
         }
-        WriteProgram("x-terminal-emulator",
-                     "echo $$ > " + (scratch / "pid") + "\nshift 2\neval exec " + NORHALDEN_PROGRAM + " \"$*\"\n");
+        scratch.WriteProgram("x-terminal-emulator", "echo $$ > " + (scratch / "pid") + "\nshift 2\neval exec " +
+                                                        NORHALDEN_PROGRAM + " \"$*\"\n");
     }
     ~MainWindowTest() override {
         setenv("PATH", path.c_str(), 1);
@@ -49,10 +49,6 @@ class MainWindowTest : public test::SuiteTest {
         EXPECT_EQ(kit.TakeFaults(), "");
     }
 
-    void WriteProgram(const std::string& name, const std::string& body) const {
-        scratch.Write(name, "#!/bin/sh\n" + body);
-        std::filesystem::permissions(scratch / name, std::filesystem::perms::owner_all);
-    }
     /// Plays the user in a main window.
     void Play(const std::function<void(MainWindow& window, HeadlessFrame& frame)>& script) {
         MainWindow window(run);
@@ -79,7 +75,7 @@ class MainWindowTest : public test::SuiteTest {
 };
 
 TEST_F(MainWindowTest, TheListTellsHowSessionsFare) {
-    WriteProgram("ssh", "exit 7\n");
+    scratch.WriteProgram("ssh", "exit 7\n");
     Play([&](MainWindow& window, HeadlessFrame& frame) {
         EXPECT_FALSE(frame.Choose(HostCommands::kRemoveEnded)) << "nothing is there to remove";
         window.OpenAt(u"web"_v, false);
@@ -91,7 +87,7 @@ TEST_F(MainWindowTest, TheListTellsHowSessionsFare) {
         Await(frame, 0, u"已结束（退出代码 7）");
 
         // The same row once more, and this time the window is killed.
-        WriteProgram("ssh", "while [ ! -e " + (scratch / "stop") + " ]; do sleep 0.02; done\n");
+        scratch.WriteProgram("ssh", "while [ ! -e " + (scratch / "stop") + " ]; do sleep 0.02; done\n");
         EXPECT_TRUE(frame.Activate(0));
         Await(frame, 0, u"已打开");
         EXPECT_EQ(frame.GetStatus(), u"1 个会话已打开，列表中共 1 个");
@@ -100,7 +96,7 @@ TEST_F(MainWindowTest, TheListTellsHowSessionsFare) {
         Await(frame, 0, u"已结束");
         scratch.Write("stop", "");
 
-        WriteProgram("x-terminal-emulator", "exit 3\n");
+        scratch.WriteProgram("x-terminal-emulator", "exit 3\n");
         kit.ExpectMenu([](const VPopupMenu&) { return HostCommands::kOpenAgain; });
         EXPECT_TRUE(frame.AskListMenu());
         EXPECT_EQ(frame.GetRows()[0].texts[3], u"正在启动");
@@ -127,7 +123,7 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
         kit.ExpectDialog(ConnectDialogIds::kDialog, [](HeadlessDialog& dialog) { dialog.Elapse(1); });
         kit.ExpectDialog(FindSessionIds::kDialog, giveUp);
         EXPECT_TRUE(frame.PressKey('F', Accelerator::kControl));
-        WriteProgram("telnet", "");
+        scratch.WriteProgram("telnet", "");
         QuickAddress address;
         VUnicodeString fault;
         ASSERT_TRUE(ReadQuickAddress("telnet://quick.example:2323", true, address, fault) && FillQuickConnect(address));

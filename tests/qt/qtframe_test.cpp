@@ -86,7 +86,10 @@ class QtFrames : public ::testing::Test, public IFrameEvents {
 TEST_F(QtFrames, MenusBarsAndKeysGiveTheirCommands) {
     ShowMenu(u"打开(&O)\tCtrl+O"_v);
     VToolbarState below;
-    below.Add(kThird, u"第三"_v, u"两\n行"_v);
+    VToolbarState::Button third;
+    third.command = kThird;
+    third.text = u"两\n行"_v;
+    below.Add(third);
     VToolbarState bar;
     bar.Add(kFirst, u"打开"_v);
     window->SetToolbar(2, below);

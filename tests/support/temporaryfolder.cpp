@@ -45,4 +45,10 @@ std::string TemporaryFolder::Write(const std::string& leaf, std::string_view byt
     return *this / leaf;
 }
 
+std::string TemporaryFolder::WriteProgram(const std::string& leaf, const std::string& script) const {
+    Write(leaf, "#!/bin/sh\n" + script);
+    std::filesystem::permissions(path / leaf, std::filesystem::perms::owner_all);
+    return *this / leaf;
+}
+
 }  // namespace connectdialog::test

@@ -30,6 +30,8 @@ class TemporaryFolder {
     std::string Read(const std::string& leaf) const { return ReadFile(path / leaf); }
     /// Gives the file's path.
     std::string Write(const std::string& leaf, std::string_view bytes) const;
+    /// A program of the shell's; gives its path.
+    std::string WriteProgram(const std::string& leaf, const std::string& script) const;
 
   private:
     std::filesystem::path path;

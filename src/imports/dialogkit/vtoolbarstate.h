@@ -24,11 +24,10 @@ class VToolbarState {
     };
 
     void Add(const Button& button) { buttons.push_back(button); }
-    void Add(int command, const VUnicodeString& tip, const VUnicodeString& text = VUnicodeString()) {
+    void Add(int command, const VUnicodeString& tip) {
         Button& button = buttons.emplace_back();
         button.command = command;
         button.tip = tip;
-        button.text = text;
     }
     void AddSeparator() { buttons.emplace_back(); }
     /// A place that is not there changes nothing.
