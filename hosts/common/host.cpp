@@ -34,26 +34,6 @@ namespace connectdialog::hosts {
 
 namespace {
 
-constexpr char16_t kHelpText[] =
-    u"选择会话后按“连接”打开。\n\n"
-    u"Alt+N 新建会话    Alt+F 新建文件夹    Alt+R 属性\n"
-    u"F2 重命名    Del 删除    Ctrl+X/C/V 剪切、复制、粘贴\n"
-    u"Ctrl+F 查找    F3 查找下一个    Alt+E 桌面快捷方式\n"
-    u"Shift+F10 菜单    Alt+A 切换排列方式\n\n"
-    u"详细说明：man %1";
-
-}  // namespace
-
-void ShowHelp(VWindow* window, unsigned, unsigned long) {
-    VUnicodeString text;
-    VUnicodeString program = VGetAppName();
-    program.MakeLower();
-    text.Format(kHelpText, program);
-    VMessageBox(window, text, kBoxInformation);
-}
-
-namespace {
-
 /// One run with what the command line asks for.
 class Host {
   public:
@@ -96,10 +76,7 @@ class Host {
 void Host::FindStore() {
     run.storeUrl = FindStoreUrl(options.store);
     run.isOwnStore = run.storeUrl == FindStoreUrl({});
-    VIcon* const icon = parts.icon;
-    parts = MakeHostParts(run.storeUrl);
-    parts.help = ShowHelp;
-    parts.icon = icon;
+    parts = MakeHostParts(run.storeUrl, parts.icon);
 }
 
 bool Host::OpenStore(VUnicodeString& notice) {

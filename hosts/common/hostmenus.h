@@ -40,6 +40,7 @@ class HostMenus {
     void Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) const;
     void ShowBars(bool areShown) { hasBars = areShown; }
     bool HasBars() const { return hasBars; }
+    const VPopupMenu& GetMenuBar() const { return menuBar; }
     /// A mark before an entry of the menus.
     void Check(int command, bool isChecked) { menuBar.Check(command, isChecked); }
 

@@ -7,7 +7,6 @@
 
 #include "foundation/messagetable.h"
 #include "frame/connectdialogapi.h"
-#include "hosts/common/host.h"
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hosttray.h"
@@ -77,10 +76,7 @@ int TrayLauncher::Run() {
     if (options.store.empty() && !AskForStoreFolder(window->GetIcon()))
         return Fail(kWakestone, u"there is no folder for the sessions");
     storeUrl = FindStoreUrl(options.store);
-    HostParts parts = MakeHostParts(storeUrl);
-    parts.icon = window->GetIcon();
-    parts.help = ShowHelp;
-    const auto store = OpenStoreInWindow(kWakestone, storeUrl, parts);
+    const auto store = OpenStoreInWindow(kWakestone, storeUrl, MakeHostParts(storeUrl, window->GetIcon()));
     if (!store) return kFailed;
     tray = OpenHostTray(kWakestone, *this);
     OnlyOne([] { RemindOfUpdates(nullptr); });
