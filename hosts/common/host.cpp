@@ -53,6 +53,7 @@ class Host {
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
+    bool WantsQuickConnect() const;
     void LetUserChoose();
     bool ShowMainWindow(const VIcon* icon);
     void ShowFirstDialog(MainWindow& window);
@@ -91,7 +92,7 @@ bool Host::FindSessions(VUnicodeString& fault) {
         const bool isRoot = folder.find_first_not_of('\\') == std::string::npos;
         if (!AddSessionsIn(isRoot ? VUnicodeString() : VUnicodeString(folder.c_str()), sessions, fault)) return false;
     }
-    if (!options.client.empty()) sessions.push_back({{}, {}, {}, {options.client, {}, {}}, false});
+    if (!options.client.empty()) sessions.push_back(MakeClientSession({}, {}, {}, options.client));
     return true;
 }
 
@@ -208,7 +209,7 @@ bool Host::FindStoreInWindow() {
 /// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
 void Host::LetUserChoose() {
     RemindOfUpdates(nullptr);
-    isQuick = address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
+    isQuick = WantsQuickConnect();
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
@@ -226,10 +227,15 @@ void Host::LetUserChoose() {
     }
 }
 
+/// With the address of the command line filled in, where there is one.
+bool Host::WantsQuickConnect() const {
+    return address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
+}
+
 /// Over the main window, once it shows.
 void Host::ShowFirstDialog(MainWindow& window) {
     RemindOfUpdates(&window.GetWindow());
-    if (address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect)
+    if (WantsQuickConnect())
         window.AskQuickConnect();
     else if (GetStartupDialog() == StartupDialog::kConnect)
         window.ShowConnect();
@@ -238,8 +244,7 @@ void Host::ShowFirstDialog(MainWindow& window) {
 bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
     // A check box that would do nothing is hidden.
     if (!isQuick) return ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) == kDialogAccepted;
-    connection = AskQuickConnect(nullptr);
-    isInTab = FetchGlobalConfig()->openInTab.Get();
+    connection = AskQuickConnect(nullptr, isInTab);
     return connection.Get() != nullptr;
 }
 

@@ -28,28 +28,6 @@ const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状
 constexpr char16_t kHelpText[] =
     u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n";
 
-struct CommandRow {
-    int command;
-    void (MainWindow::*act)();
-};
-
-constexpr CommandRow kCommands[] = {
-    {HostCommands::kConnect, &MainWindow::ShowConnect},
-    {HostCommands::kQuickConnect, &MainWindow::AskQuickConnect},
-    {HostCommands::kNewSession, &MainWindow::CreateSession},
-    {HostCommands::kFind, &MainWindow::Find},
-    {HostCommands::kHelp, &MainWindow::ShowHelp},
-    {HostCommands::kProperties, &MainWindow::ShowProperties},
-    {HostCommands::kRemove, &MainWindow::RemoveSelected},
-    {HostCommands::kOpenAgain, &MainWindow::OpenAgain},
-    {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
-    {HostCommands::kOptions, &MainWindow::ShowOptions},
-    {HostCommands::kExit, &MainWindow::Exit},
-    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
-    {HostCommands::kToggleButtonBar, &MainWindow::ToggleButtonBar},
-    {HostCommands::kEditButtons, &MainWindow::EditButtons},
-};
-
 VUnicodeString DescribeState(const OpenedSession& row) {
     VUnicodeString text;
     switch (row.state) {
@@ -73,6 +51,23 @@ ReferenceGlobalConfig* GetSettings(const VRef<GlobalConfig>& global) {
 }
 
 }  // namespace
+
+constexpr MainWindow::CommandRow MainWindow::kCommands[] = {
+    {HostCommands::kConnect, &MainWindow::ShowConnect},
+    {HostCommands::kQuickConnect, &MainWindow::AskQuickConnect},
+    {HostCommands::kNewSession, &MainWindow::CreateSession},
+    {HostCommands::kFind, &MainWindow::Find},
+    {HostCommands::kHelp, &MainWindow::ShowHelp},
+    {HostCommands::kProperties, &MainWindow::ShowProperties},
+    {HostCommands::kRemove, &MainWindow::RemoveSelected},
+    {HostCommands::kOpenAgain, &MainWindow::OpenAgain},
+    {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
+    {HostCommands::kOptions, &MainWindow::ShowOptions},
+    {HostCommands::kExit, &MainWindow::Exit},
+    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
+    {HostCommands::kToggleButtonBar, &MainWindow::ToggleButtonBar},
+    {HostCommands::kEditButtons, &MainWindow::EditButtons},
+};
 
 MainWindow::~MainWindow() = default;
 

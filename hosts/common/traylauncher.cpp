@@ -107,15 +107,17 @@ void TrayLauncher::OpenStored(const VUnicodeString& path) {
 }
 
 void TrayLauncher::Connect() {
+    // The others decide about tabs: a check box for it would do nothing, and is hidden.
     bool isInTab = false;
-    if (ShowConnectDialog(kWakestone.title, false, false, true, nullptr, isInTab) != kDialogAccepted) return;
+    if (ShowConnectDialog(kWakestone.title, false, true, true, nullptr, isInTab) != kDialogAccepted) return;
     for (unsigned i = 0; i < GetConnectDialogSessionConfigCount(); ++i)
         OpenChosen(*VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(i)));
     CleanupConnectDialogSessionConfigs();
 }
 
 void TrayLauncher::QuickConnect() {
-    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr);
+    bool isInTab = false;
+    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr, isInTab);
     if (connection) OpenChosen(*connection);
 }
 
