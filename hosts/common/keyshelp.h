@@ -17,7 +17,7 @@ void ShowKeys(VWindow* parent, const VUnicodeString& text);
 /// The help of the connect dialog, as a HelpFunction. The numbers mean nothing to it.
 void ShowConnectKeys(VWindow* parent, unsigned, unsigned long);
 
-/// The shortcuts that a menu and its sub-menus show, each with what it is for, some of them a line.
+/// The shortcuts that a menu and its sub-menus show, each before what it is for, three a line.
 VUnicodeString DescribeShortcuts(const VPopupMenu& menu);
 
 }  // namespace connectdialog::hosts

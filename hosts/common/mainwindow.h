@@ -45,6 +45,8 @@ class MainWindow : private IFrameEvents {
     void OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row = {});
     /// Opens the rows that are selected and over once more.
     void OpenAgain();
+    /// Ends Run.
+    void Exit();
     /// Whether the user can choose the command now.
     bool IsEnabled(int command) const;
     /// For dialogs to stand over.
@@ -68,7 +70,6 @@ class MainWindow : private IFrameEvents {
     void RemoveSelected();
     void RemoveEnded();
     void ShowHelp();
-    void Exit();
     void ToggleToolbar();
     void ToggleButtonBar();
     void EditButtons();
