@@ -34,26 +34,6 @@ namespace connectdialog::hosts {
 
 namespace {
 
-constexpr char16_t kHelpText[] =
-    u"选择会话后按“连接”打开。\n\n"
-    u"Alt+N 新建会话    Alt+F 新建文件夹    Alt+R 属性\n"
-    u"F2 重命名    Del 删除    Ctrl+X/C/V 剪切、复制、粘贴\n"
-    u"Ctrl+F 查找    F3 查找下一个    Alt+E 桌面快捷方式\n"
-    u"Shift+F10 菜单    Alt+A 切换排列方式\n\n"
-    u"详细说明：man %1";
-
-}  // namespace
-
-void ShowHelp(VWindow* window, unsigned, unsigned long) {
-    VUnicodeString text;
-    VUnicodeString program = VGetAppName();
-    program.MakeLower();
-    text.Format(kHelpText, program);
-    VMessageBox(window, text, kBoxInformation);
-}
-
-namespace {
-
 /// One run with what the command line asks for.
 class Host {
   public:
@@ -73,6 +53,7 @@ class Host {
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
     bool FindSessions(VUnicodeString& fault);
+    bool WantsQuickConnect() const;
     void LetUserChoose();
     bool ShowMainWindow(const VIcon* icon);
     void ShowFirstDialog(MainWindow& window);
@@ -96,10 +77,7 @@ class Host {
 void Host::FindStore() {
     run.storeUrl = FindStoreUrl(options.store);
     run.isOwnStore = run.storeUrl == FindStoreUrl({});
-    VIcon* const icon = parts.icon;
-    parts = MakeHostParts(run.storeUrl);
-    parts.help = ShowHelp;
-    parts.icon = icon;
+    parts = MakeHostParts(run.storeUrl, parts.icon);
 }
 
 bool Host::OpenStore(VUnicodeString& notice) {
@@ -114,7 +92,7 @@ bool Host::FindSessions(VUnicodeString& fault) {
         const bool isRoot = folder.find_first_not_of('\\') == std::string::npos;
         if (!AddSessionsIn(isRoot ? VUnicodeString() : VUnicodeString(folder.c_str()), sessions, fault)) return false;
     }
-    if (!options.client.empty()) sessions.push_back({{}, {}, {}, {options.client, {}, {}}, false});
+    if (!options.client.empty()) sessions.push_back(MakeClientSession({}, {}, {}, options.client));
     return true;
 }
 
@@ -230,7 +208,7 @@ bool Host::FindStoreInWindow() {
 /// Shows a dialog until what was chosen is open, or is to be opened here: then it is in `sessions`.
 void Host::LetUserChoose() {
     RemindOfUpdates(nullptr);
-    isQuick = address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
+    isQuick = WantsQuickConnect();
     while (true) {
         TerminalEmulator terminal;
         VUnicodeString ignored;
@@ -248,10 +226,15 @@ void Host::LetUserChoose() {
     }
 }
 
+/// With the address of the command line filled in, where there is one.
+bool Host::WantsQuickConnect() const {
+    return address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect;
+}
+
 /// Over the main window, once it shows.
 void Host::ShowFirstDialog(MainWindow& window) {
     RemindOfUpdates(&window.GetWindow());
-    if (address ? FillQuickConnect(*address) : GetStartupDialog() == StartupDialog::kQuickConnect)
+    if (WantsQuickConnect())
         window.AskQuickConnect();
     else if (GetStartupDialog() == StartupDialog::kConnect)
         window.ShowConnect();
@@ -260,8 +243,7 @@ void Host::ShowFirstDialog(MainWindow& window) {
 bool Host::ShowChoice(bool hasTabs, bool& isInTab) {
     // A check box that would do nothing is hidden.
     if (!isQuick) return ShowConnectDialog(kind.title, false, !hasTabs, true, nullptr, isInTab) == kDialogAccepted;
-    connection = AskQuickConnect(nullptr);
-    isInTab = FetchGlobalConfig()->openInTab.Get();
+    connection = AskQuickConnect(nullptr, isInTab);
     return connection.Get() != nullptr;
 }
 

@@ -44,6 +44,8 @@ class HostMenus {
     /// A mark before an entry of the menus.
     void Check(int command, bool isChecked) { menuBar.Check(command, isChecked); }
 
+    /// As the description has it: every entry can be chosen.
+    const VPopupMenu& GetMenuBar() const { return menuBar; }
     VPopupMenu MakeListMenu(const IsCommandEnabled& isEnabled) const;
 
     /// What a command of the menus means: its function's number as type, and an argument where it takes one. False when

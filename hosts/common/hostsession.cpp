@@ -42,6 +42,11 @@ VUnicodeString DescribeFault(const VUnicodeString& path, VReportMessageParams& r
 
 }  // namespace
 
+HostSession MakeClientSession(const VUnicodeString& path, const VUnicodeString& protocol, const VUnicodeString& host,
+                              const std::vector<std::string>& client) {
+    return {path, protocol, host, {client, {}, {}}, false};
+}
+
 bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault) {
     HostSession added;
     added.path = session.GetPath();

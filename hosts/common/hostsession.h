@@ -28,6 +28,9 @@ struct HostSession {
     bool isStored = true;
 };
 
+/// A connection that no store has: `client` are the words of what runs for it, the other three are for the user.
+HostSession MakeClientSession(const VUnicodeString& path, const VUnicodeString& protocol, const VUnicodeString& host,
+                              const std::vector<std::string>& client);
 /// Adds what opens the session. On failure: false, `fault` tells why, and nothing is added.
 bool AddSession(const ISessionConfig& session, std::vector<HostSession>& sessions, VUnicodeString& fault);
 /// The same for the session at that path.
@@ -43,7 +46,8 @@ bool HaveClients(const std::vector<HostSession>& sessions, VUnicodeString& fault
 bool TakeChosenSessions(std::vector<HostSession>& sessions, VUnicodeString& fault);
 
 /// Runs one client after the other in this terminal, until one is ended by a signal, and tells others meanwhile which
-/// sessions are still to end. Gives the exit code of the last client.
+/// sessions are still to end. Returns when the last client ended, with its exit code: 128 and more for a signal.
+/// On failure: 1, when a client cannot be started; that was told, and the sessions behind it are not opened.
 int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, SessionReport& report);
 
 /// The terminal emulator in whose windows sessions open: the one that the user's own store names, or the system's.

@@ -8,6 +8,7 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostcommands.h"
+#include "hosts/common/keyshelp.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/idialogkit.h"
@@ -25,32 +26,7 @@ namespace {
 const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状态"_v};
 
 constexpr char16_t kHelpText[] =
-    u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n"
-    u"Ctrl+O 连接    Alt+Q 快速连接    Ctrl+N 新建会话    Ctrl+F 查找\n"
-    u"Enter 重新打开已结束的会话    Del 从列表中移除    Alt+Enter 属性\n\n"
-    u"详细说明：man %1";
-
-struct CommandRow {
-    int command;
-    void (MainWindow::*act)();
-};
-
-constexpr CommandRow kCommands[] = {
-    {HostCommands::kConnect, &MainWindow::ShowConnect},
-    {HostCommands::kQuickConnect, &MainWindow::AskQuickConnect},
-    {HostCommands::kNewSession, &MainWindow::CreateSession},
-    {HostCommands::kFind, &MainWindow::Find},
-    {HostCommands::kHelp, &MainWindow::ShowHelp},
-    {HostCommands::kProperties, &MainWindow::ShowProperties},
-    {HostCommands::kRemove, &MainWindow::RemoveSelected},
-    {HostCommands::kOpenAgain, &MainWindow::OpenAgain},
-    {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
-    {HostCommands::kOptions, &MainWindow::ShowOptions},
-    {HostCommands::kExit, &MainWindow::Exit},
-    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
-    {HostCommands::kToggleButtonBar, &MainWindow::ToggleButtonBar},
-    {HostCommands::kEditButtons, &MainWindow::EditButtons},
-};
+    u"主窗口列出本次运行中打开的会话。每个会话在终端窗口中打开，关闭主窗口不会结束它们。\n\n";
 
 VUnicodeString DescribeState(const OpenedSession& row) {
     VUnicodeString text;
@@ -70,6 +46,23 @@ VUnicodeString DescribeState(const OpenedSession& row) {
 }
 
 }  // namespace
+
+constexpr MainWindow::CommandRow MainWindow::kCommands[] = {
+    {HostCommands::kConnect, &MainWindow::ShowConnect},
+    {HostCommands::kQuickConnect, &MainWindow::AskQuickConnect},
+    {HostCommands::kNewSession, &MainWindow::CreateSession},
+    {HostCommands::kFind, &MainWindow::Find},
+    {HostCommands::kHelp, &MainWindow::ShowHelp},
+    {HostCommands::kProperties, &MainWindow::ShowProperties},
+    {HostCommands::kRemove, &MainWindow::RemoveSelected},
+    {HostCommands::kOpenAgain, &MainWindow::OpenAgain},
+    {HostCommands::kRemoveEnded, &MainWindow::RemoveEnded},
+    {HostCommands::kOptions, &MainWindow::ShowOptions},
+    {HostCommands::kExit, &MainWindow::Exit},
+    {HostCommands::kToggleToolbar, &MainWindow::ToggleToolbar},
+    {HostCommands::kToggleButtonBar, &MainWindow::ToggleButtonBar},
+    {HostCommands::kEditButtons, &MainWindow::EditButtons},
+};
 
 MainWindow::~MainWindow() = default;
 
@@ -191,11 +184,7 @@ void MainWindow::RemoveEnded() {
 }
 
 void MainWindow::ShowHelp() {
-    VUnicodeString text;
-    VUnicodeString program = VGetAppName();
-    program.MakeLower();
-    text.Format(kHelpText, program);
-    VMessageBox(window.get(), text, kBoxInformation);
+    ShowKeys(window.get(), kHelpText + DescribeShortcuts(menus.GetMenuBar()));
 }
 
 void MainWindow::ShowFault(const VUnicodeString& fault) {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "hosts/common/hostbuttons.h"
@@ -17,7 +18,6 @@
 #include "imports/dialogkit/iframewindow.h"
 
 namespace connectdialog {
-class ISessionConfig;
 class VIcon;
 }  // namespace connectdialog
 
@@ -36,37 +36,44 @@ class MainWindow : private IFrameEvents {
     /// Shows the window until it is closed; calls `begin` once it shows.
     void Run(std::function<void()> begin);
 
-    // What the commands do. Each ends with its dialogs, over this window.
-
     /// Lets the user choose sessions, and opens them.
     void ShowConnect();
     /// Lets the user fill in a connection, and opens it.
     void AskQuickConnect();
+    /// Opens the session at a path in a window, or in a tab where that is wanted and possible; in a row that is over
+    /// where one is given, else in a row of its own. What fails is told.
+    void OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row = {});
+    /// Opens the rows that are selected and over once more.
+    void OpenAgain();
+    /// Ends Run.
+    void Exit();
+    /// Whether the user can choose the command now.
+    bool IsEnabled(int command) const;
+    /// For dialogs to stand over.
+    IFrameWindow& GetWindow() { return *window; }
+
+  private:
+    /// What a command does. Each ends with its dialogs, over this window.
+    struct CommandRow {
+        int command;
+        void (MainWindow::*act)();
+    };
+    static const CommandRow kCommands[];
+
+    /// As ShowConnect, and what to find there is asked first.
+    void Find();
     /// The wizard; the new session is selected in the connect dialog then.
     void CreateSession();
-    /// The same, and what to find there is asked first.
-    void Find();
     /// Those of the Default session, with which new ones begin.
     void ShowOptions();
     void ShowProperties();
-    void OpenAgain();
     void RemoveSelected();
     void RemoveEnded();
     void ShowHelp();
-    void Exit();
     void ToggleToolbar();
     void ToggleButtonBar();
     void EditButtons();
 
-    /// Opens the session at a path in a window, or in a tab where that is wanted and possible. What fails is told.
-    void OpenAt(const VUnicodeString& path, bool isInTab);
-    bool IsEnabled(int command) const;
-    /// For dialogs to stand over.
-    IFrameWindow& GetWindow() { return *window; }
-    const OpenedSessions& GetSessions() const { return opened; }
-    void SetStatus(const VUnicodeString& text) { window->SetStatus(text); }
-
-  private:
     void OnFrameCommand(int command) override;
     void OnRowActivated(std::size_t row) override;
     void OnListMenu(VPoint point) override;
@@ -74,10 +81,11 @@ class MainWindow : private IFrameEvents {
     bool OnFrameClose() override;
     void OnFrameWoken() override;
 
-    /// On failure: false, and `fault` tells why; else the windows are being opened.
-    bool Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault);
+    /// Opens sessions in rows at the end, or one in a row that is over. On failure: false, and `fault` tells why; else
+    /// the windows are being opened.
+    bool Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault,
+              std::optional<std::size_t> row = {});
     void LetUserChoose(bool isToFind);
-    bool OpenConfig(const ISessionConfig& config, VUnicodeString& fault);
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);
     void ShowRows();

@@ -44,47 +44,40 @@ void MainWindow::LetUserChoose(bool isToFind) {
 
 void MainWindow::AskQuickConnect() {
     while (true) {
-        const VRef<ISessionConfig> config = hosts::AskQuickConnect(window.get());
+        bool isInTab = false;
+        const VRef<ISessionConfig> config = hosts::AskQuickConnect(window.get(), isInTab);
+        std::vector<HostSession> sessions;
         VUnicodeString fault;
-        if (!config || OpenConfig(*config, fault)) return;
+        if (!config || (AddSession(*config, sessions, fault) && Open(sessions, isInTab, fault))) return;
         ShowFault(fault);
     }
 }
 
-bool MainWindow::OpenConfig(const ISessionConfig& config, VUnicodeString& fault) {
-    std::vector<HostSession> sessions;
-    return AddSession(config, sessions, fault) && HaveClients(sessions, fault) &&
-           Open(sessions, FetchGlobalConfig()->openInTab.Get(), fault);
-}
-
-bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault) {
+bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault,
+                      std::optional<std::size_t> row) {
     TerminalEmulator terminal;
-    if (!FindHostTerminal(run, terminal, fault)) return false;
-    opened.Open(terminal, isInTab, sessions);
+    if (!HaveClients(sessions, fault) || !FindHostTerminal(run, terminal, fault)) return false;
+    if (row)
+        opened.OpenAgain(terminal, isInTab, *row, sessions.front());
+    else
+        opened.Open(terminal, isInTab, sessions);
     ShowRows();
     return true;
 }
 
-void MainWindow::OpenAt(const VUnicodeString& path, bool isInTab) {
+void MainWindow::OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row) {
     std::vector<HostSession> sessions;
     VUnicodeString fault;
-    const bool isOpening =
-        AddSessionAt(path, sessions, fault) && HaveClients(sessions, fault) && Open(sessions, isInTab, fault);
-    if (!isOpening) ShowFault(fault);
+    if (!AddSessionAt(path, sessions, fault) || !Open(sessions, isInTab, fault, row)) ShowFault(fault);
 }
 
 void MainWindow::OpenRowAgain(std::size_t row) {
-    std::vector<HostSession> sessions;
-    TerminalEmulator terminal;
+    const OpenedSession former = opened.GetRows()[row];
+    const bool isInTab = FetchGlobalConfig()->openInTab.Get();
+    if (former.client.empty()) return OpenAt(former.path, isInTab, row);
     VUnicodeString fault;
-    const OpenedSession& former = opened.GetRows()[row];
-    if (!former.client.empty())
-        sessions.push_back({former.path, former.protocol, former.host, {former.client, {}, {}}, false});
-    if ((sessions.empty() && !AddSessionAt(former.path, sessions, fault)) || !HaveClients(sessions, fault) ||
-        !FindHostTerminal(run, terminal, fault))
-        return ShowFault(fault);
-    opened.OpenAgain(terminal, FetchGlobalConfig()->openInTab.Get(), row, sessions.front());
-    ShowRows();
+    const HostSession session = MakeClientSession(former.path, former.protocol, former.host, former.client);
+    if (!Open({session}, isInTab, fault, row)) ShowFault(fault);
 }
 
 void MainWindow::OpenAgain() {

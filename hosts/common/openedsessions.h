@@ -35,32 +35,37 @@ struct OpenedSession {
     bool IsOver() const { return state == OpenedState::kEnded || state == OpenedState::kFailed; }
 };
 
-/// For one thread, but for `wake`.
+/// For one thread, the one that made it; only what Listen is given is called on others. Requires: Listen comes first,
+/// before any other call.
 class OpenedSessions {
   public:
+    /// `run` stays the caller's and outlives it.
     explicit OpenedSessions(const HostRun& run);
-    /// Waits for terminal emulators that are being started. What is open stays open.
+    /// Waits for terminal emulators that are being started, and calls Listen's `tell` meanwhile. What is open stays
+    /// open.
     ~OpenedSessions();
     OpenedSessions(const OpenedSessions&) = delete;
     OpenedSessions& operator=(const OpenedSessions&) = delete;
 
-    /// From now on `tell` is called on any thread when there is news to take. Once, before anything is opened.
+    /// From now on `tell` is called on any thread when there is news to take; it only wakes the thread that takes it.
+    /// Requires: once, and `tell` can be called until this is gone. On failure: GetError is not 0.
     void Listen(std::function<void()> tell);
 
     const std::vector<OpenedSession>& GetRows() const { return rows; }
     /// 0, or the error for which nothing will be told of sessions: they count as open once their window was started.
     std::uint32_t GetError() const { return announcement->GetError(); }
 
-    /// Opens each in a window, with a row at the end.
+    /// Opens each in a window, with a row at the end, and returns before they are open: kStarting. On failure: TakeNews
+    /// tells, and the row is kFailed.
     void Open(const TerminalEmulator& terminal, bool isInTab, const std::vector<HostSession>& sessions);
-    /// Opens the session of a row that is over once more, in the same row.
+    /// Opens a session like this in place of a row. Requires: `row` is an index of GetRows, of one that is over.
     void OpenAgain(const TerminalEmulator& terminal, bool isInTab, std::size_t row, const HostSession& session);
     /// A session that is open keeps its row until its end, where that will be told.
     bool CanRemove(const OpenedSession& row) const { return row.state != OpenedState::kOpen || GetError() != 0; }
-    /// What is open in it stays open.
+    /// What is open in it stays open. Requires: `row` is an index of GetRows.
     void Remove(std::size_t row) { rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row)); }
     void RemoveEnded();
-    /// The session at a path stands at another now.
+    /// The session at a path stands at another now: all of its rows show that.
     void SetPath(const VUnicodeString& former, const VUnicodeString& path);
 
     /// Brings the rows up to date. Gives what the user should know: why windows could not be opened.

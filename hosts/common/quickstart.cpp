@@ -8,6 +8,7 @@
 #include "foundation/percenttext.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
+#include "imports/configpanels.h"
 #include "imports/dialogkit/appname.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocoltraits.h"
@@ -62,10 +63,11 @@ bool FillQuickConnect(const QuickAddress& address) {
     return true;
 }
 
-VRef<ISessionConfig> AskQuickConnect(VWindow* parent) {
+VRef<ISessionConfig> AskQuickConnect(VWindow* parent, bool& isInTab) {
     ISessionConfig* chosen = nullptr;
     const auto appKind = static_cast<unsigned>(GetAppKind());
     if (ShowQuickConnectDialog(&chosen, VUnicodeString(), appKind, parent) != kDialogAccepted) return nullptr;
+    isInTab = FetchGlobalConfig()->openInTab.Get();
     return VRef<ISessionConfig>::Adopt(chosen);
 }
 

@@ -26,7 +26,7 @@ bool FillQuickConnect(const QuickAddress& address);
 
 /// Shows quick connect; nothing is opened that the user has not seen in it and accepted. What is saved goes into the
 /// root folder. `parent` may be null.
-/// Null when the user gave up; else the connection. The global settings tell whether it goes into a tab.
-VRef<ISessionConfig> AskQuickConnect(VWindow* parent);
+/// Null when the user gave up; else the connection, and `isInTab` tells whether it is wanted in a tab.
+VRef<ISessionConfig> AskQuickConnect(VWindow* parent, bool& isInTab);
 
 }  // namespace connectdialog::hosts

@@ -3,6 +3,7 @@
 #include "foundation/messagetable.h"
 #include "frame/configfolderdialog.h"
 #include "frame/startupservices.h"
+#include "hosts/common/keyshelp.h"
 #include "hosts/common/tell.h"
 #include "imports/configpanels.h"
 #include "imports/dialogkit/appname.h"
@@ -44,8 +45,10 @@ std::string FindStoreUrl(const std::string& told) {
     return platform::ToNarrow(stores::GetAbsoluteStoreUrl(url));
 }
 
-HostParts MakeHostParts(const std::string& storeUrl) {
+HostParts MakeHostParts(const std::string& storeUrl, VIcon* icon) {
     HostParts parts;
+    parts.icon = icon;
+    parts.help = ShowConnectKeys;
     const VUnicodeString url(storeUrl.c_str());
     parts.commandLine = u"--window --store \""_v + url + u"\"";
     parts.needsTerminal = true;  // to open one session, as a shortcut does

@@ -25,8 +25,8 @@ bool AskForStoreFolder(const VIcon* icon);
 /// The URL by which every process finds the store that `told` names, or the user's own when that is empty.
 std::string FindStoreUrl(const std::string& told);
 
-/// What a host over that store has for the library; its icon and its help are still to be added.
-HostParts MakeHostParts(const std::string& storeUrl);
+/// What a host over that store has for the library. `icon` may be null.
+HostParts MakeHostParts(const std::string& storeUrl, VIcon* icon);
 
 /// Opens the store and installs the suite over it; what fails is told, and asked whether to try again.
 /// On failure: null, when the user gave up.

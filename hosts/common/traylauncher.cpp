@@ -8,7 +8,6 @@
 #include "foundation/messagetable.h"
 #include "foundation/percenttext.h"
 #include "frame/connectdialogapi.h"
-#include "hosts/common/host.h"
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"
 #include "hosts/common/hosttray.h"
@@ -78,10 +77,7 @@ int TrayLauncher::Run() {
     if (options.store.empty() && !AskForStoreFolder(window->GetIcon()))
         return Fail(kWakestone, u"there is no folder for the sessions");
     storeUrl = FindStoreUrl(options.store);
-    HostParts parts = MakeHostParts(storeUrl);
-    parts.icon = window->GetIcon();
-    parts.help = ShowHelp;
-    const auto store = OpenStoreInWindow(kWakestone, storeUrl, parts);
+    const auto store = OpenStoreInWindow(kWakestone, storeUrl, MakeHostParts(storeUrl, window->GetIcon()));
     if (!store) return kFailed;
     tray = OpenHostTray(kWakestone, *this);
     OnlyOne([] { RemindOfUpdates(nullptr); });
@@ -112,15 +108,17 @@ void TrayLauncher::OpenStored(const VUnicodeString& path) {
 }
 
 void TrayLauncher::Connect() {
+    // The others decide about tabs: a check box for it would do nothing, and is hidden.
     bool isInTab = false;
-    if (ShowConnectDialog(kWakestone.title, false, false, true, nullptr, isInTab) != kDialogAccepted) return;
+    if (ShowConnectDialog(kWakestone.title, false, true, true, nullptr, isInTab) != kDialogAccepted) return;
     for (unsigned i = 0; i < GetConnectDialogSessionConfigCount(); ++i)
         OpenChosen(*VRef<ISessionConfig>::Adopt(GetConnectDialogSessionConfig(i)));
     CleanupConnectDialogSessionConfigs();
 }
 
 void TrayLauncher::QuickConnect() {
-    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr);
+    bool isInTab = false;
+    const VRef<ISessionConfig> connection = AskQuickConnect(nullptr, isInTab);
     if (connection) OpenChosen(*connection);
 }
 

@@ -137,6 +137,9 @@ TEST_F(MainWindowTest, CommandsLeadToTheDialogs) {
             EXPECT_FALSE(window.IsEnabled(HostCommands::kProperties));
         }
         kit.AnswerBoxes([](const VUnicodeString&, unsigned) { return kAnswerOk; });
+        EXPECT_TRUE(frame.PressKey(kKeyF1));
+        EXPECT_NE(kit.GetBoxes().back().text.View().find(u"\nCtrl+O 连接    Alt+Q 快速连接    "),
+                  std::u16string_view::npos);
         window.OpenAt(u"odd"_v, false);
         EXPECT_NE(kit.GetBoxes().back().text.View().find(u"Hostname"), std::u16string_view::npos)
             << "a host name is never an option";
