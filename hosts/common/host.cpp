@@ -297,7 +297,7 @@ int RunHost(const HostKind& kind, int argc, char** argv) {
     int exitCode = 0;
     if (!TakeCommandLine(kind, std::span(argv + (argc > 0 ? 1 : 0), argv + argc), options, exitCode)) return exitCode;
     exitCode = Run(kind, options);
-    if (exitCode != 0 && options.waitsAtEnd) {
+    if (exitCode != 0 && options.waitsAtEnd && !platform::WasAskedToEnd()) {
         std::fputs("\nPress Return to end.\n", stderr);
         for (int character = 0; character != '\n' && character != EOF;) character = std::getchar();
     }

@@ -143,7 +143,7 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
             Tell(kind, DescribeReport(report));
             return 1;
         }
-        if (exitCode >= kEndedBySignal) break;
+        if (exitCode >= kEndedBySignal || platform::WasAskedToEnd()) break;
     }
     told.End(exitCode);
     return exitCode;

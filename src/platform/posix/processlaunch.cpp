@@ -69,8 +69,11 @@ class NativeCommand {
 
 /// The program that this process waits for; 0 when there is none.
 volatile std::sig_atomic_t waitedFor = 0;
+/// The last signal that was passed on, or 0.
+volatile std::sig_atomic_t passedOn = 0;
 
 void PassOn(int signal) {
+    passedOn = signal;
     if (waitedFor > 0) kill(static_cast<pid_t>(waitedFor), signal);
 }
 
@@ -211,6 +214,10 @@ bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
         posix_spawn(&process, command.GetProgram(), nullptr, attributes.Get(), command.GetArguments(), environ);
     if (error != 0) return FailWith(ErrorFromErrno(error));
     return WaitForEnd(process, exitCode);
+}
+
+bool WasAskedToEnd() {
+    return passedOn != 0;
 }
 
 bool HasTerminal() {
