@@ -110,6 +110,19 @@ TEST_F(PlatformTest, AProgramThatIsWaitedForHasTheTerminalsSignals) {
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 9) << "a request to end goes to the program: " << status;
 }
 
+TEST_F(PlatformTest, ProgramsThatWereStartedLeaveNoZombies) {
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(StartProgram({"/bin/sh", "-c", "sleep 0.05"}, {}));
+    // Each later start may find some that have ended; the last finds no child at all.
+    siginfo_t child{};
+    bool hasChild = true;
+    for (int i = 0; i < 500 && hasChild; ++i) {
+        usleep(20000);
+        ASSERT_TRUE(StartProgram({"/bin/true"}, std::chrono::seconds(20)));
+        hasChild = waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
+    }
+    EXPECT_FALSE(hasChild);
+}
+
 TEST_F(PlatformTest, RefusesWhatIsNoProgram) {
     SetVariable("PATH", folder.GetPath().string());
     WriteProgram("plain", "echo never", 0600);

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <mutex>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -164,6 +165,28 @@ bool HasEnded(pid_t process, std::chrono::milliseconds patience, int& status) {
     return true;
 }
 
+/// Programs that were started and go on by themselves; each stays the system's until somebody asks for its end.
+class StartedPrograms {
+  public:
+    void Add(pid_t process) {
+        const std::scoped_lock lock(guard);
+        processes.push_back(process);
+    }
+    void ForgetEnded() {
+        const std::scoped_lock lock(guard);
+        std::erase_if(processes, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
+    }
+
+  private:
+    std::mutex guard;
+    std::vector<pid_t> processes;
+};
+
+StartedPrograms& GetStartedPrograms() {
+    static StartedPrograms programs;
+    return programs;
+}
+
 bool WaitForEnd(pid_t process, int& exitCode) {
     waitedFor = process;
     int status = 0;
@@ -239,9 +262,13 @@ bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::millisec
 bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
     pid_t process = 0;
     int status = 0;
+    GetStartedPrograms().ForgetEnded();
     if (!SpawnMute(arguments, POSIX_SPAWN_SETSID, process)) return false;
-    const bool isFine = !HasEnded(process, patience, status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    return isFine || FailWith(kProcessAborted);
+    if (!HasEnded(process, patience, status)) {
+        GetStartedPrograms().Add(process);
+        return true;
+    }
+    return (WIFEXITED(status) && WEXITSTATUS(status) == 0) || FailWith(kProcessAborted);
 }
 
 }  // namespace connectdialog::platform
