@@ -129,6 +129,12 @@ TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
     EXPECT_NE(opened.find("<odd.example>"), std::string::npos) << opened;
     EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
 
+    std::filesystem::remove(scratch / "opened");
+    WriteProgram("x-terminal-emulator",
+                 "case \"$*\" in *Inner*) echo \"$2\" > " + (scratch / "opened") + ";; *) exit 3 ;; esac\n");
+    EXPECT_EQ(Run({"--window", "/SESSION_FOLDER", "Servers"}).exitCode, 1);
+    EXPECT_NE(WaitForOpened(1), "") << "a window that fails does not keep the next one from opening";
+
     WriteProgram("x-terminal-emulator", "exit 3\n");
     EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("ended at once"), std::string::npos);
     std::filesystem::remove(scratch / "x-terminal-emulator");
