@@ -48,6 +48,8 @@ void MainWindow::AskQuickConnect() {
         VUnicodeString fault;
         if (!config || OpenConfig(*config, fault)) return;
         ShowFault(fault);
+        // Once more here would save it twice.
+        if (config->IsStored()) return ShowConnect();
     }
 }
 
