@@ -26,6 +26,7 @@
 #include "imports/dialogkit/vmessagebox.h"
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
+#include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -72,6 +73,7 @@ class Host {
     /// False when `notice` says why; it may also say something when it was opened.
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
+    bool CanHaveSessions(VUnicodeString& fault) const;
     bool FindSessions(VUnicodeString& fault);
     void LetUserChoose();
     bool ShowMainWindow(const VIcon* icon);
@@ -118,6 +120,14 @@ bool Host::FindSessions(VUnicodeString& fault) {
     return true;
 }
 
+/// A store that was never asked for is not made here: the first dialog asks where it shall live.
+bool Host::CanHaveSessions(VUnicodeString& fault) const {
+    const bool namesNone = options.paths.empty() && options.folders.empty();
+    if (namesNone || !options.store.empty() || stores::IsDefaultStoreKnown()) return true;
+    fault = u"there is no store of sessions yet; \"" + VUnicodeString(kind.program) + u"\" makes one";
+    return false;
+}
+
 int Host::SetTerminal() {
     VUnicodeString notice;
     if (!run.isOwnStore) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
@@ -134,7 +144,7 @@ int Host::SetTerminal() {
 int Host::OpenSessions() {
     SessionReport report(options.report);
     VUnicodeString notice;
-    const bool isFound = OpenStore(notice) && FindSessions(notice);
+    const bool isFound = CanHaveSessions(notice) && OpenStore(notice) && FindSessions(notice);
     if (isFound && !notice.IsEmpty()) Tell(kind, notice);
     if (options.isInWindow) {
         const bool canOpen = isFound && HaveClients(sessions, notice);

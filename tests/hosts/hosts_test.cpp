@@ -259,7 +259,13 @@ TEST_F(HostsTest, TheFirstRunAsksForTheFolderOfTheStore) {
                     "XDG_CONFIG_HOME=" + home + "/conf", "XDG_DATA_HOME=" + home + "/data"});
     };
     EXPECT_EQ(run("Escape").exitCode, 1);
-    EXPECT_FALSE(std::filesystem::exists(home)) << "giving up makes nothing";
+    for (const char* option : {"/S", "/SESSION_FOLDER"}) {
+        const ProcessResult result = Run({option, "absent"}, NORHALDEN_PROGRAM,
+                                         {"BRENNMARK_STORE=", "HOME=" + home, "XDG_CONFIG_HOME=" + home + "/conf",
+                                          "XDG_DATA_HOME=" + home + "/data"});
+        EXPECT_NE(result.errors.find("no store"), std::string::npos) << result.errors;
+    }
+    EXPECT_FALSE(std::filesystem::exists(home)) << "neither giving up nor a session makes anything";
     // The reminder is answered with No; a folder in the connect dialog makes the store.
     EXPECT_EQ(run("Return Escape Home Alt+F Return").exitCode, 0);
     EXPECT_EQ(ReadFile(home + "/conf/brennmark/store-folder"), data + '\n');
