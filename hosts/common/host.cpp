@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "connectdialog/multiconnectwarningdialog.h"
+#include "foundation/messagetable.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
@@ -24,6 +25,7 @@
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "platform/lasterror.h"
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
 #include "stores/userstore.h"
@@ -81,6 +83,7 @@ class Host {
     bool ShowChoice(bool hasTabs, bool& isInTab);
     bool TakeChosen(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
+    int BecomeOther();
     int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode = kFailed);
     bool ConfirmMany();
 
@@ -223,10 +226,23 @@ int Host::QuickConnect() {
     QuickAddress found;
     if (ReadQuickAddress(*options.address, options.isLink, found, fault)) {
         address = found;
-        return ShowDialog();
+        return HasProtocolOf(found) ? ShowDialog() : BecomeOther();
     }
     if (!options.isLink) return Fail(kind, fault, kWrongUsage);
     return ShowFault(u"the link cannot be opened: "_v + fault, nullptr, kWrongUsage);
+}
+
+/// Hands the address on to the program that has its protocol; comes back when that cannot be started.
+int Host::BecomeOther() {
+    const HostKind& other = &kind == &kTessaly ? kNorHalden : kTessaly;
+    std::vector<std::string> words = {FindSuiteProgram(other.program)};
+    if (!options.store.empty()) words.insert(words.end(), {"--store", options.store});
+    if (options.isMain) words.emplace_back("--main");
+    words.insert(words.end(), {options.isLink ? "--link" : "--quick", *options.address});
+    platform::ReplaceProcess(words);
+    return ShowFault(
+        VUnicodeString(other.program) + u" cannot be started: " + FindSystemMessage(platform::GetLastErrorCode()),
+        nullptr);
 }
 
 bool Host::FindStoreInWindow() {

@@ -209,7 +209,6 @@ TEST_F(HostsTest, AnAddressThatIsNoneEndsBeforeAnyWindow) {
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"--quick", ""}, "Address"},
         {{"--quick", "-oProxyCommand=touch bad"}, "Address"},
-        {{"--quick", "sftp://h"}, "no protocol SFTP"},
         {{"--link", "--terminal=x"}, "a link begins with"},
         {{"--link", "host.example"}, "a link begins with"},
         {{"--link", "ssh://-oProxyCommand=touch%20bad"}, "Hostname"},
@@ -228,6 +227,13 @@ TEST_F(HostsTest, AnAddressThatIsNoneEndsBeforeAnyWindow) {
         EXPECT_NE(result.errors.find(part), std::string::npos) << result.errors;
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
     }
+}
+
+TEST_F(HostsTest, AnAddressGoesToTheProgramThatHasItsProtocol) {
+    EXPECT_TRUE(Run({"--quick", "sftp://h"}).errors.starts_with("tessaly: "));
+    EXPECT_TRUE(
+        Run({"--store", StoreUrl(), "--main", "--link", "SSH://h"}, TESSALY_PROGRAM).errors.starts_with("norhalden: "));
+    EXPECT_TRUE(Run({"--quick", "h"}, TESSALY_PROGRAM).errors.starts_with("tessaly: "));
 }
 
 #ifdef HOST_PROBE
