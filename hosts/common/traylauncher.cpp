@@ -49,10 +49,10 @@ class TrayLauncher : public ITrayEvents {
     }
 
   private:
-    /// The tray lives on below a dialog; a second one shall not come up over the first.
+    /// The tray lives on below a dialog; a second one shall not come up over the first, which is shown again.
     template <class Show>
     void OnlyOne(Show show) {
-        if (isBusy) return;
+        if (isBusy) return tray->ShowDialog();
         isBusy = true;
         show();
         isBusy = false;
@@ -100,7 +100,7 @@ void TrayLauncher::OnChosen(const TrayEntry& entry) {
         case TrayCommand::kAbout:
             return OnlyOne([] { ShowAbout(); });
         case TrayCommand::kExit:
-            return OnlyOne([&] { tray->Close(); });
+            return tray->Close();
         case TrayCommand::kNone:
             return;
     }

@@ -328,8 +328,8 @@ TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
             AddFolderEntry(u"Nothing", VUnicodeString(std::to_string(i).c_str()), u"", false);
         InstallReferenceSuite(u"NorHalden"_v, *factory);
     }
-    // The last path tells the menus on its way.
-    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u9000\u51FA(_X)";
+    // The third path tells the menus on its way; the last ones open a box and leave by the menu while it is there.
+    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u5173\u4E8E(_A),\u9000\u51FA(_X)";
     const ProcessResult result = Run(
         {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", std::string(HOSTS_DATA) + "/../../tests/hosts/faketray.py",
          paths, WAKESTONE_PROGRAM, "--store", StoreUrl()},
