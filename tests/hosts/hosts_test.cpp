@@ -314,7 +314,10 @@ TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
 }
 
 TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
-    EXPECT_NE(Run({}, WAKESTONE_PROGRAM, {"QT_QPA_PLATFORM=offscreen"}).errors.find("no tray"), std::string::npos);
+    const ProcessResult none =
+        Run({"--host", "wakestone", "--keys", "Escape"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_NE(none.errors.find("no tray"), std::string::npos) << none.errors;
     EXPECT_EQ(Run({"--window", "/S", "absent"}, WAKESTONE_PROGRAM).exitCode, 1) << "norhalden's";
     if (!std::filesystem::exists("/usr/bin/dbus-run-session") || !std::filesystem::exists("/usr/bin/xvfb-run") ||
         RunProcess({"/usr/bin/python3", "-c", "import dbus, gi"}).exitCode != 0)
