@@ -3,13 +3,24 @@
 
 #include "foundation/vunicodestring.h"
 
+namespace connectdialog {
+class VReportMessageParams;
+}
+
 namespace connectdialog::stores {
 
 /// The URL of the user's own store: BRENNMARK_STORE when set, else `sqlite:` with the file `sessions.db` in the folder
 /// that the user chose, or in the usual one.
 VUnicodeString GetDefaultStoreUrl();
 
-/// Whether it needs no asking where that is: it is told, a folder was chosen, or there is a file in the usual one.
+/// To be asked before that store is opened: whether it can be where it was told to be. No empty store may take the
+/// place of one on a disk that is not mounted. On failure: false, with a report whose insert is the path: 3 for a
+/// chosen folder that is not there, 13 for a file `store-folder` that names no absolute path, another code for one that
+/// cannot be read.
+bool CheckDefaultStore(VReportMessageParams& report);
+
+/// Whether it needs no asking where that is: it is told, a folder was chosen, even one that cannot be used, or there is
+/// a file in the usual one.
 bool IsDefaultStoreKnown();
 
 /// The user's data folder, names joined by `\`; empty for a user without a home.

@@ -10,6 +10,7 @@
 #include "menutoolbar/menubuild.h"
 #include "menutoolbar/standardcommands.h"
 #include "platform/lasterror.h"
+#include "platform/paths.h"
 #include "suite/hostsetup/hostsetup.h"
 
 namespace connectdialog::hosts {
@@ -65,11 +66,11 @@ VUnicodeString DescribeFailure(VMenuToolbarTextRep& rep) {
 /// Empty when all is well.
 VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
     VUnicodeString text;
+    const VUnicodeString file(platform::ToNativePath(rep.GetFileName()).c_str());  // as the user writes it
     if (result == MenuParseResult::kWarnings)
-        text.Format(u"菜单描述文件“%1”有错误，这些行没有生效：\n%2", rep.GetFileName(),
-                    DescribeWarnings(rep.GetWarnings()));
+        text.Format(u"菜单描述文件“%1”有错误，这些行没有生效：\n%2", file, DescribeWarnings(rep.GetWarnings()));
     if (result == MenuParseResult::kFailed)
-        text.Format(u"菜单描述文件“%1”无法使用，因此显示内置的菜单。\n\n%2", rep.GetFileName(), DescribeFailure(rep));
+        text.Format(u"菜单描述文件“%1”无法使用，因此显示内置的菜单。\n\n%2", file, DescribeFailure(rep));
     return text;
 }
 

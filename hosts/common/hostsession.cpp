@@ -5,6 +5,7 @@
 #include "config/appkind.h"
 #include "config/isessionconfig.h"
 #include "foundation/messagetable.h"
+#include "foundation/percenttext.h"
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "frame/connectdialogapi.h"

@@ -40,7 +40,11 @@ void InstallReferenceSuite(const VUnicodeString& appName, VProfileStoreFactory& 
 std::unique_ptr<VProfileStoreFactory> OpenReferenceStore(const VUnicodeString& appName, const VUnicodeString& url,
                                                          VUnicodeString& notice, const HostParts& parts) {
     VReportMessageParams report;
-    auto factory = stores::OpenProfileStoreFactory(url.IsEmpty() ? stores::GetDefaultStoreUrl() : url, report);
+    const VUnicodeString own = stores::GetAbsoluteStoreUrl(stores::GetDefaultStoreUrl());
+    const bool isOwn = url.IsEmpty() || url == own;
+    std::unique_ptr<VProfileStoreFactory> factory;
+    if (!isOwn || stores::CheckDefaultStore(report))
+        factory = stores::OpenProfileStoreFactory(isOwn ? own : url, report);
     const char16_t* const what = factory ? u"a damaged store was set aside: " : u"the store cannot be opened: ";
     if (report.GetCode() != 0) notice = what + DescribeReport(report);
     if (factory) InstallReferenceSuite(appName, *factory, parts);

@@ -282,8 +282,13 @@ TEST_F(HostsTest, TheFirstRunAsksForTheFolderOfTheStore) {
     scratch.Write("home/conf/brennmark/store-folder", other + '\n');
     EXPECT_EQ(run("Escape").exitCode, 0) << "nothing is asked";
     EXPECT_FALSE(std::filesystem::exists(data + "/sessions.db"));
-    scratch.Write("home/conf/brennmark/store-folder", "no path\n");
-    EXPECT_EQ(run("Escape").exitCode, 1) << "asked again";
+    for (const auto& [choice, told] : {std::pair{std::string("no path"), "store-folder"}, {other + "/gone", "/gone"}}) {
+        scratch.Write("home/conf/brennmark/store-folder", choice + '\n');
+        const ProcessResult refused = run("Escape");
+        EXPECT_EQ(refused.exitCode, 1);
+        EXPECT_NE(refused.errors.find(told), std::string::npos) << refused.errors;
+    }
+    EXPECT_FALSE(std::filesystem::exists(other + "/gone")) << "no empty store takes the place of one that is away";
 }
 
 TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
