@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "connectdialog/multiconnectwarningdialog.h"
+#include "foundation/messagetable.h"
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
@@ -24,8 +25,10 @@
 #include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "platform/lasterror.h"
 #include "platform/processlaunch.h"
 #include "profile/iprofilestore.h"
+#include "stores/userstore.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 #include "suite/configpanels/referenceglobalconfig.h"
 #include "suite/hostsetup/hostsetup.h"
@@ -52,6 +55,7 @@ class Host {
     /// False when `notice` says why; it may also say something when it was opened.
     bool OpenStore(VUnicodeString& notice);
     bool FindStoreInWindow();
+    bool CanHaveSessions(VUnicodeString& fault) const;
     bool FindSessions(VUnicodeString& fault);
     bool WantsQuickConnect() const;
     void LetUserChoose();
@@ -60,6 +64,7 @@ class Host {
     bool ShowChoice(bool hasTabs, bool& isInTab);
     bool TakeChosen(VUnicodeString& fault);
     int OpenInWindowsOfTheirOwn();
+    int BecomeOther();
     int ShowFault(const VUnicodeString& fault, std::unique_ptr<HostWindow> window, int exitCode = kFailed);
     bool ConfirmMany();
 
@@ -96,6 +101,14 @@ bool Host::FindSessions(VUnicodeString& fault) {
     return true;
 }
 
+/// A store that was never asked for is not made here: the first dialog asks where it shall live.
+bool Host::CanHaveSessions(VUnicodeString& fault) const {
+    const bool namesNone = options.paths.empty() && options.folders.empty();
+    if (namesNone || !options.store.empty() || stores::IsDefaultStoreKnown()) return true;
+    fault = u"there is no store of sessions yet; \"" + VUnicodeString(kind.program) + u"\" makes one";
+    return false;
+}
+
 int Host::SetTerminal() {
     VUnicodeString notice;
     if (!run.isOwnStore) return Fail(kind, u"the terminal is remembered in the user's own store only"_v);
@@ -112,7 +125,7 @@ int Host::SetTerminal() {
 int Host::OpenSessions() {
     SessionReport report(options.report);
     VUnicodeString notice;
-    const bool isFound = OpenStore(notice) && FindSessions(notice);
+    const bool isFound = CanHaveSessions(notice) && OpenStore(notice) && FindSessions(notice);
     if (isFound && !notice.IsEmpty()) Tell(kind, notice);
     if (options.isInWindow) {
         const bool canOpen = isFound && HaveClients(sessions, notice);
@@ -191,10 +204,23 @@ int Host::QuickConnect() {
     QuickAddress found;
     if (ReadQuickAddress(*options.address, options.isLink, found, fault)) {
         address = found;
-        return ShowDialog();
+        return HasProtocolOf(found) ? ShowDialog() : BecomeOther();
     }
     if (!options.isLink) return Fail(kind, fault, kWrongUsage);
     return ShowFault(u"the link cannot be opened: "_v + fault, nullptr, kWrongUsage);
+}
+
+/// Hands the address on to the program that has its protocol; comes back when that cannot be started.
+int Host::BecomeOther() {
+    const HostKind& other = &kind == &kTessaly ? kNorHalden : kTessaly;
+    std::vector<std::string> words = {FindSuiteProgram(other.program)};
+    if (!options.store.empty()) words.insert(words.end(), {"--store", options.store});
+    if (options.isMain) words.emplace_back("--main");
+    words.insert(words.end(), {options.isLink ? "--link" : "--quick", *options.address});
+    platform::ReplaceProcess(words);
+    return ShowFault(
+        VUnicodeString(other.program) + u" cannot be started: " + FindSystemMessage(platform::GetLastErrorCode()),
+        nullptr);
 }
 
 bool Host::FindStoreInWindow() {
@@ -279,7 +305,7 @@ int RunHost(const HostKind& kind, int argc, char** argv) {
     int exitCode = 0;
     if (!TakeCommandLine(kind, std::span(argv + (argc > 0 ? 1 : 0), argv + argc), options, exitCode)) return exitCode;
     exitCode = Run(kind, options);
-    if (exitCode != 0 && options.waitsAtEnd) {
+    if (exitCode != 0 && options.waitsAtEnd && !platform::WasAskedToEnd()) {
         std::fputs("\nPress Return to end.\n", stderr);
         for (int character = 0; character != '\n' && character != EOF;) character = std::getchar();
     }

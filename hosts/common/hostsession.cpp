@@ -149,7 +149,7 @@ int RunHere(const HostKind& kind, const std::vector<HostSession>& sessions, Sess
             Tell(kind, DescribeReport(report));
             return 1;
         }
-        if (exitCode >= kEndedBySignal) break;
+        if (exitCode >= kEndedBySignal || platform::WasAskedToEnd()) break;
     }
     told.End(exitCode);
     return exitCode;
@@ -180,11 +180,14 @@ bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseco
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault) {
     std::chrono::milliseconds patience = kWindowPatience;
+    bool areOpen = true;
     for (const HostSession& session : sessions) {
-        if (!StartWindow(MakeWindowCommand(terminal, isInTab, storeUrl, session, {}), patience, fault)) return false;
-        patience = {};
+        if (StartWindow(MakeWindowCommand(terminal, isInTab, storeUrl, session, {}), patience, fault))
+            patience = {};
+        else
+            areOpen = false;
     }
-    return true;
+    return areOpen;
 }
 
 }  // namespace connectdialog::hosts

@@ -62,7 +62,7 @@ std::vector<std::string> MakeWindowCommand(const TerminalEmulator& terminal, boo
                                            const HostSession& session, const std::string& reportWord);
 /// Runs it. On failure: false, and `fault` tells why. From any thread.
 bool StartWindow(const std::vector<std::string>& command, std::chrono::milliseconds patience, VUnicodeString& fault);
-/// Opens each like this. On failure: false, and `fault` tells why; those before it are open.
+/// Opens each like this. On failure: false, and `fault` tells why one is not open; the others are.
 bool OpenInWindows(const TerminalEmulator& terminal, bool isInTab, const std::string& storeUrl,
                    const std::vector<HostSession>& sessions, VUnicodeString& fault);
 

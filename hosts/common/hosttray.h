@@ -28,7 +28,10 @@ class HostTray {
     virtual ~HostTray() = default;
     /// Handles what the user does until Close was called, or the desktop ends.
     virtual void Run() = 0;
+    /// Closes dialogs too, as the user would; one that does not let itself be closed stays, and so does the tray.
     virtual void Close() = 0;
+    /// Brings the dialog that is open, if any, before the user's eyes.
+    virtual void ShowDialog() = 0;
 };
 
 /// Whether this desktop has a tray. Requires: a host window (hosts/common/hostwindow.h) is open.

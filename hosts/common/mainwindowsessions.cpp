@@ -50,6 +50,8 @@ void MainWindow::AskQuickConnect() {
         VUnicodeString fault;
         if (!config || (AddSession(*config, sessions, fault) && Open(sessions, isInTab, fault))) return;
         ShowFault(fault);
+        // Once more here would save it twice.
+        if (config->IsStored()) return ShowConnect();
     }
 }
 

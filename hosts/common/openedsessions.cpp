@@ -65,7 +65,8 @@ void OpenedSessions::SetPath(const VUnicodeString& former, const VUnicodeString&
         if (row.client.empty() && row.path == former) row.path = path;
 }
 
-/// One after the other: what opened the first window may end at once, and then the others wait for nothing.
+/// One after the other: one that fails does not keep the others from opening. What opened the first window may end at
+/// once, and then the others wait for nothing.
 void OpenedSessions::Start(std::vector<Window> windows) {
     const auto isOver = [](const std::future<void>& opener) {
         return opener.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
@@ -75,10 +76,11 @@ void OpenedSessions::Start(std::vector<Window> windows) {
         std::chrono::milliseconds patience = kWindowPatience;
         VUnicodeString fault;
         for (const Window& window : started) {
-            if (!fault.IsEmpty() || !StartWindow(window.command, patience, fault))
+            if (!StartWindow(window.command, patience, fault)) {
                 Tell({window.id, OpenedState::kFailed, 0, fault});
-            else if (GetError() != 0)
-                Tell({window.id, OpenedState::kOpen, 0, {}});
+                continue;
+            }
+            if (GetError() != 0) Tell({window.id, OpenedState::kOpen, 0, {}});
             patience = {};
         }
     }));

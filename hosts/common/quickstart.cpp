@@ -9,7 +9,6 @@
 #include "foundation/vreportmessageparams.h"
 #include "frame/connectdialogapi.h"
 #include "imports/configpanels.h"
-#include "imports/dialogkit/appname.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "suite/protocols/protocoltraits.h"
 
@@ -19,14 +18,15 @@ namespace {
 
 constexpr std::string_view kAfterScheme = "://";
 
-bool IsOffered(const VUnicodeString& protocol) {
-    const ConnectProtocolTable& table = GetReferenceProtocolTable();
-    return std::any_of(table.begin(), table.end(), [&](const ConnectProtocolTableElement& row) {
-        return row.kind == GetAppKind() && row.name == protocol;
-    });
-}
-
 }  // namespace
+
+bool HasProtocolOf(const QuickAddress& address) {
+    const ConnectProtocolTable& table = GetReferenceProtocolTable();
+    return address.protocol.IsEmpty() ||
+           std::any_of(table.begin(), table.end(), [&](const ConnectProtocolTableElement& row) {
+               return row.kind == GetAppKind() && row.name == address.protocol;
+           });
+}
 
 bool ReadQuickAddress(std::string_view text, bool isLink, QuickAddress& address, VUnicodeString& fault) {
     std::string plain(text);
@@ -42,10 +42,6 @@ bool ReadQuickAddress(std::string_view text, bool isLink, QuickAddress& address,
     VReportMessageParams report;
     if (!ParseQuickAddress(VUnicodeString(plain.c_str(), plain.size()), found, report)) {
         fault = DescribeReport(report);
-        return false;
-    }
-    if (!found.protocol.IsEmpty() && !IsOffered(found.protocol)) {
-        fault = VGetAppName() + u" has no protocol " + found.protocol;
         return false;
     }
     address = found;

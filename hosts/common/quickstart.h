@@ -16,9 +16,12 @@ namespace connectdialog::hosts {
 
 /// Reads `text`, UTF-8: ParseQuickAddress decides what an address may be. A link must have a scheme, and what is
 /// percent-encoded in it is decoded first, so that the checks see what a client would get.
-/// Requires: the application's name is set, since it decides which protocols there are.
 /// On failure: false, `fault` tells why on one line, and `address` stays.
 bool ReadQuickAddress(std::string_view text, bool isLink, QuickAddress& address, VUnicodeString& fault);
+
+/// Whether this application has the protocol that the address names, if any; else another one of the suite has it.
+/// Requires: the application's name is set.
+bool HasProtocolOf(const QuickAddress& address);
 
 /// The next quick connect begins with the address: what else a connection needs comes from the Default session, as if
 /// the user had typed the address there. False when the application has no protocol for it.

@@ -1,5 +1,8 @@
 #include "hosts/common/traylauncher.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <memory>
 #include <span>
 #include <string>
@@ -20,6 +23,7 @@
 #include "platform/codepage.h"
 #include "platform/lasterror.h"
 #include "platform/processlaunch.h"
+#include "platform/runninghosts.h"
 #include "sessiondb/sessiontree.h"
 #include "suite/configpanels/referenceconfigpanels.h"
 
@@ -27,10 +31,35 @@ namespace connectdialog::hosts {
 
 namespace {
 
+/// Of one that may run already.
+constexpr std::chrono::seconds kAnswerPatience{2};
+
 void ShowAbout() {
     VUnicodeString text;
     text.Format(u"%1 %2\n\n从系统托盘打开已保存的会话。", VGetAppName(), u"" HOST_VERSION);
     VMessageBox(nullptr, text, kBoxInformation);
+}
+
+/// The desktop session's trays are those of its screen.
+VUnicodeString NameLauncherOf(const std::string& storeUrl) {
+    std::string name = "Brennmark Software - tray launcher of " + storeUrl;
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY"}) {
+        const char* const screen = std::getenv(variable);
+        name += std::string(" ") + (screen != nullptr ? screen : "");
+    }
+    return VUnicodeString(name.c_str());
+}
+
+bool IsRunning(const VUnicodeString& launcher) {
+    const auto deadline = std::chrono::steady_clock::now() + kAnswerPatience;
+    const auto answers = platform::SendToHosts(platform::FindHosts(launcher).names, 0, 0, 0, deadline);
+    return std::ranges::any_of(answers, [](const auto& answer) { return answer.state != platform::HostState::kGone; });
+}
+
+/// Whoever started it from the desktop sees no terminal.
+int ShowFault(const VUnicodeString& fault) {
+    if (!platform::HasTerminal()) VMessageBox(nullptr, fault, kBoxWarning);
+    return Fail(kWakestone, fault);
 }
 
 class TrayLauncher : public ITrayEvents {
@@ -48,10 +77,10 @@ class TrayLauncher : public ITrayEvents {
     }
 
   private:
-    /// The tray lives on below a dialog; a second one shall not come up over the first.
+    /// The tray lives on below a dialog; a second one shall not come up over the first, which is shown again.
     template <class Show>
     void OnlyOne(Show show) {
-        if (isBusy) return;
+        if (isBusy) return tray->ShowDialog();
         isBusy = true;
         show();
         isBusy = false;
@@ -73,10 +102,13 @@ int TrayLauncher::Run() {
     const auto window = OpenHostWindow(kWakestone, fault);
     if (!window) return Fail(kWakestone, fault);
     SetAppName(kWakestone.appName);
-    if (!HasTray(fault)) return Fail(kWakestone, fault);
+    if (!HasTray(fault)) return ShowFault(fault);
     if (options.store.empty() && !AskForStoreFolder(window->GetIcon()))
         return Fail(kWakestone, u"there is no folder for the sessions");
     storeUrl = FindStoreUrl(options.store);
+    const VUnicodeString name = NameLauncherOf(storeUrl);
+    if (IsRunning(name)) return ShowFault(u"wakestone runs already: its icon is in the tray"_v);
+    const platform::HostAnnouncement announcement(name, [](const platform::HostMessage&) { return 0; });
     const auto store = OpenStoreInWindow(kWakestone, storeUrl, MakeHostParts(storeUrl, window->GetIcon()));
     if (!store) return kFailed;
     tray = OpenHostTray(kWakestone, *this);
@@ -96,7 +128,7 @@ void TrayLauncher::OnChosen(const TrayEntry& entry) {
         case TrayCommand::kAbout:
             return OnlyOne([] { ShowAbout(); });
         case TrayCommand::kExit:
-            return OnlyOne([&] { tray->Close(); });
+            return tray->Close();
         case TrayCommand::kNone:
             return;
     }

@@ -1,4 +1,4 @@
-// A host with a stopwatch and a user: runs norhalden as it is, or with "--host tessaly" in front tessaly, and writes
+// A host with a stopwatch and a user: runs norhalden as it is, or with "--host NAME" in front another one, and writes
 // one line of figures once the connect dialog was painted.
 //
 //   hostprobe [--folder NAME] [ARGUMENTS OF NORHALDEN]
@@ -23,6 +23,7 @@
 #include <utility>
 
 #include "hosts/common/host.h"
+#include "hosts/common/traylauncher.h"
 #include "hosts/probe/dialogtimes.h"
 #include "hosts/probe/makestore.h"
 #include "hosts/probe/player.h"
@@ -60,5 +61,6 @@ int main(int argc, char** argv) {
         else
             new Player(qApp, QString::fromStdString(options.keys));
     });
+    if (options.host == kWakestone.program) return RunTrayLauncher(argc, argv);
     return RunHost(options.host == kTessaly.program ? kTessaly : kNorHalden, argc, argv);
 }

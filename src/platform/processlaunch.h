@@ -29,6 +29,9 @@ bool ReplaceProcess(const std::vector<std::string>& arguments);
 /// On failure: as ReplaceProcess; `exitCode` stays as it was.
 bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode);
 
+/// Whether such a request or a hang-up has come: what the user had here is over, and nobody reads what is told here.
+bool WasAskedToEnd();
+
 /// Whether this process speaks to a user at a terminal: its standard input and output are one.
 bool HasTerminal();
 

@@ -100,7 +100,7 @@ TEST_F(PlatformTest, AProgramThatIsWaitedForHasTheTerminalsSignals) {
                         "kill -INT $PPID; kill -TSTP $PPID; kill -STOP $$; trap 'exit 9' TERM; kill -TERM $PPID; "
                         "for i in $(seq 500); do sleep 0.01; done"},
                        exitCode);
-        _exit(ran ? exitCode : 1);
+        _exit(ran && WasAskedToEnd() ? exitCode : 1);
     }
     int status = 0;
     ASSERT_EQ(waitpid(waiting, &status, WUNTRACED), waiting);
@@ -108,6 +108,19 @@ TEST_F(PlatformTest, AProgramThatIsWaitedForHasTheTerminalsSignals) {
     kill(waiting, SIGCONT);
     ASSERT_EQ(waitpid(waiting, &status, 0), waiting);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 9) << "a request to end goes to the program: " << status;
+}
+
+TEST_F(PlatformTest, ProgramsThatWereStartedLeaveNoZombies) {
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(StartProgram({"/bin/sh", "-c", "sleep 0.05"}, {}));
+    // Each later start may find some that have ended; the last finds no child at all.
+    siginfo_t child{};
+    bool hasChild = true;
+    for (int i = 0; i < 500 && hasChild; ++i) {
+        usleep(20000);
+        ASSERT_TRUE(StartProgram({"/bin/true"}, std::chrono::seconds(20)));
+        hasChild = waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0;
+    }
+    EXPECT_FALSE(hasChild);
 }
 
 TEST_F(PlatformTest, RefusesWhatIsNoProgram) {

@@ -126,6 +126,12 @@ TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
     EXPECT_NE(opened.find("<odd.example>"), std::string::npos) << opened;
     EXPECT_FALSE(std::filesystem::exists(scratch / "bad"));
 
+    std::filesystem::remove(scratch / "opened");
+    scratch.WriteProgram("x-terminal-emulator",
+                 "case \"$*\" in *Inner*) echo \"$2\" > " + (scratch / "opened") + ";; *) exit 3 ;; esac\n");
+    EXPECT_EQ(Run({"--window", "/SESSION_FOLDER", "Servers"}).exitCode, 1);
+    EXPECT_NE(WaitForOpened(1), "") << "a window that fails does not keep the next one from opening";
+
     scratch.WriteProgram("x-terminal-emulator", "exit 3\n");
     EXPECT_NE(Run({"--window", "/S", "second"}).errors.find("ended at once"), std::string::npos);
     std::filesystem::remove(scratch / "x-terminal-emulator");
@@ -200,7 +206,6 @@ TEST_F(HostsTest, AnAddressThatIsNoneEndsBeforeAnyWindow) {
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"--quick", ""}, "Address"},
         {{"--quick", "-oProxyCommand=touch bad"}, "Address"},
-        {{"--quick", "sftp://h"}, "no protocol SFTP"},
         {{"--link", "--terminal=x"}, "a link begins with"},
         {{"--link", "host.example"}, "a link begins with"},
         {{"--link", "ssh://-oProxyCommand=touch%20bad"}, "Hostname"},
@@ -219,6 +224,13 @@ TEST_F(HostsTest, AnAddressThatIsNoneEndsBeforeAnyWindow) {
         EXPECT_NE(result.errors.find(part), std::string::npos) << result.errors;
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
     }
+}
+
+TEST_F(HostsTest, AnAddressGoesToTheProgramThatHasItsProtocol) {
+    EXPECT_TRUE(Run({"--quick", "sftp://h"}).errors.starts_with("tessaly: "));
+    EXPECT_TRUE(
+        Run({"--store", StoreUrl(), "--main", "--link", "SSH://h"}, TESSALY_PROGRAM).errors.starts_with("norhalden: "));
+    EXPECT_TRUE(Run({"--quick", "h"}, TESSALY_PROGRAM).errors.starts_with("tessaly: "));
 }
 
 #ifdef HOST_PROBE
@@ -250,7 +262,13 @@ TEST_F(HostsTest, TheFirstRunAsksForTheFolderOfTheStore) {
                     "XDG_CONFIG_HOME=" + home + "/conf", "XDG_DATA_HOME=" + home + "/data"});
     };
     EXPECT_EQ(run("Escape").exitCode, 1);
-    EXPECT_FALSE(std::filesystem::exists(home)) << "giving up makes nothing";
+    for (const char* option : {"/S", "/SESSION_FOLDER"}) {
+        const ProcessResult result = Run({option, "absent"}, NORHALDEN_PROGRAM,
+                                         {"BRENNMARK_STORE=", "HOME=" + home, "XDG_CONFIG_HOME=" + home + "/conf",
+                                          "XDG_DATA_HOME=" + home + "/data"});
+        EXPECT_NE(result.errors.find("no store"), std::string::npos) << result.errors;
+    }
+    EXPECT_FALSE(std::filesystem::exists(home)) << "neither giving up nor a session makes anything";
     // The reminder is answered with No; a folder in the connect dialog makes the store.
     EXPECT_EQ(run("Return Escape Home Alt+F Return").exitCode, 0);
     EXPECT_EQ(ReadFile(home + "/conf/brennmark/store-folder"), data + '\n');
@@ -298,7 +316,10 @@ TEST_F(HostsTest, WhatIsChosenInTheDialogOpens) {
 }
 
 TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
-    EXPECT_NE(Run({}, WAKESTONE_PROGRAM, {"QT_QPA_PLATFORM=offscreen"}).errors.find("no tray"), std::string::npos);
+    const ProcessResult none =
+        Run({"--host", "wakestone", "--keys", "Escape"}, HOST_PROBE, {"QT_QPA_PLATFORM=offscreen"});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_NE(none.errors.find("no tray"), std::string::npos) << none.errors;
     EXPECT_EQ(Run({"--window", "/S", "absent"}, WAKESTONE_PROGRAM).exitCode, 1) << "norhalden's";
     if (!std::filesystem::exists("/usr/bin/dbus-run-session") || !std::filesystem::exists("/usr/bin/xvfb-run") ||
         RunProcess({"/usr/bin/python3", "-c", "import dbus, gi"}).exitCode != 0)
@@ -312,8 +333,8 @@ TEST_F(HostsTest, SessionsOpenFromTheMenusOfTheTray) {
             AddFolderEntry(u"Nothing", VUnicodeString(std::to_string(i).c_str()), u"", false);
         InstallReferenceSuite(u"NorHalden"_v, *factory);
     }
-    // The last path tells the menus on its way.
-    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u9000\u51FA(_X)";
+    // The third path tells the menus on its way; the last ones open a box and leave by the menu while it is there.
+    const std::string paths = "Servers/Inner/deep,files,Nothing/100 \u2014 139/139/?,\u5173\u4E8E(_A),\u9000\u51FA(_X)";
     const ProcessResult result = Run(
         {"/usr/bin/xvfb-run", "-a", "/usr/bin/python3", std::string(HOSTS_DATA) + "/../../tests/hosts/faketray.py",
          paths, WAKESTONE_PROGRAM, "--store", StoreUrl()},

@@ -99,6 +99,9 @@ TEST_F(RunningSessionsTest, EveryHostIsAsked) {
     others[1]->Kill();
     EXPECT_EQ(Ask(0), "");
     EXPECT_EQ(CountSockets(), 2U) << "the dead one is forgotten";
+    others[2]->Kill();
+    StartHost(kNorHaldenFrameClass, {u"e"});
+    EXPECT_EQ(CountSockets(), 2U) << "also by the next one of its class";
 }
 
 TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {

@@ -70,10 +70,25 @@ class QtHostTray : public HostTray {
         icon.show();
     }
 
-    void Run() override { QApplication::exec(); }
-    void Close() override { QApplication::quit(); }
+    void Run() override {
+        if (!isClosed) QApplication::exec();
+    }
+    void Close() override {
+        QApplication::closeAllWindows();
+        if (QApplication::activeModalWidget() != nullptr) return;
+        isClosed = true;
+        QApplication::exit();
+    }
+    void ShowDialog() override {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr) return;
+        if (dialog->isMinimized()) dialog->showNormal();
+        dialog->raise();
+        dialog->activateWindow();
+    }
 
   private:
+    bool isClosed = false;  ///< perhaps in a dialog before Run
     TrayMenu menu;
     QSystemTrayIcon icon;
 };

@@ -16,6 +16,7 @@ namespace {
 enum Image : std::uint8_t { kImageOpenFolder = 0, kImageFolder = 1, kImageSession = 2 };
 
 constexpr std::size_t kLongestTip = 1023;
+constexpr std::u16string_view kEllipsis = u"...";
 
 }  // namespace
 
@@ -219,7 +220,7 @@ bool ConnectDialog::OnInfoTip(TreeItem item, VUnicodeString& text) {
     const VRef<ISessionConfig> config = GetItemConfig(item);
     if (!config) return false;
     config->GetDisplayText(text);
-    text = VUnicodeString(Shorten(text, kLongestTip, u"..."));
+    if (text.GetLength() > kLongestTip) text = text.Left(kLongestTip - kEllipsis.size()) + VUnicodeString(kEllipsis);
     return !text.IsEmpty();
 }
 

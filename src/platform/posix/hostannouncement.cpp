@@ -57,15 +57,28 @@ std::string RandomDigits() {
     return digits;
 }
 
-void RemoveUnfinishedSockets(int folder) {
+bool IsUnfinished(int folder, const std::string& name) {
+    struct stat info {};
+    return name.starts_with(kUnfinishedPrefix) && fstatat(folder, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISSOCK(info.st_mode) && info.st_mtime < std::time(nullptr) - kLongestMaking;
+}
+
+bool IsOfDeadHost(int folder, const std::string& name, const std::string& prefix) {
+    if (!name.starts_with(prefix)) return false;
+    const OwnedDescriptor socket(MakeHostSocket());
+    const sockaddr_un address = HostAddress(folder, name);
+    return socket.number >= 0 &&
+           connect(socket.number, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 &&
+           errno == ECONNREFUSED;
+}
+
+/// Of hosts, those whose name begins with `prefix`. Whoever looks for a class removes them too, but nobody may.
+void RemoveSocketsOfTheDead(int folder, const std::string& prefix) {
     DIR* const listing = fdopendir(fcntl(folder, F_DUPFD_CLOEXEC, 0));
     if (listing == nullptr) return;
     while (const dirent* entry = readdir(listing)) {
-        struct stat info {};
-        const bool isUnfinished = std::string_view(entry->d_name).starts_with(kUnfinishedPrefix) &&
-                                  fstatat(folder, entry->d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
-                                  S_ISSOCK(info.st_mode);
-        if (isUnfinished && info.st_mtime < std::time(nullptr) - kLongestMaking) unlinkat(folder, entry->d_name, 0);
+        const std::string name = entry->d_name;
+        if (IsUnfinished(folder, name) || IsOfDeadHost(folder, name, prefix)) unlinkat(folder, name.c_str(), 0);
     }
     closedir(listing);
 }
@@ -97,12 +110,13 @@ class HostAnnouncement::Listener {
         const std::string digits = RandomDigits();
         if (digits.empty()) return false;
         // It gets its name when it listens: before that it would look like the socket of a dead host.
-        RemoveUnfinishedSockets(folder.number);
+        const std::string prefix = HostNamePrefix(className);
+        RemoveSocketsOfTheDead(folder.number, prefix);
         const std::string unfinished = kUnfinishedPrefix + digits;
         const sockaddr_un address = HostAddress(folder.number, unfinished);
         if (bind(socket.number, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
             return FailFromErrno();
-        const std::string finished = HostNamePrefix(className) + digits;
+        const std::string finished = prefix + digits;
         if (listen(socket.number, kBacklog) != 0 ||
             renameat(folder.number, unfinished.c_str(), folder.number, finished.c_str()) != 0) {
             FailFromErrno();

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <mutex>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -69,8 +70,11 @@ class NativeCommand {
 
 /// The program that this process waits for; 0 when there is none.
 volatile std::sig_atomic_t waitedFor = 0;
+/// The last signal that was passed on, or 0.
+volatile std::sig_atomic_t passedOn = 0;
 
 void PassOn(int signal) {
+    passedOn = signal;
     if (waitedFor > 0) kill(static_cast<pid_t>(waitedFor), signal);
 }
 
@@ -161,6 +165,28 @@ bool HasEnded(pid_t process, std::chrono::milliseconds patience, int& status) {
     return true;
 }
 
+/// Programs that were started and go on by themselves; each stays the system's until somebody asks for its end.
+class StartedPrograms {
+  public:
+    void Add(pid_t process) {
+        const std::scoped_lock lock(guard);
+        processes.push_back(process);
+    }
+    void ForgetEnded() {
+        const std::scoped_lock lock(guard);
+        std::erase_if(processes, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
+    }
+
+  private:
+    std::mutex guard;
+    std::vector<pid_t> processes;
+};
+
+StartedPrograms& GetStartedPrograms() {
+    static StartedPrograms programs;
+    return programs;
+}
+
 bool WaitForEnd(pid_t process, int& exitCode) {
     waitedFor = process;
     int status = 0;
@@ -213,6 +239,10 @@ bool RunAndWait(const std::vector<std::string>& arguments, int& exitCode) {
     return WaitForEnd(process, exitCode);
 }
 
+bool WasAskedToEnd() {
+    return passedOn != 0;
+}
+
 bool HasTerminal() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
@@ -232,9 +262,13 @@ bool RunQuietly(const std::vector<std::string>& arguments, std::chrono::millisec
 bool StartProgram(const std::vector<std::string>& arguments, std::chrono::milliseconds patience) {
     pid_t process = 0;
     int status = 0;
+    GetStartedPrograms().ForgetEnded();
     if (!SpawnMute(arguments, POSIX_SPAWN_SETSID, process)) return false;
-    const bool isFine = !HasEnded(process, patience, status) || (WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    return isFine || FailWith(kProcessAborted);
+    if (!HasEnded(process, patience, status)) {
+        GetStartedPrograms().Add(process);
+        return true;
+    }
+    return (WIFEXITED(status) && WEXITSTATUS(status) == 0) || FailWith(kProcessAborted);
 }
 
 }  // namespace connectdialog::platform

@@ -10,8 +10,11 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 #include <algorithm>
+#include <chrono>
 
 #include "imports/dialogkit/vtoolbarstate.h"
 #include "resources/accelerators.h"
@@ -29,6 +32,9 @@ constexpr int kUsualWidth = 90;
 constexpr int kUsualHeight = 22;
 constexpr int kColumnWidth = 22;
 constexpr QSize kLeastSize{200, 120};  // pixels
+
+constexpr std::chrono::milliseconds kMappingPatience{1000};
+constexpr std::chrono::milliseconds kMappingPause{10};
 
 /// As much of it as the screen that has most of it can show; of one that no screen has, on the first.
 QRect OnScreen(const VRectangle& place) {
@@ -108,6 +114,7 @@ QToolBar* QtFrameWindow::GetBar(int bar) const {
 
 void QtFrameWindow::Run() {
     if (isClosed) return;
+    untilMapped.setRemainingTime(kMappingPatience);
     frame->show();
     frame->activateWindow();
     loop.exec();
@@ -126,6 +133,9 @@ void QtFrameWindow::Wake() {
 }
 
 void QtFrameWindow::TellWake() {
+    // A dialog that came up earlier would stand anywhere, and below this window.
+    isMapped = isMapped || untilMapped.hasExpired() || frame->windowHandle()->isExposed();
+    if (!isMapped) return QTimer::singleShot(kMappingPause, frame.get(), [this] { TellWake(); });
     isWoken = false;
     if (!isClosed) events.OnFrameWoken();
 }

@@ -1,6 +1,7 @@
 // A main window on the desktop.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QMainWindow>
 #include <QPointer>
@@ -65,6 +66,8 @@ class QtFrameWindow final : public IFrameWindow {
     bool isClosed = false;
     bool isSetting = false;  ///< what is selected changes by code
     std::atomic<bool> isWoken = false;
+    bool isMapped = false;          ///< the screen shows it
+    QDeadlineTimer untilMapped{0};  ///< longer nothing waits for that
 };
 
 }  // namespace connectdialog
