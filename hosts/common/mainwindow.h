@@ -96,6 +96,7 @@ class MainWindow : private IFrameEvents {
     void DoFunction(int command);
     void PressButton(const UserButton& button);
     void PressFunction(std::uint32_t function);
+    void SaveButtons(UserButtonBar& edited);
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
+#include <thread>
 
 #include "tests/connectctl/toolfixture.h"
 
@@ -83,6 +84,17 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "third", "remove", "1"}, "no button bar", 1},
         {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
     });
+}
+
+TEST_F(ToolTest, ButtonsAddedAtOnceAllStay) {
+    constexpr int kRuns = 8;
+    {
+        std::vector<std::jthread> runs;
+        for (int i = 0; i < kRuns; ++i)
+            runs.emplace_back([this] { RunWell({"buttons", "edit", "Par", "add", "1", "MENU_FIND", "x"}); });
+    }
+    const std::string shown = RunWell({"buttons", "show", "Par"});
+    EXPECT_EQ(std::ranges::count(shown, '\n'), kRuns);
 }
 
 TEST_F(ToolTest, ImportsHostsOnceAndADryRunWritesNothing) {

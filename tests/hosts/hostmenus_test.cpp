@@ -231,5 +231,27 @@ TEST_F(HostMenusTest, ButtonsAreEditedAndSaved) {
     EXPECT_EQ(bar.GetButtons()[1].text, u"two\r\nlines");
 }
 
+TEST_F(HostMenusTest, ButtonsThatAnotherProgramAddedMeanwhileAreNotOverwrittenUnasked) {
+    const auto edit = [](HeadlessDialog& dialog) {
+        UserButtonBar other;
+        EXPECT_TRUE(other.Load(VUnicodeString(kDefaultButtonBar)));
+        EXPECT_TRUE(other.Insert(other.GetCount(), MakeButton(u"MENU_FIND", u"theirs")));
+        EXPECT_TRUE(other.Save());
+        EXPECT_TRUE(dialog.Press(ButtonBarIds::kAdd));
+        EXPECT_TRUE(dialog.Press(kIdOk));
+    };
+    for (const int answer : {kAnswerNo, kAnswerYes}) {
+        kit.AnswerBoxes([answer](const VUnicodeString&, unsigned) { return answer; });
+        Play([&](MainWindow&, HeadlessFrame& frame) {
+            kit.ExpectDialog(ButtonBarIds::kDialog, edit);
+            EXPECT_TRUE(frame.Choose(HostCommands::kEditButtons));
+            EXPECT_TRUE(Has(TakeBox(), u"替换"));
+            const auto buttons = frame.GetToolbar(HostMenus::kMostBars).GetButtons();
+            ASSERT_EQ(buttons.size(), answer == kAnswerNo ? 1U : 2U);
+            EXPECT_EQ(buttons.back().text, answer == kAnswerNo ? u"theirs" : u"新按钮");
+        });
+    }
+}
+
 }  // namespace
 }  // namespace connectdialog::hosts

@@ -7,6 +7,7 @@
 #include "foundation/vstringarray.h"
 #include "keymap/keynames.h"
 #include "platform/codepage.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/buttonbarupgrade.h"
 #include "sessiondb/userbuttonbar.h"
@@ -165,6 +166,14 @@ constexpr EditRow kEdits[] = {
     {"move", "move PLACE PLACE", 2, 2, MoveButton},
 };
 
+Failure EditBar(const EditRow& row, const VUnicodeString& name, std::span<const std::string> words) {
+    UserButtonBar bar;
+    if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
+    if (!bar.IsThere() && row.edit != InsertButton) return "there is no button bar " + Quoted(name);
+    if (Failure failure = row.edit(bar, words)) return failure;
+    return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
+}
+
 Failure Edit(const ButtonsArguments& arguments) {
     const auto* row =
         std::ranges::find(kEdits, arguments.action, [](const EditRow& edit) { return std::string(edit.action); });
@@ -173,11 +182,13 @@ Failure Edit(const ButtonsArguments& arguments) {
         return std::string("wanted: buttons edit BAR ") + row->usage;
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.bar, name)) return failure;
-    UserButtonBar bar;
-    if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
-    if (!bar.IsThere() && row->edit != InsertButton) return "there is no button bar " + Quoted(name);
-    if (Failure failure = row->edit(bar, arguments.words)) return failure;
-    return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
+    UpgradeButtonBars();  // before the unit, which drops all that was written in it when the edit is at fault
+    Failure failure;
+    const bool isSaved = AsOneUnit([&] {
+        failure = EditBar(*row, name, arguments.words);
+        return !failure;
+    });
+    return failure || isSaved ? failure : "the button bar " + Quoted(name) + " cannot be saved";
 }
 
 void DeclareEdit(CLI::App& parser, ButtonsArguments& arguments) {
