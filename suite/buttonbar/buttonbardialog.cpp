@@ -68,6 +68,7 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kNoText, kText, u"请输入按钮的标签。"},
     {ButtonFault::kNoArgument, kFirstArgument, u"此功能需要参数 1：要发送的文字，或者要运行的程序。"},
     {ButtonFault::kControl, kText, u"标签和参数中不能有控制字符。"},
+    {ButtonFault::kTooManyLines, kText, u"标签最多有两行。"},
     {ButtonFault::kTooLong, kText, u"标签或参数太长。"},
 };
 

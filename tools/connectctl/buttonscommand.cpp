@@ -86,6 +86,7 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kNoText, "it has no text"},
     {ButtonFault::kNoArgument, "SEND, RUN and LAUNCH need an argument"},
     {ButtonFault::kControl, "a text holds a control character"},
+    {ButtonFault::kTooManyLines, "its text has more than two lines"},
     {ButtonFault::kTooLong, "a text is too long"},
 };
 
