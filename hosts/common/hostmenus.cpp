@@ -113,7 +113,7 @@ void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* ove
         if (IsToolbar(*block)) {
             if (bars.size() < std::size_t{kMostBars}) bars.push_back(MakeToolbar(*block, commands));
         } else if (name == kMenuBarName) {
-            menuBar = MakePopupMenu(*block, commands);
+            menuBar = MakeMenuBar(*block, commands);
         } else if (name == kListMenuName) {
             listMenu = MakePopupMenu(*block, commands);
         }

@@ -72,6 +72,16 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kTooLong, kText, u"标签或参数太长。"},
 };
 
+/// Of the fields that such a fault can be in, the first in which it is.
+int FieldAtFault(UserButton button, ButtonFault fault) {
+    VUnicodeString* const arguments[] = {&button.argument1, &button.argument2, &button.argument3};
+    for (int i = 2; i >= 0; --i) {
+        arguments[i]->Empty();
+        if (FindButtonFault(button) != fault) return kFirstArgument + i;
+    }
+    return kText;
+}
+
 }  // namespace
 
 ButtonBarDialog::ButtonBarDialog(UserButtonBar& bar, VWindow* parent)
@@ -142,7 +152,8 @@ bool ButtonBarDialog::Take() {
     for (const FaultRow& row : kFaults) {
         if (row.fault != fault) continue;
         VMessageBox(this, row.text, kBoxWarning);
-        FocusControl(row.control);
+        const bool isAnyText = fault == ButtonFault::kControl || fault == ButtonFault::kTooLong;
+        FocusControl(isAnyText ? FieldAtFault(button, fault) : row.control);
         return false;
     }
     bar.Set(chosen, button);

@@ -82,6 +82,7 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "other", "remove", "0"}, "no place", 1},
         {{"buttons", "edit", "other", "remove"}, "wanted: buttons edit BAR remove PLACE", 1},
         {{"buttons", "edit", "other", "swap", "1"}, "\"swap\"", 1},
+        {{"buttons", "edit", "", "add", "1", "MENU_FIND", "x"}, "needs a name", 1},
         {{"buttons", "edit", "third", "remove", "1"}, "no button bar", 1},
         {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
     });

@@ -183,6 +183,7 @@ Failure Edit(const ButtonsArguments& arguments) {
         return std::string("wanted: buttons edit BAR ") + row->usage;
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.bar, name)) return failure;
+    if (name.IsEmpty()) return "a button bar needs a name";
     UpgradeButtonBars();  // before the unit, which drops all that was written in it when the edit is at fault
     Failure failure;
     const bool isSaved = AsOneUnit([&] {

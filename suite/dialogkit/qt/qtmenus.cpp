@@ -14,8 +14,8 @@ using Entries = std::vector<VPopupMenu::Entry>;
 
 bool HaveSameTexts(const Entries& left, const Entries& right) {
     return std::ranges::equal(left, right, [](const VPopupMenu::Entry& one, const VPopupMenu::Entry& other) {
-        return one.command == other.command && one.text == other.text && one.prompt == other.prompt &&
-               HaveSameTexts(one.children, other.children);
+        return one.command == other.command && one.isSubMenu == other.isSubMenu && one.text == other.text &&
+               one.prompt == other.prompt && HaveSameTexts(one.children, other.children);
     });
 }
 
@@ -46,7 +46,7 @@ void AddEntry(QWidget& menu, const VPopupMenu::Entry& entry) {
 
 void FillMenu(QMenu& menu, const Entries& entries) {
     for (const VPopupMenu::Entry& entry : entries) {
-        if (!entry.children.empty()) {
+        if (entry.isSubMenu) {
             QMenu* inner = menu.addMenu(ToQt(entry.text));
             inner->setEnabled(entry.isEnabled);
             FillMenu(*inner, entry.children);
