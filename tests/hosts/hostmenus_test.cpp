@@ -106,20 +106,22 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
     const std::string script = WriteProgram("script", "touch " + (scratch / "ran") + "\n");
     scratch.Write("plain", "touch x\n");
     WriteMenus(
-        "ACCELERATOR\nrun, R, CTRL|SHIFT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU main\nMENUITEM Quit, "
+        "ACCELERATOR\nrun, R, CTRL|SHIFT\nmine, m, ALT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU "
+        "main\nMENUITEM Quit, "
         "MENU_EXIT\n"
-        "POPUPMENU Mine\nMENUITEM Script, RUN, \"" +
+        "POPUPMENU &Mine\nMENUITEM Script, RUN, \"" +
         script + "\", s, run\nMENUITEM Plain, RUN, \"" + (scratch / "plain") +
-        "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
+        "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such, , mine\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
         "MENUITEM Bad, NO_SUCH\nEND\nEND\nTOOLBAR extra\nTOOLBARITEM MENU_FIND, RUN, \"" +
         script + "\", s\nEND\n");
     Play([&](MainWindow&, HeadlessFrame& frame) {
         frame.AwaitWake(0s);
         const VUnicodeString warnings = TakeBox();
-        EXPECT_TRUE(Has(warnings, u"第 15 行")) << "the line of the mistake";
+        EXPECT_TRUE(Has(warnings, u"第 16 行")) << "the line of the mistake";
         EXPECT_TRUE(Has(warnings, u"NO_SUCH"));
         const std::vector<VPopupMenu::Entry>& menus = frame.GetMenuBar().GetEntries();
-        EXPECT_EQ(menus.size(), 2U);
+        ASSERT_EQ(menus.size(), 2U);
+        EXPECT_EQ(menus[1].text, u"Mine") << "Alt+M is another entry's key";
         EXPECT_EQ(frame.GetToolbar(0).GetButtons()[0].tip, u"Run");
         EXPECT_FALSE(frame.GetToolbar(1).GetButtons().empty()) << "the built-in bar, which has another name";
         EXPECT_FALSE(frame.Choose(Find(menus, u"Up"))) << "what only a terminal does";
@@ -128,7 +130,7 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         EXPECT_EQ(TakeBox(), u"");
         EXPECT_TRUE(frame.Choose(Find(menus, u"Plain")));
         EXPECT_TRUE(Has(TakeBox(), u"plain")) << "no shell reads it";
-        EXPECT_TRUE(frame.Choose(Find(menus, u"Nobody")));
+        EXPECT_TRUE(frame.Choose(Find(menus, u"Nobody\tAlt+m")));
         EXPECT_TRUE(Has(TakeBox(), u"no\\such"));
         EXPECT_TRUE(frame.Choose(Find(menus, u"Send")));
         EXPECT_TRUE(Has(TakeBox(), u"无法发送“ls”"));
