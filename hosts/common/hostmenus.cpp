@@ -106,6 +106,7 @@ VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
     VMenuToolbarTextRep& users = commands.GetRep();
     users.SetCommandTable(&GetStandardMenuCommands());
     users.SetFileName(userFile);
+    VSetDotPathBase(users.GetFolder());
     MenuParseResult result = userFile.IsEmpty() ? MenuParseResult::kClean : users.Parse();
     const std::uint32_t error = users.GetError().GetCode();
     const bool isAbsent = error == platform::kFileNotFound || error == platform::kPathNotFound;

@@ -109,8 +109,8 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         "ACCELERATOR\nrun, R, CTRL|SHIFT\nmine, m, ALT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU "
         "main\nMENUITEM Quit, "
         "MENU_EXIT\n"
-        "POPUPMENU &Mine\nMENUITEM Script, RUN, \"" +
-        script + "\", s, run\nMENUITEM Plain, RUN, \"" + (scratch / "plain") +
+        "POPUPMENU &Mine\nMENUITEM Script, RUN, ../script, s, run\nMENUITEM Plain, RUN, \"" +
+        (scratch / "plain") +
         "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such, , mine\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
         "MENUITEM Bad, NO_SUCH\nEND\nEND\nTOOLBAR extra\nTOOLBARITEM MENU_FIND, RUN, \"" +
         script + "\", s\nEND\n");
