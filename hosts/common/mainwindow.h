@@ -58,7 +58,8 @@ class MainWindow : private IFrameEvents {
     void ToggleButtonBar();
     void EditButtons();
 
-    /// Opens the session at a path in a window, or in a tab where that is wanted and possible. What fails is told.
+    /// Opens the session at a path, which may begin with `\` and be in any case, in a window, or in a tab where that is
+    /// wanted and possible. What fails is told.
     void OpenAt(const VUnicodeString& path, bool isInTab);
     bool IsEnabled(int command) const;
     /// For dialogs to stand over.
@@ -78,6 +79,8 @@ class MainWindow : private IFrameEvents {
     bool Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault);
     void LetUserChoose(bool isToFind);
     bool OpenConfig(const ISessionConfig& config, VUnicodeString& fault);
+    /// Asks for the host that a saved session has not, and keeps it. False when the user gave up, or it cannot be kept.
+    bool AskMissingHost(ISessionConfig& session);
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);
     void ShowRows();
