@@ -15,6 +15,15 @@ namespace connectdialog::hosts {
 namespace {
 /// Characters of a button's text: the store may hold any.
 constexpr std::size_t kLongestShown = 100;
+
+/// Leaves two lines: what is behind the second break goes on with a blank.
+void JoinLines(VUnicodeString& text) {
+    const std::size_t first = text.View().find(u'\n');
+    if (first == std::u16string_view::npos) return;
+    VUnicodeString rest(text.View().substr(first + 1));
+    rest.Replace(u"\n", u" ");
+    text = text.Left(first + 1) + rest;
+}
 }  // namespace
 
 ButtonBarChoice ChooseButtonBar(const VUnicodeString& sessionPath) {
@@ -45,6 +54,7 @@ void HostButtons::Show(IFrameWindow& window, const std::function<bool(std::int32
         button.command = command++;
         button.isEnabled = isEnabled(user.function);
         button.text = VUnicodeString(Shorten(GetShownText(user), kLongestShown));
+        JoinLines(button.text);
         button.tip = GetFunctionName(user);
         if (button.tip.IsEmpty()) button.tip = user.label;
         if (!user.argument1.IsEmpty()) button.tip = button.tip + u" " + user.argument1;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/casefold.h"
 #include "foundation/messagetable.h"
 #include "foundation/vpath.h"
 #include "hosts/common/builtinmenus.h"
@@ -74,6 +75,33 @@ VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
     return text;
 }
 
+/// The place of the mark before a label's mnemonic, or npos.
+std::size_t FindMnemonic(std::u16string_view label) {
+    constexpr std::size_t kNone = std::u16string_view::npos;
+    for (std::size_t at = label.find(u'&'); at != kNone && at + 1 < label.size(); at = label.find(u'&', at + 2))
+        if (label[at + 1] != u'&') return at;
+    return kNone;
+}
+
+/// Of an accelerator and a mnemonic of the bar that are one key, a toolkit would do neither: the accelerator has it.
+VPopupMenu WithFreeMnemonics(const VPopupMenu& bar, const std::vector<Accelerator>& keys) {
+    VPopupMenu freed;
+    for (VPopupMenu::Entry entry : bar.GetEntries()) {
+        const std::u16string_view label = entry.text;
+        const std::size_t mark = FindMnemonic(label);
+        const auto takes = [&](const Accelerator& key) {
+            const char16_t letter = key.key;
+            const bool isCharacter = key.key <= u'Z';  // else a key whose number is that of another character
+            return isCharacter && key.modifiers == Accelerator::kAlt &&
+                   EqualsNoCase(label.substr(mark + 1, 1), {&letter, 1});
+        };
+        if (mark != label.npos && std::ranges::any_of(keys, takes))
+            entry.text = VUnicodeString(label.substr(0, mark)) + VUnicodeString(label.substr(mark + 1));
+        freed.Add(entry);
+    }
+    return freed;
+}
+
 }  // namespace
 
 VUnicodeString GetUserMenusFile() {
@@ -87,6 +115,7 @@ VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
     VMenuToolbarTextRep& users = commands.GetRep();
     users.SetCommandTable(&GetStandardMenuCommands());
     users.SetFileName(userFile);
+    VSetDotPathBase(users.GetFolder());
     MenuParseResult result = userFile.IsEmpty() ? MenuParseResult::kClean : users.Parse();
     const std::uint32_t error = users.GetError().GetCode();
     const bool isAbsent = error == platform::kFileNotFound || error == platform::kPathNotFound;
@@ -101,6 +130,7 @@ VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
     AddBlocks(builtIn, isUsed ? &users : nullptr);
     keys = MakeAccelerators(commands);
     AddHostKeys();
+    menuBar = WithFreeMnemonics(menuBar, keys);
     users.Reset();
     return notice;
 }
@@ -123,7 +153,7 @@ void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* ove
         if (IsToolbar(*block)) {
             if (bars.size() < std::size_t{kMostBars}) bars.push_back(MakeToolbar(*block, commands));
         } else if (name == kMenuBarName) {
-            menuBar = MakePopupMenu(*block, commands);
+            menuBar = MakeMenuBar(*block, commands);
         } else if (name == kListMenuName) {
             listMenu = MakePopupMenu(*block, commands);
         }

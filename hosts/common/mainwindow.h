@@ -40,8 +40,9 @@ class MainWindow : private IFrameEvents {
     void ShowConnect();
     /// Lets the user fill in a connection, and opens it.
     void AskQuickConnect();
-    /// Opens the session at a path in a window, or in a tab where that is wanted and possible; in a row that is over
-    /// where one is given, else in a row of its own. What fails is told.
+    /// Opens the session at a path, which may begin with `\` and be in any case, in a window, or in a tab where that is
+    /// wanted and possible; in a row that is over where one is given, else in a row of its own. A host that it has not
+    /// is asked for and kept. What fails is told.
     void OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row = {});
     /// Opens the rows that are selected and over once more.
     void OpenAgain();
@@ -86,6 +87,8 @@ class MainWindow : private IFrameEvents {
     bool Open(const std::vector<HostSession>& sessions, bool isInTab, VUnicodeString& fault,
               std::optional<std::size_t> row = {});
     void LetUserChoose(bool isToFind);
+    /// Asks for the host that a saved session has not, and keeps it. False when the user gave up, or it cannot be kept.
+    bool AskMissingHost(ISessionConfig& session);
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);
     void ShowRows();
@@ -104,6 +107,7 @@ class MainWindow : private IFrameEvents {
     void DoFunction(int command);
     void PressButton(const UserButton& button);
     void PressFunction(std::uint32_t function);
+    void SaveButtons(UserButtonBar& edited);
 
     const HostRun& run;
     std::unique_ptr<IFrameWindow> window;

@@ -4,7 +4,9 @@
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/mainwindow.h"
 #include "hosts/common/userprogram.h"
+#include "imports/dialogkit/vmessagebox.h"
 #include "keymap/keynames.h"
+#include "profile/unitofwork.h"
 #include "suite/buttonbar/buttonbardialog.h"
 
 namespace connectdialog::hosts {
@@ -92,8 +94,23 @@ void MainWindow::EditButtons() {
     UserButtonBar bar;
     if (!bar.Load(buttons.GetName())) return ShowFault(u"无法读取按钮栏。"_v);
     if (ButtonBarDialog(bar, window.get()).DoModal() != kDialogAccepted || !bar.IsChanged()) return;
-    if (!bar.Save()) ShowFault(u"无法保存按钮栏。"_v);
+    SaveButtons(bar);
     ShowButtons(true);
+}
+
+void MainWindow::SaveButtons(UserButtonBar& edited) {
+    bool isOutdated = false;
+    const auto save = [&] {
+        isOutdated = edited.IsOutdated();
+        return !isOutdated && edited.Save();
+    };
+    bool isSaved = AsOneUnit(save);
+    if (isOutdated) {  // asked outside the unit: nobody waits for the user
+        const VUnicodeString question = u"在您编辑期间，此按钮栏已被更改。要用您编辑的按钮替换它吗？"_v;
+        if (VMessageBox(window.get(), question, kBoxYesNo | kBoxWarning) != kAnswerYes) return;
+        isSaved = edited.Save();
+    }
+    if (!isSaved) ShowFault(u"无法保存按钮栏。"_v);
 }
 
 void MainWindow::ToggleToolbar() {

@@ -1,6 +1,8 @@
 // What the main window does with sessions: choosing, making, opening and changing them.
+#include <algorithm>
 #include <utility>
 
+#include "config/appkind.h"
 #include "config/isessionconfig.h"
 #include "connectdialog/newsession.h"
 #include "frame/connectdialogapi.h"
@@ -8,11 +10,14 @@
 #include "hosts/common/quickstart.h"
 #include "hosts/common/terminalemulator.h"
 #include "imports/configpanels.h"
+#include "imports/connectconfig.h"
 #include "imports/globalconfig.h"
 #include "profile/unitofwork.h"
+#include "quickconnect/hostnameprompt.h"
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
+#include "sessiondb/storedspelling.h"
 
 namespace connectdialog::hosts {
 
@@ -67,7 +72,23 @@ bool MainWindow::Open(const std::vector<HostSession>& sessions, bool isInTab, VU
     return true;
 }
 
-void MainWindow::OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row) {
+bool MainWindow::AskMissingHost(ISessionConfig& session) {
+    const bool isTransfer = GetAppKind() == AppKind::kTessaly;
+    ConnectConfig* const config = isTransfer ? session.GetTransferConnectConfig() : session.GetConnectConfig();
+    bool wasAsked = false;
+    if (config != nullptr && !FillInHostname(*config, session.GetName(), window.get(), wasAsked)) return false;
+    if (!wasAsked || SaveSession(session)) return true;
+    ShowFault(u"无法保存会话。"_v);
+    return false;
+}
+
+void MainWindow::OpenAt(const VUnicodeString& typedPath, bool isInTab, std::optional<std::size_t> row) {
+    const std::u16string_view typed = typedPath;
+    const std::size_t first = std::min(typed.find_first_not_of(u'\\'), typed.size());
+    const VUnicodeString path = SpelledAsStored(VUnicodeString(typed.substr(first)));
+    const VRef<ISessionConfig> session = OpenSession(path);
+    const bool canKeepHost = session && path != kDefaultSession;
+    if (canKeepHost && !AskMissingHost(*session)) return;
     std::vector<HostSession> sessions;
     VUnicodeString fault;
     if (!AddSessionAt(path, sessions, fault) || !Open(sessions, isInTab, fault, row)) ShowFault(fault);

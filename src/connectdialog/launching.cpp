@@ -28,12 +28,9 @@ bool ConnectDialogBase::FillInHostName(ISessionConfig& config) {
     ConnectConfig* connect = nullptr;
     if (IsTerminalProduct() && config.HasProtocol()) connect = config.GetConnectConfig();
     if (IsTransferProduct() && config.HasTransferProtocol()) connect = config.GetTransferConnectConfig();
-    std::uint32_t state = 0;
-    if (connect == nullptr || connect->IsComplete(state) || state != ConnectConfig::kHostNameMissing) return true;
-    HostnamePromptDialog prompt(config.GetName(), this);
-    if (prompt.DoModal() == kDialogCancelled) return false;
-    connect->SetHostName(prompt.GetHostname());
-    if (!SaveSession(config)) ShowFailure(u"ERROR: Could not save the session in the database.");
+    bool wasAsked = false;
+    if (connect != nullptr && !FillInHostname(*connect, config.GetName(), this, wasAsked)) return false;
+    if (wasAsked && !SaveSession(config)) ShowFailure(u"ERROR: Could not save the session in the database.");
     return true;
 }
 

@@ -13,6 +13,7 @@ namespace {
 
 constexpr char16_t kEscape = u'\\';
 constexpr char16_t kStoredLineBreak[] = u"\\r\\n";
+constexpr std::size_t kLineBreakLength = 2;
 constexpr std::uint64_t kFewestFields = 4;
 constexpr std::uint64_t kMostFields = 5;
 
@@ -102,6 +103,7 @@ ButtonFault FindButtonFault(const UserButton& button) {
     const bool needsArgument = button.function <= static_cast<std::int32_t>(kKeyFunctionLaunch);
     if (needsArgument && button.argument1.IsEmpty()) return ButtonFault::kNoArgument;
     const VUnicodeString text = Replaced(button.text, u"\r\n", u"");
+    if (button.text.GetLength() - text.GetLength() > kLineBreakLength) return ButtonFault::kTooManyLines;
     for (const std::u16string_view part :
          {text.View(), button.argument1.View(), button.argument2.View(), button.argument3.View()}) {
         if (part.size() > kLongestButtonText) return ButtonFault::kTooLong;

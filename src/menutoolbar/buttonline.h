@@ -42,10 +42,11 @@ VUnicodeString EncodeButtonLine(const UserButton& button);
 /// Why a button would not work, or what cannot be stored of it.
 enum class ButtonFault : std::uint8_t {
     kNone,
-    kNoFunction,  ///< none, or an unknown one
-    kNoText,      ///< nothing would show on it
-    kNoArgument,  ///< SEND, RUN and LAUNCH need one
-    kControl,     ///< a character that neither shows nor breaks the text's line
+    kNoFunction,    ///< none, or an unknown one
+    kNoText,        ///< nothing would show on it
+    kNoArgument,    ///< SEND, RUN and LAUNCH need one
+    kControl,       ///< a character that neither shows nor breaks the text's line
+    kTooManyLines,  ///< a button shows two
     kTooLong,
 };
 /// Characters of a button's text and of each argument.

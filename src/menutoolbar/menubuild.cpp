@@ -20,16 +20,19 @@ VUnicodeString PromptOf(const VCustomMenuToolbar& commands, std::uint32_t comman
 /// Makes a menu; the popups that are still open wait in a stack.
 class MenuBuilder : public IMenuToolbarBuilder {
   public:
-    explicit MenuBuilder(const VCustomMenuToolbar& commands) : commands(commands) {}
+    MenuBuilder(const VCustomMenuToolbar& commands, bool isBar) : commands(commands), isBar(isBar) {}
 
     void AddItem(const VMenuToolbarItem& item) override {
         VPopupMenu::Entry entry;
         entry.command = static_cast<int>(item.GetCommandId());
         entry.prompt = PromptOf(commands, item.GetCommandId());
         item.GetText(entry.text);
+        if (IsInBar()) entry.text = VUnicodeString(entry.text.View().substr(0, entry.text.View().find(u'\t')));
         open.back().second.Add(entry);
     }
-    void AddSeparator() override { open.back().second.AddSeparator(); }
+    void AddSeparator() override {
+        if (!IsInBar()) open.back().second.AddSeparator();
+    }
     void BeginPopup(const VUnicodeString& label) override { open.emplace_back(label, VPopupMenu()); }
     void EndPopup() override {
         auto [label, menu] = std::move(open.back());
@@ -39,7 +42,10 @@ class MenuBuilder : public IMenuToolbarBuilder {
     VPopupMenu Take() { return std::move(open.back().second); }
 
   private:
+    bool IsInBar() const { return isBar && open.size() == 1; }
+
     const VCustomMenuToolbar& commands;
+    bool isBar;
     std::vector<std::pair<VUnicodeString, VPopupMenu>> open{1};
 };
 
@@ -80,7 +86,13 @@ std::uint16_t KeyOfCharacter(std::uint16_t character) {
 }  // namespace
 
 VPopupMenu MakePopupMenu(const VMenuToolbar& block, const VCustomMenuToolbar& commands) {
-    MenuBuilder builder(commands);
+    MenuBuilder builder(commands, false);
+    BuildMenuToolbar(block, builder);
+    return builder.Take();
+}
+
+VPopupMenu MakeMenuBar(const VMenuToolbar& block, const VCustomMenuToolbar& commands) {
+    MenuBuilder builder(commands, true);
     BuildMenuToolbar(block, builder);
     return builder.Take();
 }

@@ -17,6 +17,9 @@ class VMenuToolbar;
 /// The entries of a menu or popup, with their submenus. Requires: the block was registered in `commands`.
 VPopupMenu MakePopupMenu(const VMenuToolbar& block, const VCustomMenuToolbar& commands);
 
+/// The same for a menu bar: its own entries have no keys behind their labels, and there is no separator between them.
+VPopupMenu MakeMenuBar(const VMenuToolbar& block, const VCustomMenuToolbar& commands);
+
 /// The buttons of a toolbar, with the images of its description. A button whose image names a function has the picture
 /// of GetStandardPicture; where there is none its tool tip is shown in its place, or else the function's name.
 /// Requires: the block was registered in `commands`.

@@ -24,13 +24,20 @@ void HostnamePromptDialog::OnControlChanged(int id) {
     EnableControl(kIdOk, !GetControlText(id).IsEmpty());
 }
 
-bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t* sessionName) {
+bool FillInHostname(ConnectConfig& config, const VUnicodeString& sessionName, VWindow* parent, bool& wasAsked) {
+    wasAsked = false;
     std::uint32_t state = 0;
-    if (config->IsComplete(state) || state != ConnectConfig::kHostNameMissing) return true;
-    HostnamePromptDialog prompt(sessionName, nullptr);
+    if (config.IsComplete(state) || state != ConnectConfig::kHostNameMissing) return true;
+    HostnamePromptDialog prompt(sessionName, parent);
     if (prompt.DoModal() == kDialogCancelled) return false;
-    config->SetHostName(prompt.GetHostname());
+    config.SetHostName(prompt.GetHostname());
+    wasAsked = true;
     return true;
+}
+
+bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t* sessionName) {
+    bool wasAsked = false;
+    return FillInHostname(*config, sessionName, nullptr, wasAsked);
 }
 
 std::int64_t LaunchHostnamePromptDialog(const char16_t* sessionName, IString* hostname, VWindow* parent) {

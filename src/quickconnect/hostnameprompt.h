@@ -26,8 +26,10 @@ class HostnamePromptDialog : public VPluginDialog {
     VUnicodeString hostname;
 };
 
-/// Asks when nothing but the host name is missing, and puts the answer into the settings. False only when the user
-/// cancelled, and then they stay. `sessionName` may be null.
+/// Asks when nothing but the host name is missing, and puts the answer into the settings; `wasAsked` tells whether it
+/// did both. False only when the user cancelled, and then the settings stay.
+bool FillInHostname(ConnectConfig& config, const VUnicodeString& sessionName, VWindow* parent, bool& wasAsked);
+/// The same over no window, where nobody wants to know. `sessionName` may be null.
 bool UpdateHostnameForConfig(ConnectConfig* config, const char16_t* sessionName);
 
 /// Asks for the host of the session called `sessionName` (may be null). Gives the dialog's result; on kDialogAccepted

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "foundation/vstringarray.h"
 #include "profile/unitofwork.h"
 #include "sessiondb/buttonbarupgrade.h"
 
@@ -36,12 +35,20 @@ bool UserButtonBar::Load(const VUnicodeString& barName) {
     UpgradeButtonBars();
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), kButtonBarsKey, 0);
-    VStringArray stored;
+    stored.Clear();
     const bool isStored = key.ReadMultiString(barName.GetData(), stored);
     const std::uint32_t code = key.GetImpl()->GetLastReport()->GetCode();
     map->LoadButtons(&key, barName);
     isThere = isStored || barName == kDefaultButtonBar;
     return isStored || code == platform::kSuccess || code == platform::kFileNotFound;
+}
+
+bool UserButtonBar::IsOutdated() const {
+    VProfileStore store(true);
+    VProfileKey key(store.GetRootKey(), kButtonBarsKey, 0);
+    VStringArray lines;
+    key.ReadMultiString(name.GetData(), lines);
+    return lines != stored;
 }
 
 bool UserButtonBar::Insert(std::size_t place, const UserButton& button) {
@@ -70,7 +77,9 @@ bool UserButtonBar::Move(std::size_t from, std::size_t to) {
 }
 
 bool UserButtonBar::Save() {
-    return WriteToKey(kButtonBarsKey, [this](VProfileKey& key) { map->Save(key, true); });
+    if (!WriteToKey(kButtonBarsKey, [this](VProfileKey& key) { map->Save(key, true); })) return false;
+    stored = map->GetLines();
+    return true;
 }
 
 }  // namespace connectdialog

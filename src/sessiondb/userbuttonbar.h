@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "foundation/vstringarray.h"
 #include "foundation/vunicodestring.h"
 #include "menutoolbar/profileuserbuttonmap.h"
 
@@ -20,6 +21,9 @@ class UserButtonBar {
     const VArray<UserButton>& GetButtons() const { return map->GetButtons(); }
     std::size_t GetCount() const { return static_cast<std::size_t>(GetButtons().GetCount()); }
     bool IsChanged() const { return map->IsChanged(); }
+    /// Whether the store holds other lines now than were loaded or saved here. Together with Save in a unit of work it
+    /// keeps what others wrote meanwhile.
+    bool IsOutdated() const;
 
     // Each is false, and changes nothing, for a place that is not there and for a button with a fault.
 
@@ -36,6 +40,7 @@ class UserButtonBar {
   private:
     VRef<ProfileUserButtonMap> map = VRef<ProfileUserButtonMap>::Adopt(new ProfileUserButtonMap);
     VUnicodeString name;
+    VStringArray stored;  ///< the lines that the store is known to have had
     bool isThere = false;
 };
 

@@ -64,8 +64,19 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kNoText, kText, u"请输入按钮的标签。"},
     {ButtonFault::kNoArgument, kFirstArgument, u"此功能需要参数 1：要发送的文字，或者要运行的程序。"},
     {ButtonFault::kControl, kText, u"标签和参数中不能有控制字符。"},
+    {ButtonFault::kTooManyLines, kText, u"标签最多有两行。"},
     {ButtonFault::kTooLong, kText, u"标签或参数太长。"},
 };
+
+/// Of the fields that such a fault can be in, the first in which it is.
+int FieldAtFault(UserButton button, ButtonFault fault) {
+    VUnicodeString* const arguments[] = {&button.argument1, &button.argument2, &button.argument3};
+    for (int i = 2; i >= 0; --i) {
+        arguments[i]->Empty();
+        if (FindButtonFault(button) != fault) return kFirstArgument + i;
+    }
+    return kText;
+}
 
 }  // namespace
 
@@ -131,7 +142,8 @@ bool ButtonBarDialog::Take() {
     for (const FaultRow& row : kFaults) {
         if (row.fault != fault) continue;
         VMessageBox(this, row.text, kBoxWarning);
-        FocusControl(row.control);
+        const bool isAnyText = fault == ButtonFault::kControl || fault == ButtonFault::kTooLong;
+        FocusControl(isAnyText ? FieldAtFault(button, fault) : row.control);
         return false;
     }
     bar.Set(chosen, button);

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
@@ -79,9 +80,11 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "other", "add", "3", "MENU_FIND", "x"}, "from 1 to 2", 1},
         {{"buttons", "edit", "other", "set", "1", "RUN", "x"}, "need an argument", 1},
         {{"buttons", "edit", "other", "set", "1", "menu_find", "x"}, "not known", 1},
+        {{"buttons", "edit", "other", "set", "1", "MENU_FIND", "a\\nb\\nc"}, "two lines", 1},
         {{"buttons", "edit", "other", "remove", "0"}, "no place", 1},
         {{"buttons", "edit", "other", "remove"}, "wanted: buttons edit BAR remove PLACE", 1},
         {{"buttons", "edit", "other", "swap", "1"}, "\"swap\"", 1},
+        {{"buttons", "edit", "", "add", "1", "MENU_FIND", "x"}, "needs a name", 1},
         {{"buttons", "edit", "third", "remove", "1"}, "no button bar", 1},
         {{"buttons", "show", "other"}, "RUN\tLog\tlogger\t\t\n"},
     });
@@ -94,6 +97,17 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
     EXPECT_EQ(checked.output,
               "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known: \"WHAT,w,,,\"\n"
               "4: it has no function, or another number of fields than 4 or 5: \"MENU_FIND,f,\"\n");
+}
+
+TEST_F(ToolTest, ButtonsAddedAtOnceAllStay) {
+    constexpr int kRuns = 8;
+    {
+        std::vector<std::jthread> runs;
+        for (int i = 0; i < kRuns; ++i)
+            runs.emplace_back([this] { RunWell({"buttons", "edit", "Par", "add", "1", "MENU_FIND", "x"}); });
+    }
+    const std::string shown = RunWell({"buttons", "show", "Par"});
+    EXPECT_EQ(std::ranges::count(shown, '\n'), kRuns);
 }
 
 TEST_F(ToolTest, ImportsHostsOnceAndADryRunWritesNothing) {

@@ -101,20 +101,22 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
     const std::string script = scratch.WriteProgram("script", "touch " + (scratch / "ran") + "\n");
     scratch.Write("plain", "touch x\n");
     WriteMenus(
-        "ACCELERATOR\nrun, R, CTRL|SHIFT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU main\nMENUITEM Quit, "
+        "ACCELERATOR\nrun, R, CTRL|SHIFT\nmine, m, ALT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU "
+        "main\nMENUITEM Quit, "
         "MENU_EXIT\n"
-        "POPUPMENU Mine\nMENUITEM Script, RUN, \"" +
-        script + "\", s, run\nMENUITEM Plain, RUN, \"" + (scratch / "plain") +
-        "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
+        "POPUPMENU &Mine\nMENUITEM Script, RUN, ../script, s, run\nMENUITEM Plain, RUN, \"" +
+        (scratch / "plain") +
+        "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such, , mine\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
         "MENUITEM Bad, NO_SUCH\nEND\nEND\nTOOLBAR extra\nTOOLBARITEM MENU_FIND, RUN, \"" +
         script + "\", s\nEND\n");
     Play([&](MainWindow&, HeadlessFrame& frame) {
         frame.AwaitWake(0s);
         const VUnicodeString warnings = TakeBox();
-        EXPECT_TRUE(Has(warnings, u"第 15 行")) << "the line of the mistake";
+        EXPECT_TRUE(Has(warnings, u"第 16 行")) << "the line of the mistake";
         EXPECT_TRUE(Has(warnings, u"NO_SUCH"));
         const std::vector<VPopupMenu::Entry>& menus = frame.GetMenuBar().GetEntries();
-        EXPECT_EQ(menus.size(), 2U);
+        ASSERT_EQ(menus.size(), 2U);
+        EXPECT_EQ(menus[1].text, u"Mine") << "Alt+M is another entry's key";
         EXPECT_EQ(frame.GetToolbar(0).GetButtons()[0].tip, u"Run");
         EXPECT_FALSE(frame.GetToolbar(1).GetButtons().empty()) << "the built-in bar, which has another name";
         EXPECT_FALSE(frame.Choose(Find(menus, u"Up"))) << "what only a terminal does";
@@ -123,7 +125,7 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         EXPECT_EQ(TakeBox(), u"");
         EXPECT_TRUE(frame.Choose(Find(menus, u"Plain")));
         EXPECT_TRUE(Has(TakeBox(), u"plain")) << "no shell reads it";
-        EXPECT_TRUE(frame.Choose(Find(menus, u"Nobody")));
+        EXPECT_TRUE(frame.Choose(Find(menus, u"Nobody\tAlt+m")));
         EXPECT_TRUE(Has(TakeBox(), u"no\\such"));
         EXPECT_TRUE(frame.Choose(Find(menus, u"Send")));
         EXPECT_TRUE(Has(TakeBox(), u"无法发送“ls”"));
@@ -225,6 +227,28 @@ TEST_F(HostMenusTest, ButtonsAreEditedAndSaved) {
     ASSERT_EQ(bar.GetCount(), 2U);
     EXPECT_EQ(bar.GetButtons()[0].argument1, u"ls, \\r");
     EXPECT_EQ(bar.GetButtons()[1].text, u"two\r\nlines");
+}
+
+TEST_F(HostMenusTest, ButtonsThatAnotherProgramAddedMeanwhileAreNotOverwrittenUnasked) {
+    const auto edit = [](HeadlessDialog& dialog) {
+        UserButtonBar other;
+        EXPECT_TRUE(other.Load(VUnicodeString(kDefaultButtonBar)));
+        EXPECT_TRUE(other.Insert(other.GetCount(), MakeButton(u"MENU_FIND", u"theirs")));
+        EXPECT_TRUE(other.Save());
+        EXPECT_TRUE(dialog.Press(ButtonBarIds::kAdd));
+        EXPECT_TRUE(dialog.Press(kIdOk));
+    };
+    for (const int answer : {kAnswerNo, kAnswerYes}) {
+        kit.AnswerBoxes([answer](const VUnicodeString&, unsigned) { return answer; });
+        Play([&](MainWindow&, HeadlessFrame& frame) {
+            kit.ExpectDialog(ButtonBarIds::kDialog, edit);
+            EXPECT_TRUE(frame.Choose(HostCommands::kEditButtons));
+            EXPECT_TRUE(Has(TakeBox(), u"替换"));
+            const auto buttons = frame.GetToolbar(HostMenus::kMostBars).GetButtons();
+            ASSERT_EQ(buttons.size(), answer == kAnswerNo ? 1U : 2U);
+            EXPECT_EQ(buttons.back().text, answer == kAnswerNo ? u"theirs" : u"新按钮");
+        });
+    }
 }
 
 }  // namespace

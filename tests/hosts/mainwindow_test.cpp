@@ -74,6 +74,25 @@ class MainWindowTest : public test::SuiteTest {
     HeadlessDialogKit kit;
 };
 
+TEST_F(MainWindowTest, AMissingHostIsAskedForAndKeptAndTheRowHasTheStoredName) {
+    scratch.WriteProgram("ssh", "exit 0\n");
+    EXPECT_TRUE(StoreSessionEntry(u"", u"bare", *Make(u"SSH2"), u"", false));
+    Play([&](MainWindow& window, HeadlessFrame& frame) {
+        kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) { dialog.Press(kIdCancel); });
+        window.OpenAt(u"bare"_v, false);
+        EXPECT_TRUE(frame.GetRows().empty());
+        kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& dialog) {
+            EXPECT_TRUE(dialog.Type(HostnamePromptIds::kHostname, u"bare.example"));
+            EXPECT_TRUE(dialog.Press(kIdOk));
+        });
+        window.OpenAt(u"\\BARE"_v, false);
+        ASSERT_EQ(frame.GetRows().size(), 1U);
+        EXPECT_EQ(frame.GetRows()[0].texts[0], u"bare");
+        EXPECT_EQ(frame.GetRows()[0].texts[2], u"bare.example");
+        Await(frame, 0, u"已结束");
+    });
+}
+
 TEST_F(MainWindowTest, TheListTellsHowSessionsFare) {
     scratch.WriteProgram("ssh", "exit 7\n");
     Play([&](MainWindow& window, HeadlessFrame& frame) {

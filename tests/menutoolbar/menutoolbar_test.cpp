@@ -330,19 +330,26 @@ TEST_F(CustomMenuToolbarTest, MenusBarsAndKeysAreBuiltWithTextsOfTheCommands) {
     Register(
         "ACCELERATOR\na,c,CTRL|shift\nb,*,ALT\nv,9,VIRTKEY\nEND\nSTRINGTABLE\ns,\"Prompt\\nTip\"\nEND\nMENU m\n"
         "POPUPMENU p\nMENUITEM Copy,MENU_COPY,,s,a\nSEPARATOR\nPOPUPMENU q\nMENUITEM x,SEND,one,,b\nEND\nEND\n"
-        "MENUITEM y,SEND,two,,v\nEND\nTOOLBAR t\nTOOLBARITEM MENU_FIND,MENU_COPY,\nSEPARATOR\n"
-        "TOOLBARITEM MENU_PASTE,MENU_EXIT\nTOOLBARITEM MENU_RESET,MENU_EXIT\nEND\n",
+        "MENUITEM y,SEND,two,,v\nSEPARATOR\nPOPUPMENU e\nEND\nEND\nTOOLBAR t\nTOOLBARITEM MENU_FIND,MENU_COPY,\n"
+        "SEPARATOR\nTOOLBARITEM MENU_PASTE,MENU_EXIT\nTOOLBARITEM MENU_RESET,MENU_EXIT\nEND\n",
         false);
     const VMenuToolbarTextRep& rep = menus.GetRep();
 
     constexpr int kFirst = VCustomMenuToolbar::kFirstArgumentCommand;
     const VPopupMenu menu = MakePopupMenu(*rep.FindMenu(u"m"), menus);
-    ASSERT_EQ(menu.GetEntries().size(), 2U);
+    ASSERT_EQ(menu.GetEntries().size(), 4U);
+    EXPECT_FALSE(menu.GetEntries()[2].isSubMenu);
+    EXPECT_TRUE(menu.GetEntries()[3].isSubMenu) << "also without entries";
     const VPopupMenu::Entry& popup = menu.GetEntries()[0];
     ASSERT_EQ(popup.children.size(), 3U);
     EXPECT_EQ(popup.children[0].text, u"Copy\tCtrl+Shift+c");
     EXPECT_EQ(popup.children[0].prompt, u"Prompt");
     EXPECT_EQ(popup.children[2].children[0].command, kFirst);
+
+    const VPopupMenu menuBar = MakeMenuBar(*rep.FindMenu(u"m"), menus);
+    ASSERT_EQ(menuBar.GetEntries().size(), 3U) << "no separator";
+    EXPECT_EQ(menuBar.GetEntries()[0].children[0].text, popup.children[0].text);
+    EXPECT_EQ(menuBar.GetEntries()[1].text, u"y") << "no key";
 
     const VToolbarState bar = MakeToolbar(*rep.FindMenu(u"t"), menus);
     ASSERT_EQ(bar.GetButtons().size(), 4U);

@@ -7,6 +7,7 @@
 #include "foundation/vstringarray.h"
 #include "keymap/keynames.h"
 #include "platform/codepage.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 #include "sessiondb/buttonbarupgrade.h"
 #include "sessiondb/userbuttonbar.h"
@@ -68,6 +69,7 @@ constexpr FaultRow kFaults[] = {
     {ButtonFault::kNoText, "it has no text"},
     {ButtonFault::kNoArgument, "SEND, RUN and LAUNCH need an argument"},
     {ButtonFault::kControl, "a text holds a control character"},
+    {ButtonFault::kTooManyLines, "its text has more than two lines"},
     {ButtonFault::kTooLong, "a text is too long"},
 };
 /// Null for a button that works.
@@ -161,6 +163,14 @@ constexpr EditRow kEdits[] = {
     {"move", "move PLACE PLACE", 2, 2, MoveButton, false},
 };
 
+Failure EditBar(const EditRow& row, const VUnicodeString& name, std::span<const std::string> words) {
+    UserButtonBar bar;
+    if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
+    if (!bar.IsThere() && !row.makesBar) return "there is no button bar " + Quoted(name);
+    if (Failure failure = row.edit(bar, words)) return failure;
+    return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
+}
+
 Failure Edit(const ButtonsArguments& arguments) {
     const auto* row =
         std::ranges::find(kEdits, arguments.action, [](const EditRow& edit) { return std::string(edit.action); });
@@ -169,11 +179,14 @@ Failure Edit(const ButtonsArguments& arguments) {
         return std::string("wanted: buttons edit BAR ") + row->usage;
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.bar, name)) return failure;
-    UserButtonBar bar;
-    if (!bar.Load(name)) return "the button bar " + Quoted(name) + " cannot be read";
-    if (!bar.IsThere() && !row->makesBar) return "there is no button bar " + Quoted(name);
-    if (Failure failure = row->edit(bar, arguments.words)) return failure;
-    return bar.Save() ? Failure(kDone) : "the button bar " + Quoted(name) + " cannot be saved";
+    if (name.IsEmpty()) return "a button bar needs a name";
+    UpgradeButtonBars();  // before the unit, which drops all that was written in it when the edit is at fault
+    Failure failure;
+    const bool isSaved = AsOneUnit([&] {
+        failure = EditBar(*row, name, arguments.words);
+        return !failure;
+    });
+    return failure || isSaved ? failure : "the button bar " + Quoted(name) + " cannot be saved";
 }
 
 void DeclareEdit(CLI::App& parser, ButtonsArguments& arguments) {

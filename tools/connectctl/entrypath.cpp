@@ -10,6 +10,7 @@
 #include "profile/vprofilekey.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
+#include "sessiondb/storedspelling.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/toolstore.h"
 
@@ -52,20 +53,6 @@ Failure FindKind(const VUnicodeString& path, EntryKind& kind) {
 /// The Default session is known by its exact name, the store's names by any case.
 VUnicodeString WithDefaultSpelled(const VUnicodeString& path) {
     return path.EqualsNoCase(kDefaultSession) ? VUnicodeString(kDefaultSession) : path;
-}
-
-/// Names that are not there stay as they are.
-VUnicodeString SpelledAsStored(const VUnicodeString& path) {
-    if (path.IsEmpty()) return path;
-    const VUnicodeString parent = SpelledAsStored(GetEntryParent(path));
-    const VUnicodeString leaf = GetEntryLeaf(path);
-    VProfileStore store(true);
-    VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(parent).GetData(), 0);
-    VProfileKeyIterator children(folder, false);
-    VUnicodeString name;
-    while (children.Next(name))
-        if (name.EqualsNoCase(leaf)) return JoinEntryPath(parent, name);
-    return JoinEntryPath(parent, leaf);
 }
 
 bool Exists(std::u16string_view path) {

@@ -1,6 +1,7 @@
 // menu: descriptions of menus and toolbars.
 #include <CLI/CLI.hpp>
 
+#include "foundation/vpath.h"
 #include "menutoolbar/standardcommands.h"
 #include "menutoolbar/vmenutoolbartextrep.h"
 #include "platform/codepage.h"
@@ -30,6 +31,7 @@ Failure Parse(const MenuArguments& arguments, ParsedMenus& parsed) {
     if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
     parsed.rep.SetCommandTable(&GetStandardMenuCommands());
     parsed.rep.SetFileName(name);
+    VSetDotPathBase(parsed.rep.GetFolder());
     parsed.result = parsed.rep.Parse();
     parsed.reports = parsed.rep.GetWarnings();
     if (parsed.rep.GetError().GetCode() != 0) parsed.reports.Add(parsed.rep.GetError());

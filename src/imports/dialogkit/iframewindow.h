@@ -56,7 +56,7 @@ class IFrameWindow : public VWindow {
 
     virtual void SetTitle(const VUnicodeString& title) = 0;
     virtual void SetIcon(const VIcon& icon) = 0;
-    /// Each entry with children is a menu of the bar, in order.
+    /// Each sub-menu is a menu of the bar, in order. Requires: no separator among them.
     virtual void SetMenuBar(const VPopupMenu& menu) = 0;
     /// Shows a bar under the menu: those with lower numbers first. One without buttons is not shown.
     virtual void SetToolbar(int bar, const VToolbarState& toolbar) = 0;

@@ -13,10 +13,11 @@ namespace connectdialog {
 class VPopupMenu {
   public:
     struct Entry {
-        int command = 0;  ///< 0: a separator, or a sub-menu when there are children
+        int command = 0;  ///< 0: a separator or a sub-menu
         VUnicodeString text;
         bool isEnabled = true;
         bool isChecked = false;
+        bool isSubMenu = false;  ///< with its children, if any
         std::vector<Entry> children;
         VUnicodeString prompt;  ///< for the status line, while it is the one to be chosen
     };
@@ -31,6 +32,7 @@ class VPopupMenu {
     void AddSubMenu(const VUnicodeString& text, VPopupMenu menu) {
         Entry& entry = entries.emplace_back();
         entry.text = text;
+        entry.isSubMenu = true;
         entry.children = std::move(menu.entries);
     }
     const std::vector<Entry>& GetEntries() const { return entries; }

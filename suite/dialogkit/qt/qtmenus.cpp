@@ -14,8 +14,8 @@ using Entries = std::vector<VPopupMenu::Entry>;
 
 bool HaveSameTexts(const Entries& left, const Entries& right) {
     return std::ranges::equal(left, right, [](const VPopupMenu::Entry& one, const VPopupMenu::Entry& other) {
-        return one.command == other.command && one.text == other.text && one.prompt == other.prompt &&
-               HaveSameTexts(one.children, other.children);
+        return one.command == other.command && one.isSubMenu == other.isSubMenu && one.text == other.text &&
+               one.prompt == other.prompt && HaveSameTexts(one.children, other.children);
     });
 }
 
@@ -63,7 +63,7 @@ void RemoveActions(QWidget& bar) {
 
 void FillMenu(QMenu& menu, const Entries& entries) {
     for (const VPopupMenu::Entry& entry : entries) {
-        if (!entry.children.empty()) {
+        if (entry.isSubMenu) {
             AddMenu(menu, entry);
         } else if (entry.command == 0) {
             menu.addSeparator();
