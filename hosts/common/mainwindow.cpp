@@ -99,7 +99,9 @@ void MainWindow::OnFrameWoken() {
 void MainWindow::OnFrameCommand(int command) {
     const auto* const row = std::ranges::find(kCommands, command, &CommandRow::command);
     if (row == std::end(kCommands)) return DoFunction(command);
-    if (IsEnabled(command)) (this->*row->act)();
+    if (!IsEnabled(command)) return;
+    (this->*row->act)();
+    ShowButtons(true);  // the dialogs of a command may have chosen or changed another bar
 }
 
 bool MainWindow::IsOwnCommand(int command) {
