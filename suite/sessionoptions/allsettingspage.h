@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/vunicodestring.h"
-#include "suite/sessionoptions/optionfield.h"
 #include "suite/dialogkit/lists/optionlist.h"
+#include "suite/sessionoptions/optionfield.h"
 
 namespace connectdialog {
 
