@@ -21,8 +21,9 @@ constexpr unsigned HexDigitValue(char16_t character) {
 
 enum class HexCase : std::uint8_t { kLower, kUpper };
 /// The digit of the lowest four bits.
-constexpr char HexDigit(unsigned value, HexCase digits) {
-    return (digits == HexCase::kLower ? "0123456789abcdef" : "0123456789ABCDEF")[value & 0xF];
+template <class Char = char16_t>
+constexpr Char HexDigit(unsigned value, HexCase digits) {
+    return static_cast<Char>((digits == HexCase::kLower ? "0123456789abcdef" : "0123456789ABCDEF")[value & 0xF]);
 }
 
 /// `prefix` followed by the digits of `bytes`, made in one buffer of the given state.

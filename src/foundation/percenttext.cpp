@@ -12,7 +12,7 @@ std::string PercentEncode(std::string_view text) {
         if (IsAsciiLetterOrDigit(byte) || std::string_view("-_.").find(character) != std::string_view::npos)
             encoded += character;
         else
-            encoded += {'%', HexDigit(byte >> 4U, HexCase::kUpper), HexDigit(byte, HexCase::kUpper)};
+            encoded += {'%', HexDigit<char>(byte >> 4U, HexCase::kUpper), HexDigit<char>(byte, HexCase::kUpper)};
     }
     return encoded;
 }

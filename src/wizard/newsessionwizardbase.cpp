@@ -61,8 +61,8 @@ bool NewSessionWizardBase::HasFailedPage(const VUnicodeString& protocolName) con
 
 VUnicodeString NewSessionWizardBase::GetProtocolOf(const VPropertyPage& page) const {
     const auto found = std::ranges::find(protocolPages, &page);
-    return found != protocolPages.end() ? GetConnectProtocolTable()[found - protocolPages.begin()].name
-                                        : VUnicodeString();
+    if (found == protocolPages.end()) return {};
+    return GetConnectProtocolTable()[static_cast<std::uint64_t>(found - protocolPages.begin())].name;
 }
 
 int NewSessionWizardBase::GetNextID() {

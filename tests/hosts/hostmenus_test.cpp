@@ -140,7 +140,7 @@ TEST_F(HostMenusTest, AFileThatCannotBeUsedLeavesTheBuiltInMenus) {
                                      {"MENU main\nEND\nstray\n", u"第 3 行"},
                                      {many + "END\n", u"…… 共 40 处"}}) {
         WriteMenus(text);
-        Play([&](MainWindow&, HeadlessFrame& frame) {
+        Play([&, text = text, part = part](MainWindow&, HeadlessFrame& frame) {
             const VUnicodeString box = TakeBox();
             EXPECT_TRUE(Has(box, part)) << text;
             EXPECT_FALSE(Has(box, u"第 12 行")) << "not all of many";

@@ -30,8 +30,8 @@ bool ParseBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
 std::string HexText(const std::vector<std::uint8_t>& bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        text += HexDigit(byte >> 4U, HexCase::kLower);
-        text += HexDigit(byte, HexCase::kLower);
+        text += HexDigit<char>(byte >> 4U, HexCase::kLower);
+        text += HexDigit<char>(byte, HexCase::kLower);
     }
     return text;
 }
