@@ -5,8 +5,8 @@
 
 #include "config/isessionconfig.h"
 #include "imports/dialogkit/vdialog.h"
-#include "suite/sessionoptions/allsettingspage.h"
 #include "suite/dialogkit/lists/optionlist.h"
+#include "suite/sessionoptions/allsettingspage.h"
 #include "suite/sessionoptions/optiontemplate.h"
 
 namespace connectdialog {
