@@ -3,21 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "config/appkind.h"
-#include "config/isessionconfig.h"
-#include "foundation/vreportmessageparams.h"
-#include "frame/connectdialogapi.h"
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/keyshelp.h"
-#include "hosts/common/terminalemulator.h"
 #include "imports/dialogkit/appname.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vmessagebox.h"
 #include "sessiondb/sessionpaths.h"
-#include "sessiondb/sessiontree.h"
 #include "suite/configpanels/referenceglobalconfig.h"
-#include "suite/hostsetup/hostsetup.h"
-#include "suite/protocols/quickaddress.h"
 
 namespace connectdialog::hosts {
 
@@ -101,7 +93,7 @@ void MainWindow::OnFrameCommand(int command) {
     if (row == std::end(kCommands)) return DoFunction(command);
     if (!IsEnabled(command)) return;
     (this->*row->act)();
-    ShowButtons(true);  // the dialogs of a command may have chosen or changed another bar
+    ShowButtons(true);  // and the menus: a command may have changed either, or the session that tells which bar
 }
 
 bool MainWindow::IsOwnCommand(int command) {

@@ -1,6 +1,5 @@
 // What the menus and the button bar of the main window do beyond its own commands.
 #include "foundation/textchecks.h"
-#include "foundation/vreportmessageparams.h"
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/mainwindow.h"
 #include "hosts/common/userprogram.h"
@@ -84,7 +83,9 @@ void MainWindow::PressFunction(std::uint32_t function) {
 
 void MainWindow::ShowButtons(bool again) {
     const std::vector<std::size_t> selected = window->GetSelectedRows();
-    const VUnicodeString path = selected.size() == 1 ? opened.GetRows()[selected.front()].path : VUnicodeString();
+    const OpenedSession* const row = selected.size() == 1 ? &opened.GetRows()[selected.front()] : nullptr;
+    const bool isStored = row != nullptr && row->client.empty();
+    const VUnicodeString path = isStored ? row->path : VUnicodeString();
     if (!again && path == buttonsPath) return;
     buttonsPath = path;
     if (buttons.Load(ChooseButtonBar(path), again)) ShowMenus();
@@ -95,7 +96,6 @@ void MainWindow::EditButtons() {
     if (!bar.Load(buttons.GetName())) return ShowFault(u"无法读取按钮栏。"_v);
     if (ButtonBarDialog(bar, window.get()).DoModal() != kDialogAccepted || !bar.IsChanged()) return;
     SaveButtons(bar);
-    ShowButtons(true);
 }
 
 void MainWindow::SaveButtons(UserButtonBar& edited) {
@@ -115,12 +115,10 @@ void MainWindow::SaveButtons(UserButtonBar& edited) {
 
 void MainWindow::ToggleToolbar() {
     menus.SetWanted(!menus.IsWanted());
-    ShowMenus();
 }
 
 void MainWindow::ToggleButtonBar() {
     buttons.SetWanted(!buttons.IsWanted());
-    ShowMenus();
 }
 
 void MainWindow::ShowMenus() {

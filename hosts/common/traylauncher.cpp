@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "foundation/messagetable.h"
-#include "foundation/percenttext.h"
 #include "frame/connectdialogapi.h"
 #include "hosts/common/hostoptions.h"
 #include "hosts/common/hostsession.h"

@@ -15,9 +15,9 @@ struct ShortcutCommand {
     bool needsTerminal = false;
 };
 
-/// Makes a shortcut under `label`, in place of one of that name. On POSIX it is a file of the Desktop Entry
-/// Specification in the desktop folder of user-dirs.dirs, executable by this user, and marked as trusted in the way of
-/// the running desktop when that has one (GNOME, Xfce); a mark that cannot be set only means that the desktop asks. A
+/// Makes a shortcut under `label`, in place of one of that name. On POSIX it is a file of the desktop entry standard
+/// in the desktop folder of user-dirs.dirs, executable by this user, and marked as trusted in the way of the running
+/// desktop when that has one (GNOME, Xfce); a mark that cannot be set only means that the desktop asks. A
 /// label that is too long for the file's name is whole in the file, which is named by its beginning and its hash.
 /// On failure: false with the last error: 87 for a label that is no name of a file to be seen (empty, with a dot in
 /// front, with a separator or a control character in it), for half a character in it and for a program that the

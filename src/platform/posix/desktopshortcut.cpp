@@ -1,4 +1,5 @@
-// Source: Desktop Entry Specification 1.5, "Basic format of the file", "Possible value types" and "The Exec key".
+// Source: the desktop entry standard of freedesktop.org, version 1.5, "Basic format of the file", "Possible value
+// types" and "The Exec key".
 #include "platform/desktopshortcut.h"
 
 #include <algorithm>
