@@ -128,7 +128,7 @@ TEST_F(HostsTest, WindowsOpenEachSessionWhateverItsNameAndTheTerminalEmulator) {
 
     std::filesystem::remove(scratch / "opened");
     scratch.WriteProgram("x-terminal-emulator",
-                 "case \"$*\" in *Inner*) echo \"$2\" > " + (scratch / "opened") + ";; *) exit 3 ;; esac\n");
+                         "case \"$*\" in *Inner*) echo \"$2\" > " + (scratch / "opened") + ";; *) exit 3 ;; esac\n");
     EXPECT_EQ(Run({"--window", "/SESSION_FOLDER", "Servers"}).exitCode, 1);
     EXPECT_NE(WaitForOpened(1), "") << "a window that fails does not keep the next one from opening";
 
