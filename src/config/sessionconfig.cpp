@@ -72,8 +72,11 @@ void SessionConfig::SettleDefaultSession(VProfileKey* key) {
 /// The template is made in the store on its first use. True when it is there.
 bool SessionConfig::StoreDefaultSession() {
     const VUnicodeString keyPath = kSessionsKey + u"\\"_v + kDefaultSession;
-    if (VProfileStore store; store.GetRootKey()->KeyExists(keyPath.GetData())) return true;
-    return WriteToKey(keyPath.GetData(), [this](VProfileKey& key) { Save(key, true); });
+    return AsOneUnit([&] {
+        VProfileStore store;
+        if (store.GetRootKey()->KeyExists(keyPath.GetData())) return true;
+        return WriteToKey(keyPath.GetData(), [this](VProfileKey& key) { Save(key, true); });
+    });
 }
 
 /// What was made from the Default session and has a name or a path of its own is a session like any other.

@@ -133,10 +133,11 @@ VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
     UpgradeButtonBars();
     VProfileStore store(true);
     const VUnicodeString keyPath = BuildSessionKeyPath(path);
+    // Asked before the key is read: what another process makes in between is found then, and never half seen.
+    if (path == kDefaultSession && !store.GetRootKey()->KeyExists(keyPath.GetData()))
+        return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
-    if (HasSessionMark(key)) return LoadSessionFrom(key, path, GetEntryLeaf(path));
-    if (path != kDefaultSession || store.GetRootKey()->KeyExists(keyPath.GetData())) return nullptr;
-    return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
+    return HasSessionMark(key) ? LoadSessionFrom(key, path, GetEntryLeaf(path)) : VRef<ISessionConfig>();
 }
 
 void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor visit, void* context) {

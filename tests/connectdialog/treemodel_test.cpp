@@ -262,7 +262,9 @@ class StoreInFile : public ConnectDialogTest {
             Click((u"f\\" + renamed).View());
             Command(kDelete);
         }
-        EXPECT_EQ(kit.GetBoxes().size(), 4U) << "nothing was refused";
+        std::string told;
+        for (const auto& box : kit.GetBoxes()) told += platform::ToNarrow(box.text) + "|";
+        EXPECT_EQ(kit.GetBoxes().size(), 4U) << told;
     }
 
     TemporaryFolder folder;
