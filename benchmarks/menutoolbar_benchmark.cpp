@@ -102,8 +102,8 @@ void BenchmarkBuildMenus(benchmark::State& state) {
         rep.SetCommandTable(&GetStandardMenuCommands());
         rep.SetFileName(sample.Name());
         if (rep.Parse() != MenuParseResult::kClean) std::abort();
-        for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus()) menus.RegisterCommands(*block);
-        for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus())
+        for (const MenuEntryPtr<VMenuToolbar>& block : rep.GetMenus()) menus.RegisterCommands(*block);
+        for (const MenuEntryPtr<VMenuToolbar>& block : rep.GetMenus())
             benchmark::DoNotOptimize(MakePopupMenu(*block, menus));
         benchmark::DoNotOptimize(MakeAccelerators(menus));
         rep.Reset();

@@ -141,7 +141,7 @@ void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* ove
     VCustomMenuToolbar& commands = VCustomMenuToolbar::Get();
     std::vector<VMenuToolbar*> blocks;
     VUnicodeString name;
-    for (const std::unique_ptr<VMenuToolbar>& block : rep.GetMenus()) {
+    for (const MenuEntryPtr<VMenuToolbar>& block : rep.GetMenus()) {
         block->GetText(name);
         const VMenuToolbar* const users = over != nullptr ? over->FindMenu(name) : nullptr;
         const bool isOver = users != nullptr && IsToolbar(*users) == IsToolbar(*block);

@@ -46,7 +46,7 @@ bool IsAbsolute(std::u16string_view name) {
 
 }  // namespace
 
-std::unique_ptr<VMenuToolbarItem> MenuItemReader::Read() {
+MenuEntryPtr<VMenuToolbarItem> MenuItemReader::Read() {
     const bool isGood =
         FindFunction() && (!IsTool() || FindImage()) && CheckArgument() && FindTexts() && FindAccelerator();
     return isGood ? MakeItem() : nullptr;
@@ -113,11 +113,11 @@ VUnicodeString MenuItemReader::MakeText() const {
     return line.Token(kWhat);
 }
 
-std::unique_ptr<VMenuToolbarItem> MenuItemReader::MakeItem() const {
+MenuEntryPtr<VMenuToolbarItem> MenuItemReader::MakeItem() const {
     const VUnicodeString none;
-    auto item = std::make_unique<VMenuToolbarItem>(MakeText(), command->name, line.Token(kArgument),
-                                                   texts != nullptr ? texts->toolTip : none,
-                                                   texts != nullptr ? texts->prompt : none);
+    auto item = MakeMenuEntry<VMenuToolbarItem>(rep.GetMemory(), MakeText(), command->name, line.Token(kArgument),
+                                                texts != nullptr ? texts->toolTip : none,
+                                                texts != nullptr ? texts->prompt : none);
     item->SetType(command->number);
     item->SetCommandId(command->number);
     item->SetTakesArgument(TakesArgument(command->name));

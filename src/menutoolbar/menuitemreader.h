@@ -25,7 +25,7 @@ class MenuItemReader {
         : rep(rep), images(images), line(line), lineNumber(lineNumber) {}
 
     /// Null when the line is at fault, with a warning added to those of the description.
-    std::unique_ptr<VMenuToolbarItem> Read();
+    MenuEntryPtr<VMenuToolbarItem> Read();
 
   private:
     // Each step is false when it has added a warning.
@@ -36,7 +36,7 @@ class MenuItemReader {
     bool FindTexts();
     bool FindAccelerator();
     VUnicodeString MakeText() const;
-    std::unique_ptr<VMenuToolbarItem> MakeItem() const;
+    MenuEntryPtr<VMenuToolbarItem> MakeItem() const;
     bool Refuse(std::uint32_t code, std::initializer_list<std::u16string_view> inserts = {});
     bool IsTool() const { return line.kind == MenuLineKind::kToolbarItem; }
     /// Whether the line names a key there. In a menu item an empty one is none.

@@ -20,7 +20,7 @@ VCustomMenuToolbar& VCustomMenuToolbar::Get() {
 }
 
 void VCustomMenuToolbar::RegisterCommands(VMenuToolbar& block) {
-    for (const std::unique_ptr<VMenuToolbarItem>& item : block.GetItems()) {
+    for (const MenuEntryPtr<VMenuToolbarItem>& item : block.GetItems()) {
         if (auto* popup = dynamic_cast<VMenuToolbar*>(item.get()))
             RegisterCommands(*popup);
         else if (item->GetType() != kMenuTypeSeparator)

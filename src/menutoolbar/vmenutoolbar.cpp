@@ -3,7 +3,7 @@
 namespace connectdialog {
 
 void BuildMenuToolbar(const VMenuToolbar& block, IMenuToolbarBuilder& builder) {
-    for (const std::unique_ptr<VMenuToolbarItem>& item : block.GetItems()) {
+    for (const MenuEntryPtr<VMenuToolbarItem>& item : block.GetItems()) {
         // Not by type: a toolbar may have a plain item with the number of popups.
         if (const auto* popup = dynamic_cast<const VMenuToolbar*>(item.get())) {
             VUnicodeString label;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <memory_resource>
 #include <vector>
 
 #include "menutoolbar/vmenutoolbaritem.h"
@@ -10,17 +11,33 @@ namespace connectdialog {
 
 enum class MenuBlockKind : std::uint8_t { kMenu = 1, kToolbar = 2, kPopup = 3 };
 
+/// Ends an entry; its memory is the description's and goes with it.
+struct EndMenuEntry {
+    void operator()(VMenuToolbarItem* entry) const { std::destroy_at(entry); }
+};
+template <class Entry>
+using MenuEntryPtr = std::unique_ptr<Entry, EndMenuEntry>;
+
+/// Requires: the memory outlives the entry.
+template <class Entry, class... Arguments>
+MenuEntryPtr<Entry> MakeMenuEntry(std::pmr::memory_resource& memory, Arguments&&... arguments) {
+    std::pmr::polymorphic_allocator<> allocator(&memory);
+    return MenuEntryPtr<Entry>(allocator.new_object<Entry>(std::forward<Arguments>(arguments)...));
+}
+
 /// Its text is its name; that of a submenu is its label. Owns its entries.
 class VMenuToolbar : public VMenuToolbarItem {
   public:
-    using Items = std::vector<std::unique_ptr<VMenuToolbarItem>>;
+    using Items = std::pmr::vector<MenuEntryPtr<VMenuToolbarItem>>;
 
-    explicit VMenuToolbar(MenuBlockKind kind) : kind(kind) { items.reserve(kUsualSize); }
+    VMenuToolbar(MenuBlockKind kind, std::pmr::memory_resource& memory) : kind(kind), items(&memory) {
+        items.reserve(kUsualSize);
+    }
     VMenuToolbar(const VMenuToolbar&) = delete;
     VMenuToolbar& operator=(const VMenuToolbar&) = delete;
 
     MenuBlockKind GetKind() const { return kind; }
-    void Append(std::unique_ptr<VMenuToolbarItem> item) { items.push_back(std::move(item)); }
+    void Append(MenuEntryPtr<VMenuToolbarItem> item) { items.push_back(std::move(item)); }
     /// In the order of the description. A submenu is a VMenuToolbar of the type kMenuTypePopup.
     const Items& GetItems() const { return items; }
 

@@ -44,7 +44,7 @@ void VMenuToolbarRep::DropContents() {
     font.Empty();
 }
 
-void VMenuToolbarRep::AddMenu(const VUnicodeString& name, std::unique_ptr<VMenuToolbar> menu) {
+void VMenuToolbarRep::AddMenu(const VUnicodeString& name, MenuEntryPtr<VMenuToolbar> menu) {
     menusByName.emplace(KeepMenuName(memory, name), menu.get());
     menus.push_back(std::move(menu));
 }

@@ -36,7 +36,7 @@ struct MenuString {
 /// Names the file and the commands for a reader, and owns what it has read. Belongs to one thread.
 class VMenuToolbarRep {
   public:
-    using Menus = std::vector<std::unique_ptr<VMenuToolbar>>;
+    using Menus = std::vector<MenuEntryPtr<VMenuToolbar>>;
 
     VMenuToolbarRep() = default;
     VMenuToolbarRep(const VMenuToolbarRep&) = delete;
@@ -68,6 +68,9 @@ class VMenuToolbarRep {
     /// A face name; empty when there is none.
     const VUnicodeString& GetFont() const { return font; }
 
+    /// Where entries are made, which go with Reset and the next Parse.
+    std::pmr::memory_resource& GetMemory() { return memory; }
+
     /// The error, of code 0 when there is none.
     VReportMessageParams& GetError() { return error; }
     /// In the order of the lines.
@@ -75,7 +78,7 @@ class VMenuToolbarRep {
 
   protected:
     /// Takes over a block. Requires: its name is new.
-    void AddMenu(const VUnicodeString& name, std::unique_ptr<VMenuToolbar> menu);
+    void AddMenu(const VUnicodeString& name, MenuEntryPtr<VMenuToolbar> menu);
     bool IsEmpty() const { return menus.empty() && accelerators.empty() && strings.empty() && font.IsEmpty(); }
     void DropContents();
 
@@ -83,8 +86,8 @@ class VMenuToolbarRep {
     VUnicodeString fileName;
     VUnicodeString folder;
     bool isEnabled = true;
+    std::pmr::monotonic_buffer_resource memory;  ///< of the entries and the maps
     Menus menus;
-    std::pmr::monotonic_buffer_resource memory;  ///< of the maps
     MenuNameMap<VMenuToolbar*> menusByName{&memory};
     MenuNameMap<AcceleratorRep> accelerators{&memory};
     MenuNameMap<MenuString> strings{&memory};

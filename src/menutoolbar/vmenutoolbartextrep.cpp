@@ -103,7 +103,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadFont() {
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadTopLevelBlock() {
-    auto block = std::make_unique<VMenuToolbar>(BlockKindOf(line.kind));
+    auto block = MakeMenuEntry<VMenuToolbar>(memory, BlockKindOf(line.kind), memory);
     const VUnicodeString name(line.Token(0));
     const Outcome outcome = ReadBlock(*block, name, 0);
     if (outcome != Outcome::kFatal) AddMenu(name, std::move(block));
@@ -127,7 +127,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadBlockLine(VMenuToolbar& bl
         case MenuLineKind::kFont:
             return Fail(kMenuKeywordOutOfPlace);
         case MenuLineKind::kSeparator: {
-            auto separator = std::make_unique<VMenuToolbarItem>();
+            auto separator = MakeMenuEntry<VMenuToolbarItem>(memory);
             separator->SetType(kMenuTypeSeparator);
             block.Append(std::move(separator));
             return Outcome::kGood;
@@ -145,7 +145,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadBlockLine(VMenuToolbar& bl
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadPopup(VMenuToolbar& parent, int depth) {
     if (depth == kDeepestPopup) return Fail(kMenuKeywordOutOfPlace);
-    auto popup = std::make_unique<VMenuToolbar>(MenuBlockKind::kPopup);
+    auto popup = MakeMenuEntry<VMenuToolbar>(memory, MenuBlockKind::kPopup, memory);
     popup->SetType(kMenuTypePopup);
     const Outcome outcome = ReadBlock(*popup, line.Token(0), depth + 1);
     if (outcome != Outcome::kFatal) parent.Append(std::move(popup));
@@ -153,7 +153,7 @@ VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadPopup(VMenuToolbar& parent
 }
 
 VMenuToolbarTextRep::Outcome VMenuToolbarTextRep::ReadItem(VMenuToolbar& block) {
-    std::unique_ptr<VMenuToolbarItem> item = MenuItemReader(*this, images, line, lineCount).Read();
+    MenuEntryPtr<VMenuToolbarItem> item = MenuItemReader(*this, images, line, lineCount).Read();
     if (item == nullptr) return Outcome::kWarned;
     block.Append(std::move(item));
     return Outcome::kGood;

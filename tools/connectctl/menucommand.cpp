@@ -130,7 +130,7 @@ Failure Show(const MenuArguments& arguments) {
     if (Failure failure = Parse(arguments, parsed)) return failure;
     for (VReportMessageParams& report : parsed.reports) PrintNotice(ReportText(report));
     if (parsed.result == MenuParseResult::kFailed) return ResultFailure(parsed);
-    for (const std::unique_ptr<VMenuToolbar>& menu : parsed.rep.GetMenus()) {
+    for (const MenuEntryPtr<VMenuToolbar>& menu : parsed.rep.GetMenus()) {
         VUnicodeString name;
         menu->GetText(name);
         PrintLine(KindName(menu->GetKind()) + InQuotes(name));
