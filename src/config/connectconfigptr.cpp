@@ -23,17 +23,16 @@ bool IsRowOfSide(const ConnectProtocolTableElement& row, ProtocolSide side) {
 
 ConnectConfigPtr::ConnectConfigPtr(VProfileKey* key, ProtocolSide side, ICommonConfig* common)
     : table(GetConnectProtocolTable()), configs(table.GetCount()), common(common), side(side) {
-    LoadName(key);
+    std::int32_t named = LoadName(key);
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) configs.Add(nullptr);
     const std::int32_t first = FindFirstRow();
     if (first == kNone) return;
-    if (name.Get().IsEmpty()) name.Set(table[static_cast<std::uint64_t>(first)].name);
-
-    for (std::uint64_t i = 0; i < table.GetCount(); ++i) {
-        if (!IsRowOfSide(table[i], side) || !table[i].name.EqualsNoCase(name.Get())) continue;
-        CreateConfig(i, key, common);
-        selected = static_cast<std::int32_t>(i);
+    if (name.Get().IsEmpty()) {
+        named = first;
+        name.Set(table[static_cast<std::uint64_t>(first)].name);
     }
+    if (named != kNone) CreateConfig(static_cast<std::uint64_t>(named), key, common);
+    selected = named;
     bool isShared = GetSelected() != nullptr && table[static_cast<std::uint64_t>(selected)].sharesSettings;
     for (std::uint64_t i = 0; i < table.GetCount(); ++i) {
         if (configs[i] || !IsKeptReady(i) || (isShared && table[i].sharesSettings)) continue;
@@ -66,17 +65,18 @@ std::int32_t ConnectConfigPtr::FindFirstRow() const {
     return kNone;
 }
 
-void ConnectConfigPtr::LoadName(VProfileKey* key) {
+/// The row of the name, the last one where several have it; a name that is none of its side's is dropped.
+std::int32_t ConnectConfigPtr::LoadName(VProfileKey* key) {
     const VUnicodeString valueName = GetProtocolNameValue(side);
     SetName(valueName);
     name.Load(key, valueName, VUnicodeString());
     SetMissing(name.IsMissing());
     nameWasEmpty = !name.IsMissing() && name.Get().IsEmpty();
 
-    bool known = name.Get().EqualsNoCase(kNoProtocol);
-    for (const ConnectProtocolTableElement& row : table)
-        known = known || (IsRowOfSide(row, side) && row.name.EqualsNoCase(name.Get()));
-    if (!known) name.Edit().Empty();
+    for (std::uint64_t i = table.GetCount(); i-- > 0;)
+        if (IsRowOfSide(table[i], side) && table[i].name.EqualsNoCase(name.Get())) return static_cast<std::int32_t>(i);
+    if (!name.Get().EqualsNoCase(kNoProtocol)) name.Edit().Empty();
+    return kNone;
 }
 
 void ConnectConfigPtr::CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* with) {

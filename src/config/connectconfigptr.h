@@ -59,7 +59,7 @@ class ConnectConfigPtr : public VProfileData {
     static constexpr std::int32_t kNone = -1;
 
     std::int32_t FindFirstRow() const;
-    void LoadName(VProfileKey* key);
+    std::int32_t LoadName(VProfileKey* key);
     void CreateConfig(std::uint64_t row, VProfileKey* key, ICommonConfig* with);
     /// Whether the row is one of the side whose settings a session has from its start.
     bool IsKeptReady(std::uint64_t row) const;

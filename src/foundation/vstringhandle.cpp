@@ -12,20 +12,6 @@ namespace {
 
 static_assert(sizeof(VStringHeader) == 32, "the text must follow its header without a gap");
 
-/// The empty string of one state: like that of a literal its handles are not counted, so it is never freed or written,
-/// and threads do not wait for each other's counting.
-template <class Char>
-struct EmptyString {
-    VStringHeader header;
-    Char text[1];
-
-    constexpr explicit EmptyString(Str::SensitiveState state) : header{0, 0, text, state, -1}, text{} {}
-};
-template <class Char>
-constinit EmptyString<Char> plainEmpty{Str::SensitiveState::kPlain};
-template <class Char>
-constinit EmptyString<Char> sensitiveEmpty{Str::SensitiveState::kSensitive};
-
 template <class Char>
 std::size_t CapacityFor(std::size_t count) {
     constexpr std::size_t kLargest = (std::numeric_limits<std::size_t>::max() - sizeof(VStringHeader)) / sizeof(Char);
@@ -34,12 +20,6 @@ std::size_t CapacityFor(std::size_t count) {
 }
 
 }  // namespace
-
-template <class Char>
-Char* VStringHandle<Char>::EmptyText(Str::SensitiveState state) noexcept {
-    auto& buffer = state == Str::SensitiveState::kSensitive ? sensitiveEmpty<Char> : plainEmpty<Char>;
-    return static_cast<Char*>(buffer.header.data);
-}
 
 template <class Char>
 Char* VStringHandle<Char>::Allocate(std::size_t count, Str::SensitiveState state) {
@@ -52,9 +32,8 @@ Char* VStringHandle<Char>::Allocate(std::size_t count, Str::SensitiveState state
 }
 
 template <class Char>
-void VStringHandle<Char>::ReleaseText(Char* text) noexcept {
+void VStringHandle<Char>::ReleaseCounted(Char* text) noexcept {
     VStringHeader* header = reinterpret_cast<VStringHeader*>(text) - 1;
-    if (header->references.load(std::memory_order_relaxed) < 0) return;
     if (header->references.fetch_sub(1, std::memory_order_acq_rel) > 1) return;
     if (header->state == Str::SensitiveState::kSensitive) SecureWipe(header, sizeof(VStringHeader) + header->capacity);
     ::operator delete(header);

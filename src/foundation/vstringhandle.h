@@ -38,6 +38,23 @@ struct VStaticString {
     }
 };
 
+/// The empty string of one state: like that of a literal its handles are not counted, so it is never freed or written,
+/// and threads do not wait for each other's counting.
+template <class Char>
+struct VEmptyString {
+    VStringHeader header;
+    Char text[1];
+
+    constexpr explicit VEmptyString(Str::SensitiveState state) : header{0, 0, text, state, -1}, text{} {}
+
+    static VEmptyString plain;
+    static VEmptyString sensitive;
+};
+template <class Char>
+constinit VEmptyString<Char> VEmptyString<Char>::plain{Str::SensitiveState::kPlain};
+template <class Char>
+constinit VEmptyString<Char> VEmptyString<Char>::sensitive{Str::SensitiveState::kSensitive};
+
 /// One pointer in size: the address of the first character of a zero-terminated, counted buffer.
 ///
 /// Lengths and positions are counted in characters (code units). Copying shares the buffer and costs one atomic add, or
@@ -57,11 +74,10 @@ class VStringHandle {
     static constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
     /// The plain static empty string: nothing is allocated.
-    VStringHandle() noexcept : text(EmptyText(Str::SensitiveState::kPlain)) { AddReference(); }
+    VStringHandle() noexcept : text(EmptyText(Str::SensitiveState::kPlain)) {}
     VStringHandle(const VStringHandle& other) noexcept : text(other.text) { AddReference(); }
     VStringHandle(VStringHandle&& other) noexcept : text(other.text) {
         other.text = EmptyText(Str::SensitiveState::kPlain);
-        other.AddReference();
     }
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): Assign does nothing for the same buffer
     VStringHandle& operator=(const VStringHandle& other) {
@@ -124,13 +140,22 @@ class VStringHandle {
     VStringHeader& Header() const { return reinterpret_cast<VStringHeader*>(text)[-1]; }
 
   private:
-    static Char* EmptyText(Str::SensitiveState state) noexcept;
+    static Char* EmptyText(Str::SensitiveState state) noexcept {
+        const bool isSensitive = state == Str::SensitiveState::kSensitive;
+        return isSensitive ? VEmptyString<Char>::sensitive.text : VEmptyString<Char>::plain.text;
+    }
     static Char* Allocate(std::size_t count, Str::SensitiveState state);
-    static void ReleaseText(Char* text) noexcept;
+    static bool IsCounted(const std::atomic<std::int32_t>& references) {
+        return references.load(std::memory_order_relaxed) >= 0;
+    }
+    static void ReleaseText(Char* text) noexcept {
+        if (IsCounted(reinterpret_cast<VStringHeader*>(text)[-1].references)) ReleaseCounted(text);
+    }
+    static void ReleaseCounted(Char* text) noexcept;
     static void EndText(Char* text, std::size_t count);
     void AddReference() const noexcept {
         std::atomic<std::int32_t>& references = Header().references;
-        if (references.load(std::memory_order_relaxed) >= 0) references.fetch_add(1, std::memory_order_relaxed);
+        if (IsCounted(references)) references.fetch_add(1, std::memory_order_relaxed);
     }
     /// Whether the buffer is private and has room for `count` characters.
     bool IsWritableFor(std::size_t count) const;

@@ -31,8 +31,11 @@ class NameTable {
     /// goes through values in the order in which they are stored.
     bool IsSpelled(std::uint32_t id, const char16_t* name) const;
     /// As it was first written, by whichever key, until a name is added. Requires: an id from 1 to GetCount().
-    std::u16string_view GetSpelled(std::uint32_t id) const { return spelled.data() + begins[id - 1]; }
-    std::size_t GetCount() const { return begins.size(); }
+    std::u16string_view GetSpelled(std::uint32_t id) const {
+        const std::size_t begin = id == 1 ? 0 : ends[id - 2];
+        return {spelled.data() + begin, ends[id - 1] - begin};
+    }
+    std::size_t GetCount() const { return ends.size(); }
 
     /// Reads what was added since. On failure: false, with a report; 1015 when the ids have gaps.
     bool LoadNew(SqliteDatabase& database, VReportMessageParams& report);
@@ -60,8 +63,8 @@ class NameTable {
     std::uint32_t SearchFolded(std::u16string_view name) const;
     void Add(std::u16string_view name, std::u16string_view folded);
 
-    std::u16string spelled;           ///< one after the other, each with a zero behind it
-    std::vector<std::size_t> begins;  ///< by id - 1, in `spelled`
+    std::u16string spelled;         ///< one after the other
+    std::vector<std::size_t> ends;  ///< by id - 1, in `spelled`
     std::unordered_map<std::u16string, std::uint32_t, Hash, std::equal_to<>> idsByFolded;
     std::array<Answer, std::size_t{1} << kAnswerBits> answers;  ///< by the place of the name in memory
     std::uint32_t latest = 0;                                   ///< found last
