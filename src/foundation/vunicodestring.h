@@ -103,13 +103,14 @@ class VUnicodeString : public VStringHandle<char16_t> {
 
     // Ordinal; a shorter text that is a prefix sorts first. Friends, so that they are candidates for strings alone.
     friend bool operator==(const VUnicodeString& a, const VUnicodeString& b) {
-        if (a.GetData() == b.GetData()) return true;
-        return a.GetLength() == b.GetLength() &&
-               std::memcmp(a.GetData(), b.GetData(), a.GetLength() * sizeof(char16_t)) == 0;
+        return a.GetData() == b.GetData() || a == b.View();
     }
-    friend bool operator==(const VUnicodeString& a, std::u16string_view b) { return a.View() == b; }
+    friend bool operator==(const VUnicodeString& a, std::u16string_view b) {
+        if (a.GetLength() != b.size()) return false;
+        return b.empty() || std::memcmp(a.GetData(), b.data(), b.size() * sizeof(char16_t)) == 0;
+    }
     friend bool operator==(const VUnicodeString& a, const char16_t* b) {
-        return b != nullptr ? a.View() == std::u16string_view(b) : a.IsEmpty();
+        return b != nullptr ? a == std::u16string_view(b) : a.IsEmpty();
     }
     friend std::strong_ordering operator<=>(const VUnicodeString& a, const VUnicodeString& b) {
         return a.View() <=> b.View();

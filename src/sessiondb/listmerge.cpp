@@ -22,7 +22,7 @@ class NamePool {
     /// The name, or null when it is not there or not any more.
     const VUnicodeString* Take(std::u16string_view name) {
         while (next < names.size() && taken[next]) ++next;
-        const std::size_t found = next < names.size() && names[next].View() == name ? next : LookUp(name);
+        const std::size_t found = next < names.size() && names[next] == name ? next : LookUp(name);
         if (found == names.size() || taken[found]) return nullptr;
         taken[found] = true;
         return &names[found];
@@ -40,7 +40,7 @@ class NamePool {
     std::size_t LookUp(std::u16string_view name) {
         if (slots.empty()) MakeTable();
         std::size_t slot = SlotOf(name);
-        while (slots[slot] != names.size() && names[slots[slot]].View() != name) slot = (slot + 1) % slots.size();
+        while (slots[slot] != names.size() && names[slots[slot]] != name) slot = (slot + 1) % slots.size();
         return slots[slot];
     }
     void MakeTable() {
@@ -87,10 +87,14 @@ bool CanBeListed(std::u16string_view name) {
 VUnicodeString MakeList(const VStringArray& names) {
     std::size_t length = 0;
     for (const VUnicodeString& name : names) length += name.GetLength() + 1;
-    std::u16string list;
-    list.reserve(length);
-    for (const VUnicodeString& name : names) (list += name.View()) += kListMark;
-    return VUnicodeString(list);
+    VUnicodeString list;
+    list.Resize(length);
+    char16_t* end = &list.MutableAt(0);
+    for (const VUnicodeString& name : names) {
+        end = std::ranges::copy(name.View(), end).out;
+        *end++ = kListMark;
+    }
+    return list;
 }
 
 }  // namespace connectdialog

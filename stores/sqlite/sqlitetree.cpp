@@ -153,7 +153,7 @@ void SqliteTree::EndUnit() {
     unitFailed = false;
     lastId = 0;
     firstNewId = 0;
-    newChildren = {};
+    newChildren = std::unordered_set<std::uint64_t>();  // clearing would walk through the room that a large unit took
 }
 
 void SqliteTree::ForgetLookups() {
