@@ -10,6 +10,7 @@
 #include "sessiondb/listmerge.h"
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
+#include "sessiondb/treesteps.h"
 
 namespace connectdialog {
 
@@ -38,8 +39,8 @@ bool IsSessionChild(VProfileKey& folder, const VUnicodeString& name, std::uint32
         case ProfileKind::kSessionLink:
             return true;
         case ProfileKind::kUnknown: {
-            std::uint32_t isSession = 0;
-            return VProfileKey(&folder, name.GetData(), 0).ReadDword(kIsSessionValue, isSession);
+            VProfileKey child(&folder, name.GetData(), 0);
+            return HasSessionMark(child);
         }
         default:
             return false;

@@ -20,11 +20,6 @@ namespace connectdialog {
 
 namespace {
 
-bool HasSessionMark(VProfileKey& key) {
-    std::uint32_t isSession = 0;
-    return key.ReadDword(kIsSessionValue, isSession);
-}
-
 bool RootHasKey(const VUnicodeString& keyPath) {
     VProfileStore store(true);
     return store.GetRootKey()->KeyExists(keyPath.GetData());
@@ -80,7 +75,8 @@ bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf) {
 bool IsFolderPath(const VUnicodeString& path) {
     VProfileStore store(true);
     VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
-    return !HasSessionMark(key);
+    // What cannot be read may be a session: as a folder it would be moved without its values.
+    return !HasSessionMark(key) && key.GetImpl()->GetLastReport()->GetCode() == platform::kFileNotFound;
 }
 
 bool FolderHasEntries(const VUnicodeString& path) {

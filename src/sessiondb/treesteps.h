@@ -22,6 +22,9 @@ bool ChangeFolder(const VUnicodeString& path, ChangeTree changeTree, ChangeLists
 /// Makes the key of a folder, with those above it that are missing. Nothing changes when it is there.
 bool CreateFolderKey(VProfileStore& store, const VUnicodeString& path);
 
+/// Whether the key is a session's: it has the mark, whatever that holds.
+bool HasSessionMark(VProfileKey& key);
+
 /// The session that `key` holds, with that path and leaf name.
 VRef<ISessionConfig> LoadSessionFrom(VProfileKey& key, const VUnicodeString& path, const VUnicodeString& leaf);
 

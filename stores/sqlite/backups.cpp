@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kBackupsKept = 5;
 constexpr std::string_view kSuffix = ".db";
+constexpr std::string_view kUnfinished = ".new-";  ///< and the process, behind the name
 constexpr std::size_t kNameLength = std::string_view("2026-11-21.db").size();
 
 bool CopyDatabase(sqlite3* source, const std::string& path, VReportMessageParams& report) {
@@ -63,13 +64,20 @@ void BackupSet::MakeDaily(sqlite3* source, std::int64_t day) {
     const std::string name = FormatUtcDate(day) + std::string(kSuffix);
     std::vector<std::string> names = ListNewestFirst();
     if (std::find(names.begin(), names.end(), name) != names.end() || !Make(source, name)) return;
+    RemoveUnfinished(name);
     names = ListNewestFirst();
     for (std::size_t i = kBackupsKept; i < names.size(); ++i) RemoveFile(folder + "/" + names[i]);
 }
 
+/// Copies of earlier days, whose process died over them.
+void BackupSet::RemoveUnfinished(const std::string& today) const {
+    for (const std::string& name : ListFolder(folder))
+        if (name.find(kUnfinished) != std::string::npos && name < today) RemoveFile(folder + "/" + name);
+}
+
 bool BackupSet::Make(sqlite3* source, const std::string& name) const {
     VReportMessageParams ignored;
-    const std::string unverified = folder + "/" + name + ".new-" + GetProcessSuffix();
+    const std::string unverified = folder + "/" + name + std::string(kUnfinished) + GetProcessSuffix();
     const bool made = CreatePrivateFolder(folder, ignored) && CopyDatabase(source, unverified, ignored) &&
                       IsSound(unverified) && RenameFile(unverified, folder + "/" + name, ignored);
     if (!made) RemoveFile(unverified);

@@ -22,6 +22,7 @@ class BackupSet {
     /// Makes the backup of the day (days since 1970) unless there is one. Looks at the disk once a day. A backup that
     /// cannot be made is no failure of the commit that it follows: the next process or day tries again.
     void MakeDaily(sqlite3* source, std::int64_t day);
+    bool HasAny() const { return !ListNewestFirst().empty(); }
     /// Copies the newest backup that is still sound to `path`, which must not exist, and gives the backup's path; ""
     /// when there is none. On failure to copy: false, with a report.
     bool RestoreNewest(const std::string& path, std::string& restored, VReportMessageParams& report) const;
@@ -29,6 +30,7 @@ class BackupSet {
   private:
     std::vector<std::string> ListNewestFirst() const;
     bool Make(sqlite3* source, const std::string& name) const;
+    void RemoveUnfinished(const std::string& today) const;
 
     std::string folder;
     std::int64_t lastDay = -1;

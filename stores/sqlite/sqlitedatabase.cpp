@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 100;
 constexpr std::string_view kMagic("SQLite format 3\0", 16);
+constexpr std::size_t kChangeCounterOffset = 24;
 constexpr std::size_t kUserVersionOffset = 60;
 constexpr std::size_t kApplicationIdOffset = 68;
 
@@ -155,6 +156,15 @@ bool SqliteDatabase::HasMoved() const {
     int moved = 0;
     sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
     return moved != 0;
+}
+
+std::uint32_t SqliteDatabase::GetChangeCounter() const {
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    std::array<unsigned char, 4> bytes{};
+    if (file != nullptr && file->pMethods != nullptr)
+        file->pMethods->xRead(file, bytes.data(), bytes.size(), kChangeCounterOffset);
+    return BigEndian32(bytes.data());
 }
 
 bool SqliteDatabase::Fail(int result, VReportMessageParams& report) const {

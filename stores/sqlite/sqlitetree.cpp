@@ -82,11 +82,15 @@ bool SqliteTree::IsWritable() {
     return database != nullptr ? !database->IsReadOnly() : file.IsWritable();
 }
 
-/// With no key in use nothing refers to the open file: the moment to notice that another one has taken its place.
+/// With no key in use nothing refers to the open file: the moment to notice that another one has taken its place, or
+/// was written over it. Then ids mean other keys and other names.
 void SqliteTree::StoreOpened() {
     lastChecked.reset();
-    if (database == nullptr || inUnit || inView || !nodes.empty() || !database->HasMoved()) return;
-    database.reset();
+    if (database == nullptr || inUnit || inView || !nodes.empty()) return;
+    if (database->HasMoved())
+        database.reset();
+    else if (std::exchange(changeCounter, database->GetChangeCounter()) == changeCounter)
+        return;
     names.Clear();
     paths.Clear();
 }
@@ -126,6 +130,7 @@ bool SqliteTree::CommitUnit(VReportMessageParams& report) {
     if (Flush(failure) && database->Run(Sql::kCommit, failure)) {
         names.Committed();
         EndUnit();
+        changeCounter = database->GetChangeCounter();
         file.BackUp(*database);
         return true;
     }

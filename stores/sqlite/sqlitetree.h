@@ -113,6 +113,7 @@ class SqliteTree : public StoreTree {
     std::unordered_map<std::int64_t, std::weak_ptr<SqliteNode>> nodes;  ///< the keys in use, by id
     std::vector<SqliteNode*> changedNodes;
     std::shared_ptr<SqliteNode> lastChecked;  ///< its values are those of the latest check for existence
+    std::uint32_t changeCounter = 0;          ///< of the file, as far as names and paths are known
     std::uint64_t unit = 0;
     std::int64_t lastId = 0;      ///< handed out in this unit; 0 before the first
     std::int64_t firstNewId = 0;  ///< of this unit; 0 before there is one

@@ -8,7 +8,6 @@
 #include "foundation/vreportmessageparams.h"
 #include "platform/clock.h"
 #include "platform/lasterror.h"
-#include "stores/sqlite/files.h"
 #include "stores/sqlite/sqlitedatabase.h"
 #include "stores/sqlite/utctime.h"
 
@@ -67,10 +66,10 @@ bool StoreFile::Refuse(std::uint32_t code, const char* cause, VReportMessagePara
     return false;
 }
 
-bool StoreFile::CheckPath(bool create, bool& exists, VReportMessageParams& report) const {
-    const FileKind kind = LookAtFile(path, report);
-    exists = kind == FileKind::kFile;
-    switch (kind) {
+/// False, with a report, when there can be no store. Creates the file that was not found.
+bool StoreFile::CheckPath(bool create, FileKind& found, VReportMessageParams& report) const {
+    found = LookAtFile(path, report);
+    switch (found) {
         case FileKind::kFile:
             return true;
         case FileKind::kUnknown:
@@ -82,7 +81,6 @@ bool StoreFile::CheckPath(bool create, bool& exists, VReportMessageParams& repor
         case FileKind::kAbsent:
             break;
     }
-    exists = create;
     return !create || (CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(path, report));
 }
 
@@ -145,14 +143,16 @@ bool StoreFile::Migrate(SqliteDatabase& database, VReportMessageParams& report) 
 }
 
 OpenResult StoreFile::Open(bool create, std::unique_ptr<SqliteDatabase>& database, VReportMessageParams& report) {
-    bool exists = false;
-    if (!CheckPath(create, exists, report)) return OpenResult::kFailed;
-    if (!exists) return OpenResult::kAbsent;
+    FileKind found = FileKind::kUnknown;
+    if (!CheckPath(create, found, report)) return OpenResult::kFailed;
+    if (found == FileKind::kAbsent && !create) return OpenResult::kAbsent;
     DatabaseHandle handle = OpenHandle(path, SQLITE_OPEN_READWRITE, report);
     if (handle == nullptr || !CheckHeader(handle.get(), report)) return OpenResult::kFailed;
     auto opened = std::make_unique<SqliteDatabase>(std::move(handle));
     const bool configured = opened->Configure(options.busyTimeout, report);
     Condition condition = configured ? Examine(*opened, report) : ConditionAfter(report);
+    // A new store has no backups: this one was cut down to nothing.
+    if (condition == Condition::kEmpty && found == FileKind::kFile && backups.HasAny()) condition = Condition::kDamaged;
     if (condition == Condition::kEmpty) {
         if (!create) return OpenResult::kAbsent;
         if (!opened->Execute(kCreationPragmas, report) || !Migrate(*opened, report)) return OpenResult::kFailed;

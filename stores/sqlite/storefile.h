@@ -5,6 +5,7 @@
 #include <string>
 
 #include "stores/sqlite/backups.h"
+#include "stores/sqlite/files.h"
 #include "stores/sqlite/sqlitestore.h"
 
 struct sqlite3;
@@ -34,7 +35,7 @@ class StoreFile {
 
   private:
     enum class Condition { kGood, kEmpty, kDamaged, kFailed };
-    bool CheckPath(bool create, bool& exists, VReportMessageParams& report) const;
+    bool CheckPath(bool create, FileKind& found, VReportMessageParams& report) const;
     bool CheckHeader(sqlite3* handle, VReportMessageParams& report) const;
     static Condition ConditionAfter(const VReportMessageParams& failure);
     static Condition ExamineLength(SqliteDatabase& database, VReportMessageParams& report);

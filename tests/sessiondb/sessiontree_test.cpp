@@ -66,6 +66,10 @@ TEST_F(SessionTreeTest, WhatCannotBeASessionIsRefused) {
     EXPECT_FALSE(AddFolderEntry(u"f", VUnicodeString(std::u16string(20000, u'x')), VUnicodeString(), true));
     EXPECT_TRUE(Walk().empty());
     EXPECT_TRUE(IsFolderPath(u"f"));
+    VProfileStore store;
+    VProfileKey marked(store.GetRootKey(), BuildSessionKeyPath(u"m"_v).GetData(), 0);
+    EXPECT_TRUE(marked.WriteString(kIsSessionValue, u"whatever it holds") && store.Commit());
+    EXPECT_FALSE(IsFolderPath(u"m"));
 }
 
 TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {

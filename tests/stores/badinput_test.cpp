@@ -127,8 +127,8 @@ TEST_F(SqliteFile, AStoreCutShortIsSetAsideAndItsBackupTakesItsPlace) {
     const std::string backup = path + ".backups/2024-10-04.db";
     ASSERT_TRUE(fs::exists(backup));
     Fill(2);  // the same day: not in the backup
-    for (const auto cut :
-         {fs::file_size(path) - 1, fs::file_size(path) - 8192, std::uintmax_t{8192}, std::uintmax_t{4000}}) {
+    for (const auto cut : {fs::file_size(path) - 1, fs::file_size(path) - 8192, std::uintmax_t{8192},
+                           std::uintmax_t{4000}, std::uintmax_t{0}}) {
         const std::string whole = ReadFile(path);
         fs::resize_file(path, cut);
         const std::string damaged = ReadFile(path);
@@ -212,6 +212,7 @@ TEST_F(SqliteFile, KeepsTheNewestFiveBackupsOneADay) {
         SetDay(day);
         Fill(static_cast<std::uint32_t>(day));
         Fill(1);
+        if (day == 20001) WriteFile(path + ".backups/2024-10-05.db.new-1", "of a process that died over it");
     }
     EXPECT_THAT(NamesIn(path + ".backups"),
                 testing::UnorderedElementsAre("2024-10-07.db", "2024-10-08.db", "2024-10-09.db", "2024-10-10.db",
@@ -228,6 +229,19 @@ TEST_F(SqliteFile, AFileThatWasReplacedIsNoticedByTheNextStore) {
     EXPECT_TRUE(WriteDwords(*factory, u"k", {u"b"}, 2));
     fs::rename(folder / "kept.db", path);
     EXPECT_EQ(DumpStore(*factory, {u"a", u"b"}), "k 5\n  .a=1\n");
+}
+
+TEST_F(SqliteFile, AFileThatWasWrittenOverIsNoticedByTheNextStore) {
+    const Factory factory = Open();
+    ASSERT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
+    fs::copy_file(path, folder / "other.db");
+    ASSERT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 2));
+    const std::string own = std::exchange(path, folder / "other.db");
+    ASSERT_TRUE(WriteDwords(*Open(), u"z", {u"c"}, 3) && WriteDwords(*Open(), u"z", {u"d"}, 3));
+    WriteFile(own, ReadFile(path));
+    EXPECT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 9));
+    path = own;
+    EXPECT_EQ(DumpStore(*Open(), {u"a", u"b", u"c", u"d"}), "k 5\n  .a=1\nx 5\n  .b=9\nz 5\n  .c=3\n  .d=3\n");
 }
 
 }  // namespace
