@@ -97,7 +97,8 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
     const ProcessResult checked = Run({"buttons", "check", "faulty"});
     EXPECT_EQ(checked.exitCode, 1);
     EXPECT_EQ(checked.output,
-              "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known: \"WHAT,w,,,\"\n"
+              "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known, or does nothing: "
+              "\"WHAT,w,,,\"\n"
               "4: it has no function, or another number of fields than 4 or 5: \"MENU_FIND,f,\"\n");
 }
 

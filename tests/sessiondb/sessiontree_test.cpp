@@ -91,8 +91,9 @@ TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {
 TEST_F(SessionTreeTest, APathIsSpelledAsFarAsItIsStored) {
     ASSERT_TRUE(AddFolderEntry(u"", u"Servers", u"", false));
     ASSERT_TRUE(StoreSessionEntry(u"Servers", u"Web", *Make(u"Servers\\Web"), u"", false));
-    VUnicodeString deep;
-    for (int i = 0; i < 100'000; ++i) deep += u"servers\\";
+    std::u16string names;
+    for (int i = 0; i < 100'000; ++i) names += u"servers\\";
+    const VUnicodeString deep(names);
     for (const auto& [path, spelled] : {std::pair<VUnicodeString, VUnicodeString>{u"", u""},
                                         {u"sERVERS\\wEB", u"Servers\\Web"},
                                         {u"servers\\", u"Servers\\"},
