@@ -4,6 +4,7 @@
 
 #include "foundation/casefold.h"
 #include "foundation/messagetable.h"
+#include "foundation/textchecks.h"
 #include "foundation/vpath.h"
 #include "hosts/common/builtinmenus.h"
 #include "hosts/common/hostcommands.h"
@@ -50,8 +51,7 @@ VUnicodeString DescribeWarnings(VArray<VReportMessageParams>& warnings) {
     VUnicodeString text;
     const std::size_t told = std::min<std::size_t>(warnings.GetCount(), HostMenus::kMostTold);
     for (std::size_t i = 0; i < told; ++i) {
-        const VUnicodeString line(warnings[i].GetTextOneLine());
-        text += u"\n" + (line.GetLength() > kLongestTold ? line.Left(kLongestTold) + u"…" : line);
+        text += u"\n" + VUnicodeString(Shorten(warnings[i].GetTextOneLine(), kLongestTold));
     }
     if (told == warnings.GetCount()) return text;
     VUnicodeString more;
@@ -75,28 +75,33 @@ VUnicodeString Describe(VMenuToolbarTextRep& rep, MenuParseResult result) {
     return text;
 }
 
-/// The place of the mark before a label's mnemonic, or npos.
-std::size_t FindMnemonic(std::u16string_view label) {
-    constexpr std::size_t kNone = std::u16string_view::npos;
-    for (std::size_t at = label.find(u'&'); at != kNone && at + 1 < label.size(); at = label.find(u'&', at + 2))
-        if (label[at + 1] != u'&') return at;
-    return kNone;
+bool IsTaken(std::u16string_view mnemonic, const std::vector<Accelerator>& keys) {
+    return std::ranges::any_of(keys, [&](const Accelerator& key) {
+        const char16_t letter = key.key;
+        const bool isCharacter = key.key <= u'Z';  // else a key whose number is that of another character
+        return isCharacter && key.modifiers == Accelerator::kAlt && EqualsNoCase(mnemonic, {&letter, 1});
+    });
+}
+
+/// Without the marks before mnemonics that are one of the keys.
+VUnicodeString WithFreeMnemonics(std::u16string_view label, const std::vector<Accelerator>& keys) {
+    std::u16string freed;
+    for (std::size_t i = 0; i < label.size(); ++i) {
+        const std::u16string_view behind = label.substr(i + 1, 1);
+        if (label[i] == u'&' && behind == u"&")
+            freed += label[i++];  // the two are a character of the label
+        else if (label[i] == u'&' && IsTaken(behind, keys))
+            continue;
+        freed += label[i];
+    }
+    return VUnicodeString(freed);
 }
 
 /// Of an accelerator and a mnemonic of the bar that are one key, a toolkit would do neither: the accelerator has it.
 VPopupMenu WithFreeMnemonics(const VPopupMenu& bar, const std::vector<Accelerator>& keys) {
     VPopupMenu freed;
     for (VPopupMenu::Entry entry : bar.GetEntries()) {
-        const std::u16string_view label = entry.text;
-        const std::size_t mark = FindMnemonic(label);
-        const auto takes = [&](const Accelerator& key) {
-            const char16_t letter = key.key;
-            const bool isCharacter = key.key <= u'Z';  // else a key whose number is that of another character
-            return isCharacter && key.modifiers == Accelerator::kAlt &&
-                   EqualsNoCase(label.substr(mark + 1, 1), {&letter, 1});
-        };
-        if (mark != label.npos && std::ranges::any_of(keys, takes))
-            entry.text = VUnicodeString(label.substr(0, mark)) + VUnicodeString(label.substr(mark + 1));
+        entry.text = WithFreeMnemonics(entry.text, keys);
         freed.Add(entry);
     }
     return freed;
@@ -135,23 +140,26 @@ VUnicodeString HostMenus::Load(const VUnicodeString& userFile) {
     return notice;
 }
 
-/// Those whose names `over` does not have. All are registered before any is built: a text of a later one may serve an
-/// earlier one.
+/// Those that are shown and whose names `over` does not have. All are registered before any is built: a text of a later
+/// one may serve an earlier one.
 void HostMenus::AddBlocks(const VMenuToolbarRep& rep, const VMenuToolbarRep* over) {
     VCustomMenuToolbar& commands = VCustomMenuToolbar::Get();
     std::vector<VMenuToolbar*> blocks;
+    std::size_t room = std::size_t{kMostBars} - bars.size();
     VUnicodeString name;
     for (const MenuEntryPtr<VMenuToolbar>& block : rep.GetMenus()) {
         block->GetText(name);
         const VMenuToolbar* const users = over != nullptr ? over->FindMenu(name) : nullptr;
         const bool isOver = users != nullptr && IsToolbar(*users) == IsToolbar(*block);
-        if (!isOver && IsShown(*block, name)) blocks.push_back(block.get());
+        if (isOver || !IsShown(*block, name) || (IsToolbar(*block) && room == 0)) continue;
+        if (IsToolbar(*block)) --room;
+        blocks.push_back(block.get());
     }
     for (VMenuToolbar* block : blocks) commands.RegisterCommands(*block);
     for (const VMenuToolbar* block : blocks) {
         block->GetText(name);
         if (IsToolbar(*block)) {
-            if (bars.size() < std::size_t{kMostBars}) bars.push_back(MakeToolbar(*block, commands));
+            bars.push_back(MakeToolbar(*block, commands));
         } else if (name == kMenuBarName) {
             menuBar = MakeMenuBar(*block, commands);
         } else if (name == kListMenuName) {
@@ -179,6 +187,11 @@ void HostMenus::Show(IFrameWindow& window, const IsCommandEnabled& isEnabled) co
         window.SetToolbar(static_cast<int>(bar), shown);
     }
     window.SetAccelerators(keys);
+}
+
+void HostMenus::Check(int command, bool isChecked) {
+    menuBar.Check(command, isChecked);
+    listMenu.Check(command, isChecked);
 }
 
 VPopupMenu HostMenus::MakeListMenu(const IsCommandEnabled& isEnabled) const {

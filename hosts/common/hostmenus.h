@@ -41,8 +41,8 @@ class HostMenus {
     /// Whether the user wants to see the toolbars; a next Show heeds it.
     void SetWanted(bool areBarsWanted) { isWanted = areBarsWanted; }
     bool IsWanted() const { return isWanted; }
-    /// A mark before an entry of the menus.
-    void Check(int command, bool isChecked) { menuBar.Check(command, isChecked); }
+    /// A mark before each entry of the menus that has the command.
+    void Check(int command, bool isChecked);
 
     /// As the description has it: every entry can be chosen.
     const VPopupMenu& GetMenuBar() const { return menuBar; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/textchecks.h"
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/keyshelp.h"
 #include "imports/dialogkit/appname.h"
@@ -14,6 +15,8 @@
 namespace connectdialog::hosts {
 
 namespace {
+
+constexpr std::size_t kLongestFault = 2000;
 
 const VUnicodeString kHeadings[] = {u"名称"_v, u"协议"_v, u"主机"_v, u"状态"_v};
 
@@ -182,7 +185,8 @@ void MainWindow::ShowHelp() {
 }
 
 void MainWindow::ShowFault(const VUnicodeString& fault) {
-    VMessageBox(window.get(), fault, kBoxWarning);
+    // A path in a description may be of any length, and a box grows with its text.
+    VMessageBox(window.get(), VUnicodeString(Shorten(fault, kLongestFault)), kBoxWarning);
 }
 
 }  // namespace connectdialog::hosts

@@ -42,7 +42,7 @@ class MainWindow : private IFrameEvents {
     void AskQuickConnect();
     /// Opens the session at a path, which may begin with `\` and be in any case, in a window, or in a tab where that is
     /// wanted and possible; in a row that is over where one is given, else in a row of its own. A host that it has not
-    /// is asked for and kept. What fails is told.
+    /// is asked for and kept. One that only the sister application can open is opened there. What fails is told.
     void OpenAt(const VUnicodeString& path, bool isInTab, std::optional<std::size_t> row = {});
     /// Opens the rows that are selected and over once more.
     void OpenAgain();
@@ -89,6 +89,8 @@ class MainWindow : private IFrameEvents {
     void LetUserChoose(bool isToFind);
     /// Asks for the host that a saved session has not, and keeps it. False when the user gave up, or it cannot be kept.
     bool AskMissingHost(ISessionConfig& session);
+    /// Has the sister application open the session where only that one can. False when it need not, or is not there.
+    bool OpenInSister(const ISessionConfig& session, const VUnicodeString& path);
     void OpenRowAgain(std::size_t row);
     void ShowFault(const VUnicodeString& fault);
     void ShowRows();

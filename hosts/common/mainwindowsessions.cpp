@@ -12,6 +12,7 @@
 #include "imports/configpanels.h"
 #include "imports/connectconfig.h"
 #include "imports/globalconfig.h"
+#include "imports/hostcallbacks.h"
 #include "profile/unitofwork.h"
 #include "quickconnect/hostnameprompt.h"
 #include "sessiondb/entryoperations.h"
@@ -82,13 +83,24 @@ bool MainWindow::AskMissingHost(ISessionConfig& session) {
     return false;
 }
 
+bool MainWindow::OpenInSister(const ISessionConfig& session, const VUnicodeString& path) {
+    const bool isTransfer = GetAppKind() == AppKind::kTessaly;
+    const bool isForThis = isTransfer ? session.IsTransferConnectable() : session.IsConnectable();
+    const bool isForSister = isTransfer ? session.IsConnectable() && IsNorHaldenOrHaldenInstalled()
+                                        : session.IsTransferConnectable() && IsTessalyInstalled();
+    if (isForThis || !isForSister) return false;
+    const auto launch = isTransfer ? LaunchTerminalApp : LaunchFileTransferApp;
+    launch(window.get(), MakeLaunchCommand(path).GetData());
+    return true;
+}
+
 void MainWindow::OpenAt(const VUnicodeString& typedPath, bool isInTab, std::optional<std::size_t> row) {
     const std::u16string_view typed = typedPath;
     const std::size_t first = std::min(typed.find_first_not_of(u'\\'), typed.size());
     const VUnicodeString path = SpelledAsStored(VUnicodeString(typed.substr(first)));
     const VRef<ISessionConfig> session = OpenSession(path);
     const bool canKeepHost = session && path != kDefaultSession;
-    if (canKeepHost && !AskMissingHost(*session)) return;
+    if (canKeepHost && (!AskMissingHost(*session) || OpenInSister(*session, path))) return;
     std::vector<HostSession> sessions;
     VUnicodeString fault;
     if (!AddSessionAt(path, sessions, fault) || !Open(sessions, isInTab, fault, row)) ShowFault(fault);

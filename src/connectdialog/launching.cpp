@@ -48,9 +48,7 @@ bool ConnectDialogBase::PrepareForConnect(TreeItem item, bool& canTerminal, bool
 }
 
 VUnicodeString ConnectDialogBase::GetLaunchCommand(const VArray<TreeItem>& list) {
-    VUnicodeString command;
-    command.Format(u"%1 /S \"%2\"", GetHostCallbacks().applicationCommandLine, GetItemPath(list[0]));
-    return command;
+    return MakeLaunchCommand(GetItemPath(list[0]));
 }
 
 void ConnectDialogBase::ConnectSelection() {

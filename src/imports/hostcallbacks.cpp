@@ -7,4 +7,10 @@ HostCallbacks& GetHostCallbacks() {
     return callbacks;
 }
 
+VUnicodeString MakeLaunchCommand(const VUnicodeString& path) {
+    VUnicodeString command;
+    command.Format(u"%1 /S \"%2\"", GetHostCallbacks().applicationCommandLine, path);
+    return command;
+}
+
 }  // namespace connectdialog

@@ -35,4 +35,7 @@ struct HostCallbacks {
 /// One for the process.
 HostCallbacks& GetHostCallbacks();
 
+/// The command line with which a sister application opens the session at that path.
+VUnicodeString MakeLaunchCommand(const VUnicodeString& path);
+
 }  // namespace connectdialog

@@ -5,7 +5,9 @@
 #include "foundation/textchecks.h"
 #include "foundation/texttools.h"
 #include "foundation/vstringarray.h"
+#include "keymap/keyfunctiontable.h"
 #include "keymap/keynames.h"
+#include "menutoolbar/menuline.h"
 
 namespace connectdialog {
 
@@ -97,12 +99,18 @@ VUnicodeString EncodeButtonLine(const UserButton& button) {
     return VUnicodeString(line);
 }
 
+bool IsButtonFunction(std::uint32_t function) {
+    constexpr std::uint32_t kDisabled = KeyFunctionNumber(u"DISABLED");
+    return function != kKeyFunctionNone && function != kDisabled;
+}
+
 ButtonFault FindButtonFault(const UserButton& button) {
-    if (GetFunctionName(button).IsEmpty()) return ButtonFault::kNoFunction;
-    if (button.text.IsEmpty()) return ButtonFault::kNoText;
+    if (GetFunctionName(button).IsEmpty() || !IsButtonFunction(static_cast<std::uint32_t>(button.function)))
+        return ButtonFault::kNoFunction;
+    const VUnicodeString text = Replaced(button.text, u"\r\n", u"");
+    if (TrimmedView(text).empty()) return ButtonFault::kNoText;
     const bool needsArgument = button.function <= static_cast<std::int32_t>(kKeyFunctionLaunch);
     if (needsArgument && button.argument1.IsEmpty()) return ButtonFault::kNoArgument;
-    const VUnicodeString text = Replaced(button.text, u"\r\n", u"");
     if (button.text.GetLength() - text.GetLength() > kLineBreakLength) return ButtonFault::kTooManyLines;
     for (const std::u16string_view part :
          {text.View(), button.argument1.View(), button.argument2.View(), button.argument3.View()}) {

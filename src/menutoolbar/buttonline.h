@@ -39,10 +39,13 @@ UserButton DecodeButtonLine(const VUnicodeString& line);
 /// carriage return and a line feed. Requires: the function is a known one.
 VUnicodeString EncodeButtonLine(const UserButton& button);
 
+/// False for the functions of keys that do nothing.
+bool IsButtonFunction(std::uint32_t function);
+
 /// Why a button would not work, or what cannot be stored of it.
 enum class ButtonFault : std::uint8_t {
     kNone,
-    kNoFunction,    ///< none, or an unknown one
+    kNoFunction,    ///< none, an unknown one, or one that does nothing
     kNoText,        ///< nothing would show on it
     kNoArgument,    ///< SEND, RUN and LAUNCH need one
     kControl,       ///< a character that neither shows nor breaks the text's line

@@ -102,7 +102,8 @@ bool MenuItemReader::FindTexts() {
 }
 
 bool MenuItemReader::FindAccelerator() {
-    if (!HasKey(kAcceleratorKey)) return true;
+    // With more operands than there are the key counts for nothing.
+    if (line.tokenCount != MenuLine::kMostTokens || !HasKey(kAcceleratorKey)) return true;
     accelerator = rep.FindAccelerator(line.Token(kAcceleratorKey));
     return accelerator != nullptr || Refuse(kMenuUnknownAccelerator, {line.Token(kAcceleratorKey)});
 }

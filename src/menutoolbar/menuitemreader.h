@@ -17,7 +17,7 @@ namespace connectdialog {
 ///   what    = the label of a menu item; the image of a toolbar item: a name of the command table, or a file
 ///
 /// Keys are those that the description has defined further up. A menu item may leave them empty; a toolbar item that
-/// has them at all may not.
+/// has them at all may not. A line with more operands has no accelerator key.
 class MenuItemReader {
   public:
     /// Requires: all of them outlive the reader.

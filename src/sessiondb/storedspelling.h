@@ -5,7 +5,7 @@
 
 namespace connectdialog {
 
-/// The path with its names as the store has them. Names that are not there stay as they are.
+/// The path with its names as the store has them. What is not there stays as it is, with all behind it.
 VUnicodeString SpelledAsStored(const VUnicodeString& path);
 
 }  // namespace connectdialog

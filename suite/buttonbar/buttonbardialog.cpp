@@ -35,7 +35,6 @@ constexpr ControlTemplate kControls[] = {
 constexpr DialogTemplate kTemplate{kDialog, 346, 189, u"编辑按钮栏", kControls};
 
 constexpr int kFields[] = {kFunction, kText, kFirstArgument, kFirstArgument + 1, kFirstArgument + 2};
-constexpr std::uint32_t kDisabledFunction = KeyFunctionNumber(u"DISABLED");
 constexpr std::int32_t kNewFunction = KeyFunctionNumber(u"MENU_CONNECT");
 
 /// All that a button can do, in the order of their numbers.
@@ -43,7 +42,7 @@ const std::vector<VUnicodeString>& FunctionNames() {
     static const std::vector<VUnicodeString> names = [] {
         std::vector<VUnicodeString> all;
         for (std::uint32_t i = kKeyFunctionSend; i < std::size(kKeyFunctionNames); ++i)
-            if (i != kDisabledFunction) all.emplace_back(kKeyFunctionNames[i]);
+            if (IsButtonFunction(i)) all.emplace_back(kKeyFunctionNames[i]);
         return all;
     }();
     return names;
@@ -70,6 +69,7 @@ constexpr FaultRow kFaults[] = {
 
 /// Of the fields that such a fault can be in, the first in which it is.
 int FieldAtFault(UserButton button, ButtonFault fault) {
+    button.function = kNewFunction;  // that needs no argument
     VUnicodeString* const arguments[] = {&button.argument1, &button.argument2, &button.argument3};
     for (int i = 2; i >= 0; --i) {
         arguments[i]->Empty();

@@ -80,6 +80,8 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
         {{"buttons", "edit", "other", "add", "3", "MENU_FIND", "x"}, "from 1 to 2", 1},
         {{"buttons", "edit", "other", "set", "1", "RUN", "x"}, "need an argument", 1},
         {{"buttons", "edit", "other", "set", "1", "menu_find", "x"}, "not known", 1},
+        {{"buttons", "edit", "other", "set", "1", "DISABLED", "x"}, "does nothing", 1},
+        {{"buttons", "edit", "other", "set", "1", "MENU_FIND", " \\n\u3000"}, "no text", 1},
         {{"buttons", "edit", "other", "set", "1", "MENU_FIND", "a\\nb\\nc"}, "two lines", 1},
         {{"buttons", "edit", "other", "remove", "0"}, "no place", 1},
         {{"buttons", "edit", "other", "remove"}, "wanted: buttons edit BAR remove PLACE", 1},
@@ -95,7 +97,8 @@ TEST_F(ToolTest, AFirewallIsMadeSetUsedAndRemoved) {
     const ProcessResult checked = Run({"buttons", "check", "faulty"});
     EXPECT_EQ(checked.exitCode, 1);
     EXPECT_EQ(checked.output,
-              "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known: \"WHAT,w,,,\"\n"
+              "2: SEND, RUN and LAUNCH need an argument: \"SEND,s,,,\"\n3: its function is not known, or does nothing: "
+              "\"WHAT,w,,,\"\n"
               "4: it has no function, or another number of fields than 4 or 5: \"MENU_FIND,f,\"\n");
 }
 

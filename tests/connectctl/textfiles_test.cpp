@@ -69,6 +69,17 @@ TEST_F(ToolTest, MenuCheckTellsEveryReportAndEndsWithTheResult) {
         EXPECT_NE(result.errors.find(complaint), std::string::npos) << result.errors;
     }
     EXPECT_TRUE(Run({"menu", "check", scratch / "absent"}).output.starts_with("0x00000002\t0\t"));
+    std::filesystem::create_directory(scratch / "sub");
+    scratch.Write("above", "");
+    scratch.Write("sub/beside", "");
+    scratch.Write("sub/m", "MENU m\nMENUITEM a,RUN,../above\nMENUITEM b,RUN,./beside\nEND\n");
+    for (const char* file : {"sub/m", "./sub/m", "sub/../sub/m", "cd sub; m"}) {
+        const bool isInside = std::string_view(file).starts_with("cd ");
+        const std::string place = "cd " + scratch.GetPath().string() + (isInside ? "/sub" : "");
+        const std::string name = isInside ? "m" : file;
+        const std::string command = place + " && exec " CONNECTCTL_PROGRAM " menu check " + name;
+        EXPECT_EQ(RunProcess({"/bin/sh", "-c", command}).exitCode, 0) << file;
+    }
 }
 
 TEST_F(ToolTest, MenuShowPrintsTheTree) {

@@ -104,9 +104,9 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         "ACCELERATOR\nrun, R, CTRL|SHIFT\nmine, m, ALT\nEND\nSTRINGTABLE\ns,\"Runs it\\nRun\"\nEND\nMENU "
         "main\nMENUITEM Quit, "
         "MENU_EXIT\n"
-        "POPUPMENU &Mine\nMENUITEM Script, RUN, ../script, s, run\nMENUITEM Plain, RUN, \"" +
-        (scratch / "plain") +
-        "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such, , mine\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
+        "POPUPMENU &Mine && &Mo&re\nMENUITEM Script, RUN, ../script, s, run\nMENUITEM Plain, RUN, \"" +
+        (scratch / "plain") + "\"\nMENUITEM Nobody, OPEN_SESSION, no\\such" + std::string(200'000, '\\') +
+        "x, , mine\nMENUITEM Send, SEND, ls\nMENUITEM Up, SB_LINE_UP\n"
         "MENUITEM Bad, NO_SUCH\nEND\nEND\nTOOLBAR extra\nTOOLBARITEM MENU_FIND, RUN, \"" +
         script + "\", s\nEND\n");
     Play([&](MainWindow&, HeadlessFrame& frame) {
@@ -116,7 +116,7 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         EXPECT_TRUE(Has(warnings, u"NO_SUCH"));
         const std::vector<VPopupMenu::Entry>& menus = frame.GetMenuBar().GetEntries();
         ASSERT_EQ(menus.size(), 2U);
-        EXPECT_EQ(menus[1].text, u"Mine") << "Alt+M is another entry's key";
+        EXPECT_EQ(menus[1].text, u"Mine && Mo&re") << "Alt+M is another entry's key";
         EXPECT_EQ(frame.GetToolbar(0).GetButtons()[0].tip, u"Run");
         EXPECT_FALSE(frame.GetToolbar(1).GetButtons().empty()) << "the built-in bar, which has another name";
         EXPECT_FALSE(frame.Choose(Find(menus, u"Up"))) << "what only a terminal does";
@@ -126,10 +126,38 @@ TEST_F(HostMenusTest, AUsersDescriptionReshapesTheWindowAndItsMistakesAreToldOnc
         EXPECT_TRUE(frame.Choose(Find(menus, u"Plain")));
         EXPECT_TRUE(Has(TakeBox(), u"plain")) << "no shell reads it";
         EXPECT_TRUE(frame.Choose(Find(menus, u"Nobody\tAlt+m")));
-        EXPECT_TRUE(Has(TakeBox(), u"no\\such"));
+        const VUnicodeString absent = TakeBox();
+        EXPECT_TRUE(Has(absent, u"no\\such"));
+        EXPECT_LT(absent.GetLength(), 3000U) << "a box for a screen, however long the path";
         EXPECT_TRUE(frame.Choose(Find(menus, u"Send")));
         EXPECT_TRUE(Has(TakeBox(), u"无法发送“ls”"));
         EXPECT_TRUE(frame.Choose(HostCommands::kExit));
+    });
+}
+
+TEST_F(HostMenusTest, WhatIsNotShownDoesNothingAndWhatIsShownTwiceIsMarkedTwice) {
+    std::string text =
+        "ACCELERATOR\na, A, CTRL\nb, B, CTRL\nEND\nSTRINGTABLE\ns, s\nEND\n"
+        "MENU main\nMENUITEM one, MENU_TOGGLE_TOOLBAR\nPOPUPMENU p\nMENUITEM two, MENU_TOGGLE_TOOLBAR\nEND\nEND\n"
+        "POPUPMENU list\nMENUITEM three, MENU_TOGGLE_TOOLBAR\nEND\n";
+    for (int i = 1; i <= HostMenus::kMostBars + 1; ++i)
+        text += "TOOLBAR " + std::to_string(i) + "\nTOOLBARITEM SEND, SEND, x, s, " +
+                (i <= HostMenus::kMostBars ? "a" : "b") + "\nEND\n";
+    WriteMenus(text);
+    Play([&](MainWindow&, HeadlessFrame& frame) {
+        EXPECT_TRUE(frame.PressKey('A', Accelerator::kControl));
+        EXPECT_FALSE(TakeBox().IsEmpty());
+        EXPECT_FALSE(frame.PressKey('B', Accelerator::kControl)) << "of a bar beyond the last";
+        for (const bool isShown : {true, false}) {
+            const std::vector<VPopupMenu::Entry>& menus = frame.GetMenuBar().GetEntries();
+            EXPECT_EQ(menus[0].isChecked, isShown);
+            EXPECT_EQ(menus[1].children[0].isChecked, isShown);
+            kit.ExpectMenu([&](const VPopupMenu& menu) {
+                EXPECT_EQ(menu.GetEntries()[0].isChecked, isShown);
+                return isShown ? HostCommands::kToggleToolbar : 0;
+            });
+            EXPECT_TRUE(frame.AskListMenu());
+        }
     });
 }
 
@@ -209,6 +237,14 @@ TEST_F(HostMenusTest, ButtonsAreEditedAndSaved) {
         EXPECT_TRUE(Has(TakeBox(), u"参数 1")) << "what does not work is not left";
         EXPECT_EQ(dialog.GetText(kText), u"three");
         EXPECT_TRUE(dialog.Type(kFirstArgument, u"ls, \\r"));
+        for (const int field : {kText, kFirstArgument, kFirstArgument + 1}) {
+            const VUnicodeString before = dialog.GetText(field);
+            EXPECT_TRUE(dialog.Type(field, u"a\x07"));
+            list.ClickAt({40, 5});
+            EXPECT_TRUE(Has(TakeBox(), u"控制字符"));
+            EXPECT_EQ(dialog.GetFocus(), field) << "the one at fault";
+            EXPECT_TRUE(dialog.Type(field, before));
+        }
         list.ClickAt({40, 5});
         EXPECT_EQ(dialog.GetText(kText), u"one");
         EXPECT_TRUE(dialog.Press(kRemove));

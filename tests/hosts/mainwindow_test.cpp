@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 #include "hosts/common/hostcommands.h"
 #include "hosts/common/quickstart.h"
@@ -91,6 +92,21 @@ TEST_F(MainWindowTest, AMissingHostIsAskedForAndKeptAndTheRowHasTheStoredName) {
         EXPECT_EQ(frame.GetRows()[0].texts[2], u"bare.example");
         Await(frame, 0, u"已结束");
     });
+}
+
+TEST_F(MainWindowTest, ASessionOfTheOtherSideOpensInTheSisterApplication) {
+    const auto files = Make(u"None");
+    files->SetTransferProtocolName(u"SFTP");
+    files->GetTransferConnectConfig()->SetHostName(u"files.example");
+    EXPECT_TRUE(StoreSessionEntry(u"", u"files", *files, u"", false));
+    scratch.WriteProgram("tessaly", "echo \"$*\" > " + (scratch / "new") + "\nmv " + (scratch / "new") + " " +
+                                        (scratch / "opened") + "\n");
+    Play([&](MainWindow& window, HeadlessFrame& frame) {
+        window.OpenAt(u"FILES"_v, false);
+        EXPECT_TRUE(frame.GetRows().empty());
+    });
+    for (int i = 0; i < 250 && scratch.Read("opened").empty(); ++i) std::this_thread::sleep_for(20ms);
+    EXPECT_TRUE(scratch.Read("opened").ends_with("/S files\n"));
 }
 
 TEST_F(MainWindowTest, TheListTellsHowSessionsFare) {

@@ -167,8 +167,9 @@ constexpr const char* kTreeRows[][2] = {
      "MENUITEM a,COPY,,,\nMENUITEM a,COPY,,e\nMENUITEM a,COPY,,no\nEND\n",
      "m{COPY(a||Long, text|Tip\\nX) COPY(a||both|both) COPY(a) COPY(a)}"},
     {"ACCELERATOR\na, xyz, CTRL| shift\nv,B,VIRTKEY|Alt|HYPER|alt\np,C\nEND\n"
-     "MENU m\nMENUITEM a,COPY,,,a\nMENUITEM b,CUT,,,v\nMENUITEM c,CUT,,,p\nEND\n",
-     "m{COPY(a\tCtrl+Shift+x|||||14 x 100) CUT(b\tAlt+B|||||19 B 101) CUT(c\tC|||||2 C 101)}"},
+     "MENU m\nMENUITEM a,COPY,,,a\nMENUITEM b,CUT,,,v\nMENUITEM c,CUT,,,p\n"
+     "MENUITEM d,CUT,,,p,\nEND\n",
+     "m{COPY(a\tCtrl+Shift+x|||||14 x 100) CUT(b\tAlt+B|||||19 B 101) CUT(c\tC|||||2 C 101) CUT(d)}"},
     {"ACCELERATOR\na,A,ALT\nEND\nSTRINGTABLE\ns,x\nEND\nTOOLBAR t\nTOOLBARITEM COPY,CUT,,s,a\nTOOLBARITEM "
      "SEND,SIXTEEN\n"
      "SEPARATOR\nTOOLBARITEM COPY,SEND,\nEND\n",

@@ -14,6 +14,7 @@
 #include "sessiondb/listmerge.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
+#include "sessiondb/storedspelling.h"
 #include "support/childprocess.h"
 #include "support/fakesuite.h"
 #include "support/faultystore.h"
@@ -89,6 +90,21 @@ TEST(ListMergeTest, TheOrderIsTheUsersAndTheNamesAreTheStores) {
     }
     EXPECT_EQ(MakeList(Names(u"a,b")), u"a:b:");
     EXPECT_EQ(MakeList(VStringArray()), u"");
+}
+
+TEST_F(SessionTreeTest, APathIsSpelledAsFarAsItIsStored) {
+    ASSERT_TRUE(AddFolderEntry(u"", u"Servers", u"", false));
+    ASSERT_TRUE(StoreSessionEntry(u"Servers", u"Web", *Make(u"Servers\\Web"), u"", false));
+    std::u16string names;
+    for (int i = 0; i < 100'000; ++i) names += u"servers\\";
+    const VUnicodeString deep(names);
+    for (const auto& [path, spelled] : {std::pair<VUnicodeString, VUnicodeString>{u"", u""},
+                                        {u"sERVERS\\wEB", u"Servers\\Web"},
+                                        {u"servers\\", u"Servers\\"},
+                                        {u"servers\\no\\web", u"Servers\\no\\web"},
+                                        {u"no\\servers", u"no\\servers"},
+                                        {deep, u"S" + deep.Mid(1)}})
+        EXPECT_EQ(SpelledAsStored(path), spelled);
 }
 
 TEST_F(SessionTreeTest, ChildrenAreSortedOut) {

@@ -65,7 +65,7 @@ struct FaultRow {
     const char* text;
 };
 constexpr FaultRow kFaults[] = {
-    {ButtonFault::kNoFunction, "its function is not known"},
+    {ButtonFault::kNoFunction, "its function is not known, or does nothing"},
     {ButtonFault::kNoText, "it has no text"},
     {ButtonFault::kNoArgument, "SEND, RUN and LAUNCH need an argument"},
     {ButtonFault::kControl, "a text holds a control character"},

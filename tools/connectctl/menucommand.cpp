@@ -1,10 +1,12 @@
 // menu: descriptions of menus and toolbars.
 #include <CLI/CLI.hpp>
+#include <filesystem>
 
 #include "foundation/vpath.h"
 #include "menutoolbar/standardcommands.h"
 #include "menutoolbar/vmenutoolbartextrep.h"
 #include "platform/codepage.h"
+#include "platform/paths.h"
 #include "tools/connectctl/command.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -26,12 +28,19 @@ struct ParsedMenus {
     VArray<VReportMessageParams> reports;  ///< the error comes last
 };
 
+/// From the root on: the folder above it is told from its name alone.
+VUnicodeString FolderOf(const VUnicodeString& file) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(platform::ToNativePath(file), error);
+    return VUnicodeString(platform::FromNativePath(path.lexically_normal().parent_path().string()));
+}
+
 Failure Parse(const MenuArguments& arguments, ParsedMenus& parsed) {
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
     parsed.rep.SetCommandTable(&GetStandardMenuCommands());
     parsed.rep.SetFileName(name);
-    VSetDotPathBase(parsed.rep.GetFolder());
+    VSetDotPathBase(FolderOf(name));
     parsed.result = parsed.rep.Parse();
     parsed.reports = parsed.rep.GetWarnings();
     if (parsed.rep.GetError().GetCode() != 0) parsed.reports.Add(parsed.rep.GetError());

@@ -6,14 +6,22 @@ namespace connectdialog {
 
 namespace {
 
-template <class Entries>
-auto FindIn(Entries& entries, int command) -> decltype(entries.data()) {
+const VPopupMenu::Entry* FindIn(const std::vector<VPopupMenu::Entry>& entries, int command) {
     if (command == 0) return nullptr;
-    for (auto& entry : entries) {
+    for (const VPopupMenu::Entry& entry : entries) {
         if (entry.command == command) return &entry;
-        if (auto* found = FindIn(entry.children, command)) return found;
+        if (const VPopupMenu::Entry* found = FindIn(entry.children, command)) return found;
     }
     return nullptr;
+}
+
+/// With each entry that has a command.
+template <class Act>
+void ForEach(std::vector<VPopupMenu::Entry>& entries, const Act& act) {
+    for (VPopupMenu::Entry& entry : entries) {
+        if (entry.command != 0) act(entry);
+        ForEach(entry.children, act);
+    }
 }
 
 void RemoveFrom(std::vector<VPopupMenu::Entry>& entries, int command) {
@@ -21,32 +29,28 @@ void RemoveFrom(std::vector<VPopupMenu::Entry>& entries, int command) {
     for (VPopupMenu::Entry& entry : entries) RemoveFrom(entry.children, command);
 }
 
-void EnableIn(std::vector<VPopupMenu::Entry>& entries, const std::function<bool(int)>& isEnabled) {
-    for (VPopupMenu::Entry& entry : entries) {
-        if (entry.command != 0) entry.isEnabled = isEnabled(entry.command);
-        EnableIn(entry.children, isEnabled);
-    }
-}
-
 }  // namespace
 
 const VPopupMenu::Entry* VPopupMenu::Find(int command) const {
     return FindIn(entries, command);
 }
-VPopupMenu::Entry* VPopupMenu::FindEntry(int command) {
-    return FindIn(entries, command);
-}
 void VPopupMenu::Enable(int command, bool isEnabled) {
-    if (Entry* entry = FindEntry(command)) entry->isEnabled = isEnabled;
+    ForEach(entries, [&](Entry& entry) {
+        if (entry.command == command) entry.isEnabled = isEnabled;
+    });
 }
 void VPopupMenu::Check(int command, bool isChecked) {
-    if (Entry* entry = FindEntry(command)) entry->isChecked = isChecked;
+    ForEach(entries, [&](Entry& entry) {
+        if (entry.command == command) entry.isChecked = isChecked;
+    });
 }
 void VPopupMenu::EnableEach(const std::function<bool(int command)>& isEnabled) {
-    EnableIn(entries, isEnabled);
+    ForEach(entries, [&](Entry& entry) { entry.isEnabled = isEnabled(entry.command); });
 }
 void VPopupMenu::SetText(int command, const VUnicodeString& text) {
-    if (Entry* entry = FindEntry(command)) entry->text = text;
+    ForEach(entries, [&](Entry& entry) {
+        if (entry.command == command) entry.text = text;
+    });
 }
 void VPopupMenu::Remove(int command) {
     if (command != 0) RemoveFrom(entries, command);

@@ -37,7 +37,7 @@ class VPopupMenu {
     }
     const std::vector<Entry>& GetEntries() const { return entries; }
 
-    // By command, also in sub-menus; a command that is not there changes nothing.
+    // All entries of a command, also in sub-menus; a command that is not there changes nothing.
     void Enable(int command, bool isEnabled);
     void Check(int command, bool isChecked);
     /// Asks for the command of each entry whether it can be chosen.
@@ -46,12 +46,10 @@ class VPopupMenu {
     void Remove(int command);
     /// By place in the menu itself; a place that is not there changes nothing.
     void RemoveAt(std::size_t place);
-    /// Null when it is not there.
+    /// The first of the command; null when it is not there.
     const Entry* Find(int command) const;
 
   private:
-    Entry* FindEntry(int command);
-
     std::vector<Entry> entries;
 };
 
