@@ -117,6 +117,15 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
     Window().PressKey(kKeyMenu);  // nothing is selected: no menu
 }
 
+TEST_F(ConnectWindow, HelpIsTheHosts) {
+    static std::string asked;
+    GetHostCallbacks().help = [](VWindow*, unsigned topic, unsigned long) { asked += std::to_string(topic) + ' '; };
+    Open();
+    Window().PressKey(kKeyF1);
+    Command(ConnectCommands::kHelp);
+    EXPECT_EQ(asked, "11 11 ");
+}
+
 TEST_F(ConnectWindow, TheFirstSizeIsTheTemplatesAndLaterTheLast) {
     Open();
     IDialogWindow& window = *dialog->GetWindow();

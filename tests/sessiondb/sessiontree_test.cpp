@@ -109,13 +109,6 @@ TEST_F(SessionTreeTest, ChildrenAreSortedOut) {
     EXPECT_EQ(Joined(folders), u"Folder");
 }
 
-/// Makes another store the default one, until the next call or the end of the test.
-void Use(VProfileStoreFactory& factory) {
-    static VProfileStoreFactory* active = nullptr;
-    active = &factory;
-    SetProfileFactoryGetter([] { return active; });
-}
-
 class EntryOperationsTest : public SessionTreeTest {
   protected:
     static VUnicodeString OwnValueOf(const VUnicodeString& session) {
@@ -160,6 +153,25 @@ TEST_F(EntryOperationsTest, ACopyKeepsWhatNoSettingKnowsAndReplacesInPlace) {
     EXPECT_EQ(SessionsOf(u"g"), u"a:b:s (1):");
 }
 
+TEST_F(EntryOperationsTest, ANameThatIsTakenIsCountedAndFitsAllTheSame) {
+    const std::u16string wide = std::u16string(250, u'x') + u"\U0001F600";
+    const std::u16string longest = wide + u"xyz";
+    for (const char16_t* path : {u"a", u"a (1)", u"b (1)", longest.c_str()}) MakeSession(path);
+    MakeFolder(u"a (2)");
+    const std::pair<std::u16string, std::u16string> rows[] = {
+        {u"a", u"a (3)"}, {u"b", u"b"}, {longest, std::u16string(250, u'x') + u" (1)"}};
+    for (const auto& [base, unique] : rows) EXPECT_EQ(MakeUniqueName(u"", VUnicodeString(base)), unique);
+}
+
+TEST_F(EntryOperationsTest, ACaseChangesWhateverStandsBeside) {
+    for (const char16_t* path : {u"abc\\s", u"__abc__\\t", u"FolderData\\u", u"v"}) MakeSession(path);
+    for (const auto& [from, to] : {std::pair(u"abc", u"ABC"), {u"FolderData", u"folderdata"}, {u"v", u"V"}})
+        EXPECT_TRUE(RenameEntry(from, to, VUnicodeString()));
+    EXPECT_EQ(Joined(ProfileFolderData(u"", true).GetFolders()), u"ABC,folderdata,__abc__");
+    for (const char16_t* path : {u"ABC\\s", u"__abc__\\t", u"folderdata\\u", u"V"}) EXPECT_TRUE(OpenSession(path));
+    EXPECT_FALSE(SessionKeyExists(u"__FolderData__\\v")) << "nothing is left of the way there";
+}
+
 TEST_F(EntryOperationsTest, HiddenEntriesTravelWithTheirFolder) {
     for (const char16_t* path : {u"f\\.dot", u"f\\.hidden\\in", u"f\\s"}) MakeSession(path);
     panels.global->hideDotEntries.Set(true);
@@ -191,7 +203,7 @@ TEST_F(EntryOperationsTest, WhatCannotBeDoneChangesNothing) {
 TEST_F(EntryOperationsTest, ARefusedWriteOrCommitChangesNothing) {
     for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"g\\x"}) MakeSession(path);
     FaultyStoreFactory faulty(*factory);
-    Use(faulty);
+    UseStore(faulty);
     const std::string before = Dump();
     bool (*const operations[])() = {[] { return !CopyEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },
                                     [] { return !MoveEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },
