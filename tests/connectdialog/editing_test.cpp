@@ -63,9 +63,13 @@ TEST_F(Editing, ANewSessionIsWhatTheOptionsMadeOfTheTemplate) {
         Command(kBarNewSession);
     }
     EXPECT_EQ(Selected(), "New (3)");
-    EXPECT_EQ(options.calls, "New 0 0 1;New 0 0 1;New 0 0 1;New (1) 0 0 1;New (2) 0 0 1;New (3) 0 0 1;");
+    options.edit = [](ISessionConfig&) { AddSession(u"f\\New (4)"); };  // by somebody else
+    Command(kNewSession);
+    EXPECT_EQ(Selected(), "New (4) (1)");
+    EXPECT_EQ(options.calls, "New 0 0 1;New 0 0 1;New 0 0 1;New (1) 0 0 1;New (2) 0 0 1;New (3) 0 0 1;New (4) 0 0 1;");
     EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
-    EXPECT_EQ(StoredIn(u"f"), "b c New New (1) New (2) New (3)") << "a bad name costs the name and no session";
+    EXPECT_EQ(StoredIn(u"f"), "b c New New (1) New (2) New (3) New (4) New (4) (1)")
+        << "a bad name costs the name and no session";
     EXPECT_EQ(HostOf(u"f\\c"), u"new.example");
     EXPECT_EQ(HostOf(u"f\\b"), u"host");
 }
@@ -212,7 +216,8 @@ TEST_F(Editing, DeletingAsksLeavesTheRootAndSelectsWhatStandsBefore) {
     Command(kNewFolder);
     Delete();
     EXPECT_EQ(StoredIn(u""), "f/ c");
-    Click({u"f", u"c"});
+    AddSession(u"f\\s");
+    Click({u"f", u"f\\s", u"c"});
     kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
     Window().PressKey(kKeyDelete);
     EXPECT_EQ(Tree().Read(), " *Sessions <\n");
@@ -282,6 +287,18 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
              wrapped.plan = {.failWrite = 1};  // of several sessions one
              Click({u"b", u"c"});
              edit(kProperties, u"lost");
+         }},
+        {u"ERROR: Could not rename the item in the database.",
+         [&] {
+             const FaultPlan plan = std::exchange(wrapped.plan, {});
+             options.edit = [](ISessionConfig&) {};
+             Command(kProperties);  // from now on it has nothing to save but its name
+             wrapped.plan = plan;
+             options.edit = [](ISessionConfig& config) {
+                 EXPECT_EQ(config.GetName(), u"b");
+                 config.SetName(u"z"_v);
+             };
+             Command(kProperties);
          }},
         {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"b", u"z"_v); }},
         {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"f", u"z"_v); }},

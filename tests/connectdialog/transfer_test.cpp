@@ -65,6 +65,9 @@ TEST_F(Transfer, TheClipboardIsNotTrusted) {
 
 TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
     OpenWorld(kAlphabetical);
+    panels.global->rememberFolderExpansion.Set(false);
+    Open();  // no folder has been opened yet
+    Expand(u"");
     // What is marked as cut, and "V" where something can be pasted.
     const auto state = [&] {
         std::string text;
@@ -75,7 +78,7 @@ TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
     for (const bool isRoot : {true, false}) {
         Click(isRoot ? u"" : u"s");
         if (!isRoot) Click(u"t", kControl);
-        Command(kBarCopy);
+        Command(kCopy);
         EXPECT_EQ(state(), "") << "neither the root nor several";
     }
     Click(u"s");
@@ -87,7 +90,7 @@ TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
     Command(kPaste);
     EXPECT_EQ(state(), "") << "on itself it is given up";
     Command(kCut);
-    Command(kCopy);
+    Command(kBarCopy);
     EXPECT_EQ(state(), " V");
     Click(u"f");
     Command(kCut);
@@ -95,7 +98,6 @@ TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
     kit.ExpectBox(u"Cannot copy or move a parent folder into a child"_v, kAnswerOk);
     Command(kBarPaste);
     EXPECT_EQ(state(), "") << "also when it is refused";
-    EXPECT_TRUE(Tree().ClickExpander(At(u"g")));
     CopyTo(u"s", u"g", false);
     Command(kPaste);
     EXPECT_EQ(StoredIn(u"g"), "c s s (1)");
@@ -110,7 +112,10 @@ TEST_F(Transfer, WhatIsGoneOrNotOfferedIsNotPasted) {
     OpenWorld(kAlphabetical);
     Click(u"s");
     Command(kCopy);
-    Command(kRotateArrangement);
+    for (const int next : {1, 2, 0}) {
+        Command(kRotateArrangement);
+        EXPECT_EQ(panels.global->sessionArrangementMode.Get(), next);
+    }
     EXPECT_EQ(dialog->GetEnabled(), "CcPXD") << "another order forgets what was taken";
     Click(u"g");
     Command(kPaste);
@@ -137,6 +142,12 @@ TEST_F(Transfer, AFolderLooksAsBeforeWhereverItGoes) {
     EXPECT_EQ(Tree().Read(),
               "-Sessions\n  -g\n    -in\n       x\n     c\n  -f\n    -*g <\n      -in\n         x\n       c\n     a\n"
               "     b\n   s\n   t\n");
+    kit.ExpectBox(u"in already exists in the target folder"_v, kAnswerOk);
+    CopyTo(u"g\\in", u"f\\g", false);
+    for (const int zone : {0, 2}) {
+        EXPECT_TRUE(DragTo(zone == 0 ? u"f" : u"g", u"", zone));
+        EXPECT_EQ(StoredIn(u""), zone == 0 ? "f/ g/ s t" : "g/ f/ s t") << "above all others";
+    }
 }
 
 TEST_F(Transfer, FindNextGoesOnWhereWhatWasFoundWasTaken) {

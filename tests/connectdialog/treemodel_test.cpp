@@ -71,6 +71,7 @@ TEST_F(TreeModel, TheSelectionAndTheOpenFoldersComeBack) {
     Click(u"c");
     Open();
     EXPECT_EQ(Tree().Read(), "-Sessions\n  +a\n  -*c <\n    +d\n     t\n");
+    EXPECT_TRUE(ReadIsExpanded(u"a")) << "what was remembered stays";
 }
 
 TEST_F(TreeModel, BrowsingBeginsAtThePathThatIsGiven) {
@@ -85,6 +86,9 @@ TEST_F(TreeModel, BrowsingBeginsAtThePathThatIsGiven) {
         Open({false, false, true, true, given != nullptr ? &path : nullptr});
         EXPECT_EQ(Tree().Read(), shown);
     }
+    options.edit = [](ISessionConfig&) {};
+    Command(ConnectCommands::kNewSession);
+    EXPECT_EQ(Selected(), "New");
 }
 
 TEST_F(TreeModel, ButtonsFollowTheSelection) {

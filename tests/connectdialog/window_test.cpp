@@ -103,6 +103,14 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
         if (second != nullptr) Click(second, Accelerator::kControl);
         EXPECT_EQ(Menu(), expected) << Escape(first);
     }
+    for (const bool isTerminal : {true, false}) {
+        SetAppName(isTerminal ? u"NorHalden"_v : u"Tessaly"_v);
+        Open();
+        const int filter = isTerminal ? ConnectCommands::kShowTransferSessions : ConnectCommands::kShowTerminalSessions;
+        Command(filter);
+        Click(u"f");
+        EXPECT_NE(Menu().find(std::to_string(filter) + " |"), std::string::npos) << "not checked any more";
+    }
     kit.ExpectMenu([](const VPopupMenu& menu) {
         EXPECT_EQ(menu.Find(ConnectCommands::kOpenInTab)->text, u"连接会话(&C)\tAlt+C");
         return ConnectCommands::kArrangeManually;
@@ -228,6 +236,9 @@ TEST_F(ConnectWindow, KeysWalkTheRowsAndTypedTextLeadsToAName) {
 TEST_F(ConnectWindow, ALaterClickOnTheSelectedLabelRenamesUnlessTheUserGoesOn) {
     AddSessions({u"a", u"b"});
     Open();
+    for (int i = 0; i < 2; ++i) Click(u"");
+    Window().Elapse(1000);
+    EXPECT_FALSE(Tree().IsEditing()) << "the root has no other name";
     Click(u"a");
     Window().Elapse(1000);
     EXPECT_FALSE(Tree().IsEditing()) << "that click selected it";

@@ -168,6 +168,11 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     EXPECT_EQ(DescribeUnheardHosts(running),
               u"Running applications may not have been found: Access was denied.\nWhat they have open is not known.");
     EXPECT_TRUE(fs::is_empty(own));
+    RunningSessions both = running;
+    both.silentHosts = 2;
+    EXPECT_EQ(DescribeUnheardHosts(both),
+              u"Running applications that do not answer: 2\nRunning applications may not have been found: "
+              u"Access was denied.\nWhat they have open is not known.");
 }
 
 TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {
