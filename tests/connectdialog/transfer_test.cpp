@@ -106,6 +106,9 @@ TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
     CopyTo(u"t", u"f\\in", true);
     EXPECT_EQ(Selected(), "t");
     EXPECT_EQ(StoredIn(u""), "f/ g/ s");
+    Open();
+    EXPECT_TRUE(DragTo(u"s", u"g"));
+    EXPECT_EQ(Selected(), "s (2)") << "in sight, although the folder was never opened";
 }
 
 TEST_F(Transfer, WhatIsGoneOrNotOfferedIsNotPasted) {

@@ -121,6 +121,10 @@ TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {
         others.pop_back();
     }
     EXPECT_EQ(Ask(0), "a");
+    const fs::path question = own / VNarrowString(VMemoryMappedBuffer::kSharedName + u".question"_v).GetData();
+    EXPECT_TRUE(fs::remove(question) && fs::create_directory(question));
+    EXPECT_EQ(Ask(1), "") << "nor who spoils the question";
+    EXPECT_NE(GetRunningSessionPaths().error, 0U);
 }
 
 TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
