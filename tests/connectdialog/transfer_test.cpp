@@ -202,19 +202,24 @@ TEST_F(Transfer, ADragShowsWhereItWouldGo) {
         }
         EXPECT_FALSE(drag.Drop());
     });
-    EXPECT_EQ(Tree().Read().find_first_of(">"), std::string::npos) << "no mark is left";
+    EXPECT_EQ(Tree().Read().find('>'), std::string::npos) << "no mark is left";
     EXPECT_FALSE(Tree().ShowsDragImage());
     // A folder over this place of a row: whether it may go there, and what is shown.
-    const std::tuple<const char16_t*, const char16_t*, std::int32_t, bool, const char*> rows[] = {
-        {u"g", u"f\\b", 10, true, "---\n     a\n"},  // the end of the folders
-        {u"f", u"f\\b", 10, false, ">b\n"},         {u"f", u"f\\in", 1, false, ">in\n"},
-        {u"f", u"f", 10, false, "*>f <\n"},         {u"f", u"g", 10, true, ">g\n"},
-        {u"f", u"g", 1, true, "---\n  -g\n"},       {u"f", u"g", 19, true, "-g\n---\n"}};
-    for (const auto& [source, target, height, isTaken, shown] : rows)
-        Tree().Drag(At(source), [&](HeadlessDrag& drag) {
+    const struct {
+        const char16_t* source;
+        const char16_t* target;
+        std::int32_t height;
+        bool isTaken;
+        const char* shown;
+    } rows[] = {{u"g", u"f\\b", 10, true, "---\n     a\n"},  // the end of the folders
+                {u"f", u"f\\b", 10, false, ">b\n"},         {u"f", u"f\\in", 1, false, ">in\n"},
+                {u"f", u"f", 10, false, "*>f <\n"},         {u"f", u"g", 10, true, ">g\n"},
+                {u"f", u"g", 1, true, "---\n  -g\n"},       {u"f", u"g", 19, true, "-g\n---\n"}};
+    for (const auto& row : rows)
+        Tree().Drag(At(row.source), [&](HeadlessDrag& drag) {
             drag.MoveTo(Tree().PointOn(At(u"")));
-            EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(target), height)) == DropEffect::kMove, isTaken) << shown;
-            EXPECT_TRUE(shows(shown)) << Tree().Read();
+            EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(row.target), row.height)) == DropEffect::kMove, row.isTaken);
+            EXPECT_TRUE(shows(row.shown)) << row.shown << Tree().Read();
         });
     OpenWorld(kLogical);
     Tree().Drag(At(u"f"), [&](HeadlessDrag& drag) {
