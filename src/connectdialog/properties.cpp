@@ -79,10 +79,7 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
     if (!ValidateSessionName(path, GetEntryLeaf(path), newName, false, this)) return config.SetName(GetEntryLeaf(path));
     const TreeItem parent = GetParentItem(item);
     const bool isManual = arrangement == SessionArrangement::kManual;
-    if (isManual)
-        PositionBefore(item, true);
-    else
-        PositionSessionSorted(parent, newName);
+    if (!isManual) PositionSessionSorted(parent, newName);
     if (!RenameStored(path, newName)) {
         config.SetName(GetEntryLeaf(path));
         return ShowFailure(u"ERROR: Could not rename the item in the database.");

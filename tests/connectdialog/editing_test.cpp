@@ -52,6 +52,7 @@ TEST_F(Editing, ANewSessionIsWhatTheOptionsMadeOfTheTemplate) {
     panels.global->optionsPagePath.Set(u"Terminal"_v);
     Command(kNewSession);
     EXPECT_EQ(StoredIn(u"f"), "b") << "given up";
+    EXPECT_EQ(Selected(), "");
     for (const char16_t* name : {u"c", u"B", u"a\\b", u"a:b", u""}) {
         options.edit = [&](ISessionConfig& config) {
             EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Connection+");
@@ -61,9 +62,14 @@ TEST_F(Editing, ANewSessionIsWhatTheOptionsMadeOfTheTemplate) {
         Click(u"f");
         Command(kBarNewSession);
     }
-    EXPECT_EQ(options.calls, "New 0 0 1;New 0 0 1;New 0 0 1;New (1) 0 0 1;New (2) 0 0 1;New (3) 0 0 1;");
+    EXPECT_EQ(Selected(), "New (3)");
+    options.edit = [](ISessionConfig&) { AddSession(u"f\\New (4)"); };  // by somebody else
+    Command(kNewSession);
+    EXPECT_EQ(Selected(), "New (4) (1)");
+    EXPECT_EQ(options.calls, "New 0 0 1;New 0 0 1;New 0 0 1;New (1) 0 0 1;New (2) 0 0 1;New (3) 0 0 1;New (4) 0 0 1;");
     EXPECT_EQ(panels.global->optionsPagePath.Get(), u"Terminal");
-    EXPECT_EQ(StoredIn(u"f"), "b c New New (1) New (2) New (3)") << "a bad name costs the name and no session";
+    EXPECT_EQ(StoredIn(u"f"), "b c New New (1) New (2) New (3) New (4) New (4) (1)")
+        << "a bad name costs the name and no session";
     EXPECT_EQ(HostOf(u"f\\c"), u"new.example");
     EXPECT_EQ(HostOf(u"f\\b"), u"host");
 }
@@ -84,6 +90,40 @@ TEST_F(Editing, TheWizardReplacesTheOptionsUntilTheUserDeclinesIt) {
         Command(kNewSession);
         EXPECT_EQ(StoredIn(u""), stored);
     }
+}
+
+TEST_F(Editing, ANameThatIsRefusedKeepsTheUserInTheEdit) {
+    Begin({u"s", u"t"}, u"s");
+    Rename(u"s", u"T"_v);
+    EXPECT_TRUE(Tree().TypeLabel(u"a:b"_v));
+    EXPECT_EQ(Tree().GetEditText(), u"s");
+    EXPECT_TRUE(Tree().TypeLabel(u"u"_v));
+    EXPECT_EQ(StoredIn(u""), "t u");
+    Command(kNewFolder);
+    EXPECT_TRUE(Tree().TypeLabel(u"t"_v));
+    Command(kNewFolder);
+    Command(kNewSession);
+    EXPECT_EQ(options.calls, "");
+    EXPECT_TRUE(Tree().TypeLabel(u"f"_v));
+    EXPECT_EQ(Tree().Read(), "-Sessions\n   *f <\n   t\n   u\n");
+    EXPECT_EQ(StoredIn(u""), "f/ t u");
+    for (const bool isRoot : {true, false}) {
+        Click(isRoot ? u"" : u"t");
+        if (!isRoot) Click(u"u", Accelerator::kControl);
+        Command(kRename);
+        EXPECT_FALSE(Tree().IsEditing()) << "neither the root nor several";
+    }
+}
+
+TEST_F(Editing, NumbersInNamesCountInTheLogicalOrderOfSessions) {
+    Arrange(kLogical);
+    MakeFolder(u"item9");
+    Begin({u"item 2", u"item 9", u"x"}, u"");
+    options.edit = [](ISessionConfig& config) { config.SetName(u"item 10"_v); };
+    Command(kNewSession);
+    Command(kNewFolder);
+    EXPECT_TRUE(Tree().TypeLabel(u"item10"_v));
+    EXPECT_EQ(Tree().Read(), "-Sessions\n   *item10 <\n   item9\n   item 2\n   item 9\n   item 10\n   x\n");
 }
 
 TEST_F(Editing, ARenamedFolderLooksAsBefore) {
@@ -152,6 +192,13 @@ TEST_F(Editing, PropertiesOfSeveralReachAllOfThemWithWhatChangedOnly) {
     Command(kProperties);
     EXPECT_EQ(panels.optionalText, u"") << "suppressed";
     for (const char16_t* path : {u"f\\a", u"f\\b", u"c"}) EXPECT_FALSE(OpenSession(path)->HasProtocol());
+    Open();
+    Click({u"f", u"c"});
+    WithKey(u"Sessions\\f", [](VProfileKey& key) { key.DeleteKey(u"b"); });  // by somebody else
+    options.edit = [](ISessionConfig& config) { SetDelay(config, 88); };
+    Command(kProperties);
+    EXPECT_TRUE(DelayOf(u"f\\a"_v) == 88 && DelayOf(u"c"_v) == 88) << "the others get it";
+    EXPECT_EQ(StoredIn(u"f"), "a");
 }
 
 TEST_F(Editing, DeletingAsksLeavesTheRootAndSelectsWhatStandsBefore) {
@@ -169,13 +216,27 @@ TEST_F(Editing, DeletingAsksLeavesTheRootAndSelectsWhatStandsBefore) {
     Command(kNewFolder);
     Delete();
     EXPECT_EQ(StoredIn(u""), "f/ c");
-    Click({u"f", u"c"});
+    AddSession(u"f\\s");
+    Click({u"f", u"f\\s", u"c"});
     kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
     Window().PressKey(kKeyDelete);
     EXPECT_EQ(Tree().Read(), " *Sessions <\n");
     Command(kNewFolder);
     EXPECT_TRUE(Tree().TypeLabel(u"g"_v));
     EXPECT_EQ(StoredIn(u""), "g/");
+}
+
+TEST_F(Editing, DeletingStopsAtWhatIsGone) {
+    Begin({u"a", u"b", u"c"}, u"a");
+    Click({u"a", u"a"});
+    Command(kDelete);  // nothing is selected
+    Click({u"a", u"b", u"c"});
+    WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"b"); });  // by somebody else
+    kit.ExpectBox(u"确定删除选中项？"_v, kAnswerYes);
+    kit.ExpectBox(u"ERROR: Deletion of folder or session from the database failed"_v, kAnswerOk);
+    Command(kDelete);
+    EXPECT_EQ(StoredIn(u""), "c");
+    EXPECT_EQ(Tree().Read(), "-*Sessions <\n   b\n   c\n");
 }
 
 TEST_F(Editing, SessionsInUseAreNotDeleted) {
@@ -201,13 +262,16 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
     AddSessions({u"f\\a", u"g\\h\\x", u"b", u"c"});
     SetList(u"", u"Session List", u"c:b:");
     OpenSession(u"Default"_v);  // makes it
-    static FaultyStoreFactory* faulty = nullptr;
     FaultyStoreFactory wrapped(*factory);
-    faulty = &wrapped;
-    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
+    UseStore(wrapped);
     const ValueNames names = {u"Is Session", u"Session List", u"Folder List", u"SSH2 Host"};
     const auto edit = [&](int command, const char16_t* host) {
-        options.edit = [=](ISessionConfig& config) { config.GetConnectConfig()->SetHostName(host); };
+        options.edit = [=](ISessionConfig& config) {
+            VUnicodeString before;
+            config.GetConnectConfig()->GetHostName(before);
+            EXPECT_NE(before, u"lost") << "what was refused is not what the next edit begins with";
+            config.GetConnectConfig()->SetHostName(host);
+        };
         Command(command);
     };
     const std::pair<const char16_t*, std::function<void()>> actions[] = {
@@ -218,6 +282,24 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
          }},
         {u"ERROR: Could not save the session in the database.", [&] { edit(kNewSession, u"new"); }},
         {u"ERROR: Could not save the session in the database.", [&] { edit(kProperties, u"lost"); }},
+        {u"ERROR: Could not save the session in the database.",
+         [&] {
+             wrapped.plan = {.failWrite = 1};  // of several sessions one
+             Click({u"b", u"c"});
+             edit(kProperties, u"lost");
+         }},
+        {u"ERROR: Could not rename the item in the database.",
+         [&] {
+             const FaultPlan plan = std::exchange(wrapped.plan, {});
+             options.edit = [](ISessionConfig&) {};
+             Command(kProperties);  // from now on it has nothing to save but its name
+             wrapped.plan = plan;
+             options.edit = [](ISessionConfig& config) {
+                 EXPECT_EQ(config.GetName(), u"b");
+                 config.SetName(u"z"_v);
+             };
+             Command(kProperties);
+         }},
         {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"b", u"z"_v); }},
         {u"ERROR: Could not rename the item in the database.", [&] { Rename(u"f", u"z"_v); }},
         {u"ERROR: Could not copy the item in the database.", [&] { CopyTo(u"b", u"f", true); }},
@@ -251,8 +333,7 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
         }
         dialog.reset();
     }
-    SetProfileFactoryGetter(nullptr);
-    faulty = nullptr;
+    UseStore(*factory);
 }
 
 }  // namespace

@@ -66,12 +66,7 @@ TEST_F(Finding, ASearchReadsNoSessionTwiceAndSeesWhatTheUserEdits) {
 
 TEST_F(Finding, NothingFoundIsToldOnceAndTheQuestionRemembered) {
     kit.ExpectDialog(FindSessionIds::kDialog, [](HeadlessDialog& find) {
-        find.Type(FindSessionIds::kText, u""_v);
-        EXPECT_FALSE(find.IsEnabled(kIdOk)) << "no text";
-        find.Type(FindSessionIds::kText, u"web"_v);
-        EXPECT_TRUE(find.IsEnabled(kIdOk));
-        for (int id = FindSessionIds::kSessionNames; id <= FindSessionIds::kHostnames; ++id) find.Tick(id, false);
-        EXPECT_FALSE(find.IsEnabled(kIdOk)) << "nowhere to look";
+        find.Type(FindSessionIds::kText, u"given up"_v);
         find.PressKey(kKeyEscape);
     });
     Command(kFindNext);
@@ -127,16 +122,36 @@ TEST_F(Finding, SelectedSessionsAndFoldersBecomeTheArgumentsOfAShortcut) {
         EXPECT_EQ(dialog->shortcuts.back(), row.shortcut);
     }
     make(kIdCancel);
-    Click(u"a\" /S \"b");  // would name others
-    kit.ExpectDialog(ShortcutNameIds::kDialog, [](HeadlessDialog& name) { EXPECT_TRUE(name.Press(kIdOk)); });
-    kit.ExpectBox(u"ERROR: creation of shortcut failed"_v, kAnswerOk);
-    Command(kBarShortcut);
-    EXPECT_EQ(dialog->shortcuts.size(), std::size(rows));
+    dialog->makesShortcuts = false;
+    for (const char16_t* path : {u"a\" /S \"b", u"s t"}) {  // the first would name others, and is not even tried
+        Click(path);
+        kit.ExpectDialog(ShortcutNameIds::kDialog, [](HeadlessDialog& name) { EXPECT_TRUE(name.Press(kIdOk)); });
+        kit.ExpectBox(u"ERROR: creation of shortcut failed"_v, kAnswerOk);
+        Command(kBarShortcut);
+    }
+    EXPECT_EQ(dialog->shortcuts.size(), std::size(rows) + 1);
     Click({u"s t", u"s t"});
     Command(kShortcut);  // nothing is selected
 }
 
 using SmallDialogs = ConnectDialogTest;
+
+TEST_F(SmallDialogs, FindLooksEverywhereAtFirstAndNeedsATextAndAPlace) {
+    kit.ExpectDialog(FindSessionIds::kDialog, [](HeadlessDialog& find) {
+        EXPECT_FALSE(find.IsEnabled(kIdOk));
+        find.Type(FindSessionIds::kText, u"web"_v);
+        for (int id = FindSessionIds::kSessionNames; id <= FindSessionIds::kHostnames; ++id) {
+            EXPECT_TRUE(find.IsChecked(id)) << id;
+            EXPECT_TRUE(find.IsEnabled(kIdOk)) << id;
+            find.Tick(id, false);
+        }
+        EXPECT_FALSE(find.IsChecked(FindSessionIds::kMatchCase));
+        find.Tick(FindSessionIds::kMatchCase, true);
+        EXPECT_FALSE(find.IsEnabled(kIdOk)) << "nowhere to look";
+        find.PressKey(kKeyEscape);
+    });
+    EXPECT_EQ(FindSessionDialog(FindOptions(), nullptr).DoModal(), kDialogCancelled);
+}
 
 TEST_F(SmallDialogs, AShortcutGetsALabelThatIsNotBlank) {
     struct Row {
@@ -144,13 +159,16 @@ TEST_F(SmallDialogs, AShortcutGetsALabelThatIsNotBlank) {
         bool multiple;
         const char16_t* name;
         const char16_t* shownPath;
+        const char16_t* target;
     };
-    for (const Row& row : {Row{u"A\\B & C", false, u"B & C", u"A\\B && C"},
-                           {u"A\\B", true, u"NorHalden sessions", u""},
-                           {u"", false, u"NorHalden sessions", u""}}) {
+    for (const Row& row : {Row{u"A\\B & C", false, u"B & C", u"A\\B && C", u"following session or folder:"},
+                           {u"A\\B", true, u"NorHalden sessions", u"", u"selected sessions."},
+                           {u"", false, u"NorHalden sessions", u"", u"selected sessions."}}) {
         kit.ExpectDialog(ShortcutNameIds::kDialog, [&](HeadlessDialog& dialog) {
             EXPECT_EQ(dialog.GetText(ShortcutNameIds::kName), row.name);
             EXPECT_EQ(dialog.GetText(ShortcutNameIds::kPath), row.shownPath);
+            EXPECT_EQ(dialog.GetText(ShortcutNameIds::kIntro),
+                      u"NorHalden will create a shortcut on the\nDesktop to the "_v + row.target);
             dialog.Type(ShortcutNameIds::kName, u" \t "_v);
             kit.ExpectBox(u"Shortcut name error.\n\nShortcut name must be non-empty."_v, kAnswerOk);
             dialog.Press(kIdOk);

@@ -16,6 +16,7 @@
 #include "platform/processlaunch.h"
 #include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
+#include "support/faultystore.h"
 #include "support/processrunner.h"
 #include "support/temporaryfolder.h"
 
@@ -91,6 +92,13 @@ TEST_F(Launching, WhatASessionCanDoAndWhichHostRunsDecideWhereItOpens) {
 TEST_F(Launching, NothingIsLaunchedThatIsNotInstalled) {
     AddSession(u"xfer", u"None", u"SFTP");
     AddSession(u"both", u"SSH2", u"SFTP");
+    AddSession(u"term", u"SSH2", u"None");
+    panels.isTerminalInstalled = false;
+    OpenWith({u"term"});
+    Command(ConnectCommands::kConnect);
+    EXPECT_EQ(Outcome(), "open");
+    EXPECT_FALSE(dialog->CanConnect(false));
+    panels.isTerminalInstalled = true;
     panels.isTransferInstalled = false;
     OpenWith({u"xfer"});
     Command(ConnectCommands::kConnect);
@@ -132,12 +140,30 @@ TEST_F(Launching, AMissingHostIsAskedForOnceAndKept) {
     }
 }
 
+TEST_F(Launching, AHostThatCannotBeKeptIsToldAndUsed) {
+    AddSession(u"s", u"SSH2", u"None", u"");
+    OpenWith({u"s"});
+    FaultyStoreFactory wrapped(*factory);
+    UseStore(wrapped);
+    wrapped.plan.failAll = true;
+    kit.ExpectDialog(HostnamePromptIds::kDialog, [](HeadlessDialog& prompt) {
+        prompt.Type(HostnamePromptIds::kHostname, u"s.example"_v);
+        prompt.Press(kIdOk);
+    });
+    kit.ExpectBox(u"ERROR: Could not save the session in the database."_v, kAnswerOk);
+    Command(ConnectCommands::kConnect);
+    EXPECT_EQ(Outcome(), "accepted s");
+    UseStore(*factory);
+}
+
 TEST_F(Launching, MoreThanTwentySessionsAreOpenedOnlyAfterAsking) {
     for (int i = 10; i < 31; ++i) AddSession((u"f\\s"_v + VUnicodeString(std::to_string(i).c_str())).GetData());
     MakeFolder(u"f\\g");
-    OpenWith({u"f"});
+    OpenWith({u"f", u"f\\s10"});
     for (const int button : {kIdCancel, kIdOk}) {
         kit.ExpectDialog(MultiConnectIds::kDialog, [=](HeadlessDialog& warning) {
+            EXPECT_EQ(warning.GetTitle(), u"NorHalden");
+            EXPECT_EQ(warning.GetText(MultiConnectIds::kText), u"你选定要打开的会话多于 20 个。");
             warning.Tick(MultiConnectIds::kDontShowAgain, true);
             warning.Press(button);
         });
@@ -165,6 +191,18 @@ TEST_F(Launching, OpeningInATabIsTheCheckBoxTheCommandOrAlways) {
     OpenWith({u"s"});
     Command(ConnectCommands::kOpenInTab);
     EXPECT_TRUE(dialog->IsOpenInTab());
+    EXPECT_EQ(Outcome(), "accepted s");
+    OpenWith({u"s"}, {false, true, false, true, nullptr});
+    EXPECT_TRUE(dialog->IsOpenInTab());
+}
+
+TEST_F(Launching, ADoubleClickConnectsASessionAndOpensAFolder) {
+    AddSessions({u"f\\s", u"t"});
+    OpenWith({u"t"});
+    EXPECT_TRUE(Tree().DoubleClick(At(u"f")));
+    EXPECT_TRUE(Tree().Click(At(u"f\\s"))) << "in sight";
+    EXPECT_EQ(Outcome(), "open");
+    EXPECT_TRUE(Tree().DoubleClick(At(u"f\\s")));
     EXPECT_EQ(Outcome(), "accepted s");
 }
 

@@ -63,6 +63,78 @@ TEST_F(Transfer, TheClipboardIsNotTrusted) {
     EXPECT_EQ(Stored(), before);
 }
 
+TEST_F(Transfer, WhatIsCutIsMarkedAndPastedOnceWhatIsCopiedAsOftenAsWanted) {
+    OpenWorld(kAlphabetical);
+    panels.global->rememberFolderExpansion.Set(false);
+    Open();  // no folder has been opened yet
+    Expand(u"");
+    // What is marked as cut, and "V" where something can be pasted.
+    const auto state = [&] {
+        std::string text;
+        for (const char16_t* path : {u"f", u"f\\in", u"g", u"s", u"t"})
+            if (dialog->Items().HasState(At(path), kTreeCut)) text += Escape(path);
+        return text + (dialog->GetEnabled().ends_with('V') ? " V" : "");
+    };
+    for (const bool isRoot : {true, false}) {
+        Click(isRoot ? u"" : u"s");
+        if (!isRoot) Click(u"t", kControl);
+        Command(kCopy);
+        EXPECT_EQ(state(), "") << "neither the root nor several";
+    }
+    Click(u"s");
+    Command(kBarCut);
+    EXPECT_EQ(state(), "s V");
+    Click(u"t");
+    Command(kCut);
+    EXPECT_EQ(state(), "t V");
+    Command(kPaste);
+    EXPECT_EQ(state(), "") << "on itself it is given up";
+    Command(kCut);
+    Command(kBarCopy);
+    EXPECT_EQ(state(), " V");
+    Click(u"f");
+    Command(kCut);
+    Click(u"f\\in");
+    kit.ExpectBox(u"Cannot copy or move a parent folder into a child"_v, kAnswerOk);
+    Command(kBarPaste);
+    EXPECT_EQ(state(), "") << "also when it is refused";
+    CopyTo(u"s", u"g", false);
+    Command(kPaste);
+    EXPECT_EQ(StoredIn(u"g"), "c s s (1)");
+    EXPECT_EQ(Selected(), "s (1)");
+    EXPECT_EQ(state(), " V");
+    CopyTo(u"t", u"f\\in", true);
+    EXPECT_EQ(Selected(), "t");
+    EXPECT_EQ(StoredIn(u""), "f/ g/ s");
+    Open();
+    EXPECT_TRUE(DragTo(u"s", u"g"));
+    EXPECT_EQ(Selected(), "s (2)") << "in sight, although the folder was never opened";
+}
+
+TEST_F(Transfer, WhatIsGoneOrNotOfferedIsNotPasted) {
+    OpenWorld(kAlphabetical);
+    Click(u"s");
+    Command(kCopy);
+    for (const int next : {1, 2, 0}) {
+        Command(kRotateArrangement);
+        EXPECT_EQ(panels.global->sessionArrangementMode.Get(), next);
+    }
+    EXPECT_EQ(dialog->GetEnabled(), "CcPXD") << "another order forgets what was taken";
+    Click(u"g");
+    Command(kPaste);
+    EXPECT_EQ(StoredIn(u"g"), "c");
+    for (const bool isCut : {false, true}) {
+        Click(u"s");
+        Command(isCut ? kCut : kCopy);
+        WithKey(u"Sessions", [](VProfileKey& key) { key.DeleteKey(u"s"); });  // by somebody else
+        Click(u"g");
+        kit.ExpectBox(u"Item 's' is no longer available for pasting"_v, kAnswerOk);
+        Command(kPaste);
+        EXPECT_EQ(dialog->GetEnabled(), isCut ? "CcPXD" : "CcPXDV");
+        AddSession(u"s");
+    }
+}
+
 TEST_F(Transfer, AFolderLooksAsBeforeWhereverItGoes) {
     OpenWorld(kManual);
     panels.global->rememberFolderExpansion.Set(false);  // which is about the next time
@@ -73,6 +145,25 @@ TEST_F(Transfer, AFolderLooksAsBeforeWhereverItGoes) {
     EXPECT_EQ(Tree().Read(),
               "-Sessions\n  -g\n    -in\n       x\n     c\n  -f\n    -*g <\n      -in\n         x\n       c\n     a\n"
               "     b\n   s\n   t\n");
+    kit.ExpectBox(u"in already exists in the target folder"_v, kAnswerOk);
+    CopyTo(u"g\\in", u"f\\g", false);
+    for (const int zone : {0, 2}) {
+        EXPECT_TRUE(DragTo(zone == 0 ? u"f" : u"g", u"", zone));
+        EXPECT_EQ(StoredIn(u""), zone == 0 ? "f/ g/ s t" : "g/ f/ s t") << "above all others";
+    }
+}
+
+TEST_F(Transfer, FindNextGoesOnWhereWhatWasFoundWasTaken) {
+    OpenWorld(kManual);
+    Find(u"host", "h");
+    Command(kFindNext);
+    EXPECT_EQ(Selected(), "a");
+    EXPECT_TRUE(DragTo(u"f\\a", u"f\\b", 2));
+    Command(kFindNext);
+    EXPECT_EQ(Selected(), "c") << "behind its new place";
+    EXPECT_TRUE(DragTo(u"g\\c", u"f"));
+    Command(kFindNext);
+    EXPECT_EQ(Selected(), "s") << "behind its old place";
 }
 
 TEST_F(Transfer, PathsLongerThanTheRecordAreMovedAllTheSame) {
@@ -102,6 +193,7 @@ TEST_F(Transfer, ADragShowsWhereItWouldGo) {
         EXPECT_EQ(drag.MoveTo({-5, -5}), DropEffect::kNone);
         const std::pair<KeyModifiers, DropEffect> keys[] = {
             {Accelerator::kAlt, DropEffect::kMove},
+            {KeyModifiers{kControl | Accelerator::kAlt}, DropEffect::kMove},
             {Accelerator::kShift, DropEffect::kNone},
             {KeyModifiers{kControl | Accelerator::kShift}, DropEffect::kNone}};
         for (const auto& [modifiers, effect] : keys) {
@@ -110,11 +202,31 @@ TEST_F(Transfer, ADragShowsWhereItWouldGo) {
         }
         EXPECT_FALSE(drag.Drop());
     });
-    EXPECT_EQ(Tree().Read().find_first_of(">"), std::string::npos) << "no mark is left";
+    EXPECT_EQ(Tree().Read().find('>'), std::string::npos) << "no mark is left";
     EXPECT_FALSE(Tree().ShowsDragImage());
-    Tree().Drag(At(u"g"), [&](HeadlessDrag& drag) {
-        drag.MoveTo(Tree().PointOn(At(u"f\\b")));
-        EXPECT_TRUE(shows("---\n     a\n")) << "the end of the folders";
+    // A folder over this place of a row: whether it may go there, and what is shown.
+    const struct {
+        const char16_t* source;
+        const char16_t* target;
+        std::int32_t height;
+        bool isTaken;
+        const char* shown;
+    } rows[] = {{u"g", u"f\\b", 10, true, "---\n     a\n"},  // the end of the folders
+                {u"f", u"f\\b", 10, false, ">b\n"},         {u"f", u"f\\in", 1, false, ">in\n"},
+                {u"f", u"f", 10, false, "*>f <\n"},         {u"f", u"g", 10, true, ">g\n"},
+                {u"f", u"g", 1, true, "---\n  -g\n"},       {u"f", u"g", 19, true, "-g\n---\n"}};
+    for (const auto& row : rows)
+        Tree().Drag(At(row.source), [&](HeadlessDrag& drag) {
+            drag.MoveTo(Tree().PointOn(At(u"")));
+            EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(row.target), row.height)) == DropEffect::kMove, row.isTaken);
+            EXPECT_TRUE(shows(row.shown)) << row.shown << Tree().Read();
+        });
+    OpenWorld(kLogical);
+    Tree().Drag(At(u"f"), [&](HeadlessDrag& drag) {
+        for (const char16_t* inside : {u"", u"f\\in", u"f\\b"})
+            EXPECT_EQ(drag.MoveTo(Tree().PointOn(At(inside))), *inside == 0 ? DropEffect::kMove : DropEffect::kNone);
+        EXPECT_TRUE(shows(">b\n") && !shows(">in\n"));
+        EXPECT_FALSE(drag.Drop());
     });
 }
 
@@ -136,8 +248,11 @@ TEST_F(Transfer, AFolderUnderAWaitingDragOpens) {
             EXPECT_FALSE(isOpen());
             drag.Wait(1);
             EXPECT_TRUE(isOpen());
+            EXPECT_TRUE(Tree().ClickExpander(At(u"g")));
+            rest(u"g", wait / 2);
         });
         Window().Elapse(5000);
+        EXPECT_FALSE(dialog->Items().HasState(At(u"g"), kTreeExpanded)) << "the drag is over";
     }
 }
 

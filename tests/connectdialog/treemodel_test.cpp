@@ -61,6 +61,34 @@ TEST_F(TreeModel, TheSelectionAndTheOpenFoldersComeBack) {
     panels.global->saveConfigOnClose.Set(false);
     Open();
     EXPECT_EQ(Selected(), "Sessions") << "what is gone gives way to the root";
+    Expand(u"");
+    const int saves = panels.global->saves;
+    dialog->Destroy();
+    EXPECT_EQ(panels.global->saves, saves);
+    Open();
+    EXPECT_EQ(Tree().Read(), "-*Sessions <\n  +a\n  +c\n") << "the open root too";
+    Expand(u"c");
+    Click(u"c");
+    Open();
+    EXPECT_EQ(Tree().Read(), "-Sessions\n  +a\n  -*c <\n    +d\n     t\n");
+    EXPECT_TRUE(ReadIsExpanded(u"a")) << "what was remembered stays";
+}
+
+TEST_F(TreeModel, BrowsingBeginsAtThePathThatIsGiven) {
+    AddSessions({u"a\\b\\s", u"a\\b\\Default", u"default"});
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"\\a\\b", "-Sessions\n  -a\n    +*b <\n"},
+        {u"a\\b\\Default", "-Sessions\n  -a\n    -b\n       *Default <\n       s\n"},
+        {u"A\\b", "-*Sessions <\n  +a\n"},
+        {nullptr, "+Sessions\n"}};
+    for (const auto& [given, shown] : rows) {
+        const VUnicodeString path = given != nullptr ? VUnicodeString(given) : VUnicodeString();
+        Open({false, false, true, true, given != nullptr ? &path : nullptr});
+        EXPECT_EQ(Tree().Read(), shown);
+    }
+    options.edit = [](ISessionConfig&) {};
+    Command(ConnectCommands::kNewSession);
+    EXPECT_EQ(Selected(), "New");
 }
 
 TEST_F(TreeModel, ButtonsFollowTheSelection) {

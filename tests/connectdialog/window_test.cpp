@@ -103,6 +103,14 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
         if (second != nullptr) Click(second, Accelerator::kControl);
         EXPECT_EQ(Menu(), expected) << Escape(first);
     }
+    for (const bool isTerminal : {true, false}) {
+        SetAppName(isTerminal ? u"NorHalden"_v : u"Tessaly"_v);
+        Open();
+        const int filter = isTerminal ? ConnectCommands::kShowTransferSessions : ConnectCommands::kShowTerminalSessions;
+        Command(filter);
+        Click(u"f");
+        EXPECT_NE(Menu().find(std::to_string(filter) + " |"), std::string::npos) << "not checked any more";
+    }
     kit.ExpectMenu([](const VPopupMenu& menu) {
         EXPECT_EQ(menu.Find(ConnectCommands::kOpenInTab)->text, u"连接会话(&C)\tAlt+C");
         return ConnectCommands::kArrangeManually;
@@ -115,6 +123,15 @@ TEST_F(ConnectWindow, TheMenuFitsTheSelectionAndTheHost) {
     Window().PressKey(kKeyF10, Accelerator::kShift);
     Click(u"", Accelerator::kControl);
     Window().PressKey(kKeyMenu);  // nothing is selected: no menu
+}
+
+TEST_F(ConnectWindow, HelpIsTheHosts) {
+    static std::string asked;
+    GetHostCallbacks().help = [](VWindow*, unsigned topic, unsigned long) { asked += std::to_string(topic) + ' '; };
+    Open();
+    Window().PressKey(kKeyF1);
+    Command(ConnectCommands::kHelp);
+    EXPECT_EQ(asked, "11 11 ");
 }
 
 TEST_F(ConnectWindow, TheFirstSizeIsTheTemplatesAndLaterTheLast) {
@@ -219,6 +236,9 @@ TEST_F(ConnectWindow, KeysWalkTheRowsAndTypedTextLeadsToAName) {
 TEST_F(ConnectWindow, ALaterClickOnTheSelectedLabelRenamesUnlessTheUserGoesOn) {
     AddSessions({u"a", u"b"});
     Open();
+    for (int i = 0; i < 2; ++i) Click(u"");
+    Window().Elapse(1000);
+    EXPECT_FALSE(Tree().IsEditing()) << "the root has no other name";
     Click(u"a");
     Window().Elapse(1000);
     EXPECT_FALSE(Tree().IsEditing()) << "that click selected it";

@@ -86,10 +86,8 @@ TEST_F(QuickConnectTest, ASavedSessionGetsANameThatCanStandAndIsFree) {
         u"folder\\inner");
     EXPECT_EQ(inFolder->GetPath(), u"folder\\inner\\web") << "the box is still ticked";
 
-    static FaultyStoreFactory* faulty = nullptr;
     FaultyStoreFactory wrapped(*factory);
-    faulty = &wrapped;
-    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return faulty; });
+    UseStore(wrapped);
     wrapped.plan.failCommit = true;
     const auto refused = Show([this](HeadlessDialog& dialog) {
         dialog.GetPage()->Type(kFakeHost, u"lost"_v);

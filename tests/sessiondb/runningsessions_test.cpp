@@ -121,6 +121,10 @@ TEST_F(RunningSessionsTest, WhoeverHoldsTheBlocksLockStopsNobodyForLong) {
         others.pop_back();
     }
     EXPECT_EQ(Ask(0), "a");
+    const fs::path question = own / VNarrowString(VMemoryMappedBuffer::kSharedName + u".question"_v).GetData();
+    EXPECT_TRUE(fs::remove(question) && fs::create_directory(question));
+    EXPECT_EQ(Ask(1), "") << "nor who spoils the question";
+    EXPECT_NE(GetRunningSessionPaths().error, 0U);
 }
 
 TEST_F(RunningSessionsTest, FalseAnswersAreDropped) {
@@ -168,6 +172,11 @@ TEST_F(RunningSessionsTest, AFolderThatOthersCanOpenIsNotUsed) {
     EXPECT_EQ(DescribeUnheardHosts(running),
               u"Running applications may not have been found: Access was denied.\nWhat they have open is not known.");
     EXPECT_TRUE(fs::is_empty(own));
+    RunningSessions both = running;
+    both.silentHosts = 2;
+    EXPECT_EQ(DescribeUnheardHosts(both),
+              u"Running applications that do not answer: 2\nRunning applications may not have been found: "
+              u"Access was denied.\nWhat they have open is not known.");
 }
 
 TEST_F(RunningSessionsTest, AnAnswerThatComesTooLateIsNotTakenForAnothers) {

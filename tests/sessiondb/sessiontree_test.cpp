@@ -11,6 +11,7 @@
 #include "foundation/vreportmessageparams.h"
 #include "foundation/vstringarray.h"
 #include "sessiondb/entryoperations.h"
+#include "sessiondb/entryrefusals.h"
 #include "sessiondb/listmerge.h"
 #include "sessiondb/profilefolderdata.h"
 #include "sessiondb/sessionpaths.h"
@@ -129,13 +130,6 @@ TEST_F(SessionTreeTest, ChildrenAreSortedOut) {
     EXPECT_EQ(Joined(folders), u"Folder");
 }
 
-/// Makes another store the default one, until the next call or the end of the test.
-void Use(VProfileStoreFactory& factory) {
-    static VProfileStoreFactory* active = nullptr;
-    active = &factory;
-    SetProfileFactoryGetter([] { return active; });
-}
-
 class EntryOperationsTest : public SessionTreeTest {
   protected:
     static VUnicodeString OwnValueOf(const VUnicodeString& session) {
@@ -178,6 +172,28 @@ TEST_F(EntryOperationsTest, ACopyKeepsWhatNoSettingKnowsAndReplacesInPlace) {
     EXPECT_EQ(MoveEntry(u"g\\S", u"", true, VUnicodeString(), true), u"S");
     EXPECT_EQ(OwnValueOf(u"S"), u"mine");
     EXPECT_EQ(SessionsOf(u"g"), u"a:b:s (1):");
+    const VUnicodeString gone[] = {u"g\\a"};
+    EXPECT_EQ(DeleteEntries(gone), 1U);
+    EXPECT_EQ(SessionsOf(u"g"), u"b:s (1):");
+}
+
+TEST_F(EntryOperationsTest, ANameThatIsTakenIsCountedAndFitsAllTheSame) {
+    const std::u16string wide = std::u16string(250, u'x') + u"\U0001F600";
+    const std::u16string longest = wide + u"xyz";
+    for (const char16_t* path : {u"a", u"a (1)", u"b (1)", longest.c_str()}) MakeSession(path);
+    MakeFolder(u"a (2)");
+    const std::pair<std::u16string, std::u16string> rows[] = {
+        {u"a", u"a (3)"}, {u"b", u"b"}, {longest, std::u16string(250, u'x') + u" (1)"}};
+    for (const auto& [base, unique] : rows) EXPECT_EQ(MakeUniqueName(u"", VUnicodeString(base)), unique);
+}
+
+TEST_F(EntryOperationsTest, ACaseChangesWhateverStandsBeside) {
+    for (const char16_t* path : {u"abc\\s", u"__abc__\\t", u"in\\FolderData\\u", u"v"}) MakeSession(path);
+    for (const auto& [from, to] : {std::pair(u"abc", u"ABC"), {u"in\\FolderData", u"folderdata"}, {u"v", u"V"}})
+        EXPECT_TRUE(RenameEntry(from, to, VUnicodeString()));
+    EXPECT_EQ(Escape(Joined(ProfileFolderData(u"", true).GetFolders())), "__abc__,ABC,in");
+    for (const char16_t* path : {u"ABC\\s", u"__abc__\\t", u"in\\folderdata\\u", u"V"}) EXPECT_TRUE(OpenSession(path));
+    EXPECT_FALSE(SessionKeyExists(u"__FolderData__\\v")) << "nothing is left of the way there";
 }
 
 TEST_F(EntryOperationsTest, HiddenEntriesTravelWithTheirFolder) {
@@ -200,18 +216,24 @@ TEST_F(EntryOperationsTest, WhatCannotBeDoneChangesNothing) {
     EXPECT_EQ(ArrangeEntry(u"gone", u"f", true), u"");
     for (const char16_t* source : {u"", u"gone", u"f\\gone"})
         EXPECT_EQ(CopyEntry(source, u"g", true, VUnicodeString(), true), u"");
+    EXPECT_EQ(MoveEntry(u"f\\d", u"g", true, VUnicodeString(), true), u"") << "a folder to a name that is taken";
     EXPECT_EQ(CopyEntry(u"g", u"f\\s", true, VUnicodeString(), true), u"") << "into a session";
     EXPECT_EQ(CopyEntry(u"f\\d", u"g", false, VUnicodeString(), true), u"") << "a folder over a session";
     EXPECT_EQ(CopyEntry(u"f\\s", u"g", false, VUnicodeString(), true), u"") << "a session over a folder";
     EXPECT_FALSE(RenameEntry(u"both", u"g", VUnicodeString())) << "the same one level down";
     for (const char16_t* name : {u"", u"x\\y"}) EXPECT_FALSE(RenameEntry(u"f", name, VUnicodeString()));
     EXPECT_EQ(Dump(), before);
+    std::u16string deepest = u"d";
+    for (int level = 1; level < 127; ++level) deepest += u"\\d";
+    MakeFolder(deepest.c_str());
+    EXPECT_EQ(DescribeEntryRefusal(CheckCopy(u"f\\s", VUnicodeString(deepest)), u"f\\s"),
+              u"There is no room for s: the folders lie in each other too deep");
 }
 
 TEST_F(EntryOperationsTest, ARefusedWriteOrCommitChangesNothing) {
     for (const char16_t* path : {u"f\\s", u"f\\d\\e", u"g\\x"}) MakeSession(path);
     FaultyStoreFactory faulty(*factory);
-    Use(faulty);
+    UseStore(faulty);
     const std::string before = Dump();
     bool (*const operations[])() = {[] { return !CopyEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },
                                     [] { return !MoveEntry(u"f", u"g", true, VUnicodeString(), true).IsEmpty(); },

@@ -41,6 +41,7 @@ class TestConnectDialog : public ConnectDialog {
     std::int64_t quickConnectResult = kDialogCancelled;
     VUnicodeString quickConnectFolder;
     std::vector<VUnicodeString> shortcuts;  ///< arguments, "|", label
+    bool makesShortcuts = true;
 
   protected:
     void EnableConnect(bool button, bool toolbarButton) override;
@@ -52,7 +53,7 @@ class TestConnectDialog : public ConnectDialog {
     RunningSessions AskRunningSessions() override { return running; }
     bool MakeShortcut(const VUnicodeString& arguments, const VUnicodeString& label) override {
         shortcuts.push_back(arguments + u"|" + label);
-        return true;
+        return makesShortcuts;
     }
     bool RunNewSessionWizard(ISessionConfig& config, std::int64_t& result, bool& useWizard) override;
     std::int64_t RunQuickConnect(VRef<ISessionConfig>& config, const VUnicodeString& folder) override;

@@ -101,6 +101,10 @@ LibraryTest::~LibraryTest() {
     SetProfileFactoryGetter(nullptr);
 }
 
+void LibraryTest::UseStore(VProfileStoreFactory& store) {
+    currentFactory = &store;
+}
+
 void LibraryTest::MakeSession(const char16_t* sessionPath) {
     WithKey(BuildSessionKeyPath(sessionPath).GetData(), [](VProfileKey& key) { key.WriteDword(kIsSessionValue, 1); });
 }

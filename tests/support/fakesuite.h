@@ -113,6 +113,8 @@ class LibraryTest : public ::testing::Test {
     /// A key that is a session, with nothing else in it.
     static void MakeSession(const char16_t* sessionPath);
     static void MakeFolder(const char16_t* sessionPath);
+    /// Makes another store the default one, until the next call or the end of the test.
+    static void UseStore(VProfileStoreFactory& store);
     void Arrange(SessionArrangement value) { panels.global->sessionArrangementMode.Set(static_cast<int>(value)); }
     /// The text of a value, or "(none)".
     static VUnicodeString TextAt(const VUnicodeString& keyPath, const char16_t* name);
