@@ -85,18 +85,27 @@ Failure SetValue(VProfileData& setting, const VUnicodeString& value, bool isFrom
     return kDone;
 }
 
-Failure Set(const FirewallArguments& arguments) {
-    VRef<FirewallConfig> firewall;
+Failure OpenSetting(const FirewallArguments& arguments, VRef<FirewallConfig>& firewall, VProfileData*& setting) {
     VUnicodeString name;
-    VUnicodeString value;
     if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
     if (Failure failure = DecodeArgument(arguments.setting, name)) return failure;
-    VProfileData* const setting = firewall->FindValue(name);
-    if (setting == nullptr) return "a firewall has no setting " + Quoted(name);
+    setting = firewall->FindValue(name);
+    return setting != nullptr ? Failure(kDone) : "a firewall has no setting " + Quoted(name);
+}
+
+Failure Set(const FirewallArguments& arguments) {
+    VRef<FirewallConfig> firewall;
+    VUnicodeString value;
+    VProfileData* setting = nullptr;
+    // What is wrong is told before standard input is waited for, and nobody waits for it under the lock.
+    if (Failure failure = OpenSetting(arguments, firewall, setting)) return failure;
     if (Failure failure = ReadValue(arguments, value)) return failure;
-    if (Failure failure = CheckType(*setting, value)) return failure;
-    if (Failure failure = SetValue(*setting, value, !arguments.hasValue)) return failure;
-    return Store(*firewall);
+    const auto change = [&] {
+        if (Failure failure = OpenSetting(arguments, firewall, setting)) return failure;
+        if (Failure failure = CheckType(*setting, value)) return failure;
+        return SetValue(*setting, value, !arguments.hasValue);
+    };
+    return CheckAndChange(change, [&] { return Store(*firewall); });
 }
 
 Failure New(const FirewallArguments& arguments) {
@@ -105,9 +114,12 @@ Failure New(const FirewallArguments& arguments) {
     if (const SessionNameFault fault = CheckSessionNameText(name); fault != SessionNameFault::kNone)
         return platform::ToNarrow(DescribeSessionNameFault(fault, name));
     if (name.EqualsNoCase(kNoFirewall)) return Quoted(name) + " stands for no firewall";
-    if (VProfileStore(true).GetRootKey()->KeyExists(BuildFirewallKeyPath(name).GetData()))
+    const auto isFree = [&]() -> Failure {
+        if (!VProfileStore(true).GetRootKey()->KeyExists(BuildFirewallKeyPath(name).GetData())) return kDone;
         return "there is a firewall " + Quoted(name) + " already";
-    return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr)));
+    };
+    return CheckAndChange(isFree,
+                          [&] { return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr))); });
 }
 
 Failure Remove(const FirewallArguments& arguments) {
