@@ -15,7 +15,7 @@ struct FaultPlan {
     bool failAll = false;     ///< every write fails
     int writes = 0;           ///< writes so far that were let through
     /// What another process does behind the checks and before the lock: runs once, when the next unit or write begins.
-    std::function<void()> beforeLock;
+    std::function<void()> beforeLock = {};
     void RunBeforeLock() {
         if (const auto run = std::exchange(beforeLock, nullptr)) run();
     }
