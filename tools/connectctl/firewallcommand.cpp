@@ -124,12 +124,12 @@ Failure New(const FirewallArguments& arguments) {
 
 Failure Remove(const FirewallArguments& arguments) {
     VRef<FirewallConfig> firewall;
-    if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
-    VProfileStore store(false);
-    const VUnicodeString keyPath = BuildFirewallKeyPath(firewall->GetFirewallName());
-    if (!store.GetRootKey()->DeleteKey(keyPath.GetData()))
-        return Quoted(firewall->GetFirewallName()) + ": " + ReportText(*store.GetRootKey()->GetImpl()->GetLastReport());
-    return store.Close() ? Failure(kDone) : ReportText(*store.GetLastReport());
+    const auto remove = [&]() -> Failure {
+        const VUnicodeString keyPath = BuildFirewallKeyPath(firewall->GetFirewallName());
+        if (VProfileStore(false).GetRootKey()->DeleteKey(keyPath.GetData())) return kDone;
+        return "the store refused " + Quoted(firewall->GetFirewallName());
+    };
+    return CheckAndChange([&] { return OpenFirewall(arguments.name, firewall); }, remove);
 }
 
 void AddName(CLI::App& parser, FirewallArguments& arguments) {
