@@ -21,7 +21,7 @@ VUnicodeString openUrl;
 
 /// That a store may not be written is told with its place, which the report does not know.
 std::string RefusalText(VReportMessageParams& report) {
-    const std::string text = ReportText(report);
+    std::string text = ReportText(report);
     if (report.GetCode() != platform::kAccessDenied) return text;
     return Quoted(stores::GetAbsoluteStoreUrl(openUrl.IsEmpty() ? stores::GetDefaultStoreUrl() : openUrl)) + ": " +
            text;
