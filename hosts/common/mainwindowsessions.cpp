@@ -135,9 +135,14 @@ void MainWindow::ShowOptions() {
     const VRef<ISessionConfig> config = OpenSession(kDefaultSession);
     if (!config) return ShowFault(u"无法读取默认会话。"_v);
     if (!RunSessionOptions(*config, kPageModeOne, false, false, window.get())) return;
-    const VUnicodeString path = BuildSessionKeyPath(kDefaultSession);
-    if (!WriteToKey(path.GetData(), [&](VProfileKey& key) { config->Save(key, false); }))
-        ShowFault(u"无法保存会话。"_v);
+    const auto save = [&] {
+        // Where somebody removed the template meanwhile, what was changed alone would be no session.
+        const bool isThere = SessionKeyExists(kDefaultSession);
+        if (isThere && IsFolderPath(kDefaultSession)) return false;
+        const VUnicodeString path = BuildSessionKeyPath(kDefaultSession);
+        return WriteToKey(path.GetData(), [&](VProfileKey& key) { config->Save(key, !isThere); });
+    };
+    if (!AsOneUnit(save)) ShowFault(u"无法保存会话。"_v);
 }
 
 void MainWindow::ShowProperties() {
@@ -151,8 +156,13 @@ void MainWindow::ShowProperties() {
     if (outcome == EditOutcome::kGivenUp) return;
     const VUnicodeString name = config->GetName();
     const VUnicodeString former = GetEntryLeaf(path);
-    if (name == former || !ValidateSessionName(path, former, name, false, window.get())) return;
-    if (!RenameInPlace(path, name)) return ShowFault(u"无法重命名会话。"_v);
+    const auto isFree = [&] { return ValidateSessionName(path, former, name, false, window.get()); };
+    if (name == former || !isFree()) return;
+    if (!RenameInPlace(path, name)) {
+        // The name may have been taken since, which is told like at first.
+        if (isFree()) ShowFault(u"无法重命名会话。"_v);
+        return;
+    }
     opened.SetPath(path, JoinEntryPath(GetEntryParent(path), name));
     ShowRows();
 }

@@ -263,6 +263,7 @@ class ConnectDialogBase : public VDialog {
     void ShowRenamed(TreeItem item, const VUnicodeString& path, ISessionConfig& config);
     /// In the user's order it keeps its place, else it goes to the reference.
     bool RenameStored(const VUnicodeString& path, const VUnicodeString& newName);
+    void ShowRenameFailure(const VUnicodeString& path, const VUnicodeString& newName);
     bool CheckInUse(const VArray<TreeItem>& items);
     void RemovePlaceholder(TreeItem item);
     bool IsPlaceholder(TreeItem item);

@@ -7,6 +7,7 @@
 #include "imports/configpanels.h"
 #include "imports/dialogkit/idialogkit.h"
 #include "imports/dialogkit/vmessagebox.h"
+#include "profile/unitofwork.h"
 #include "sessiondb/entryoperations.h"
 #include "sessiondb/entryrefusals.h"
 #include "sessiondb/sessionpaths.h"
@@ -104,13 +105,17 @@ void ConnectDialogBase::EndLabelEdit(TreeItem item, const VUnicodeString* text) 
 void ConnectDialogBase::FinishFreshFolder(TreeItem item, const VUnicodeString& wanted) {
     freshFolder = false;
     const TreeItem parent = GetParentItem(item);
-    // Somebody else may have taken the name that was offered.
-    const VUnicodeString name = MakeUniqueName(GetItemPath(parent), wanted);
-    if (arrangement == SessionArrangement::kManual)
-        PositionBehindLastFolder(parent);
-    else
-        PositionFolderSorted(parent, name);
-    if (!AddFolderEntry(GetItemPath(parent), name, referenceName, true)) {
+    VUnicodeString name;
+    const auto store = [&] {
+        // Somebody else may have taken the name that was offered.
+        name = MakeUniqueName(GetItemPath(parent), wanted);
+        if (arrangement == SessionArrangement::kManual)
+            PositionBehindLastFolder(parent);
+        else
+            PositionFolderSorted(parent, name);
+        return AddFolderEntry(GetItemPath(parent), name, referenceName, true);
+    };
+    if (!AsOneUnit(store)) {
         ShowFailure(u"ERROR: Could not create the folder in the database.");
         SelectItem(parent);
         return DeleteItem(item);
@@ -135,7 +140,7 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
     if (isFolder) SaveExpansion(GetRootItem());
     if (!RenameStored(path, newName)) {
         SetItemText(item, GetEntryLeaf(path));
-        return ShowFailure(u"ERROR: Could not rename the item in the database.");
+        return ShowRenameFailure(path, newName);
     }
     const TreeItem renamed = isFolder ? AddFolderItemAndChildren(parent, newName, insertMode, insertAfter)
                                       : AddSessionItem(parent, newName, insertMode, insertAfter);
@@ -147,7 +152,13 @@ void ConnectDialogBase::RenameItem(TreeItem item, const VUnicodeString& path, co
 
 bool ConnectDialogBase::RenameStored(const VUnicodeString& path, const VUnicodeString& newName) {
     return arrangement == SessionArrangement::kManual ? RenameInPlace(path, newName)
-                                                      : RenameEntry(path, newName, referenceName);
+                                                      : RenameToFreeName(path, newName, referenceName);
+}
+
+/// The name may have been taken since it was asked for, which the user is told in the words of that question.
+void ConnectDialogBase::ShowRenameFailure(const VUnicodeString& path, const VUnicodeString& newName) {
+    if (ValidateSessionName(path, GetEntryLeaf(path), newName, false, this))
+        ShowFailure(u"ERROR: Could not rename the item in the database.");
 }
 
 bool ConnectDialogBase::IsPlaceholder(TreeItem item) {

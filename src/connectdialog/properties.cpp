@@ -82,7 +82,7 @@ void ConnectDialogBase::ShowRenamed(TreeItem item, const VUnicodeString& path, I
     if (!isManual) PositionSessionSorted(parent, newName);
     if (!RenameStored(path, newName)) {
         config.SetName(GetEntryLeaf(path));
-        return ShowFailure(u"ERROR: Could not rename the item in the database.");
+        return ShowRenameFailure(path, newName);
     }
     config.SetPath(JoinEntryPath(parentPath, newName));
     if (isManual) {

@@ -216,18 +216,20 @@ void ConnectDialogBase::SaveTreeState() {
 /// How the tree looks is no more than a convenience: a store that refuses it costs nothing else.
 void ConnectDialogBase::SaveExpansion(TreeItem top) {
     std::vector<std::pair<VUnicodeString, bool>> changed;
+    // A folder that is gone must not come back for the sake of this value.
+    const auto isThere = [](const VUnicodeString& path) {
+        return path.IsEmpty() || (SessionKeyExists(path) && IsFolderPath(path));
+    };
     for (TreeItem item = top; item != TreeItem::kNone && IsInside(item, top); item = GetNextInWalk(item, true)) {
         if (!IsFolderItem(item) || IsPlaceholder(item)) continue;
         VUnicodeString path = GetItemPath(item);
         const bool isExpanded = IsItemExpanded(item);
-        // A folder that is gone must not come back for the sake of this value.
-        if (ReadIsExpanded(path) != isExpanded && (path.IsEmpty() || SessionKeyExists(path)))
-            changed.emplace_back(std::move(path), isExpanded);
+        if (ReadIsExpanded(path) != isExpanded && isThere(path)) changed.emplace_back(std::move(path), isExpanded);
     }
     if (changed.empty()) return;
     AsOneUnit([&] {
         for (const auto& [path, isExpanded] : changed)
-            if (!WriteIsExpanded(path, isExpanded)) return false;
+            if (isThere(path) && !WriteIsExpanded(path, isExpanded)) return false;
         return true;
     });
 }

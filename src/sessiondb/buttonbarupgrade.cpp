@@ -5,6 +5,7 @@
 #include "menutoolbar/profileuserbuttonmap.h"
 #include "platform/lasterror.h"
 #include "profile/iprofilestore.h"
+#include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
 
 namespace connectdialog {
@@ -15,6 +16,24 @@ constexpr char16_t kFirstKey[] = u"ButtonBar";
 
 /// Where it is known to be done: the key is never taken away again, and each session that is loaded asks.
 const VProfileStoreFactory* doneIn = nullptr;
+
+bool HasKey(const char16_t* keyPath) {
+    VProfileStore store(true);
+    return store.GetRootKey()->KeyExists(keyPath);
+}
+
+void MoveButtonBars(const char16_t* source, const VStringArray& names) {
+    VProfileStore store;
+    VProfileKey from(store.GetRootKey(), source, 0);
+    VProfileKey to(store.GetRootKey(), kButtonBarsKey, 0);
+    for (const VUnicodeString& name : names) {
+        const auto bar = VRef<ProfileUserButtonMap>::Adopt(new ProfileUserButtonMap);
+        bar->LoadButtons(&from, name);
+        const std::uint32_t code = from.GetImpl()->GetLastReport()->GetCode();
+        const bool isDamaged = code != platform::kSuccess && code != platform::kFileNotFound;
+        if (!isDamaged) bar->Save(to, true);  // an empty bar must not hide what can still be mended
+    }
+}
 }  // namespace
 
 void ForgetButtonBarUpgrade() {
@@ -23,24 +42,18 @@ void ForgetButtonBarUpgrade() {
 
 void UpgradeButtonBars() {
     if (doneIn != nullptr && doneIn == GetProfileFactory()) return;
-    VProfileStore store;
-    VProfileKey* root = store.GetRootKey();
-    if (root->KeyExists(kButtonBarsKey)) {
+    if (HasKey(kButtonBarsKey)) {
         doneIn = GetProfileFactory();
         return;
     }
-    const char16_t* const source = root->KeyExists(kFormerKey) ? kFormerKey : kFirstKey;
+    const char16_t* const source = HasKey(kFormerKey) ? kFormerKey : kFirstKey;
     VStringArray names;
     if (!EnumerateButtonBars(source, names)) return;  // damaged: moved when it was mended, and not lost now
-    VProfileKey from(root, source, 0);
-    VProfileKey to(root, kButtonBarsKey, 0);
-    for (const VUnicodeString& name : names) {
-        const auto bar = VRef<ProfileUserButtonMap>::Adopt(new ProfileUserButtonMap);
-        bar->LoadButtons(&from, name);
-        const std::uint32_t code = from.GetImpl()->GetLastReport()->GetCode();
-        const bool isDamaged = code != platform::kSuccess && code != platform::kFileNotFound;
-        if (!isDamaged) bar->Save(to, true);  // an empty bar must not hide what can still be mended
-    }
+    AsOneUnit([&] {
+        // Another process may have moved them meanwhile, and its user may have changed them.
+        if (!HasKey(kButtonBarsKey)) MoveButtonBars(source, names);
+        return true;
+    });
 }
 
 bool EnumerateButtonBars(const char16_t* source, VStringArray& names) {

@@ -152,7 +152,7 @@ VUnicodeString CopyEntry(const VUnicodeString& source, const VUnicodeString& tar
                          const VUnicodeString& reference, bool after) {
     VUnicodeString destination;
     const bool isCopied = ChangeEntry(source, [&] {
-        if (!IsFolderPath(targetFolder)) return false;
+        if (!CanHoldEntries(targetFolder)) return false;
         const VUnicodeString leaf = GetEntryLeaf(source);
         VUnicodeString newName;
         destination = JoinEntryPath(targetFolder, leaf);
@@ -211,13 +211,20 @@ bool RenameFolderTree(const VUnicodeString& oldPath, const VUnicodeString& paren
     });
 }
 
+bool RenameToFreeName(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference) {
+    return ChangeEntry(path, [&] {
+        const bool isSameKey = newLeaf.EqualsNoCase(GetEntryLeaf(path));
+        return (isSameKey || !EntryExistsIn(GetEntryParent(path), newLeaf)) && RenameEntry(path, newLeaf, reference);
+    });
+}
+
 bool RenameInPlace(const VUnicodeString& path, const VUnicodeString& newLeaf) {
     return ChangeEntry(path, [&] {
         ProfileFolderData folder(GetEntryParent(path), true);
         const VStringArray& siblings = IsFolderPath(path) ? folder.GetOrderedFolders() : folder.GetOrderedSessions();
         const std::uint32_t place = siblings.FindExact(GetEntryLeaf(path));
         const bool hasOneBefore = place != VStringArray::kNotFound && place > 0;
-        if (!RenameEntry(path, newLeaf, hasOneBefore ? siblings[place - 1] : VUnicodeString())) return false;
+        if (!RenameToFreeName(path, newLeaf, hasOneBefore ? siblings[place - 1] : VUnicodeString())) return false;
         if (place != 0 || siblings.GetCount() == 1) return true;
         const VUnicodeString newPath = JoinEntryPath(GetEntryParent(path), newLeaf);
         return !ArrangeEntry(newPath, siblings[1], false).IsEmpty();

@@ -54,12 +54,14 @@ VUnicodeString MoveEntry(const VUnicodeString& source, const VUnicodeString& tar
 VUnicodeString ArrangeEntry(const VUnicodeString& path, const VUnicodeString& reference, bool after);
 
 /// Gives an entry another name beside its siblings, behind the reference. An entry of its kind that has the new name is
-/// replaced or filled up: who calls asked ValidateSessionName before. A folder keeps its expansion, and
-/// its content gets the order in which it was shown.
+/// replaced or filled up. A folder keeps its expansion, and its content gets the order in which it was shown.
 /// On failure: false, when there is no such entry, for the root, for a name that is empty or holds `\`, when an entry
 /// of the other kind has it, and when the store refused.
 bool RenameEntry(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference);
-/// The same, and the entry keeps its place in the user's order.
+/// The same for a name that the user gave. On failure: false also when another entry has the name, be it that another
+/// process made it since ValidateSessionName was asked; the same name in other case is no other entry.
+bool RenameToFreeName(const VUnicodeString& path, const VUnicodeString& newLeaf, const VUnicodeString& reference);
+/// RenameToFreeName, and the entry keeps its place in the user's order.
 bool RenameInPlace(const VUnicodeString& path, const VUnicodeString& newLeaf);
 /// RenameEntry for a folder and nothing else, as a copy into the folder `newLeaf` of `parent` and a deletion. Fails
 /// also when the new path is the old one in any case, or lies in it.

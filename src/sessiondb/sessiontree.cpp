@@ -79,6 +79,12 @@ bool IsFolderPath(const VUnicodeString& path) {
     return !HasSessionMark(key) && key.GetImpl()->GetLastReport()->GetCode() == platform::kFileNotFound;
 }
 
+bool CanHoldEntries(const VUnicodeString& folder) {
+    for (VUnicodeString path = folder; !path.IsEmpty(); path = GetEntryParent(path))
+        if (!IsFolderPath(path)) return false;
+    return true;
+}
+
 bool FolderHasEntries(const VUnicodeString& path) {
     VProfileStore store(true);
     VProfileKey folder(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
@@ -130,8 +136,12 @@ VRef<ISessionConfig> OpenSession(const VUnicodeString& path) {
     VProfileStore store(true);
     const VUnicodeString keyPath = BuildSessionKeyPath(path);
     // Asked before the key is read: what another process makes in between is found then, and never half seen.
-    if (path == kDefaultSession && !store.GetRootKey()->KeyExists(keyPath.GetData()))
-        return VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
+    const auto isThere = [&] { return store.GetRootKey()->KeyExists(keyPath.GetData()); };
+    if (path == kDefaultSession && !isThere()) {
+        auto made = VRef<ISessionConfig>::Adopt(CreateSessionConfig(kDefaultSession, nullptr));
+        // What the store has now may be another process's template, of which this one knows nothing.
+        if (!isThere()) return made;
+    }
     VProfileKey key(store.GetRootKey(), keyPath.GetData(), 0);
     return HasSessionMark(key) ? LoadSessionFrom(key, path, GetEntryLeaf(path)) : VRef<ISessionConfig>();
 }
@@ -167,7 +177,7 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
     if (name.IsEmpty()) return false;
     const VUnicodeString path = JoinEntryPath(parent, name);
     return AsOneUnit([&] {
-        if (SessionKeyExists(path) && !IsFolderPath(path)) return false;
+        if (!CanHoldEntries(path)) return false;
         return ChangeFolder(
             parent,
             [&] {
@@ -181,8 +191,10 @@ bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, co
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after) {
     if (name.IsEmpty()) return false;
-    config.SetPath(JoinEntryPath(parent, name));
+    const VUnicodeString path = JoinEntryPath(parent, name);
+    config.SetPath(path);
     const bool saved = AsOneUnit([&] {
+        if (!CanHoldEntries(parent) || (SessionKeyExists(path) && IsFolderPath(path))) return false;
         return ChangeFolder(
             parent, [&] { return WriteSession(config, true); },
             [&](ProfileFolderData& folder) { InsertEntryName(folder.GetOrderedSessions(), name, reference, after); });
@@ -200,6 +212,7 @@ bool StoreSessionEntries(const VUnicodeString& parent, ISessionConfig& session, 
             if (listed.insert(name).second) ordered.Add(name);
     };
     const bool saved = AsOneUnit([&] {
+        if (!CanHoldEntries(parent)) return false;
         return ChangeFolder(
             parent, [&] { return WriteCopies(session, count, fill, written); }, appendNew);
     });

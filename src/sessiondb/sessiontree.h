@@ -28,6 +28,9 @@ bool SessionKeyExists(const VUnicodeString& path);
 bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf);
 /// True when there is no session at `path`: also where there is nothing at all.
 bool IsFolderPath(const VUnicodeString& path);
+/// Whether an entry can stand in `folder`: neither it nor one round it is a session. What lies below a session is never
+/// shown. True also where there is nothing yet.
+bool CanHoldEntries(const VUnicodeString& folder);
 /// Whether the folder has a child other than exactly "Default" and "__FolderData__", which is one key in any case of
 /// letters.
 bool FolderHasEntries(const VUnicodeString& path);
@@ -60,17 +63,19 @@ void WalkSessions(VProfileKey& key, const VUnicodeString& prefix, SessionVisitor
 /// Saves a session at its path, adding it to its parent's lists when it is new there. Never writes the Default session,
 /// which is true.
 bool SaveSession(ISessionConfig& config);
-/// Creates a folder and places it by InsertEntryName. False where a session stands.
+/// Creates a folder and places it by InsertEntryName. False where a session stands, and below one.
 bool AddFolderEntry(const VUnicodeString& parent, const VUnicodeString& name, const VUnicodeString& reference,
                     bool after);
-/// Writes the session whole under that name, gives it that path, and places it by InsertEntryName.
+/// Writes the session whole under that name, gives it that path, and places it by InsertEntryName. A session that is
+/// there is replaced. False where a folder stands, and below a session.
 bool StoreSessionEntry(const VUnicodeString& parent, const VUnicodeString& name, ISessionConfig& config,
                        const VUnicodeString& reference, bool after);
 /// Turns the session into that of an index, with its path; asked once for each, in order. False gives up.
 using SessionFiller = std::function<bool(std::size_t index)>;
 /// Writes `count` sessions, which one session becomes one after the other, each at its own path, which must lie in
-/// `parent`; one that is there is replaced. Places the new ones at the end in the given order. One unit of work and one
-/// pass over the folder, however many they are; a session is stored as a copy of the one before with what differs.
+/// `parent`; a session that is there is replaced. False below a session. Places the new ones at the end in the given
+/// order. One unit of work and one pass over the folder, however many they are; a session is stored as a copy of the
+/// one before with what differs.
 bool StoreSessionEntries(const VUnicodeString& parent, ISessionConfig& session, std::size_t count,
                          const SessionFiller& fill);
 

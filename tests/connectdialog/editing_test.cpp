@@ -1,6 +1,7 @@
 // New sessions and folders, renaming, properties, deleting: what the user is asked and told. Where things end up is
 // the random user's matter.
 #include "config/sessionconfig.h"
+#include "sessiondb/entryoperations.h"
 #include "sessiondb/sessiontree.h"
 #include "support/connectdialogtest.h"
 #include "support/faultystore.h"
@@ -334,6 +335,37 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
         dialog.reset();
     }
     UseStore(*factory);
+}
+
+/// Between a check of the dialog's and the store's lock another process changes the store.
+TEST_F(Editing, WhatAnotherProcessChangedMeanwhileStays) {
+    static FaultyStoreFactory* shared = nullptr;
+    FaultyStoreFactory wrapped(*factory);
+    shared = &wrapped;
+    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return shared; });
+    Begin({u"f\\s", u"g\\t", u"a"}, u"a");
+    for (const SessionArrangement arrangement : {kAlphabetical, kManual}) {
+        const VUnicodeString name = arrangement == kManual ? u"y"_v : u"z"_v;
+        Arrange(arrangement);
+        Open();
+        wrapped.plan.beforeLock = [&] { AddSession(name.GetData(), u"SSH2", u"", u"theirs"); };
+        Rename(u"a", name);
+        EXPECT_EQ(kit.TakeFaults(), "");
+        EXPECT_EQ(panels.refusedNames, std::vector<VUnicodeString>{name}) << "told like a name that was taken before";
+        EXPECT_EQ(HostOf(name.GetData()), u"theirs");
+        EXPECT_EQ(HostOf(u"a"), u"host");
+        panels.refusedNames.clear();
+    }
+    Open();
+    Expand(u"f");
+    Expand(u"g");
+    wrapped.plan.beforeLock = [] { EXPECT_TRUE(DeleteEntry(u"f")); };
+    dialog.reset();
+    EXPECT_FALSE(wrapped.plan.beforeLock);
+    EXPECT_FALSE(SessionKeyExists(u"f"));
+    EXPECT_TRUE(ReadIsExpanded(u"g"));
+    SetProfileFactoryGetter(nullptr);
+    shared = nullptr;
 }
 
 }  // namespace

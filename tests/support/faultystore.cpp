@@ -60,6 +60,7 @@ class FaultyKey : public IProfileKeyImpl {
 
   private:
     bool MayWrite() {
+        plan.RunBeforeLock();
         if (plan.failAll || (plan.failWrite > 0 && --plan.failWrite == 0))
             return inner->GetLastReport()->Fail(kDiskFull);
         ++plan.writes;
@@ -81,7 +82,10 @@ class FaultyStore : public IProfileStoreImpl {
     IProfileKeyImpl* CreateRootKey(bool readOnly) override {
         return new FaultyKey(inner->CreateRootKey(readOnly), plan);
     }
-    bool JoinUnitOfWork() override { return inner->JoinUnitOfWork(); }
+    bool JoinUnitOfWork() override {
+        plan.RunBeforeLock();
+        return inner->JoinUnitOfWork();
+    }
     bool Commit() override { return MayCommit() && inner->Commit(); }
     void Abandon() override { inner->Abandon(); }
     bool Close() override { return (!Leave() || MayCommit()) && inner->Close(); }

@@ -1,6 +1,9 @@
 // A store that fails when a test wants it to.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "profile/iprofilestore.h"
 
 namespace connectdialog::test {
@@ -11,6 +14,11 @@ struct FaultPlan {
     bool failCommit = false;  ///< Commit, and the Close of the last open store, fail and abandon
     bool failAll = false;     ///< every write fails
     int writes = 0;           ///< writes so far that were let through
+    /// What another process does behind the checks and before the lock: runs once, when the next unit or write begins.
+    std::function<void()> beforeLock = {};
+    void RunBeforeLock() {
+        if (const auto run = std::exchange(beforeLock, nullptr)) run();
+    }
 };
 
 /// Forwards to another factory, which must outlive it, and fails as planned. A write is anything that changes a key.

@@ -85,18 +85,27 @@ Failure SetValue(VProfileData& setting, const VUnicodeString& value, bool isFrom
     return kDone;
 }
 
-Failure Set(const FirewallArguments& arguments) {
-    VRef<FirewallConfig> firewall;
+Failure OpenSetting(const FirewallArguments& arguments, VRef<FirewallConfig>& firewall, VProfileData*& setting) {
     VUnicodeString name;
-    VUnicodeString value;
     if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
     if (Failure failure = DecodeArgument(arguments.setting, name)) return failure;
-    VProfileData* const setting = firewall->FindValue(name);
-    if (setting == nullptr) return "a firewall has no setting " + Quoted(name);
+    setting = firewall->FindValue(name);
+    return setting != nullptr ? Failure(kDone) : "a firewall has no setting " + Quoted(name);
+}
+
+Failure Set(const FirewallArguments& arguments) {
+    VRef<FirewallConfig> firewall;
+    VUnicodeString value;
+    VProfileData* setting = nullptr;
+    // What is wrong is told before standard input is waited for, and nobody waits for it under the lock.
+    if (Failure failure = OpenSetting(arguments, firewall, setting)) return failure;
     if (Failure failure = ReadValue(arguments, value)) return failure;
-    if (Failure failure = CheckType(*setting, value)) return failure;
-    if (Failure failure = SetValue(*setting, value, !arguments.hasValue)) return failure;
-    return Store(*firewall);
+    const auto change = [&] {
+        if (Failure failure = OpenSetting(arguments, firewall, setting)) return failure;
+        if (Failure failure = CheckType(*setting, value)) return failure;
+        return SetValue(*setting, value, !arguments.hasValue);
+    };
+    return CheckAndChange(change, [&] { return Store(*firewall); });
 }
 
 Failure New(const FirewallArguments& arguments) {
@@ -105,19 +114,22 @@ Failure New(const FirewallArguments& arguments) {
     if (const SessionNameFault fault = CheckSessionNameText(name); fault != SessionNameFault::kNone)
         return platform::ToNarrow(DescribeSessionNameFault(fault, name));
     if (name.EqualsNoCase(kNoFirewall)) return Quoted(name) + " stands for no firewall";
-    if (VProfileStore(true).GetRootKey()->KeyExists(BuildFirewallKeyPath(name).GetData()))
+    const auto isFree = [&]() -> Failure {
+        if (!VProfileStore(true).GetRootKey()->KeyExists(BuildFirewallKeyPath(name).GetData())) return kDone;
         return "there is a firewall " + Quoted(name) + " already";
-    return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr)));
+    };
+    return CheckAndChange(isFree,
+                          [&] { return Store(*VRef<FirewallConfig>::Adopt(new FirewallConfig(name, nullptr))); });
 }
 
 Failure Remove(const FirewallArguments& arguments) {
     VRef<FirewallConfig> firewall;
-    if (Failure failure = OpenFirewall(arguments.name, firewall)) return failure;
-    VProfileStore store(false);
-    const VUnicodeString keyPath = BuildFirewallKeyPath(firewall->GetFirewallName());
-    if (!store.GetRootKey()->DeleteKey(keyPath.GetData()))
-        return Quoted(firewall->GetFirewallName()) + ": " + ReportText(*store.GetRootKey()->GetImpl()->GetLastReport());
-    return store.Close() ? Failure(kDone) : ReportText(*store.GetLastReport());
+    const auto remove = [&]() -> Failure {
+        const VUnicodeString keyPath = BuildFirewallKeyPath(firewall->GetFirewallName());
+        if (VProfileStore(false).GetRootKey()->DeleteKey(keyPath.GetData())) return kDone;
+        return "the store refused " + Quoted(firewall->GetFirewallName());
+    };
+    return CheckAndChange([&] { return OpenFirewall(arguments.name, firewall); }, remove);
 }
 
 void AddName(CLI::App& parser, FirewallArguments& arguments) {

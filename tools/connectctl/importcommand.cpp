@@ -119,16 +119,16 @@ CommandBody DeclareOpenSsh(CLI::App& parser) {
 
 Failure ImportJson(const ImportArguments& arguments, std::istream& text) {
     Entry folder;
-    if (Failure failure = FindStoredEntry(arguments.folder, folder)) return failure;
-    if (folder.isSession) return Quoted(folder.path) + " is a session, a folder is needed";
     JsonImportCounts counts;
-    Failure failure = ChangeStore(
-        [&]() -> Failure {
-            if (Failure fault = ImportEntries(text, folder.path, counts)) return arguments.file + ": " + *fault;
-            return kDone;
-        },
-        arguments.isDryRun);
-    if (failure) return failure;
+    const auto find = [&]() -> Failure {
+        if (Failure failure = FindStoredEntry(arguments.folder, folder)) return failure;
+        return folder.isSession ? Failure(Quoted(folder.path) + " is a session, a folder is needed") : kDone;
+    };
+    const auto take = [&]() -> Failure {
+        if (Failure fault = ImportEntries(text, folder.path, counts)) return arguments.file + ": " + *fault;
+        return kDone;
+    };
+    if (Failure failure = CheckAndChange(find, take, arguments.isDryRun)) return failure;
     PrintLine((arguments.isDryRun ? "dry run, " : "") + std::to_string(counts.folders) + " folders and " +
               std::to_string(counts.sessions) + " sessions made");
     return kDone;

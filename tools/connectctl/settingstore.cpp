@@ -29,7 +29,8 @@ Failure WriteSession(ISessionConfig& session) {
 
 Failure CheckStored(ISessionConfig& session, VProfileData& setting) {
     const VRef<ISessionConfig> stored = OpenSession(session.GetPath());
-    VProfileData* readBack = stored ? FindSetting(*stored, setting.GetName()) : nullptr;
+    if (!stored) return "there is no session " + Quoted(session.GetPath()) + " any more";
+    VProfileData* readBack = FindSetting(*stored, setting.GetName());
     if (readBack != nullptr && GetSettingJson(*readBack) == GetSettingJson(setting)) return kDone;
     std::string text = Quoted(setting.GetName()) + " is " + GetSettingType(setting) + " (" + GetSettingRange(setting) +
                        ") and this session does not take " + GetSettingText(setting);

@@ -4,8 +4,11 @@
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
+#include "platform/lasterror.h"
 #include "profile/unitofwork.h"
 #include "profile/vprofilekey.h"
+#include "stores/openstore.h"
+#include "stores/userstore.h"
 #include "suite/hostsetup/hostsetup.h"
 #include "tools/connectctl/entrypath.h"
 #include "tools/connectctl/output.h"
@@ -15,6 +18,14 @@ namespace connectdialog::connectctl {
 namespace {
 std::unique_ptr<VProfileStoreFactory> openStore;
 VUnicodeString openUrl;
+
+/// That a store may not be written is told with its place, which the report does not know.
+std::string RefusalText(VReportMessageParams& report) {
+    std::string text = ReportText(report);
+    if (report.GetCode() != platform::kAccessDenied) return text;
+    return Quoted(stores::GetAbsoluteStoreUrl(openUrl.IsEmpty() ? stores::GetDefaultStoreUrl() : openUrl)) + ": " +
+           text;
+}
 }  // namespace
 
 Failure OpenToolStore(const std::string& url) {
@@ -46,7 +57,16 @@ Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun) {
     const bool isKept = RunAsUnit(unit, steps);
     VReportMessageParams& report = *unit.GetLastReport();
     const bool isToldByStep = report.GetCode() == 0 || (failure && !TellsCause(report));
-    return isKept || isToldByStep ? failure : ReportText(report);
+    return isKept || isToldByStep ? failure : RefusalText(report);
+}
+
+Failure CheckAndChange(const std::function<Failure()>& check, const std::function<Failure()>& change, bool isDryRun) {
+    if (Failure failure = check()) return failure;
+    const auto steps = [&] {
+        Failure failure = check();
+        return failure ? failure : change();
+    };
+    return ChangeStore(steps, isDryRun);
 }
 
 std::string ReportText(VReportMessageParams& report) {

@@ -23,6 +23,11 @@ void CloseToolStore();
 /// Makes a change of several steps one unit of work: when `change` fails nothing of it stays. A store that refused
 /// tells why, in place of the change's own words. In a dry run nothing stays of a change that went well either.
 Failure ChangeStore(const std::function<Failure()>& change, bool isDryRun = false);
+/// ChangeStore where `check` finds nothing against it. It is asked twice: first without the store's lock, so that a
+/// mistake costs none, and again in the unit, for what another process changed in between. It finds anew what `change`
+/// works on.
+Failure CheckAndChange(const std::function<Failure()>& check, const std::function<Failure()>& change,
+                       bool isDryRun = false);
 
 /// DescribeReport of suite/hostsetup, as UTF-8.
 std::string ReportText(VReportMessageParams& report);

@@ -58,24 +58,24 @@ Failure FindPlace(const std::string& argument, NewEntry& place) {
 
 Failure New(const TreeArguments& arguments) {
     NewEntry place;
-    if (Failure failure = FindPlace(arguments.path, place)) return failure;
-    return ChangeStore([&]() -> Failure {
+    const auto make = [&]() -> Failure {
         const VRef<ISessionConfig> session = OpenSession(VUnicodeString(kDefaultSession));
         if (!session) return "there is no session \"Default\" to make others from";
         session->SetPath(place.parent);
         session->SetName(place.name);
         if (StoreSessionEntry(place.parent, place.name, *session, VUnicodeString(), true)) return kDone;
         return "the session cannot be stored";
-    });
+    };
+    return CheckAndChange([&] { return FindPlace(arguments.path, place); }, make);
 }
 
 Failure MakeFolder(const TreeArguments& arguments) {
     NewEntry place;
-    if (Failure failure = FindPlace(arguments.path, place)) return failure;
-    return ChangeStore([&]() -> Failure {
+    const auto make = [&]() -> Failure {
         if (AddFolderEntry(place.parent, place.name, VUnicodeString(), true)) return kDone;
         return "the folder cannot be stored";
-    });
+    };
+    return CheckAndChange([&] { return FindPlace(arguments.path, place); }, make);
 }
 
 Failure FindCopy(const TreeArguments& arguments, Entry& source, Entry& target) {
@@ -87,31 +87,33 @@ Failure FindCopy(const TreeArguments& arguments, Entry& source, Entry& target) {
     return platform::ToNarrow(DescribeEntryRefusal(refusal, source.path));
 }
 
+Failure FindMove(const TreeArguments& arguments, Entry& source, Entry& target) {
+    if (Failure failure = FindCopy(arguments, source, target)) return failure;
+    if (GetEntryParent(source.path) == target.path) return Quoted(source.path) + " is in that folder already";
+    return kDone;
+}
+
 /// Prints where the entry went: its name may have been taken.
-template <class Operation>
-Failure Transfer(const Entry& source, const Entry& target, Operation operation) {
+template <class Find, class Operation>
+Failure Transfer(const TreeArguments& arguments, Find find, Operation operation) {
+    Entry source;
+    Entry target;
     VUnicodeString path;
-    Failure failure = ChangeStore([&]() -> Failure {
+    const auto transfer = [&]() -> Failure {
         path = operation(source.path, target.path, true, VUnicodeString(), true);
         return path.IsEmpty() ? Failure(Quoted(source.path) + " cannot be stored there") : kDone;
-    });
+    };
+    Failure failure = CheckAndChange([&] { return find(arguments, source, target); }, transfer);
     if (!failure) PrintLine(Printable(path) + (source.isSession ? "" : "\\"));
     return failure;
 }
 
 Failure Copy(const TreeArguments& arguments) {
-    Entry source;
-    Entry target;
-    if (Failure failure = FindCopy(arguments, source, target)) return failure;
-    return Transfer(source, target, CopyEntry);
+    return Transfer(arguments, FindCopy, CopyEntry);
 }
 
 Failure Move(const TreeArguments& arguments) {
-    Entry source;
-    Entry target;
-    if (Failure failure = FindCopy(arguments, source, target)) return failure;
-    if (GetEntryParent(source.path) == target.path) return Quoted(source.path) + " is in that folder already";
-    return Transfer(source, target, MoveEntry);
+    return Transfer(arguments, FindMove, MoveEntry);
 }
 
 /// The siblings of the entry's own kind, in the user's order.
@@ -124,19 +126,23 @@ Failure Rename(const TreeArguments& arguments) {
     Entry entry;
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.name, name)) return failure;
+    const auto find = [&]() -> Failure {
+        if (Failure failure = FindStoredEntry(arguments.path, entry)) return failure;
+        if (entry.path.IsEmpty()) return "the root cannot be renamed";
+        return CheckName(GetEntryParent(entry.path), GetEntryLeaf(entry.path), name);
+    };
     if (Failure failure = FindStoredEntry(arguments.path, entry)) return failure;
-    if (entry.path.IsEmpty()) return "the root cannot be renamed";
-    const VUnicodeString oldName = GetEntryLeaf(entry.path);
-    if (name == oldName) return kDone;
-    if (Failure failure = CheckName(GetEntryParent(entry.path), oldName, name)) return failure;
-    return ChangeStore([&]() -> Failure {
+    if (!entry.path.IsEmpty() && name == GetEntryLeaf(entry.path)) return kDone;
+    const auto rename = [&]() -> Failure {
         if (RenameInPlace(entry.path, name)) return kDone;
         return Quoted(entry.path) + " cannot be stored under that name";
-    });
+    };
+    return CheckAndChange(find, rename);
 }
 
 /// Entries in the order in which they were typed, without those that go with a folder anyway.
 Failure FindDoomed(const std::vector<std::string>& arguments, std::vector<VUnicodeString>& paths) {
+    paths.clear();
     std::vector<VUnicodeString> found;
     std::unordered_set<std::u16string> folded;
     for (const std::string& argument : arguments) {
@@ -175,30 +181,41 @@ Failure CheckInUse(const std::vector<VUnicodeString>& paths) {
 Failure Remove(const TreeArguments& arguments) {
     std::vector<VUnicodeString> paths;
     if (Failure failure = FindDoomed(arguments.paths, paths)) return failure;
+    // Not under the lock: the applications that are asked may wait for it themselves.
     if (Failure failure = CheckInUse(paths)) return failure;
-    return ChangeStore([&]() -> Failure {
+    const auto remove = [&]() -> Failure {
         if (DeleteEntries(paths) == paths.size()) return kDone;
         return platform::ToNarrow(kDeletionFailed);
-    });
+    };
+    return CheckAndChange([&] { return FindDoomed(arguments.paths, paths); }, remove);
 }
 
-Failure ArrangeBeside(const TreeArguments& arguments) {
-    Entry entry;
-    VUnicodeString name;
-    const bool isBehind = arguments.before.empty();
-    if (Failure failure = DecodeArgument(isBehind ? arguments.after : arguments.before, name)) return failure;
-    if (Failure failure = FindStoredEntry(arguments.path, entry)) return failure;
+Failure FindReference(const Entry& entry, const VUnicodeString& name, VUnicodeString& reference) {
     if (entry.path.IsEmpty()) return "the root has no place in an order";
-    VUnicodeString reference;
+    reference.Empty();
     for (const VUnicodeString& sibling : SiblingsOf(entry))
         if (sibling.EqualsNoCase(name)) reference = sibling;
     const char* kind = entry.isSession ? "session " : "folder ";
     if (reference.IsEmpty()) return "there is no " + (kind + Quoted(name)) + " beside " + Quoted(entry.path);
     if (reference == GetEntryLeaf(entry.path)) return "an entry has no place beside itself";
-    Failure failure = ChangeStore([&]() -> Failure {
+    return kDone;
+}
+
+Failure ArrangeBeside(const TreeArguments& arguments) {
+    Entry entry;
+    VUnicodeString name;
+    VUnicodeString reference;
+    const bool isBehind = arguments.before.empty();
+    if (Failure failure = DecodeArgument(isBehind ? arguments.after : arguments.before, name)) return failure;
+    const auto find = [&] {
+        Failure failure = FindStoredEntry(arguments.path, entry);
+        return failure ? failure : FindReference(entry, name, reference);
+    };
+    const auto arrange = [&]() -> Failure {
         if (!ArrangeEntry(entry.path, reference, isBehind).IsEmpty()) return kDone;
         return "the order cannot be stored";
-    });
+    };
+    Failure failure = CheckAndChange(find, arrange);
     if (!failure && !IsManuallyArranged()) PrintNotice("the order shows when sessions are arranged manually");
     return failure;
 }

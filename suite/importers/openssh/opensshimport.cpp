@@ -211,9 +211,15 @@ bool Import::StoreNewSessions() {
 }
 
 /// Does what Go told before, inside one unit of work. What another process changed meanwhile is told anew.
-bool Write(Import& import, VReportMessageParams& report) {
+bool Write(Import& import, const VUnicodeString& folder, VReportMessageParams& report) {
     VProfileStore unit(false);
-    if (RunAsUnit(unit, [&] { return import.Go(true); })) return true;
+    bool hasPlace = true;
+    const auto write = [&] {
+        hasPlace = CheckFolder(folder, report);
+        return hasPlace && import.Go(true);
+    };
+    if (RunAsUnit(unit, write)) return true;
+    if (!hasPlace) return false;
     if (!TellsCause(*unit.GetLastReport())) return report.Fail(kImportRefused);
     report.Assign(unit.GetLastReport());
     return false;
@@ -241,7 +247,7 @@ bool ImportOpenSshConfig(ISshFiles& files, const SshImportRequest& request, SshI
     import.TakeHosts(EvaluateSshConfig(config, request.user, result.diagnostics));
     import.Go(false);
     const bool hasWork = result.Count(SshImportOutcome::kMade) + result.Count(SshImportOutcome::kUpdated) != 0;
-    if (request.isDryRun || !hasWork || Write(import, report)) return true;
+    if (request.isDryRun || !hasWork || Write(import, request.folder, report)) return true;
     result.entries.clear();
     return false;
 }
