@@ -21,16 +21,17 @@ class NamePool {
 
     /// The name, or null when it is not there or not any more.
     const VUnicodeString* Take(std::u16string_view name) {
-        while (next < names.size() && taken[next]) ++next;
-        const std::size_t found = next < names.size() && names[next] == name ? next : LookUp(name);
+        const bool isNext = next < names.size() && names[next] == name;
+        const std::size_t found = isNext ? next : LookUp(name);
         if (found == names.size() || taken[found]) return nullptr;
         taken[found] = true;
+        next = found + 1;
         return &names[found];
     }
     /// What was not taken, in order.
     std::vector<const VUnicodeString*> GetRest() const {
         std::vector<const VUnicodeString*> rest;
-        for (std::size_t i = next; i < names.size(); ++i)
+        for (std::size_t i = 0; i < names.size(); ++i)
             if (!taken[i]) rest.push_back(&names[i]);
         return rest;
     }
@@ -55,7 +56,7 @@ class NamePool {
 
     std::span<const VUnicodeString> names;
     std::vector<bool> taken;
-    std::size_t next = 0;              ///< all before it are taken
+    std::size_t next = 0;              ///< behind the one that was taken last
     std::vector<std::uint32_t> slots;  ///< open addressing; the count of names marks a free slot
 };
 
