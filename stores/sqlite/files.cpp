@@ -39,6 +39,13 @@ FileKind LookAtFile(const std::string& path, VReportMessageParams& report) {
     return FileKind::kUnknown;
 }
 
+FileStamp ReadFileStamp(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) return {};
+    return {status.st_dev, status.st_ino, status.st_size,
+            std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec};
+}
+
 bool CreatePrivateFile(const std::string& path, VReportMessageParams& report) {
     return ::mknod(path.c_str(), S_IFREG | S_IRUSR | S_IWUSR, 0) == 0 || errno == EEXIST || FailFromErrno(path, report);
 }

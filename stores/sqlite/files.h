@@ -1,6 +1,7 @@
 // The few file operations that the provider needs beside SQLite's own.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,18 @@ enum class FileKind { kAbsent, kFile, kFolder, kOther, kUnknown };
 
 /// kUnknown, with a report, when the system does not tell.
 FileKind LookAtFile(const std::string& path, VReportMessageParams& report);
+
+/// What tells that a file is another one, or was written.
+struct FileStamp {
+    std::uint64_t device = 0;
+    std::uint64_t number = 0;  ///< 0: there is none
+    std::int64_t size = 0;
+    std::int64_t written = 0;  ///< nanoseconds since 1970
+
+    bool IsOfSameFile(const FileStamp& other) const { return device == other.device && number == other.number; }
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+FileStamp ReadFileStamp(const std::string& path);
 
 /// Creates an empty file for this user alone, unless there is one. It never opens the file: closing any descriptor of a
 /// database drops the locks that this process has on it. On failure: false, with a report.

@@ -87,12 +87,26 @@ bool SqliteTree::IsWritable() {
 void SqliteTree::StoreOpened() {
     lastChecked.reset();
     if (database == nullptr || inUnit || inView || !nodes.empty()) return;
-    if (database->HasMoved())
-        database.reset();
-    else if (std::exchange(changeCounter, database->GetChangeCounter()) == changeCounter)
-        return;
+    const FileStamp former = stamp;
+    const std::uint32_t formerCounter = changeCounter;
+    if (file.GetStamp() == former) return;
+    NoteFile();
+    // SQLite sees by the counter alone that its pages are old.
+    if (!stamp.IsOfSameFile(former) || changeCounter == formerCounter) database.reset();
     names.Clear();
     paths.Clear();
+}
+
+void SqliteTree::NoteFile() {
+    stamp = file.GetStamp();
+    changeCounter = database->GetChangeCounter();
+}
+
+OpenResult SqliteTree::Open(bool create, VReportMessageParams& report) {
+    OpenResult result = file.Open(create, database, report);
+    if (result == OpenResult::kSetAside && report.GetCode() == 0) result = file.Open(create, database, report);
+    if (result == OpenResult::kReady) NoteFile();
+    return result;
 }
 
 void SqliteTree::BeginView() {
@@ -130,7 +144,7 @@ bool SqliteTree::CommitUnit(VReportMessageParams& report) {
     if (Flush(failure) && database->Run(Sql::kCommit, failure)) {
         names.Committed();
         EndUnit();
-        changeCounter = database->GetChangeCounter();
+        NoteFile();
         file.BackUp(*database);
         return true;
     }

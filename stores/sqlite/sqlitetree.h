@@ -45,11 +45,7 @@ class SqliteTree : public StoreTree {
         return database != nullptr || Open(false, report) <= OpenResult::kAbsent;
     }
     /// Opens once more when another process set the store aside at this moment.
-    OpenResult Open(bool create, VReportMessageParams& report) {
-        const OpenResult result = file.Open(create, database, report);
-        if (result != OpenResult::kSetAside || report.GetCode() != 0) return result;
-        return file.Open(create, database, report);
-    }
+    OpenResult Open(bool create, VReportMessageParams& report);
 
     // For the nodes.
 
@@ -77,6 +73,7 @@ class SqliteTree : public StoreTree {
 
   private:
     void CloseView();
+    void NoteFile();
 
     /// How far a name led: the key found last, the one above it, and where the first level that is absent begins.
     struct Reached {
@@ -113,7 +110,8 @@ class SqliteTree : public StoreTree {
     std::unordered_map<std::int64_t, std::weak_ptr<SqliteNode>> nodes;  ///< the keys in use, by id
     std::vector<SqliteNode*> changedNodes;
     std::shared_ptr<SqliteNode> lastChecked;  ///< its values are those of the latest check for existence
-    std::uint32_t changeCounter = 0;          ///< of the file, as far as names and paths are known
+    FileStamp stamp;                          ///< of the file when it was last looked at
+    std::uint32_t changeCounter = 0;          ///< the same
     std::uint64_t unit = 0;
     std::int64_t lastId = 0;      ///< handed out in this unit; 0 before the first
     std::int64_t firstNewId = 0;  ///< of this unit; 0 before there is one

@@ -1,8 +1,10 @@
 #include "stores/sqlite/storefile.h"
 
+#include <chrono>
 #include <filesystem>
 #include <sqlite3.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 #include "foundation/vreportmessageparams.h"
@@ -15,14 +17,17 @@ namespace connectdialog::stores {
 
 namespace {
 
+constexpr std::chrono::milliseconds kLockPause{10};
+
 /// SQLite's own locks on the file of a connection that is in no transaction. They can be had where a transaction cannot
 /// begin, because the content is damaged; whoever has them all is alone with the file.
 class ExclusiveLock {
   public:
-    explicit ExclusiveLock(sqlite3* handle) {
+    ExclusiveLock(sqlite3* handle, std::chrono::milliseconds patience) {
         sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-        for (const int level : {SQLITE_LOCK_SHARED, SQLITE_LOCK_RESERVED, SQLITE_LOCK_EXCLUSIVE}) {
-            if (result == SQLITE_OK) result = file->pMethods->xLock(file, level);
+        for (Take(); (result & 0xFF) == SQLITE_BUSY && patience > kLockPause; patience -= kLockPause) {
+            std::this_thread::sleep_for(kLockPause);
+            Take();
         }
     }
     ~ExclusiveLock() { file->pMethods->xUnlock(file, SQLITE_LOCK_NONE); }
@@ -32,6 +37,15 @@ class ExclusiveLock {
     int GetResult() const { return result; }
 
   private:
+    /// All or none: whoever keeps one of them may keep another process waiting for ever.
+    void Take() {
+        result = SQLITE_OK;
+        for (const int level : {SQLITE_LOCK_SHARED, SQLITE_LOCK_RESERVED, SQLITE_LOCK_EXCLUSIVE}) {
+            if (result == SQLITE_OK) result = file->pMethods->xLock(file, level);
+        }
+        if (result != SQLITE_OK) file->pMethods->xUnlock(file, SQLITE_LOCK_NONE);
+    }
+
     sqlite3_file* file = nullptr;
     int result = SQLITE_OK;
 };
@@ -66,7 +80,7 @@ bool StoreFile::Refuse(std::uint32_t code, const char* cause, VReportMessagePara
     return false;
 }
 
-/// False, with a report, when there can be no store. Creates the file that was not found.
+/// False, with a report, when there can be no store. Creates the one that was not found.
 bool StoreFile::CheckPath(bool create, FileKind& found, VReportMessageParams& report) const {
     found = LookAtFile(path, report);
     switch (found) {
@@ -81,7 +95,27 @@ bool StoreFile::CheckPath(bool create, FileKind& found, VReportMessageParams& re
         case FileKind::kAbsent:
             break;
     }
-    return !create || (CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(path, report));
+    return !create || Create(report);
+}
+
+/// A new store gets its name when it is whole, so that nobody finds a half made one. Where files cannot have two names
+/// it is filled under its own.
+bool StoreFile::Create(VReportMessageParams& report) const {
+    const std::string fresh = path + ".new-" + GetProcessSuffix();
+    RemoveFile(fresh);
+    VReportMessageParams ignored;
+    const bool isMade = CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(fresh, report) &&
+                        FillNew(fresh, report) && (LinkFile(fresh, path, ignored) || CreatePrivateFile(path, report));
+    RemoveFile(fresh);
+    return isMade;
+}
+
+bool StoreFile::FillNew(const std::string& newPath, VReportMessageParams& report) const {
+    DatabaseHandle handle = OpenHandle(newPath, SQLITE_OPEN_READWRITE, report);
+    if (handle == nullptr) return false;
+    SqliteDatabase database(std::move(handle));
+    return database.Configure(options.busyTimeout, report) && database.Execute(kCreationPragmas, report) &&
+           Migrate(database, report);
 }
 
 /// Says whether the file may be touched at all. An empty one may: a process died between creating and filling it.
@@ -151,8 +185,9 @@ OpenResult StoreFile::Open(bool create, std::unique_ptr<SqliteDatabase>& databas
     auto opened = std::make_unique<SqliteDatabase>(std::move(handle));
     const bool configured = opened->Configure(options.busyTimeout, report);
     Condition condition = configured ? Examine(*opened, report) : ConditionAfter(report);
-    // A new store has no backups: this one was cut down to nothing.
-    if (condition == Condition::kEmpty && found == FileKind::kFile && backups.HasAny()) condition = Condition::kDamaged;
+    // A store is made before it gets its name: one that has backups and nothing in it was cut down.
+    const bool isCut = found == FileKind::kFile && !opened->IsReadOnly() && backups.HasAny();
+    if (condition == Condition::kEmpty && isCut) condition = Condition::kDamaged;
     if (condition == Condition::kEmpty) {
         if (!create) return OpenResult::kAbsent;
         if (!opened->Execute(kCreationPragmas, report) || !Migrate(*opened, report)) return OpenResult::kFailed;
@@ -165,7 +200,7 @@ OpenResult StoreFile::Open(bool create, std::unique_ptr<SqliteDatabase>& databas
 }
 
 OpenResult StoreFile::SetAside(SqliteDatabase& database, VReportMessageParams& report) {
-    const ExclusiveLock lock(database.GetHandle());
+    const ExclusiveLock lock(database.GetHandle(), options.busyTimeout);
     if (lock.GetResult() != SQLITE_OK) {
         Refuse(platform::kStoreCorrupt, sqlite3_errstr(lock.GetResult()), report);
         return OpenResult::kFailed;

@@ -30,12 +30,15 @@ class StoreFile {
     OpenResult Open(bool create, std::unique_ptr<SqliteDatabase>& database, VReportMessageParams& report);
     /// Whether a store is, or could be created, where this user may write. Does not open it.
     bool IsWritable() const;
+    FileStamp GetStamp() const { return ReadFileStamp(path); }
     /// To be called after a commit.
     void BackUp(SqliteDatabase& database);
 
   private:
     enum class Condition { kGood, kEmpty, kDamaged, kFailed };
     bool CheckPath(bool create, FileKind& found, VReportMessageParams& report) const;
+    bool Create(VReportMessageParams& report) const;
+    bool FillNew(const std::string& newPath, VReportMessageParams& report) const;
     bool CheckHeader(sqlite3* handle, VReportMessageParams& report) const;
     static Condition ConditionAfter(const VReportMessageParams& failure);
     static Condition ExamineLength(SqliteDatabase& database, VReportMessageParams& report);

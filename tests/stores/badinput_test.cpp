@@ -1,4 +1,5 @@
 // Files that are no store, damaged stores, and what becomes of them.
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
@@ -232,16 +233,23 @@ TEST_F(SqliteFile, AFileThatWasReplacedIsNoticedByTheNextStore) {
 }
 
 TEST_F(SqliteFile, AFileThatWasWrittenOverIsNoticedByTheNextStore) {
-    const Factory factory = Open();
-    ASSERT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
-    fs::copy_file(path, folder / "other.db");
-    ASSERT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 2));
-    const std::string own = std::exchange(path, folder / "other.db");
-    ASSERT_TRUE(WriteDwords(*Open(), u"z", {u"c"}, 3) && WriteDwords(*Open(), u"z", {u"d"}, 3));
-    WriteFile(own, ReadFile(path));
-    EXPECT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 9));
-    path = own;
-    EXPECT_EQ(DumpStore(*Open(), {u"a", u"b", u"c", u"d"}), "k 5\n  .a=1\nx 5\n  .b=9\nz 5\n  .c=3\n  .d=3\n");
+    const std::string own = path;
+    for (const bool hasSameCounter : {false, true}) {
+        const Factory factory = Open();
+        ASSERT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
+        path = folder / "other.db";
+        fs::copy_file(own, path, fs::copy_options::overwrite_existing);
+        ASSERT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 2));
+        ASSERT_TRUE(WriteDwords(*Open(), u"z", {u"c"}, 3) && WriteDwords(*Open(), u"z", {u"d"}, 3));
+        std::string content = ReadFile(path);
+        if (hasSameCounter) content.replace(24, 16, ReadFile(own), 24, 16);  // as that of each backup is
+        path = own;
+        WriteFile(path, content);
+        fs::last_write_time(path, fs::last_write_time(path) + std::chrono::seconds(1));
+        EXPECT_TRUE(WriteDwords(*factory, u"x", {u"b"}, 9));
+        EXPECT_EQ(DumpStore(*Open(), {u"a", u"b", u"c", u"d"}), "k 5\n  .a=1\nx 5\n  .b=9\nz 5\n  .c=3\n  .d=3\n");
+        fs::remove(path);
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "foundation/vreportmessageparams.h"
 #include "platform/codepage.h"
@@ -135,7 +136,12 @@ Failure ImportJson(const ImportArguments& arguments, std::istream& text) {
 }
 
 Failure ImportJsonFile(const ImportArguments& arguments) {
-    if (arguments.file == "-") return ImportJson(arguments, std::cin);
+    if (arguments.file == "-") {
+        std::stringstream text;  // nobody waits for standard input under the lock
+        text << std::cin.rdbuf();
+        text.clear();
+        return ImportJson(arguments, text);
+    }
     VUnicodeString name;
     if (Failure failure = DecodeArgument(arguments.file, name)) return failure;
     if (const std::uint32_t code = ProbeFile(name)) return FileFailure(name, code);
