@@ -179,8 +179,10 @@ VUnicodeString MoveEntry(const VUnicodeString& source, const VUnicodeString& tar
 VUnicodeString ArrangeEntry(const VUnicodeString& path, const VUnicodeString& reference, bool after) {
     const bool isArranged = ChangeEntry(path, [&] {
         ProfileFolderData folder(GetEntryParent(path), false);
-        VStringArray& ordered = IsFolderPath(path) ? folder.GetOrderedFolders() : folder.GetOrderedSessions();
         const VUnicodeString leaf = GetEntryLeaf(path);
+        VStringArray& folders = folder.GetOrderedFolders();
+        const bool isFolder = folders.FindExact(leaf) != VStringArray::kNotFound;
+        VStringArray& ordered = isFolder ? folders : folder.GetOrderedSessions();
         if (const std::uint32_t place = ordered.FindExact(leaf); place != VStringArray::kNotFound)
             ordered.RemoveAt(place);
         if (const std::uint32_t place = ordered.FindExact(reference); place != VStringArray::kNotFound)

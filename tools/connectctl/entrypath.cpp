@@ -11,6 +11,7 @@
 #include "sessiondb/sessionpaths.h"
 #include "sessiondb/sessiontree.h"
 #include "sessiondb/storedspelling.h"
+#include "sessiondb/treesteps.h"
 #include "tools/connectctl/output.h"
 #include "tools/connectctl/toolstore.h"
 
@@ -37,13 +38,10 @@ Failure FindKind(const VUnicodeString& path, EntryKind& kind) {
     if (path.IsEmpty() || SessionKeyExists(path)) {
         VProfileStore store(true);
         VProfileKey key(store.GetRootKey(), BuildSessionKeyPath(path).GetData(), 0);
-        std::uint32_t isSession = 0;
-        kind = key.ReadDword(kIsSessionValue, isSession) ? EntryKind::kSession : EntryKind::kFolder;
+        kind = HasSessionMark(key) ? EntryKind::kSession : EntryKind::kFolder;
         VReportMessageParams& report = *key.GetImpl()->GetLastReport();
-        const std::uint32_t code = report.GetCode();
-        const bool isAbsent = code == platform::kFileNotFound || code == platform::kDatatypeMismatch;
-        if (kind == EntryKind::kFolder && code != platform::kSuccess && !isAbsent)
-            return Quoted(path) + ": " + ReportText(report);
+        const bool isReadable = report.GetCode() == platform::kSuccess || report.GetCode() == platform::kFileNotFound;
+        if (kind == EntryKind::kFolder && !isReadable) return Quoted(path) + ": " + ReportText(report);
     } else if (path == kDefaultSession) {
         kind = EntryKind::kSession;  // made on demand
     }
