@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "foundation/casefold.h"
 #include "foundation/vsort.h"
 #include "imports/configpanels.h"
 #include "profile/unitofwork.h"
@@ -81,10 +82,11 @@ void ProfileFolderData::Enumerate(VProfileStore& store, bool hideDotEntries) {
     const VUnicodeString folderKeyPath = GetEntryParent(dataKeyPath);
     VProfileKey folder(store.GetRootKey(), folderKeyPath.GetData(), 0);  // one that is not there has no children
     VProfileKeyIterator children(folder, false);
+    constexpr std::u16string_view kData = kFolderDataKey;
     VUnicodeString name;
     std::uint32_t kind = 0;
     while (children.NextWithKind(name, kind)) {
-        if (name.EqualsNoCase(kFolderDataKey)) continue;
+        if (EqualsNoCase(name, kData)) continue;
         const bool isHidden = IsHidden(name, hideDotEntries);
         if (IsSessionChild(folder, name, kind))
             (isHidden ? hiddenSessions : sessions).Add(name);
