@@ -36,7 +36,7 @@ void VStringHandle<Char>::ReleaseCounted(Char* text) noexcept {
     VStringHeader* header = reinterpret_cast<VStringHeader*>(text) - 1;
     if (header->references.fetch_sub(1, std::memory_order_acq_rel) > 1) return;
     if (header->state == Str::SensitiveState::kSensitive) SecureWipe(header, sizeof(VStringHeader) + header->capacity);
-    ::operator delete(header);
+    ::operator delete(header);  // NOLINT(clang-analyzer-cplusplus.NewDelete): static texts are not counted
 }
 
 template <class Char>

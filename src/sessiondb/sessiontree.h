@@ -26,7 +26,7 @@ class VStringArray;
 /// Whether there is an entry at `path`, session or folder.
 bool SessionKeyExists(const VUnicodeString& path);
 bool EntryExistsIn(const VUnicodeString& folder, const VUnicodeString& leaf);
-/// True when there is no session at `path`: also where there is nothing at all.
+/// True when there is no session at `path`: also where there is nothing at all, but not where the store cannot tell.
 bool IsFolderPath(const VUnicodeString& path);
 /// Whether an entry can stand in `folder`: neither it nor one round it is a session. What lies below a session is never
 /// shown. True also where there is nothing yet.

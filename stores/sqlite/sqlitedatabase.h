@@ -68,8 +68,8 @@ class SqliteDatabase {
     bool InTransaction() const;
     /// The file at the path is another than the one that is open, or none.
     bool HasMoved() const;
-    /// A number that every commit of any process changes, and so does whoever writes another file over this one. 0 when
-    /// it cannot be read.
+    /// A number that every commit of any process changes; by it SQLite sees that its pages are old. 0 when it cannot be
+    /// read.
     std::uint32_t GetChangeCounter() const;
     /// Fails the report with the latest error: code and SQLite's own words. Gives false.
     bool Fail(int result, VReportMessageParams& report) const;
