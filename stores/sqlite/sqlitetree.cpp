@@ -323,7 +323,7 @@ std::shared_ptr<SqliteNode> SqliteTree::AddNode(std::int64_t base, const KeyName
     const std::size_t start = reached.position;
     const std::size_t end = LevelEnd(name.folded, start);
     TreeEntry entry{id, reached.id, name.folded.substr(start, end - start)};
-    newChildren.insert(HashOfChild(entry.parent, entry.folded));
+    if (IsOfThisUnit(entry.parent)) newChildren.insert(HashOfChild(entry.parent, entry.folded));
     auto node = std::make_shared<SqliteNode>(*this, std::move(entry),
                                              std::u16string_view(name.spelled).substr(start, end - start));
     nodes[id] = node;
