@@ -104,8 +104,13 @@ bool StoreFile::Create(VReportMessageParams& report) const {
     const std::string fresh = path + ".new-" + GetProcessSuffix();
     RemoveFile(fresh);
     VReportMessageParams ignored;
-    const bool isMade = CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(fresh, report) &&
-                        FillNew(fresh, report) && (LinkFile(fresh, path, ignored) || CreatePrivateFile(path, report));
+    bool isMade =
+        CreatePrivateFolder(GetFolderOf(path), report) && CreatePrivateFile(fresh, report) && FillNew(fresh, report);
+    if (isMade) {
+        // That of a store that was deleted: it must not be played back into this one.
+        if (::access(path.c_str(), F_OK) != 0) RemoveFile(path + "-journal");
+        isMade = LinkFile(fresh, path, ignored) || CreatePrivateFile(path, report);
+    }
     RemoveFile(fresh);
     return isMade;
 }

@@ -222,6 +222,23 @@ TEST_F(SqliteFile, KeepsTheNewestFiveBackupsOneADay) {
     EXPECT_EQ(ReadDwordOr(*Open(), u"f\\A", u"a", 0), 20007U);
 }
 
+TEST_F(SqliteFile, TheJournalOfADeletedStoreIsNotPlayedBackIntoANewOne) {
+    Fill();
+    sqlite3* raw = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &raw), SQLITE_OK);
+    // Pages that do not fit into the cache are written before the end, and their journal with them.
+    sqlite3_exec(raw, "PRAGMA cache_size = 1; BEGIN; UPDATE rows SET data = zeroblob(20000)", nullptr, nullptr,
+                 nullptr);
+    const std::string journal = ReadFile(path + "-journal");
+    sqlite3_close(raw);
+    EXPECT_GT(journal.size(), 8192U);
+    fs::remove(path);
+    WriteFile(path + "-journal", journal);
+    const Factory factory = Open();
+    EXPECT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
+    EXPECT_EQ(DumpStore(*Open(), {u"a"}), "k 5\n  .a=1\n");
+}
+
 TEST_F(SqliteFile, AFileThatWasReplacedIsNoticedByTheNextStore) {
     const Factory factory = Open();
     ASSERT_TRUE(WriteDwords(*factory, u"k", {u"a"}, 1));
