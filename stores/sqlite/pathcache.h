@@ -10,6 +10,10 @@
 
 namespace connectdialog::stores {
 
+inline std::size_t HashOfPath(std::int64_t base, std::u16string_view folded) {
+    return std::hash<std::u16string_view>()(folded) ^ static_cast<std::size_t>(base) * 0x9E3779B97F4A7C15U;
+}
+
 /// Ids by the key that a name is told from and the folded name. An id belongs to its path as long as its row is there,
 /// so an entry is right exactly if its row can be read.
 class PathCache {
@@ -45,10 +49,7 @@ class PathCache {
     };
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(const KeyView& key) const {
-            return std::hash<std::u16string_view>()(key.folded) ^
-                   static_cast<std::size_t>(key.base) * 0x9E3779B97F4A7C15U;
-        }
+        std::size_t operator()(const KeyView& key) const { return HashOfPath(key.base, key.folded); }
     };
     struct Equal {
         using is_transparent = void;

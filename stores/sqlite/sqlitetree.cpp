@@ -23,10 +23,6 @@ std::size_t LevelEnd(std::u16string_view name, std::size_t position) {
     return std::min(name.find(u'\\', position), name.size());
 }
 
-std::uint64_t HashOfChild(std::int64_t parent, std::u16string_view folded) {
-    return std::hash<std::u16string_view>()(folded) ^ static_cast<std::uint64_t>(parent) * 0x9E3779B97F4A7C15U;
-}
-
 /// One read transaction around several reads takes the file's locks once. Inside a unit there is one already.
 class ReadTransaction {
   public:
@@ -172,7 +168,7 @@ void SqliteTree::EndUnit() {
     unitFailed = false;
     lastId = 0;
     firstNewId = 0;
-    newChildren = std::unordered_set<std::uint64_t>();  // clearing would walk through the room that a large unit took
+    newChildren = std::unordered_set<std::size_t>();  // clearing would walk through the room that a large unit took
 }
 
 void SqliteTree::ForgetLookups() {
@@ -291,7 +287,7 @@ bool SqliteTree::Descend(std::int64_t base, const KeyName& name, Reached& reache
     while (reached.position < path.size()) {
         const std::size_t end = LevelEnd(path, reached.position);
         const std::u16string_view folded = path.substr(reached.position, end - reached.position);
-        if (IsOfThisUnit(reached.id) && !newChildren.contains(HashOfChild(reached.id, folded))) return true;
+        if (IsOfThisUnit(reached.id) && !newChildren.contains(HashOfPath(reached.id, folded))) return true;
         const std::string level = EncodeBigEndian(folded);
         Query query(*database, Sql::kSelectChild, report);
         if (!query.Bind(reached.id).BindBlob(level).Step()) return !query.HasFailed();
@@ -323,7 +319,7 @@ std::shared_ptr<SqliteNode> SqliteTree::AddNode(std::int64_t base, const KeyName
     const std::size_t start = reached.position;
     const std::size_t end = LevelEnd(name.folded, start);
     TreeEntry entry{id, reached.id, name.folded.substr(start, end - start)};
-    if (IsOfThisUnit(entry.parent)) newChildren.insert(HashOfChild(entry.parent, entry.folded));
+    if (IsOfThisUnit(entry.parent)) newChildren.insert(HashOfPath(entry.parent, entry.folded));
     auto node = std::make_shared<SqliteNode>(*this, std::move(entry),
                                              std::u16string_view(name.spelled).substr(start, end - start));
     nodes[id] = node;

@@ -116,7 +116,7 @@ class SqliteTree : public StoreTree {
     std::int64_t lastId = 0;      ///< handed out in this unit; 0 before the first
     std::int64_t firstNewId = 0;  ///< of this unit; 0 before there is one
     /// Hashes of the children that keys of this unit have got: what is not here is not there, and not searched.
-    std::unordered_set<std::uint64_t> newChildren;
+    std::unordered_set<std::size_t> newChildren;
     bool inUnit = false;
     bool inView = false;  ///< a transaction that only reads is open
     std::size_t views = 0;

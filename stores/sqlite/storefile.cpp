@@ -119,8 +119,11 @@ bool StoreFile::FillNew(const std::string& newPath, VReportMessageParams& report
     DatabaseHandle handle = OpenHandle(newPath, SQLITE_OPEN_READWRITE, report);
     if (handle == nullptr) return false;
     SqliteDatabase database(std::move(handle));
-    return database.Configure(options.busyTimeout, report) && database.Execute(kCreationPragmas, report) &&
-           Migrate(database, report);
+    return database.Configure(options.busyTimeout, report) && Fill(database, report);
+}
+
+bool StoreFile::Fill(SqliteDatabase& database, VReportMessageParams& report) {
+    return database.Execute(kCreationPragmas, report) && Migrate(database, report);
 }
 
 /// Says whether the file may be touched at all. An empty one may: a process died between creating and filling it.
@@ -195,7 +198,7 @@ OpenResult StoreFile::Open(bool create, std::unique_ptr<SqliteDatabase>& databas
     if (condition == Condition::kEmpty && isCut) condition = Condition::kDamaged;
     if (condition == Condition::kEmpty) {
         if (!create) return OpenResult::kAbsent;
-        if (!opened->Execute(kCreationPragmas, report) || !Migrate(*opened, report)) return OpenResult::kFailed;
+        if (!Fill(*opened, report)) return OpenResult::kFailed;
         condition = Examine(*opened, report);
     }
     if (condition == Condition::kDamaged) return SetAside(*opened, report);

@@ -39,6 +39,7 @@ class StoreFile {
     bool CheckPath(bool create, FileKind& found, VReportMessageParams& report) const;
     bool Create(VReportMessageParams& report) const;
     bool FillNew(const std::string& newPath, VReportMessageParams& report) const;
+    static bool Fill(SqliteDatabase& database, VReportMessageParams& report);
     bool CheckHeader(sqlite3* handle, VReportMessageParams& report) const;
     static Condition ConditionAfter(const VReportMessageParams& failure);
     static Condition ExamineLength(SqliteDatabase& database, VReportMessageParams& report);

@@ -339,10 +339,8 @@ TEST_F(Editing, AStoreThatRefusesIsToldAndTreeAndStoreStayTheSame) {
 
 /// Between a check of the dialog's and the store's lock another process changes the store.
 TEST_F(Editing, WhatAnotherProcessChangedMeanwhileStays) {
-    static FaultyStoreFactory* shared = nullptr;
     FaultyStoreFactory wrapped(*factory);
-    shared = &wrapped;
-    SetProfileFactoryGetter([]() -> VProfileStoreFactory* { return shared; });
+    UseStore(wrapped);
     Begin({u"f\\s", u"g\\t", u"a"}, u"a");
     for (const SessionArrangement arrangement : {kAlphabetical, kManual}) {
         const VUnicodeString name = arrangement == kManual ? u"y"_v : u"z"_v;
@@ -364,8 +362,7 @@ TEST_F(Editing, WhatAnotherProcessChangedMeanwhileStays) {
     EXPECT_FALSE(wrapped.plan.beforeLock);
     EXPECT_FALSE(SessionKeyExists(u"f"));
     EXPECT_TRUE(ReadIsExpanded(u"g"));
-    SetProfileFactoryGetter(nullptr);
-    shared = nullptr;
+    UseStore(*factory);
 }
 
 }  // namespace

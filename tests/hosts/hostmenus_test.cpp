@@ -280,7 +280,7 @@ TEST_F(HostMenusTest, ButtonsThatAnotherProgramAddedMeanwhileAreNotOverwrittenUn
             kit.ExpectDialog(ButtonBarIds::kDialog, edit);
             EXPECT_TRUE(frame.Choose(HostCommands::kEditButtons));
             EXPECT_TRUE(Has(TakeBox(), u"替换"));
-            const auto buttons = frame.GetToolbar(HostMenus::kMostBars).GetButtons();
+            const auto buttons = frame.GetToolbar(HostButtons::kBar).GetButtons();
             ASSERT_EQ(buttons.size(), answer == kAnswerNo ? 1U : 2U);
             EXPECT_EQ(buttons.back().text, answer == kAnswerNo ? u"theirs" : u"新按钮");
         });
