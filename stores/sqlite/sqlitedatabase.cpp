@@ -88,6 +88,7 @@ bool ReadFileHeader(sqlite3* handle, FileHeader& header, VReportMessageParams& r
     }
     header.fileSize = size;
     header.isSqlite = std::string_view(reinterpret_cast<const char*>(bytes.data()), kMagic.size()) == kMagic;
+    header.changeCounter = BigEndian32(&bytes[kChangeCounterOffset]);
     header.applicationId = BigEndian32(&bytes[kApplicationIdOffset]);
     header.schemaVersion = BigEndian32(&bytes[kUserVersionOffset]);
     return true;
@@ -156,15 +157,6 @@ bool SqliteDatabase::HasMoved() const {
     int moved = 0;
     sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
     return moved != 0;
-}
-
-std::uint32_t SqliteDatabase::GetChangeCounter() const {
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    std::array<unsigned char, 4> bytes{};
-    if (file != nullptr && file->pMethods != nullptr)
-        file->pMethods->xRead(file, bytes.data(), bytes.size(), kChangeCounterOffset);
-    return BigEndian32(bytes.data());
 }
 
 bool SqliteDatabase::Fail(int result, VReportMessageParams& report) const {

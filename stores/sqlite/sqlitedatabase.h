@@ -37,6 +37,7 @@ DatabaseHandle OpenHandle(const std::string& path, int flags, VReportMessagePara
 struct FileHeader {
     std::int64_t fileSize = 0;
     bool isSqlite = false;
+    std::uint32_t changeCounter = 0;  ///< changed by every commit; SQLite sees by it that its pages are old
     std::uint32_t applicationId = 0;
     std::uint32_t schemaVersion = 0;
 };
@@ -68,9 +69,6 @@ class SqliteDatabase {
     bool InTransaction() const;
     /// The file at the path is another than the one that is open, or none.
     bool HasMoved() const;
-    /// A number that every commit of any process changes; by it SQLite sees that its pages are old. 0 when it cannot be
-    /// read.
-    std::uint32_t GetChangeCounter() const;
     /// Fails the report with the latest error: code and SQLite's own words. Gives false.
     bool Fail(int result, VReportMessageParams& report) const;
 

@@ -95,7 +95,10 @@ void SqliteTree::StoreOpened() {
 
 void SqliteTree::NoteFile() {
     stamp = file.GetStamp();
-    changeCounter = database->GetChangeCounter();
+    FileHeader header;
+    VReportMessageParams ignored;
+    ReadFileHeader(database->GetHandle(), header, ignored);
+    changeCounter = header.changeCounter;
 }
 
 OpenResult SqliteTree::Open(bool create, VReportMessageParams& report) {
